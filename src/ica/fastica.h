@@ -1,0 +1,26 @@
+#pragma once
+
+#include "ica/whitening.h"
+#include "input/run_parameters.h"
+#include "numeric/array_owners.h"
+
+namespace zn {
+
+/// Unmixing of the components found, carried back into volume space. T volumes, n the reduced dimension.
+struct Separation {
+    ZeroedBlock mixing;     ///< M, T x n: column c is DW w of component c
+    ZeroedBlock separating; ///< Q, n x T: row c is wt Wh of component c
+    int found = 0;          ///< K, components that converged; columns and rows from K on stay 0
+};
+
+/// Finds the components one after another (deflation), each orthogonal to those before.
+///
+/// An attempt that reaches the iteration limit starts again from a new random vector; the sixth failed attempt of the
+/// whole run ends the search and keeps what was found. Seeds the standard pseudo-random generator from the clock.
+/// Logs a line for each attempt. Throws std::bad_alloc.
+///
+/// Method: Hyvarinen (1999), Fast and robust fixed-point algorithms for independent component analysis, IEEE Trans.
+/// Neural Networks 10(3), 626-634.
+Separation separate(const Whitening& whitened, int voxels, int volumes, const RunParameters& parameters);
+
+} // namespace zn

@@ -1,0 +1,104 @@
+#include "input/vtc.h"
+
+#include "host/host_api.h"
+#include "host/log.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace zn {
+
+namespace {
+
+constexpr int kMostVoxels = 5'000'000;
+
+constexpr char kWrongMaskBox[] = "This mask does not fit the current VTC resolution or bounding box!\n"
+                                 "Please keep the VTC linked to the current VMR or SRF before creating a VTC mask.";
+constexpr char kWrongMaskLog[] = "// Plugin> Wrong mask provided. Exiting plugin.";
+
+MaybeStop loadMask(const FileNames& names, BusyCursor& cursor, Vtc& vtc) {
+    if (isEmpty(names.mask)) return std::nullopt;
+    if (host().znLoadMaskToCurrentVMR(names.mask.data()) != 0) vtc.mask = host().znGetMaskOfCurrentVMR();
+    if (!vtc.mask) return stopWithMessage(cursor, kWrongMaskBox, kWrongMaskLog, false);
+    return std::nullopt;
+}
+
+Stop stopWithoutVtc(BusyCursor& cursor) {
+    cursor.stopIfShown();
+    host().znLogText("// Plugin>  Could not get VTC!");
+    return Stop{false};
+}
+
+// Data for which the header promises nothing usable, or which the host does not hand out, count as no VTC.
+MaybeStop fetchData(BusyCursor& cursor, Vtc& vtc) {
+    host().znGetHeaderOfVTCOfCurrentVMR(vtc.header.get());
+    std::end(vtc.header->name)[-1] = '\0';
+    if (vtc.header->validity == kNoVtc || vtc.volumes() < 1) return stopWithoutVtc(cursor);
+
+    cursor.show();
+    if (vtc.header->dataType == kFloatData) {
+        vtc.floatData = host().znGetVTCFloatDataOfCurrentVMR();
+    } else {
+        vtc.integerData = host().znGetVTCIntDataOfCurrentVMR();
+    }
+    if (!vtc.floatData && !vtc.integerData) return stopWithoutVtc(cursor);
+    return std::nullopt;
+}
+
+// Number of whole VTC voxels along one axis of the bounding box; a remainder is lost. An empty axis has none.
+int gridSize(int start, int end, int resolution) {
+    if (resolution < 1) return 0;
+    const long long extent = static_cast<long long>(end) - start;
+    return static_cast<int>(std::clamp<long long>(extent / resolution, 0, std::numeric_limits<int>::max()));
+}
+
+Grid gridOf(const VtcHeader& h) {
+    return {gridSize(h.xStart, h.xEnd, h.resolution), gridSize(h.yStart, h.yEnd, h.resolution),
+            gridSize(h.zStart, h.zEnd, h.resolution)};
+}
+
+int countSelectedVoxels(const Vtc& vtc) {
+    long long count = vtc.grid.voxels();
+    if (vtc.mask) {
+        count = std::count_if(vtc.mask, vtc.mask + vtc.grid.voxels(), [](unsigned char byte) { return byte != 0; });
+    }
+    return static_cast<int>(std::min<long long>(count, std::numeric_limits<int>::max()));
+}
+
+MaybeStop checkVoxelCount(const Vtc& vtc, BusyCursor& cursor) {
+    if (vtc.voxels == 0) {
+        return stopWithMessage(cursor, "No voxels selected in the current VTC!",
+                               "// Plugin> No voxels selected in the current VTC!", false);
+    }
+    if (vtc.voxels < vtc.volumes()) {
+        return stopWithMessage(
+            cursor, "Too few voxels (less than number of time points) selected in the current VTC!",
+            "// Plugin> Too few voxels (less than number of time points) selected in the current VTC!", false);
+    }
+    if (vtc.voxels > kMostVoxels) {
+        return stopWithMessage(cursor, "Too many voxels selected in the current VTC!",
+                               "// Plugin> Too many voxels selected in the current VTC. Exiting plugin.", false);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+long long Grid::voxels() const {
+    constexpr long long most = std::numeric_limits<long long>::max();
+    const long long plane = static_cast<long long>(x) * y;
+    return z > 0 && plane > most / z ? most : plane * z;
+}
+
+MaybeStop openVtc(const FileNames& names, BusyCursor& cursor, Vtc& vtc) {
+    if (host().znLinkVTCToCurrentVMR(names.vtc.data(), 1) == 0) return stopWithMemoryFull(cursor);
+    if (auto stop = loadMask(names, cursor, vtc)) return stop;
+    if (auto stop = fetchData(cursor, vtc)) return stop;
+
+    vtc.grid = gridOf(*vtc.header);
+    vtc.voxels = countSelectedVoxels(vtc);
+    logLine("// Plugin>  Number of used VTC voxels: %i", vtc.voxels);
+    return checkVoxelCount(vtc, cursor);
+}
+
+} // namespace zn

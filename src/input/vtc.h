@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/run_exit.h"
+#include "host/vtc_header.h"
+#include "input/file_names.h"
+
+#include <memory>
+
+namespace zn {
+
+/// Sizes of the VTC grid. Voxel (x, y, z), each from 0, has the linear index z * (x size * y size) + y * x size + x.
+struct Grid {
+    int x = 0;
+    int y = 0;
+    int z = 0;
+    long long voxels() const; ///< number of voxels; the largest number there is when the product exceeds it
+};
+
+/// The functional time courses linked to the current anatomical volume. Data and mask are the host's memory.
+struct Vtc {
+    std::unique_ptr<VtcHeader> header = std::make_unique<VtcHeader>();
+    Grid grid;
+    const float* floatData = nullptr;    ///< value of voxel i at volume t at i * volumes + t; either these ...
+    const short* integerData = nullptr;  ///< ... or these, as the header's data type says
+    const unsigned char* mask = nullptr; ///< one byte a grid voxel, not zero: selected; null: all are selected
+    int voxels = 0;                      ///< number of selected voxels, V
+
+    int volumes() const { return header->volumes; } ///< T
+    bool isSelected(long long index) const { return !mask || mask[index] != 0; }
+};
+
+/// Links the VTC, loads the mask, reads header and data and counts the selected voxels; shows the busy cursor before
+/// the data are fetched.
+///
+/// Stops when the VTC cannot be linked, the mask does not fit, there is no VTC, or the number of selected voxels is
+/// 0, below the number of volumes or above 5,000,000.
+MaybeStop openVtc(const FileNames& names, BusyCursor& cursor, Vtc& vtc);
+
+} // namespace zn

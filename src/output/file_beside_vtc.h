@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+namespace zn {
+
+/// Name of a file beside the VTC file: the VTC's name without its last four characters (taken to be the extension,
+/// not looked at), then `ending`. Of a name of four characters or fewer nothing is kept.
+///
+/// Fails for a kept stem of 256 or more characters: nrerror("file name too long").
+std::string fileBesideVtc(const char* vtcFile, const char* ending);
+
+} // namespace zn

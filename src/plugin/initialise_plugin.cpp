@@ -1,0 +1,25 @@
+#include "plugin/host_version.h"
+#include "plugin/run_driver.h"
+
+#include "host/host_api.h"
+
+using namespace zn;
+
+bool initialisePlugin() noexcept {
+    if (!bindHostApi()) return false; // without the host's functions there is no way to say so
+
+    HostVersion version{};
+    host().znGetVersionOfTesmiraZN(&version.major, &version.minor, &version.patch);
+    if (!isSupported(version)) {
+        host().znMessageBox("Can not execute this plugin - TesmiraZN version 2.2.0 or higher required.");
+        return false;
+    }
+    if (!bindHostMatrixProducts()) {
+        host().znMessageBox("Can not execute this plugin - no access to MKL provided.");
+        return false;
+    }
+    host().znShowLogTab();
+    host().znLogText(" ");
+    host().znLogText("// Plugin>  Running ICA Plugin...");
+    return true;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/run_exit.h"
+#include "ica/fastica.h"
+#include "ica/reconstruction.h"
+#include "ica/whitening.h"
+#include "input/file_names.h"
+#include "input/run_parameters.h"
+#include "input/voi_templates.h"
+#include "input/voxel_data.h"
+#include "input/vtc.h"
+
+namespace zn {
+
+/// Everything that one run holds; leaving the run early gives all of it back. The stages fill it from top to bottom
+/// and release what no later stage needs.
+struct Run {
+    BusyCursor& cursor;
+
+    FileNames names{};
+    Vtc vtc{};
+    VoiTemplates templates{};
+    VoxelData voxelData{};
+    RunParameters parameters{};
+    ZeroedBlock centred{};   // X, V x T
+    Eigenpairs eigen{};      // of the temporal covariance
+    Whitening whitened{};    // Wh, DW, Z
+    Separation separation{}; // M, Q
+    Components components{}; // maps and time courses
+    OffsetMatrix<float> parameterMatrix{};
+};
+
+} // namespace zn

@@ -1,0 +1,101 @@
+#include "plugin/run_driver.h"
+
+#include "host/host_api.h"
+#include "numeric/nrerror.h"
+#include "output/file_beside_vtc.h"
+#include "output/rtc_file.h"
+#include "output/text_matrix.h"
+#include "plugin/fatal_error.h"
+#include "plugin/map_output.h"
+#include "plugin/run.h"
+
+#include <new>
+
+using namespace zn;
+
+namespace {
+
+MaybeStop checkAnatomicalVolume() {
+    int unread[3] = {}; // the host tells more than is needed here
+    if (host().znGetCurrentVMR(&unread[0], &unread[1], &unread[2])) return std::nullopt;
+    host().znLogText("// Plugin>  Could not get VMR!");
+    return Stop{false};
+}
+
+void extractData(Run& run) {
+    run.templates = VoiTemplates::fetch(run.names.voisLoaded, run.vtc);
+    run.voxelData = extractVoxels(run.vtc, run.templates);
+    writeVoxelTable("ICA.vox", run.voxelData.list.get(), run.vtc.voxels + 1, 3);
+    run.voxelData.list.release();
+    run.templates.finish();
+
+    run.parameters = readRunParameters(run.vtc.volumes());
+    run.centred = removeSpatialMean(run.voxelData.timeCourses, run.vtc.voxels, run.vtc.volumes());
+}
+
+void decompose(Run& run) {
+    auto covariance = computeCovariance(run.centred.get(), run.vtc.voxels, run.vtc.volumes());
+    run.eigen = decomposeCovariance(covariance, run.vtc.volumes(), run.names.vtc.data());
+}
+
+void reduceAndWhiten(Run& run) {
+    run.whitened = whiten(run.centred.get(), run.vtc.voxels, run.vtc.volumes(), run.eigen,
+                          run.parameters.firstEigenvalue, run.parameters.lastEigenvalue);
+}
+
+// Without the FastICA stage, which the dialog can switch off, there are no components either.
+MaybeStop findComponents(Run& run) {
+    if (run.parameters.runFastIca) {
+        run.separation = separate(run.whitened, run.vtc.voxels, run.vtc.volumes(), run.parameters);
+    }
+    run.whitened = Whitening{};
+    if (run.separation.found > 0) return std::nullopt;
+
+    run.cursor.stopIfShown();
+    host().znLogText("// Plugin>  No components found. Exiting plugin.");
+    host().znUpdateActiveWindow();
+    return Stop{true};
+}
+
+void buildMapsAndTimeCourses(Run& run) {
+    run.components = reconstruct(run.centred, run.vtc.voxels, run.vtc.volumes(), run.separation);
+    writeRtcDesignMatrix(fileBesideVtc(run.names.vtc.data(), "_ICA.rtc").c_str(), run.components.timeCourses.get(),
+                         run.vtc.volumes(), run.components.count);
+}
+
+Stop finish(BusyCursor& cursor) {
+    cursor.stop();
+    host().znLogText("// Plugin>  ICA Plugin completed!");
+    host().znLogText(" ");
+    return Stop{true};
+}
+
+MaybeStop runStages(BusyCursor& cursor) {
+    Run run{cursor};
+    if (auto stop = checkAnatomicalVolume()) return stop;
+    if (auto stop = readFileNames(run.names)) return stop;            // dialog texts, VOI file
+    if (auto stop = openVtc(run.names, cursor, run.vtc)) return stop; // VTC, mask, voxel count
+    extractData(run);                                                 // "ICA.vox", parameters, X (V x T)
+    decompose(run);                                                   // "Covariance.txt", ".eig", eigenpairs
+    reduceAndWhiten(run);                                             // Wh (n x T), DW (T x n), Z (n x V)
+    if (auto stop = findComponents(run)) return stop;                 // M (T x n), Q (n x T)
+    buildMapsAndTimeCourses(run);                                     // S (K x V), A (T x K), B; "_ICA.rtc"
+    computeFingerprint(run);                                          // 16 values a component; "ParamsMatrix.txt"
+    outputMaps(run);                                                  // the host's maps, saved
+    return std::nullopt;
+}
+
+} // namespace
+
+bool executeRun() noexcept {
+    const UnwindFatalErrors unwind;
+    BusyCursor cursor;
+    try {
+        if (auto stop = runStages(cursor)) return stop->result;
+        return finish(cursor).result;
+    } catch (const FatalNumericError& error) {
+        return stopAfterFatalError(cursor, error.what()).result;
+    } catch (const std::bad_alloc&) {
+        return stopWithMemoryFull(cursor).result;
+    }
+}

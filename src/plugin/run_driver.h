@@ -1,0 +1,16 @@
+#pragma once
+
+// The two operations behind the plug-in class, with C linkage so that the class can be compiled for another C++ ABI
+// than the rest. No exception leaves them.
+
+extern "C" {
+
+/// Binds the host's functions, checks its version and its matrix products, and announces the plug-in in its log.
+/// False when the plug-in cannot run in this host; the user has been told why where the host can tell.
+bool initialisePlugin() noexcept;
+
+/// One whole run, from the dialog's parameters to the component maps in the host.
+/// False for unusable input or failed numerics; true for a complete run, for one that ran out of memory, and for one
+/// that found no component.
+bool executeRun() noexcept;
+}
