@@ -31,9 +31,8 @@ float pearson(float products, float xSquares, float ySquares) {
 
 // tile[j * kWidth + lane] = deviation of y row `lane` at column j; lanes from `rows` on are 0.
 void fillTile(const float* const* y, const float* mean, int rows, int from, int columns, float* tile) {
-    for (int j = 0; j < columns; ++j) {
-        float* lanes = tile + j * kWidth;
-        for (int lane = 0; lane < kWidth; ++lane) lanes[lane] = lane < rows ? y[lane][from + j] - mean[lane] : 0.0F;
+    for (int j = 0; j < columns; ++j, tile += kWidth) {
+        for (int lane = 0; lane < kWidth; ++lane) tile[lane] = lane < rows ? y[lane][from + j] - mean[lane] : 0.0F;
     }
 }
 
@@ -41,10 +40,10 @@ void fillTile(const float* const* y, const float* mean, int rows, int from, int 
 void addProducts(const float* x, float mean, int columns, const float* tile, float* products) {
     Four sum[kWidth / 4];
     std::memcpy(sum, products, sizeof sum);
-    for (int j = 0; j < columns; ++j) {
+    for (int j = 0; j < columns; ++j, tile += kWidth) {
         const float d = x[j] - mean;
         Four lanes[kWidth / 4];
-        std::memcpy(lanes, tile + j * kWidth, sizeof lanes);
+        std::memcpy(lanes, tile, sizeof lanes);
         for (int q = 0; q < kWidth / 4; ++q) sum[q] += Four{d, d, d, d} * lanes[q];
     }
     std::memcpy(products, sum, sizeof sum);

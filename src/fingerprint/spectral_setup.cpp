@@ -23,7 +23,8 @@ SpectralSetup spectralSetup(int volumes, int trMs) {
     setup.overlap = setup.segmentLength / 2;
     setup.transformLength = transformLength(setup.segmentLength);
     setup.frequencyCount = frequencyCount(setup.transformLength);
-    setup.samplingFrequency = 1.0F / static_cast<float>(trMs / 1000); // on purpose in whole seconds
+    const int trSeconds = trMs / 1000; // on purpose in whole seconds
+    setup.samplingFrequency = 1.0F / static_cast<float>(trSeconds);
     return setup;
 }
 

@@ -66,8 +66,8 @@ void welchPowerSpectrum(const float* const* courses, int k, int t, int transform
     Periodogram periodogram(transformLength, segmentLength);
     for (int i = 0; i < k; ++i) {
         std::fill(spectrum[i], spectrum[i] + count, 0.0F);
-        for (int s = 0; s < segments; ++s) {
-            const float* segment = courses[i] + s * (segmentLength - overlap);
+        const float* segment = courses[i];
+        for (int s = 0; s < segments; ++s, segment += segmentLength - overlap) {
             periodogram.add(segment, mean[i], std::sqrt(variance[i]), spectrum[i]);
         }
         for (int f = 0; f < count; ++f) spectrum[i][f] /= static_cast<float>(segments);
