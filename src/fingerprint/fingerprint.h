@@ -7,6 +7,7 @@ namespace zn {
 /// The fingerprint of every component of a run: sixteen values each, in the order of the map parameters, and the scaled
 /// degree of clustering for the parameter file. Everything is 0 until its stage has run.
 struct Fingerprint {
+    Fingerprint() = default; ///< of no components
     explicit Fingerprint(int components);
 
     // Vectors [0..components-1].

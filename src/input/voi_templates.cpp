@@ -36,7 +36,7 @@ void drawVoi(int voi, int coordinateSpace, const Vtc& vtc, int* indicator) {
     const int* coordinates = host().znGetVOI(voi, header.get());
     if (!coordinates) return;
     for (int i = 0; i < header->voxels; ++i) {
-        const long long index = voiVoxelToGridIndex(coordinates + 3LL * i, coordinateSpace, *vtc.header, vtc.grid);
+        const long long index = voiVoxelToGridIndex(coordinates + 3LL * i, coordinateSpace, vtc.header, vtc.grid);
         if (index >= 0) indicator[index] = 1;
     }
 }

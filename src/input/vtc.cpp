@@ -31,12 +31,12 @@ Stop stopWithoutVtc(BusyCursor& cursor) {
 
 // Data for which the header promises nothing usable, or which the host does not hand out, count as no VTC.
 MaybeStop fetchData(BusyCursor& cursor, Vtc& vtc) {
-    host().znGetHeaderOfVTCOfCurrentVMR(vtc.header.get());
-    std::end(vtc.header->name)[-1] = '\0';
-    if (vtc.header->validity == kNoVtc || vtc.volumes() < 1) return stopWithoutVtc(cursor);
+    host().znGetHeaderOfVTCOfCurrentVMR(&vtc.header);
+    std::end(vtc.header.name)[-1] = '\0';
+    if (vtc.header.validity == kNoVtc || vtc.volumes() < 1) return stopWithoutVtc(cursor);
 
     cursor.show();
-    if (vtc.header->dataType == kFloatData) {
+    if (vtc.header.dataType == kFloatData) {
         vtc.floatData = host().znGetVTCFloatDataOfCurrentVMR();
     } else {
         vtc.integerData = host().znGetVTCIntDataOfCurrentVMR();
@@ -95,7 +95,7 @@ MaybeStop openVtc(const FileNames& names, BusyCursor& cursor, Vtc& vtc) {
     if (auto stop = loadMask(names, cursor, vtc)) return stop;
     if (auto stop = fetchData(cursor, vtc)) return stop;
 
-    vtc.grid = gridOf(*vtc.header);
+    vtc.grid = gridOf(vtc.header);
     vtc.voxels = countSelectedVoxels(vtc);
     logLine("// Plugin>  Number of used VTC voxels: %i", vtc.voxels);
     return checkVoxelCount(vtc, cursor);

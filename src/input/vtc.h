@@ -4,8 +4,6 @@
 #include "host/vtc_header.h"
 #include "input/file_names.h"
 
-#include <memory>
-
 namespace zn {
 
 /// Sizes of the VTC grid. Voxel (x, y, z), each from 0, has the linear index z * (x size * y size) + y * x size + x.
@@ -18,14 +16,14 @@ struct Grid {
 
 /// The functional time courses linked to the current anatomical volume. Data and mask are the host's memory.
 struct Vtc {
-    std::unique_ptr<VtcHeader> header = std::make_unique<VtcHeader>();
+    VtcHeader header{};
     Grid grid;
     const float* floatData = nullptr;    ///< value of voxel i at volume t at i * volumes + t; either these ...
     const short* integerData = nullptr;  ///< ... or these, as the header's data type says
     const unsigned char* mask = nullptr; ///< one byte a grid voxel, not zero: selected; null: all are selected
     int voxels = 0;                      ///< number of selected voxels, V
 
-    int volumes() const { return header->volumes; } ///< T
+    int volumes() const { return header.volumes; } ///< T
     bool isSelected(long long index) const { return !mask || mask[index] != 0; }
 };
 

@@ -73,7 +73,7 @@ void computeFingerprint(Run& run) {
     run.fingerprint = Fingerprint(c.count);
     computeSpatialFeatures(c.maps.get(), c.count, voxels, run.fingerprint);
     computeTemporalFeatures(c.timeCourses.get(), c.rawTimeCourses.get(), c.count, volumes,
-                            run.vtc.header->repetitionTime, run.fingerprint);
+                            run.vtc.header.repetitionTime, run.fingerprint);
     run.components.rawTimeCourses.release();
     askAndCluster(run);
     computeDesignMatch(loadDesignMatrix(run).get(), c.timeCourses.get(), volumes, c.count, run.fingerprint);

@@ -24,7 +24,7 @@ void outputMaps(const Run& run) {
                        f.spatialEntropy.get(), f.autocorrelation.get(), f.temporalEntropy.get()},
         .bands = f.bands.get(),
     };
-    handMapsToHost(*run.vtc.header, results, {run.names.vtc.data(), run.vtc.header->name, run.names.vois.data()});
+    handMapsToHost(run.vtc.header, results, {run.names.vtc.data(), run.vtc.header.name, run.names.vois.data()});
     host().znSaveNRVMPsOfCurrentVMR(run.names.maps.data());
 }
 

@@ -16,6 +16,8 @@ namespace zn {
 /// Everything that one run holds; leaving the run early gives all of it back. The stages fill it from top to bottom
 /// and release what no later stage needs.
 struct Run {
+    explicit Run(BusyCursor& busyCursor) : cursor(busyCursor) {}
+
     BusyCursor& cursor;
 
     FileNames names{};
@@ -23,12 +25,12 @@ struct Run {
     VoiTemplates templates{};
     VoxelData voxelData{};
     RunParameters parameters{};
-    ZeroedBlock centred{};      // X, V x T
-    Eigenpairs eigen{};         // of the temporal covariance
-    Whitening whitened{};       // Wh, DW, Z
-    Separation separation{};    // M, Q
-    Components components{};    // maps and time courses
-    Fingerprint fingerprint{0}; // 16 values a component
+    ZeroedBlock centred{};     // X, V x T
+    Eigenpairs eigen{};        // of the temporal covariance
+    Whitening whitened{};      // Wh, DW, Z
+    Separation separation{};   // M, Q
+    Components components{};   // maps and time courses
+    Fingerprint fingerprint{}; // 16 values a component
 };
 
 } // namespace zn

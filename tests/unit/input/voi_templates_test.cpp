@@ -19,14 +19,14 @@ protected:
         EXPECT_TRUE(bindHostApi());
         host = testing::ScriptedHost{};
         host.setGrid(4, 3, 2); // 3 mm voxels from 57, 52, 59
-        *vtc.header = host.header;
+        vtc.header = host.header;
         vtc.grid = {4, 3, 2};
         vtc.voxels = 24;
     }
 
     long long indexOf(int c0, int c1, int c2, int space = 0) {
         const int c[3] = {c0, c1, c2};
-        return voiVoxelToGridIndex(c, space, *vtc.header, vtc.grid);
+        return voiVoxelToGridIndex(c, space, vtc.header, vtc.grid);
     }
 
     testing::ScriptedHost& host = testing::scripted();
@@ -49,7 +49,7 @@ TEST_F(VoiTemplatesTest, RoundsToTheNearestVoxelOfTheGrid) {
 }
 
 TEST_F(VoiTemplatesTest, RoundsHalvesUpAlsoBelowZero) {
-    vtc.header->resolution = 2;
+    vtc.header.resolution = 2;
     EXPECT_EQ(indexOf(58, 52, 59), 1); // +0.5 -> 1
     EXPECT_EQ(indexOf(56, 52, 59), 0); // -0.5 -> 0
     EXPECT_EQ(indexOf(54, 52, 59), -1);
@@ -69,7 +69,7 @@ TEST_F(VoiTemplatesTest, DropsPositionsOutsideTheGrid) {
 TEST_F(VoiTemplatesTest, OfTheCentredSpaceRunDownwardsFrom128InTheOrderYZX) {
     // x = 128 - c1, y = 128 - c2, z = 128 - c0
     EXPECT_EQ(indexOf(128 - 62, 128 - 60, 128 - 55, kCentredSpace), 1 + 4 + 12);
-    vtc.header->xStart = vtc.header->yStart = vtc.header->zStart = 0;
+    vtc.header.xStart = vtc.header.yStart = vtc.header.zStart = 0;
     EXPECT_EQ(indexOf(128, 128, 128, kCentredSpace), 0);
 }
 

@@ -18,7 +18,7 @@ protected:
         testing::scripted() = testing::ScriptedHost{};
         vtc.grid = {3, 2, 2};
         vtc.voxels = 12;
-        vtc.header->volumes = 2;
+        vtc.header.volumes = 2;
         for (int i = 0; i < 24; ++i) floats.push_back(static_cast<float>(i) * 0.5F);
         for (int i = 0; i < 24; ++i) shorts.push_back(static_cast<short>(i * 100));
     }
