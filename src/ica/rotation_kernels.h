@@ -1,0 +1,24 @@
+#pragma once
+
+namespace zn {
+
+/// Rotation of two elements, rows or columns p and q by the angle whose sine is s and the tangent of whose half is tau:
+/// (x, y) -> (x - s (y + x tau), y + s (x - y tau)).
+struct PlaneRotation {
+    double s;
+    double tau;
+    int q;
+};
+
+/// Rows of a matrix that are rotated side by side: enough to hide the latency of one rotation behind the others.
+constexpr int kTileRows = 16;
+
+/// Applies rotations first .. last - 1 of one pass to kTileRows rows: each mixes shared[i], the element p of row i,
+/// with its element q at tile[q * kTileRows + i].
+template <int lanes>
+void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, double* tile);
+
+/// Rotates the elements x[j] and y[j], first <= j <= last; x and y do not overlap.
+template <int lanes> void rotateStretchKernel(double* x, double* y, int first, int last, const PlaneRotation& rotation);
+
+} // namespace zn

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "ica/sweep_rotations.h"
+
+namespace zn {
+
+/// A stretch of kTileRows rows with the rows next to each other: element q of row i stands at tile[q * kTileRows + i].
+///
+/// Copies columns first .. last of the rows into the tile. Rows beyond `count` are left as they are.
+void fillTile(const double* const* rows, int count, int first, int last, double* tile);
+
+/// Copies them back.
+void emptyTile(const double* tile, int count, int first, int last, double* const* rows);
+
+/// Applies rotations of one pass to all rows of a tile: each mixes shared[i], the element p of row i, with element q.
+void rotateTile(SweepRotations::Range rotations, double* shared, double* tile);
+
+} // namespace zn

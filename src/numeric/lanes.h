@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstring>
+
+#ifndef ZN_LANES
+#error "for kernels only, which are compiled once for each number of lanes: see cmake/kernels.cmake"
+#endif
+
+namespace zn {
+
+/// Number of doubles that a kernel handles together. Each lane computes exactly what scalar code would.
+inline constexpr int kLanes = ZN_LANES;
+using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
+
+[[gnu::always_inline]] inline Lanes load(const double* from) {
+    Lanes lanes;
+    std::memcpy(&lanes, from, sizeof lanes);
+    return lanes;
+}
+
+[[gnu::always_inline]] inline void store(const Lanes& lanes, double* to) {
+    std::memcpy(to, &lanes, sizeof lanes);
+}
+
+/// The same value in all lanes; subtracting zero leaves every value as it is, -0 included.
+[[gnu::always_inline]] inline Lanes broadcast(double value) {
+    return value - Lanes{};
+}
+
+} // namespace zn
