@@ -1,0 +1,25 @@
+#pragma once
+
+#include "input/run_parameters.h"
+
+namespace zn {
+
+/// tanh and exp element by element, in place, within 2 units in the last place of the standard library's functions and
+/// with the same bits on every machine.
+void tanhInPlace(double* x, int count);
+void expInPlace(double* x, int count);
+
+/// The expectations of one fixed-point update, as sums over the voxels: sums[k] of z[k][v] g(y[v]) and slope of
+/// g'(y[v]).
+///
+///   nonlinearity   tanh or gaussian
+///   z              [0..dimension-1][0..voxels-1], row-major
+///   y              [0..voxels-1]    in: projections; out: g(y)
+///   sums           [0..dimension-1] out
+///
+/// One pass over z and y in blocks that fit the first-level cache. Eight partial sums go side by side over all voxels
+/// and are added up in a fixed order at the end.
+void sumContrast(Nonlinearity nonlinearity, const double* z, int dimension, int voxels, double* y, double* sums,
+                 double* slope);
+
+} // namespace zn

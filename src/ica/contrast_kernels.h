@@ -1,0 +1,27 @@
+#pragma once
+
+namespace zn {
+
+/// Partial sums that a kernel keeps side by side: number i takes the voxels i, i + 8, i + 16, ... A fixed number, so
+/// that a sum has the same bits whatever the compiler and the width of the vector units.
+constexpr int kPartialSums = 8;
+
+/// Contrast functions of the fixed-point iteration, in place of their argument; adds the derivative to partial sums.
+///
+///   y        [0..count-1]           in: projections; out: g(y)
+///   slopes   [0..kPartialSums-1]    in/out: sums of g'(y)
+///
+/// tanh: g = tanh(y), g' = 1 - g^2. gaussian: g = y exp(-y^2 / 2), g' = (1 - y^2) exp(-y^2 / 2). Both follow the
+/// standard library's functions within 2 units in the last place, over the whole range, infinities and not-a-numbers
+/// included. No branch depends on a value.
+template <int lanes> void tanhKernel(double* y, int count, double* slopes);
+template <int lanes> void gaussianKernel(double* y, int count, double* slopes);
+
+/// sums[i] += z[i] g[i] + z[i + 8] g[i + 8] + ..., for 0 <= i < kPartialSums.
+template <int lanes> void productKernel(const double* z, const double* g, int count, double* sums);
+
+/// tanh and exp as the kernels compute them, for 0 <= i < count, in place.
+template <int lanes> void tanhOnlyKernel(double* x, int count);
+template <int lanes> void expOnlyKernel(double* x, int count);
+
+} // namespace zn
