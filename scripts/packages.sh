@@ -1,0 +1,35 @@
+# Sourced by ./run and ./test: installs the Debian packages that are missing.
+
+# need_packages PACKAGE... : does nothing when all are there; asks for sudo when not root.
+need_packages() {
+    missing=""
+    for package in "$@"; do
+        status=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)
+        [ "$status" = installed ] || missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+
+    as_root=""
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null 2>&1; then
+            echo "These Debian packages are missing:$missing. Install them as root, or install sudo, and start again." >&2
+            exit 1
+        fi
+        as_root=sudo
+    fi
+    echo "Installing:$missing"
+    # shellcheck disable=SC2086 # the list is to be split
+    { $as_root apt-get update -qq &&
+        $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing; } \
+        >/tmp/ica-plugin-packages.$$ 2>&1 || {
+        cat /tmp/ica-plugin-packages.$$ >&2
+        echo "The packages could not be installed; see above." >&2
+        exit 1
+    }
+    rm -f /tmp/ica-plugin-packages.$$
+}
+
+# What every build needs.
+BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev libcli11-dev nlohmann-json3-dev zlib1g-dev"
+# The report's page is built with Node.
+REPORT_PACKAGES="nodejs npm"
