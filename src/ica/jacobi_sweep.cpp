@@ -41,8 +41,13 @@ const PlaneRotation* firstBehind(SweepRotations::Range pass, int q) {
     return std::partition_point(pass.begin(), pass.end(), [q](const PlaneRotation& r) { return r.q <= q; });
 }
 
-void settleRow(SweepRotations::Range rotations, double& shared, double* row) {
-    for (const PlaneRotation& rotation : rotations) rotate(rotation, shared, row[rotation.q]);
+// Rows first, first + 1, ... take the rotations that lie right of their diagonal, at most `count` of these rows. Row
+// after row for each rotation: the rows do not wait for one another, a row's rotations do.
+void settleOneByOne(SweepRotations::Range rotations, double* shared, double** rows, int first, int count) {
+    for (const PlaneRotation& rotation : rotations) {
+        const int above = std::min(rotation.q - first, count);
+        for (int i = 0; i < above; ++i) rotate(rotation, shared[i], rows[i][rotation.q]);
+    }
 }
 
 // Does to the rows first .. last, at most kTileRows, what the pass of p left undone: to row j the rotations with
@@ -55,7 +60,7 @@ void settleRows(const JacobiState& state, int p, int first, int last, const Swee
 
     // Columns of the rows themselves: the triangle right of the diagonal.
     const PlaneRotation* next = firstBehind(pass, last);
-    for (int i = 0; i < count; ++i) settleRow({firstBehind(pass, first + i), next}, shared[i], rows[i]);
+    settleOneByOne({firstBehind(pass, first), next}, shared, rows, first, count);
 
     double tile[kTileColumns * kTileRows];
     for (int from = last + 1; next != pass.end(); from += kTileColumns) {
@@ -66,7 +71,7 @@ void settleRows(const JacobiState& state, int p, int first, int last, const Swee
             rotateTile({next, end}, shared, tile - from * kTileRows);
             emptyTile(tile - from * kTileRows, count, from, to, rows);
         } else {
-            for (int i = 0; i < count; ++i) settleRow({next, end}, shared[i], rows[i]);
+            settleOneByOne({next, end}, shared, rows, first, count);
         }
         next = end;
     }

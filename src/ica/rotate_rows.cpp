@@ -38,9 +38,9 @@ void rotateRowsAboveDiagonal(double** a, int n, const SweepRotations& rotations)
         const int count = std::min(kTileRows, n - first + 1);
         // The first passes go past some rows of the group but not past others; from the last row on all take part.
         const int common = std::min(first + count, n);
-        for (int j = first; j < first + count; ++j) {
-            for (int p = j + 1; p < common; ++p) {
-                for (const PlaneRotation& rotation : rotations.pass(p)) rotate(rotation, a[j][p], a[j][rotation.q]);
+        for (int p = first + 1; p < common; ++p) {
+            for (const PlaneRotation& rotation : rotations.pass(p)) {
+                for (int j = first; j < p; ++j) rotate(rotation, a[j][p], a[j][rotation.q]);
             }
         }
         rotateRowGroup(a, first, count, common, n, rotations, tile.get());

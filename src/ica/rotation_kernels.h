@@ -18,6 +18,10 @@ constexpr int kTileRows = 16;
 template <int lanes>
 void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, double* tile);
 
+/// Copies columns first .. last of kTileRows rows into a tile as above, and back.
+template <int lanes> void fillTileKernel(const double* const* rows, int first, int last, double* tile);
+template <int lanes> void emptyTileKernel(const double* tile, int first, int last, double* const* rows);
+
 /// Rotates the elements x[j] and y[j], first <= j <= last; x and y do not overlap.
 template <int lanes> void rotateStretchKernel(double* x, double* y, int first, int last, const PlaneRotation& rotation);
 
