@@ -1,0 +1,223 @@
+// Every way in which a run ends before its components are found: what the user is told, in which order, and what
+// `execute` returns.
+
+#include "host/host_fixture.h"
+
+#include <limits>
+
+namespace zn::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+class EarlyExit : public HostFixture {
+protected:
+    // The last calls of a run, `count` of them.
+    std::vector<std::string> lastCalls(std::ptrdiff_t count) const {
+        EXPECT_GE(std::ssize(host.calls), count);
+        return {host.calls.end() - count, host.calls.end()};
+    }
+};
+
+constexpr char kMemoryBox[] = "znMessageBox(Working memory full. Exiting plugin.)";
+constexpr char kMemoryLog[] = "znLogText(// Plugin > Working memory full. Exiting plugin.)";
+
+TEST_F(EarlyExit, WithoutAnAnatomicalVolume) {
+    host.hasVmr = false;
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.calls, ElementsAre("znGetCurrentVMR()", "znLogText(// Plugin>  Could not get VMR!)"));
+}
+
+TEST_F(EarlyExit, WithoutAVtcNameOpensTheDialogBeforeReadingFurtherNames) {
+    host.dialogStrings[0] = "";
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.calls, ElementsAre("znGetCurrentVMR()", "znGetDlgStringParameter(0)", "znLaunchICADialog()"));
+}
+
+TEST_F(EarlyExit, WithoutAnOutputNameOpensTheDialog) {
+    host.dialogStrings[2] = "";
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.calls, ElementsAre("znGetCurrentVMR()", "znGetDlgStringParameter(0)", "znGetDlgStringParameter(1)",
+                                        "znGetDlgStringParameter(2)", "znLaunchICADialog()"));
+}
+
+TEST_F(EarlyExit, WhenTheVtcCannotBeLinked) {
+    host.linksVtc = false;
+    EXPECT_TRUE(run());
+    EXPECT_THAT(lastCalls(3), ElementsAre("znLinkVTCToCurrentVMR(run1.vtc, 1)", kMemoryBox, kMemoryLog));
+    EXPECT_THAT(host.calls, Not(Contains("znStopBusyCursor()"))); // it has not been shown yet
+}
+
+TEST_F(EarlyExit, WhenTheMaskCannotBeLoaded) {
+    host.dialogStrings[1] = "brain.msk";
+    host.loadsMask = false;
+    EXPECT_FALSE(run());
+    EXPECT_THAT(lastCalls(3),
+                ElementsAre("znLoadMaskToCurrentVMR(brain.msk)",
+                            "znMessageBox(This mask does not fit the current VTC resolution or bounding box!\n"
+                            "Please keep the VTC linked to the current VMR or SRF before creating a VTC mask.)",
+                            "znLogText(// Plugin> Wrong mask provided. Exiting plugin.)"));
+}
+
+TEST_F(EarlyExit, WhenTheLoadedMaskCannotBeFetched) {
+    host.dialogStrings[1] = "brain.msk";
+    EXPECT_FALSE(run());
+    EXPECT_EQ(lastCalls(3).front(), "znGetMaskOfCurrentVMR()");
+    EXPECT_THAT(host.log(), ElementsAre("// Plugin> Wrong mask provided. Exiting plugin."));
+}
+
+TEST_F(EarlyExit, WithoutAVtc) {
+    host.header.validity = -1;
+    EXPECT_FALSE(run());
+    EXPECT_THAT(lastCalls(2),
+                ElementsAre("znGetHeaderOfVTCOfCurrentVMR()", "znLogText(// Plugin>  Could not get VTC!)"));
+}
+
+TEST_F(EarlyExit, WithAVtcOfNoVolumes) {
+    host.header.volumes = 0;
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.log(), ElementsAre("// Plugin>  Could not get VTC!"));
+}
+
+TEST_F(EarlyExit, WhenTheHostHandsOutNoData) {
+    host.floats.clear();
+    EXPECT_FALSE(run());
+    EXPECT_THAT(lastCalls(3), ElementsAre("znGetVTCFloatDataOfCurrentVMR()", "znStopBusyCursor()",
+                                          "znLogText(// Plugin>  Could not get VTC!)"));
+}
+
+TEST_F(EarlyExit, WithoutASelectedVoxel) {
+    host.dialogStrings[1] = "empty.msk";
+    host.mask.emplace(240, static_cast<unsigned char>(0));
+    EXPECT_FALSE(run());
+    EXPECT_THAT(lastCalls(4), ElementsAre("znLogText(// Plugin>  Number of used VTC voxels: 0)", "znStopBusyCursor()",
+                                          "znMessageBox(No voxels selected in the current VTC!)",
+                                          "znLogText(// Plugin> No voxels selected in the current VTC!)"));
+}
+
+TEST_F(EarlyExit, WithABoundingBoxOfNoWholeVoxel) {
+    host.header.xEnd = host.header.xStart + 2; // resolution 3
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.boxes(), ElementsAre("No voxels selected in the current VTC!"));
+}
+
+TEST_F(EarlyExit, WithAResolutionThatNoVtcHas) {
+    for (int resolution : {0, -1, std::numeric_limits<int>::min()}) {
+        host.header.resolution = resolution;
+        EXPECT_FALSE(run());
+        EXPECT_THAT(host.boxes(), ElementsAre("No voxels selected in the current VTC!")) << resolution;
+    }
+}
+
+TEST_F(EarlyExit, WithOneVoxelLessThanVolumes) {
+    host.dialogStrings[1] = "small.msk";
+    host.mask.emplace(240, static_cast<unsigned char>(0));
+    std::fill_n(host.mask->begin() + 100, 11, static_cast<unsigned char>(1));
+    EXPECT_FALSE(run());
+    EXPECT_THAT(
+        lastCalls(4),
+        ElementsAre("znLogText(// Plugin>  Number of used VTC voxels: 11)", "znStopBusyCursor()",
+                    "znMessageBox(Too few voxels (less than number of time points) selected in the current VTC!)",
+                    "znLogText(// Plugin> Too few voxels (less than number of time points) selected in the current "
+                    "VTC!)"));
+}
+
+TEST_F(EarlyExit, WithOneVoxelMoreThanFiveMillion) {
+    host.header.volumes = 1;
+    host.setGrid(5'000'001, 1, 1);
+    EXPECT_FALSE(run());
+    EXPECT_THAT(lastCalls(4),
+                ElementsAre("znLogText(// Plugin>  Number of used VTC voxels: 5000001)", "znStopBusyCursor()",
+                            "znMessageBox(Too many voxels selected in the current VTC!)",
+                            "znLogText(// Plugin> Too many voxels selected in the current VTC. Exiting "
+                            "plugin.)"));
+}
+
+TEST_F(EarlyExit, WithABoundingBoxBeyondAnyNumberOfVoxels) {
+    host.header.resolution = 1;
+    host.header.xStart = host.header.yStart = host.header.zStart = std::numeric_limits<int>::min();
+    host.header.xEnd = host.header.yEnd = host.header.zEnd = std::numeric_limits<int>::max();
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.boxes(), ElementsAre("Too many voxels selected in the current VTC!"));
+}
+
+TEST_F(EarlyExit, WithNotANumberInTheData) {
+    host.floats[100] = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_FALSE(run());
+    EXPECT_THAT(lastCalls(3),
+                ElementsAre("znStopBusyCursor()", "znMessageBox(Too many iterations in routine jacobi)",
+                            "znLogText(// Plugin> Too many iterations in routine jacobi. Exiting plugin.)"));
+}
+
+TEST_F(EarlyExit, WithInfinityInTheDataLeavesAHostThatCanRunAgain) {
+    const float kept = host.floats[7];
+    host.floats[7] = std::numeric_limits<float>::infinity();
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.boxes(), ElementsAre("Too many iterations in routine jacobi"));
+    EXPECT_FALSE(host.isBusy());
+
+    host.floats[7] = kept;
+    EXPECT_TRUE(run());
+    EXPECT_EQ(host.log().back(), " ");
+}
+
+TEST_F(EarlyExit, WithMoreTimePointsThanAnArrayCanCount) {
+    // 2,200,000 voxels x 1000 volumes exceed 2^31 - 1 elements; the host's data are never touched.
+    host.setGrid(2'200'000, 1, 1);
+    host.header.volumes = 1000;
+    EXPECT_TRUE(run());
+    EXPECT_THAT(lastCalls(3), ElementsAre("znStopBusyCursor()", kMemoryBox, kMemoryLog));
+}
+
+TEST_F(EarlyExit, WhenTheFirstIterationIsOneTooMany) {
+    host.dialogIntegers[8] = 0;
+    EXPECT_TRUE(run());
+    std::vector<std::string> tail = host.log();
+    tail.erase(tail.begin(), tail.end() - 7);
+    const std::string restart = "// Plugin>  IC #: 1  Number of Iterations: 0 (restarting) (elapsed time: ";
+    for (std::size_t i = 0; i < 5; ++i) EXPECT_THAT(tail[i], StartsWith(restart));
+    EXPECT_EQ(tail[5], "// Plugin>  Too many failures to converge....giving up!");
+    EXPECT_EQ(tail[6], "// Plugin>  No components found. Exiting plugin.");
+    EXPECT_THAT(lastCalls(3),
+                ElementsAre("znStopBusyCursor()", "znLogText(// Plugin>  No components found. Exiting plugin.)",
+                            "znUpdateActiveWindow()"));
+    EXPECT_THAT(host.boxes(), IsEmpty());
+}
+
+TEST_F(EarlyExit, WhenTheDialogSwitchesFastIcaOff) {
+    host.dialogIntegers[0] = 0;
+    EXPECT_TRUE(run());
+    EXPECT_THAT(lastCalls(3),
+                ElementsAre("znStopBusyCursor()", "znLogText(// Plugin>  No components found. Exiting plugin.)",
+                            "znUpdateActiveWindow()"));
+    EXPECT_THAT(host.log(), Not(Contains("// Plugin>  Running FastICA computation (deflation approach)...")));
+}
+
+TEST_F(EarlyExit, WithEigenvaluesBeyondTheLastOneGivesUpAndTheHostLives) {
+    host.dialogIntegers[6] = 10;
+    host.dialogIntegers[7] = 15; // 12 volumes have 12 eigenvalues
+    host.dialogIntegers[9] = 6;
+    EXPECT_TRUE(run());
+    EXPECT_THAT(host.log(), Contains("// Plugin>  Too many failures to converge....giving up!"));
+    EXPECT_EQ(host.log().back(), "// Plugin>  No components found. Exiting plugin.");
+}
+
+TEST_F(EarlyExit, WithEigenvaluesBeforeTheFirstOneGivesUpAndTheHostLives) {
+    host.dialogIntegers[6] = -2;
+    host.dialogIntegers[7] = 2;
+    EXPECT_TRUE(run());
+    EXPECT_EQ(host.log().back(), "// Plugin>  No components found. Exiting plugin.");
+}
+
+TEST_F(EarlyExit, NeverLeavesTheBusyCursorBehind) {
+    host.dialogIntegers[8] = 0;
+    run();
+    EXPECT_FALSE(host.isBusy());
+}
+
+} // namespace
+} // namespace zn::testing

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+namespace zn::testing {
+
+/// The plug-in file as a host uses it: loaded once, spoken to through its exported functions and the object that it
+/// makes. One implementation a platform, because the object is called through the platform's own C++ ABI.
+class PluginUnderTest {
+public:
+    PluginUnderTest();
+    ~PluginUnderTest();
+    PluginUnderTest(const PluginUnderTest&) = delete;
+    PluginUnderTest& operator=(const PluginUnderTest&) = delete;
+
+    /// The text that one of the exported functions without arguments answers.
+    const char* text(const char* function);
+
+    bool initPlugin();
+    bool execute();
+
+private:
+    void* library_;
+    void* object_;
+};
+
+} // namespace zn::testing

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace zn::testing {
+
+/// An empty folder of its own that is the current directory while this object lives, and gone afterwards.
+class ScratchDirectory {
+public:
+    ScratchDirectory();
+    ~ScratchDirectory();
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path before_;
+    std::filesystem::path path_;
+};
+
+/// All bytes of a file; the test fails when it cannot be read.
+std::string contentOf(const std::filesystem::path& file);
+
+} // namespace zn::testing

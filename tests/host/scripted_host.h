@@ -1,0 +1,90 @@
+#pragma once
+
+#include "host/nrvmp_records.h"
+#include "host/vtc_header.h"
+
+#include <array>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zn::testing {
+
+/// One volume map of the scripted host.
+struct ScriptedMap {
+    std::string name = std::string(256, '#'); ///< the buffer as the plug-in left it
+    int type = 0;
+    std::vector<float> voxels;
+    std::vector<float> timeCourse;
+    std::vector<float> parameters;
+    int timesSet = 0; ///< how often its parameters were handed back
+
+    /// Text in the name buffer.
+    std::string text() const { return name.substr(0, name.find('\0')); }
+};
+
+/// A host that answers as the test says and records every call in order.
+///
+/// The functions that the plug-in looks up by name are C functions of this program, which is itself named as the
+/// host. They all work on the one object that `scripted()` returns.
+struct ScriptedHost {
+    // --- answers ----------------------------------------------------------------------------------------------------
+    std::array<int, 3> version = {2, 2, 0};
+    bool hasVmr = true;
+    std::array<std::string, 5> dialogStrings = {"run1.vtc", "", "maps.ica", "", ""};
+    std::map<int, int> dialogIntegers = {{0, 1}, {3, 0}, {5, 0}, {6, 1}, {7, 3}, {8, 200}, {9, 3}};
+    float epsilon = 1e-4F;
+    bool linksVtc = true;
+    bool loadsMask = true;
+    std::optional<std::vector<unsigned char>> mask; ///< nothing: a null pointer
+    VtcHeader header{};
+    std::vector<float> floats; ///< VTC data; empty: a null pointer
+    std::vector<short> shorts; ///< the same as 16-bit integers
+    bool loadsVois = true;
+    bool hasVois = true;
+    int voiSpace = 0;
+    std::vector<std::vector<int>> vois; ///< three coordinates a voxel
+    bool loadsDesignMatrix = true;
+    std::vector<std::vector<float>> predictors;
+    int clusterSize = 10;
+    float zThreshold = 2.5F;
+    std::optional<std::string> label; ///< nothing: the prompt is cancelled
+    bool givesTimeCourses = true;     ///< false: null pointers in the map records
+    bool givesParameters = true;
+    bool givesNames = true;
+    bool givesMaps = true; ///< false: no voxel array
+    /// Called after each product of a matrix and a vector with its result, to spoil it.
+    std::function<void(double* y, int length)> afterMatrixVector;
+
+    // --- records ----------------------------------------------------------------------------------------------------
+    std::vector<std::string> calls; ///< name and arguments of every call but the matrix-vector products
+    int matrixVectorCalls = 0;
+    std::vector<ScriptedMap> maps;
+    std::array<int, 4> displayRange{};
+    std::array<int, 7> mapBox{}; ///< bounding box and resolution of the maps
+    std::array<std::string, 3> setNames;
+    std::array<std::string, 16> parameterNames;
+
+    /// Texts given to the log, to message boxes, in order.
+    std::vector<std::string> log() const { return argumentsOf("znLogText"); }
+    std::vector<std::string> boxes() const { return argumentsOf("znMessageBox"); }
+    std::vector<std::string> argumentsOf(const std::string& function) const;
+    /// Names of the calls, without arguments, in order.
+    std::vector<std::string> callNames() const;
+    /// Whether the busy cursor is shown now.
+    bool isBusy() const;
+
+    /// Sets bounding box and resolution for a grid of these sizes with 3 mm VTC voxels.
+    void setGrid(int x, int y, int z);
+};
+
+/// The one scripted host of this process.
+ScriptedHost& scripted();
+
+/// Called when the plug-in enters and leaves the host; for tests that make the plug-in's allocations fail.
+extern void (*onHostEntered)();
+extern void (*onHostLeft)();
+
+} // namespace zn::testing

@@ -1,0 +1,12 @@
+// Every name of the host's list that the plug-in binds but must never call.
+
+#include "host/scripted_call.h"
+
+#include <string>
+
+#define ZN(result, name, parameters)
+#define ZN_UNUSED(name)                                                                                                \
+    ZN_HOST_FUNCTION void name() {                                                                                     \
+        const zn::testing::Call entered(std::string("never to be called: ") + #name);                                  \
+    }
+#include "host/host_functions.def"
