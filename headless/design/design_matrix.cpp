@@ -1,0 +1,23 @@
+#include "headless/design/design_matrix.h"
+
+#include "headless/design/predictor_table.h"
+#include "headless/design/rtc_text.h"
+#include "headless/design/text_lines.h"
+#include "headless/failure/failure.h"
+
+namespace zn {
+
+DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes) {
+    const std::vector<std::string> lines = readLines(file);
+    const bool rtc = !lines.empty() && lines.front().starts_with("FileVersion:");
+    DesignMatrix design = rtc ? parseRtc(lines, file.string()) : parsePredictorTable(lines, file.string());
+    const std::size_t values = design.predictors.front().size();
+    if (values != static_cast<std::size_t>(volumes)) {
+        throw Failure(ExitStatus::kInput, file.string() + " has " + std::to_string(values) +
+                                              " rows of predictor values, the data have " + std::to_string(volumes) +
+                                              " volumes; give one row a volume.");
+    }
+    return design;
+}
+
+} // namespace zn

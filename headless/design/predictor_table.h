@@ -1,0 +1,14 @@
+#pragma once
+
+#include "headless/design/design_matrix.h"
+
+#include <string>
+#include <vector>
+
+namespace zn {
+
+/// Parses a tab-separated table: a header line with the predictors' names, then one row a volume. Empty lines at the
+/// end are passed over. `file` is for the texts of Failure (kInput).
+DesignMatrix parsePredictorTable(const std::vector<std::string>& lines, const std::string& file);
+
+} // namespace zn

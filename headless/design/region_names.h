@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace zn {
+
+/// Reads the names of the regions of a label image: a tab-separated table whose header has the columns "index" and
+/// "name" among others, one row a label. Throws Failure (kInput).
+std::map<std::int32_t, std::string> readRegionNames(const std::filesystem::path& file);
+
+} // namespace zn

@@ -1,0 +1,66 @@
+// The anatomical volume, the functional time courses linked to it, and the mask.
+#include "headless/host/current_session.h"
+
+#include <cstring>
+
+namespace zn {
+
+namespace {
+
+void fillHeader(const Session& session, VtcHeader& header) {
+    header = VtcHeader{};
+    header.volumes = session.series.volumes;
+    header.repetitionTime = session.millisecondsPerVolume;
+    header.xEnd = session.grid[0]; // the box begins at 0 and its voxels are the grid's
+    header.yEnd = session.grid[1];
+    header.zEnd = session.grid[2];
+    header.resolution = 1;
+    header.dataType = session.series.isFloat() ? kFloatData : 1;
+    const std::string& name = session.dialog.texts[0];
+    std::memcpy(header.name, name.data(), std::min(name.size(), sizeof(header.name) - 1));
+}
+
+} // namespace
+
+extern "C" {
+
+// The grid's sizes stand for the volume's; any address that is not null says that there is one.
+void* znGetCurrentVMR(int* first, int* second, int* third) {
+    Session& session = currentSession();
+    *first = session.grid[0];
+    *second = session.grid[1];
+    *third = session.grid[2];
+    return &session;
+}
+
+int znLinkVTCToCurrentVMR(const char* fileName, int) {
+    const Session& session = currentSession();
+    return session.dialog.texts[0] == fileName && session.series.volumes > 0 ? 1 : 0;
+}
+
+void znGetHeaderOfVTCOfCurrentVMR(VtcHeader* header) {
+    fillHeader(currentSession(), *header);
+}
+
+float* znGetVTCFloatDataOfCurrentVMR() {
+    return currentSession().series.floats.get();
+}
+
+short* znGetVTCIntDataOfCurrentVMR() {
+    return currentSession().series.shorts.get();
+}
+
+int znLoadMaskToCurrentVMR(const char* fileName) {
+    Session& session = currentSession();
+    session.maskLoaded = session.dialog.texts[1] == fileName && !session.mask.empty();
+    return session.maskLoaded ? 1 : 0;
+}
+
+unsigned char* znGetMaskOfCurrentVMR() {
+    Session& session = currentSession();
+    return session.maskLoaded ? session.mask.data() : nullptr;
+}
+
+} // extern "C"
+
+} // namespace zn

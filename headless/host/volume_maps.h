@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/nrvmp_records.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zn {
+
+/// A text that the plug-in writes into through a pointer.
+using TextBuffer = std::array<char, 256>;
+
+/// One volume map with what belongs to it. The plug-in fills all of it in place.
+struct VolumeMap {
+    TextBuffer name{};
+    std::int32_t type = 0;
+    std::vector<float> values;     ///< one a voxel of the grid, x fastest
+    std::vector<float> timeCourse; ///< one a volume
+    std::vector<float> parameters; ///< sixteen in an ICA run
+};
+
+/// The set of volume maps (NR-VMPs) of the current anatomical volume. Owns every buffer that the records point to;
+/// their addresses stay until the next create or clear.
+class VolumeMaps {
+public:
+    void clear() { *this = VolumeMaps(); }
+
+    /// Makes `count` maps of zeros on the grid that the header's bounding box and resolution span. Throws
+    /// std::bad_alloc, and std::invalid_argument for a negative count or a bounding box without volume.
+    void create(int count, int timePoints, int parameters, const NRVMPsHeader& header);
+
+    /// Fills the named fields of the record for the whole set.
+    void describe(NRVMPsHeader& header);
+    /// Fills the record of map `index`, from 0; its voxel values, or null past the last map.
+    float* describe(int index, NRVMPMap& record);
+    /// Takes over from the record what does not lie in a shared buffer.
+    void setParameters(int index, const NRVMPMap& record);
+    void setDisplayRange(const NRVMPsHeader& header);
+
+    const std::vector<VolumeMap>& maps() const { return maps_; }
+    /// The parameters' names as the plug-in gave them.
+    std::vector<std::string> parameterNames() const;
+    /// First (VTC), second (the VTC's own text) and third (VOIs) name of the set.
+    std::array<std::string, 3> names() const;
+    const std::array<std::int32_t, 4>& displayRange() const { return displayRange_; }
+
+private:
+    bool has(int index) const { return index >= 0 && static_cast<std::size_t>(index) < maps_.size(); }
+
+    std::vector<VolumeMap> maps_;
+    std::array<TextBuffer, 3> names_{};
+    std::vector<TextBuffer> parameterNames_;
+    std::vector<char*> parameterNamePointers_;
+    std::array<std::int32_t, 6> boundingBox_{};
+    std::int32_t resolution_ = 0;
+    std::array<std::int32_t, 4> displayRange_{};
+};
+
+} // namespace zn

@@ -1,0 +1,138 @@
+#include "headless/nifti/image_header.h"
+
+#include "headless/failure/failure.h"
+#include "headless/nifti/raw_header.h"
+
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A deflated file is at least this fraction of what it inflates to (zlib's documented limit is 1032 to 1).
+constexpr std::int64_t kMostInflation = 1040;
+
+[[noreturn]] void refuse(const fs::path& file, const std::string& why) {
+    throw Failure(ExitStatus::kInput, file.string() + " " + why);
+}
+
+void checkReadable(const fs::path& file) {
+    std::error_code error;
+    const auto status = fs::status(file, error);
+    if (!fs::exists(status)) refuse(file, "does not exist; check the name and the folder.");
+    if (fs::is_directory(status)) refuse(file, "is a folder; name the NIfTI image in it.");
+    if (access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read; check its permissions.");
+}
+
+std::shared_ptr<nifti_image> readImage(const fs::path& file) {
+    return {nifti_image_read(file.c_str(), 0), [](nifti_image* image) {
+                if (image) nifti_image_free(image);
+            }};
+}
+
+// Bytes of the whole image, or nothing when the product leaves 64 bits.
+std::optional<std::int64_t> dataBytes(const nifti_image& image) {
+    std::int64_t bytes = image.nbyper;
+    for (int axis = 1; axis <= 7; ++axis) {
+        const std::int64_t extent = axis <= image.ndim ? image.dim[axis] : 1;
+        if (__builtin_mul_overflow(bytes, extent, &bytes)) return std::nullopt;
+    }
+    return bytes;
+}
+
+void checkAxes(const fs::path& file, const RawHeader& raw) {
+    for (std::size_t axis = 1; axis <= 7 && static_cast<std::int64_t>(axis) <= raw.dim[0]; ++axis) {
+        if (raw.dim[axis] >= 1) continue;
+        refuse(file, "has a damaged header: its axis " + std::to_string(axis) + " has " +
+                         std::to_string(raw.dim[axis]) + " elements.");
+    }
+}
+
+void checkExtents(const fs::path& file, const nifti_image& image) {
+    std::int64_t voxels = 1;
+    for (int axis = 1; axis <= 4; ++axis) {
+        const std::int64_t extent = axis <= image.ndim ? image.dim[axis] : 1;
+        if (extent > std::numeric_limits<std::int32_t>::max() ||
+            (axis < 4 && __builtin_mul_overflow(voxels, extent, &voxels)) ||
+            voxels > std::numeric_limits<std::int32_t>::max()) {
+            refuse(file, "has a grid of more than 2147483647 voxels, which is beyond what the analysis can address.");
+        }
+    }
+    for (int axis = 5; axis <= image.ndim; ++axis) {
+        if (image.dim[axis] != 1) {
+            refuse(file, "has " + std::to_string(image.ndim) + " axes; only images of up to four can be used.");
+        }
+    }
+}
+
+void checkLength(const fs::path& file, const nifti_image& image) {
+    const auto bytes = dataBytes(image);
+    std::error_code error;
+    const auto length = static_cast<std::int64_t>(fs::file_size(image.iname, error));
+    if (error) refuse(file, "has no image data beside its header (" + std::string(image.iname) + " cannot be read).");
+    const bool compressed = nifti_is_gzfile(image.iname) != 0;
+    const std::int64_t most = compressed ? length * kMostInflation : length - image.iname_offset;
+    if (!bytes || *bytes > most) {
+        refuse(file, "is too short for the image that its header describes; it is truncated or its header is wrong.");
+    }
+}
+
+double millimetresPerUnit(int unit) {
+    if (unit == NIFTI_UNITS_METER) return 1e3;
+    if (unit == NIFTI_UNITS_MICRON) return 1e-3;
+    return 1.0; // millimetres, or no unit said
+}
+
+Affine affineOf(const nifti_image& image) {
+    Affine affine{};
+    const double scale = millimetresPerUnit(image.xyz_units);
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t column = 0; column < 4; ++column) {
+            const auto& m = image.sform_code > 0 ? image.sto_xyz : image.qto_xyz; // without codes: voxel sizes alone
+            affine[row][column] = scale * m.m[row][column];
+        }
+    }
+    return affine;
+}
+
+std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader& raw) {
+    double seconds = image.ndim >= 4 ? raw.pixdim[4] : 0.0;
+    if (image.time_units == NIFTI_UNITS_MSEC) seconds *= 1e-3;
+    if (image.time_units == NIFTI_UNITS_USEC) seconds *= 1e-6;
+    const bool otherQuantity = image.time_units == NIFTI_UNITS_HZ || image.time_units == NIFTI_UNITS_PPM ||
+                               image.time_units == NIFTI_UNITS_RADS;
+    if (otherQuantity || !std::isfinite(seconds) || seconds <= 0.0) return std::nullopt;
+    return seconds;
+}
+
+} // namespace
+
+ImageHeader readImageHeader(const fs::path& file) {
+    checkReadable(file);
+    const auto raw = readRawHeader(file);
+    auto image = raw ? readImage(file) : nullptr;
+    if (!image || !image->iname)
+        refuse(file, "is not a NIfTI image (.nii, .nii.gz, or .hdr with .img), or is damaged.");
+    checkAxes(file, *raw);
+    checkExtents(file, *image);
+    checkLength(file, *image);
+
+    ImageHeader header;
+    header.file = file;
+    header.size = {static_cast<int>(image->nx), static_cast<int>(image->ny), static_cast<int>(image->nz)};
+    header.volumes = static_cast<int>(image->nt);
+    header.affine = affineOf(*image);
+    header.secondsPerVolume = secondsPerVolume(*image, *raw);
+    header.image = std::move(image);
+    return header;
+}
+
+std::string sizeText(const ImageHeader& header) {
+    return std::to_string(header.size[0]) + "x" + std::to_string(header.size[1]) + "x" + std::to_string(header.size[2]);
+}
+
+} // namespace zn

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <nifti2_io.h>
+
+namespace zn {
+
+/// Voxel (i, j, k), counted from 0, to millimetres: rows x, y, z; columns i, j, k, offset.
+using Affine = std::array<std::array<double, 4>, 3>;
+
+/// What a NIfTI file says about its image, checked: every count is at least 1, the grid has fewer than 2^31 voxels, and
+/// the file can be as long as its header says.
+struct ImageHeader {
+    std::filesystem::path file;               ///< as the user named it
+    std::array<int, 3> size{};                ///< voxels along x, y, z
+    int volumes = 1;                          ///< images along the fourth axis
+    Affine affine{};                          ///< sform, else qform, else the voxel sizes alone; millimetres
+    std::optional<double> secondsPerVolume;   ///< from the fourth voxel size and its unit; no unit counts as seconds
+    std::shared_ptr<const nifti_image> image; ///< the header as read, without voxel data
+
+    std::int64_t voxels() const { return std::int64_t{1} * size[0] * size[1] * size[2]; }
+};
+
+/// Reads the header of a NIfTI-1 or NIfTI-2 image, compressed or not. Throws Failure (kInput) naming the file.
+ImageHeader readImageHeader(const std::filesystem::path& file);
+
+/// "64x64x33"
+std::string sizeText(const ImageHeader& header);
+
+} // namespace zn

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "headless/nifti/image_header.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+
+namespace zn {
+
+/// Writes a NIfTI-1 file volume by volume; compressed at zlib's fastest level where the name ends in ".gz", because
+/// the noise in functional data and maps hardly shrinks further. Units are millimetres and seconds.
+class ImageWriter {
+public:
+    struct Layout {
+        int volumes = 1;
+        int dataType = NIFTI_TYPE_FLOAT32; ///< NIFTI_TYPE_FLOAT32, NIFTI_TYPE_INT16 or NIFTI_TYPE_UINT8
+        double secondsPerVolume = 0.0;     ///< 0: the fourth axis is no time
+        const char* description = "";      ///< at most 79 characters
+    };
+
+    /// The grid, with sform and qform and their codes, is that of the given header. Throws Failure (kOther).
+    ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout);
+    ~ImageWriter();
+    ImageWriter(const ImageWriter&) = delete;
+    ImageWriter& operator=(const ImageWriter&) = delete;
+
+    /// The next volume, x fastest; the element type is the layout's. Throws Failure (kOther) on a full disk.
+    void write(std::span<const float> volume) { writeBytes(std::as_bytes(volume)); }
+    void write(std::span<const std::int16_t> volume) { writeBytes(std::as_bytes(volume)); }
+    void write(std::span<const unsigned char> volume) { writeBytes(std::as_bytes(volume)); }
+
+    /// Completes the file after the last volume. Throws Failure (kOther) when not all of it reached the disk.
+    void close();
+
+private:
+    void writeBytes(std::span<const std::byte> bytes);
+    [[noreturn]] void fail() const;
+
+    std::filesystem::path file_;
+    znzFile stream_ = nullptr;
+};
+
+/// A header for a new grid: voxels of `edge` millimetres with the centre of the grid at the origin, sform and qform
+/// with code 1 (scanner).
+std::shared_ptr<nifti_image> newGrid(const std::array<int, 3>& size, double edge);
+
+} // namespace zn

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "headless/nifti/image_header.h"
+
+#include <vector>
+
+namespace zn {
+
+/// Reads a 3D image as single-precision values, x fastest. Throws Failure (kInput), also for more than one volume.
+std::vector<float> readSingleVolume(const ImageHeader& header);
+
+/// Reads all volumes of an image as single-precision values, [volume][voxel]. Throws Failure (kInput).
+std::vector<float> readAllVolumes(const ImageHeader& header);
+
+} // namespace zn

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "headless/nifti/image_header.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace zn {
+
+/// The functional data in the host's order: all volumes of a voxel side by side, voxel (x, y, z) of the grid at index
+/// z * (dimX * dimY) + y * dimX + x, so element voxel * volumes + t. Exactly one of the two arrays exists.
+struct TimeSeries {
+    std::int64_t voxels = 0;
+    int volumes = 0;
+    std::unique_ptr<std::int16_t[]> shorts; ///< signed 16-bit data as stored
+    std::unique_ptr<float[]> floats;        ///< every other stored type, and scaled data
+
+    bool isFloat() const { return floats != nullptr; }
+};
+
+/// Reads and transposes a 4D image. Signed 16-bit data without scaling stay as they are; everything else becomes
+/// single precision. Besides the result, memory holds as many volumes as fill a cache line (32 or 16).
+/// Throws Failure (kInput); std::bad_alloc when the series does not fit into memory.
+TimeSeries readTimeSeries(const ImageHeader& header);
+
+} // namespace zn

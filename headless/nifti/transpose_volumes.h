@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+namespace zn {
+
+/// Puts a few consecutive volumes into time courses that lie one voxel after another.
+///
+///   volumes   [count][voxels] in: volume after volume
+///   series    [voxels][length] out: element v * length + first + c receives volume c of voxel v
+///
+/// Goes through the voxels in blocks, so that every cache line that is fetched is used up before the next. As many
+/// volumes at a time as fill a cache line of the output (64 bytes) make its writes whole lines.
+template <class Value>
+void transposeVolumes(const Value* volumes, int count, std::int64_t voxels, Value* series, int length, int first) {
+    constexpr std::int64_t kBlock = 512; // voxels; times 32 volumes of 2 bytes: 32 KiB, the first-level cache
+    for (std::int64_t start = 0; start < voxels; start += kBlock) {
+        const std::int64_t end = start + kBlock < voxels ? start + kBlock : voxels;
+        for (std::int64_t v = start; v < end; ++v) {
+            Value* target = series + v * length + first;
+            for (int c = 0; c < count; ++c) target[c] = volumes[c * voxels + v];
+        }
+    }
+}
+
+} // namespace zn

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "headless/nifti/image_header.h"
+
+#include <cstddef>
+
+namespace zn {
+
+/// Reads the volumes of an image one after another, each byte of the file once. Stored values arrive in this machine's
+/// byte order and otherwise untouched: not-a-numbers stay what they are.
+class VolumeStream {
+public:
+    /// Throws Failure (kInput) when the image data cannot be opened or hold something else than real numbers.
+    explicit VolumeStream(const ImageHeader& header);
+    ~VolumeStream();
+    VolumeStream(const VolumeStream&) = delete;
+    VolumeStream& operator=(const VolumeStream&) = delete;
+
+    std::int64_t bytesPerVolume() const { return bytesPerVolume_; }
+
+    /// The next volume, x fastest, into bytesPerVolume() bytes. Throws Failure (kInput) naming the volume at which a
+    /// truncated or damaged file ends. The last volume of a compressed file is followed by its checksum, tested here.
+    void read(std::byte* volume);
+
+private:
+    void finish();
+
+    const ImageHeader& header_;
+    std::int64_t bytesPerVolume_;
+    znzFile file_;
+    int next_ = 0; // volume, from 0
+};
+
+} // namespace zn

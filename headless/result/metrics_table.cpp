@@ -1,0 +1,53 @@
+#include "headless/result/metrics_table.h"
+
+#include "headless/result/metrics.h"
+#include "headless/result/result_names.h"
+#include "headless/result/text_file.h"
+
+#include <nlohmann/json.hpp>
+
+namespace zn {
+
+namespace {
+
+float valueAt(const VolumeMap& map, std::size_t position) {
+    return position < map.parameters.size() ? map.parameters[position] : NAN;
+}
+
+} // namespace
+
+std::string ReferenceNames::at(const std::vector<std::string>& names, float number) {
+    const bool named = number >= 1.0f && number <= static_cast<float>(names.size());
+    return named ? names[static_cast<std::size_t>(number) - 1] : "n/a";
+}
+
+void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps, const ReferenceNames& names) {
+    std::string text = "component";
+    for (const Metric& metric : kMetrics) text += std::string("\t") + metric.column;
+    text += "\tdm_pred_name\ttemplate_voi_name\tclassification\n";
+    int index = 0;
+    for (const VolumeMap& map : maps.maps()) {
+        text += componentName(index++);
+        for (std::size_t position = 0; position < kMetrics.size(); ++position) {
+            text += "\t" + cellText(valueAt(map, position));
+        }
+        text += "\t" + ReferenceNames::at(names.predictors, valueAt(map, kPredictorIndex));
+        text += "\t" + ReferenceNames::at(names.regions, valueAt(map, kRegionIndex)) + "\tn/a\n";
+    }
+    writeTextFile(file, text);
+}
+
+void writeMetricsDescription(const std::filesystem::path& file) {
+    nlohmann::ordered_json columns;
+    columns["component"] = {{"Description", "Component, in the order of extraction, counted from ICA_00."}};
+    for (const Metric& metric : kMetrics) {
+        columns[metric.column] = {
+            {"LongName", metric.pluginName}, {"Description", metric.description}, {"Units", metric.units}};
+    }
+    columns["dm_pred_name"] = {{"Description", "Name of the predictor in dm_pred_index; n/a without a design matrix."}};
+    columns["template_voi_name"] = {{"Description", "Name of the region in template_voi_index; n/a without regions."}};
+    columns["classification"] = {{"Description", "For the reader to fill in: signal or noise. Left empty (n/a) here."}};
+    writeTextFile(file, columns.dump(2) + "\n");
+}
+
+} // namespace zn

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "headless/host/volume_maps.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace zn {
+
+/// What the numbers of the best predictor and the best region stand for; empty without design matrix or regions.
+struct ReferenceNames {
+    std::vector<std::string> predictors;
+    std::vector<std::string> regions;
+
+    /// Name of the reference with a number counted from 1; "n/a" for none and for a number beyond the list.
+    static std::string at(const std::vector<std::string>& names, float number);
+};
+
+/// Writes the sixteen parameters of every component as a tab-separated table: component, the columns of kMetrics, the
+/// names of the best predictor and region, and an empty classification. Not-a-number is "n/a". Throws Failure (kOther).
+void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps, const ReferenceNames& names);
+
+/// Writes what the columns of that table mean, as JSON in the manner of BIDS. Throws Failure (kOther).
+void writeMetricsDescription(const std::filesystem::path& file);
+
+} // namespace zn

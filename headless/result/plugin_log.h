@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace zn {
+
+/// What the plug-in's log lines tell about the course of a run.
+class PluginLog {
+public:
+    struct Component {
+        int iterations = 0; ///< of the attempt that converged
+        int restarts = 0;   ///< attempts before it that did not
+        int seconds = 0;    ///< of that attempt, whole seconds
+    };
+
+    void add(std::string_view line);
+
+    const std::vector<Component>& components() const { return components_; }
+    std::optional<double> retainedVariancePercent() const { return retained_; }
+    std::optional<int> voxels() const { return voxels_; }
+    bool gaveUp() const { return gaveUp_; }
+    bool foundNone() const { return foundNone_; }
+    bool ranOutOfMemory() const { return memory_; }
+    bool completed() const { return completed_; }
+
+private:
+    std::vector<Component> components_;
+    int restarts_ = 0; // of the component being sought
+    std::optional<double> retained_;
+    std::optional<int> voxels_;
+    bool gaveUp_ = false;
+    bool foundNone_ = false;
+    bool memory_ = false;
+    bool completed_ = false;
+};
+
+} // namespace zn

@@ -1,0 +1,93 @@
+#include "headless/simulate/source_maps.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zn {
+
+namespace {
+
+constexpr double kRim = 0.22;          // of the radius, over which the weight falls
+constexpr double kLeastWeight = 0.001; // below this a voxel is left out
+constexpr double kInner = 0.85;        // blobs keep this share of the ellipsoid's axes
+
+using Point = std::array<double, 3>;
+
+double distance(const Point& a, const Point& b) {
+    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+}
+
+Point randomPointInside(const Brain& brain, RandomNumbers& random) {
+    while (true) {
+        const Point unit = {random.uniform(-1.0, 1.0), random.uniform(-1.0, 1.0), random.uniform(-1.0, 1.0)};
+        if (distance(unit, {}) > 1.0) continue;
+        const Point centre = brain.centre();
+        return {centre[0] + kInner * brain.halfAxes[0] * unit[0], centre[1] + kInner * brain.halfAxes[1] * unit[1],
+                centre[2] + kInner * brain.halfAxes[2] * unit[2]};
+    }
+}
+
+bool isFree(const SourceMap& candidate, const std::vector<SourceMap>& placed, double gap) {
+    const auto& c = candidate.centres;
+    if (c.size() == 2 && distance(c[0], c[1]) < 2.0 * candidate.radius + gap) return false;
+    for (const SourceMap& other : placed) {
+        for (const Point& theirs : other.centres) {
+            for (const Point& ours : c) {
+                if (distance(ours, theirs) < candidate.radius + other.radius + gap) return false;
+            }
+        }
+    }
+    return true;
+}
+
+SourceMap placeOne(const Brain& brain, bool mirrored, const std::vector<SourceMap>& placed, RandomNumbers& random) {
+    const double shortest = *std::min_element(brain.halfAxes.begin(), brain.halfAxes.end());
+    SourceMap source;
+    // One blob has the volume of two.
+    source.radius = shortest * random.uniform(0.26, 0.30) * (mirrored ? 1.0 : std::cbrt(2.0));
+    for (int attempt = 0;; ++attempt) {
+        const double gap = attempt < 5000 ? 1.5 : -source.radius; // a crowded brain: let them touch rather than stop
+        const Point centre = randomPointInside(brain, random);
+        source.centres = {centre};
+        if (mirrored) source.centres.push_back({2.0 * brain.centre()[0] - centre[0], centre[1], centre[2]});
+        if (isFree(source, placed, gap)) return source;
+    }
+}
+
+void fillEntries(SourceMap& source, const Brain& brain) {
+    std::int64_t voxel = 0;
+    for (int z = 0; z < brain.size[2]; ++z) {
+        for (int y = 0; y < brain.size[1]; ++y) {
+            for (int x = 0; x < brain.size[0]; ++x, ++voxel) {
+                if (brain.mask[static_cast<std::size_t>(voxel)] == 0) continue;
+                double nearest = INFINITY;
+                for (const Point& centre : source.centres) {
+                    nearest = std::min(nearest, distance(centre, {double(x), double(y), double(z)}));
+                }
+                const double weight = 1.0 / (1.0 + std::exp((nearest - source.radius) / (kRim * source.radius)));
+                if (weight > kLeastWeight) source.entries.push_back({voxel, static_cast<float>(weight)});
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::vector<std::int64_t> SourceMap::region() const {
+    std::vector<std::int64_t> voxels;
+    for (const Entry& entry : entries) {
+        if (entry.weight > 0.5f) voxels.push_back(entry.voxel);
+    }
+    return voxels;
+}
+
+std::vector<SourceMap> placeSources(const Brain& brain, int count, RandomNumbers& random) {
+    std::vector<SourceMap> sources;
+    for (int i = 0; i < count; ++i) {
+        sources.push_back(placeOne(brain, i % 3 == 0, sources, random));
+        fillEntries(sources.back(), brain);
+    }
+    return sources;
+}
+
+} // namespace zn

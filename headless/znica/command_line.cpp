@@ -1,0 +1,137 @@
+#include "headless/znica/command_line.h"
+
+#include <array>
+#include <charconv>
+#include <map>
+#include <string>
+
+namespace zn {
+
+namespace {
+
+constexpr char kAbout[] =
+    "Spatial independent component analysis of functional MRI data, by the same plug-in that the desktop host loads.";
+
+constexpr char kExitStatus[] = "Exit status: 0 done; 1 the result cannot be written, or anything else; 2 wrong usage; "
+                               "3 an input or a setting does "
+                               "not\nfit; 4 fewer components found than asked for (what was found is written); 5 not "
+                               "enough memory; 130 interrupted.";
+
+constexpr char kRunExamples[] = "Examples:\n"
+                                "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
+                                "  znica run bold.nii.gz --mask mask.nii.gz --components 30 --out ica\n"
+                                "  znica run bold.nii.gz --out ica --design blocks.tsv --rois atlas.nii.gz "
+                                "--roi-names atlas.tsv\n";
+
+constexpr char kSimulateExamples[] = "Example:\n"
+                                     "  znica simulate --out sample\n"
+                                     "  znica run sample/sub-sim_task-blocks_bold.nii.gz --out ica\n"
+                                     "  znica score ica --truth sample\n";
+
+bool parseCount(std::string_view text, int& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number >= 1;
+}
+
+void setEigenvalues(RunOptions& options, const std::string& range) {
+    const std::size_t colon = range.find(':');
+    const bool valid = colon != std::string::npos &&
+                       parseCount(std::string_view(range).substr(0, colon), options.firstEigenvalue) &&
+                       parseCount(std::string_view(range).substr(colon + 1), options.lastEigenvalue) &&
+                       options.firstEigenvalue <= options.lastEigenvalue;
+    if (!valid)
+        throw CLI::ValidationError("--eigenvalues", "FIRST:LAST counts from 1 and rises, as in 2:21; got " + range);
+}
+
+} // namespace
+
+CommandLine::CommandLine() : app(kAbout, "znica") {
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "znica " ZNICA_VERSION);
+    app.footer(kExitStatus);
+    app.get_formatter()->column_width(34);
+    addRun();
+    addSimulate();
+    addScore();
+}
+
+void CommandLine::addRun() {
+    RunOptions& o = runOptions;
+    run = app.add_subcommand("run", "Analyse a 4D image: component maps, time courses and sixteen parameters each.");
+    run->add_option("BOLD", o.functional, "4D NIfTI image (.nii, .nii.gz)")->required();
+    run->add_option("--out", o.out, "folder to make for the result")->required()->type_name("DIR");
+    run->add_option("--mask", o.mask, "analyse the voxels that are not 0 here (all voxels)")->type_name("NIFTI");
+    auto* components = run->add_option_function<int>(
+        "--components",
+        [&o](const int& count) {
+            o.firstEigenvalue = 1;
+            o.lastEigenvalue = count;
+        },
+        "how many components, from as many largest eigenvalues (20)");
+    components->check(CLI::Range(1, 1000000).description(""))->type_name("N");
+    run->add_option_function<std::string>(
+           "--eigenvalues", [&o](const std::string& range) { setEigenvalues(o, range); },
+           "keep these eigenvalues, as in 2:21")
+        ->type_name("FIRST:LAST")
+        ->excludes(components);
+    const std::map<std::string, Nonlinearity> nonlinearities = {
+        {"tanh", Nonlinearity::kTanh}, {"gauss", Nonlinearity::kGauss}, {"cube", Nonlinearity::kCube}};
+    run->add_option("--nonlinearity", o.nonlinearity, "tanh, gauss or cube (tanh)")
+        ->transform(CLI::Transformer(nonlinearities).description(""))
+        ->check(
+            CLI::IsMember(std::array<Nonlinearity, 3>{Nonlinearity::kTanh, Nonlinearity::kGauss, Nonlinearity::kCube})
+                .description(""))
+        ->type_name("NAME");
+    run->add_option("--epsilon", o.epsilon, "a component has converged below this change (0.0001)")
+        ->check(CLI::Range(1e-30f, 1.0f).description(""))
+        ->type_name("E");
+    run->add_option("--max-iterations", o.maxIterations, "start a component anew after these (500)")
+        ->check(CLI::Range(1, 100000000).description(""))
+        ->type_name("N");
+    run->add_option("--tr", o.secondsPerVolume, "seconds from volume to volume (header)")
+        ->check(CLI::Range(0.001, 20.0).description(""))
+        ->type_name("SECONDS");
+    run->add_option("--design", o.design, "predictors to compare time courses with: RTC text or\na table with a header")
+        ->type_name("FILE");
+    auto* rois =
+        run->add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
+    run->add_option("--roi-names", o.regionNames, "table with columns index and name")->type_name("TSV")->needs(rois);
+    auto* clusterSize = run->add_option("--cluster-size", o.clusterSize, "voxels that make a cluster, 2 to 2000 (10)");
+    clusterSize->check(CLI::Range(2, 2000).description(""))->type_name("N");
+    run->add_flag_callback(
+           "--no-clustering", [&o] { o.clusterSize.reset(); }, "leave out the degree of clustering")
+        ->excludes(clusterSize);
+    run->add_option("--z-threshold", o.zThreshold, "voxels of a cluster lie beyond this, 0.1 to 100 (2.5)")
+        ->check(CLI::Range(0.1f, 100.0f).description(""))
+        ->type_name("Z");
+    run->add_option("--label", o.label, "subject or session, for the maps' names")->type_name("TEXT");
+    run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")->type_name("FILE");
+    run->add_flag("--force", o.force, "replace an earlier result in DIR");
+    run->footer(kRunExamples);
+}
+
+void CommandLine::addSimulate() {
+    SimulateOptions& o = simulateOptions;
+    simulate = app.add_subcommand("simulate", "Make a brain-shaped sample with known sources.");
+    simulate->add_option("--out", o.out, "folder to make for the sample")->required()->type_name("DIR");
+    simulate->add_option("--size", o.size, "tiny, small, medium or large (small: 22,000 voxels,\n150 volumes)")
+        ->check(CLI::IsMember(SimulateOptions::sizeNames()).description(""))
+        ->type_name("NAME");
+    simulate->add_option("--sources", o.sources, "how many, 1 to 24 (8)")
+        ->check(CLI::Range(1, 24).description(""))
+        ->type_name("N");
+    simulate->add_option("--noise", o.noisePercent, "noise in per cent of the mean signal (1)")
+        ->check(CLI::Range(0.0, 100.0).description(""))
+        ->type_name("S");
+    simulate->add_option("--seed", o.seed, "another seed, another sample (1)")->type_name("N");
+    simulate->add_flag("--force", o.force, "replace an earlier sample in DIR");
+    simulate->footer(kSimulateExamples);
+}
+
+void CommandLine::addScore() {
+    score = app.add_subcommand("score", "Tell how well a result recovers the sources of a simulated sample.");
+    score->add_option("RESULT", scoreOptions.result, "folder that znica run made")->required()->type_name("DIR");
+    score->add_option("--truth", scoreOptions.truth, "folder that znica simulate made")->required()->type_name("DIR");
+}
+
+} // namespace zn

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "headless/simulate/simulate_options.h"
+#include "headless/znica/run_options.h"
+
+#include <filesystem>
+
+#include <CLI/CLI.hpp>
+
+namespace zn {
+
+/// `znica score` compares a result with the truth of a simulated sample.
+struct ScoreOptions {
+    std::filesystem::path result;
+    std::filesystem::path truth;
+};
+
+/// The command's arguments, its help and its checks. Which command was given: `app.got_subcommand(run)`.
+struct CommandLine {
+    CommandLine();
+    CommandLine(const CommandLine&) = delete;
+    CommandLine& operator=(const CommandLine&) = delete;
+
+    CLI::App app;
+    CLI::App* run;
+    CLI::App* simulate;
+    CLI::App* score;
+    RunOptions runOptions;
+    SimulateOptions simulateOptions;
+    ScoreOptions scoreOptions;
+
+private:
+    void addRun();
+    void addSimulate();
+    void addScore();
+};
+
+} // namespace zn

@@ -1,0 +1,143 @@
+#include "headless/znica/decomposition.h"
+
+#include "headless/nifti/voxel_values.h"
+#include "headless/result/eigenvalue_file.h"
+#include "headless/result/metrics.h"
+#include "headless/result/metrics_table.h"
+#include "headless/result/result_names.h"
+#include "headless/result/text_file.h"
+
+#include <cmath>
+
+#include <nlohmann/json.hpp>
+#include <sys/resource.h>
+
+namespace zn {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json textOrNull(const std::filesystem::path& path) {
+    return path.empty() ? Json(nullptr) : Json(path.string());
+}
+
+template <class Number> Json numberOrNull(std::optional<Number> number) {
+    return number && std::isfinite(static_cast<double>(*number)) ? Json(*number) : Json(nullptr);
+}
+
+const char* nameOf(Nonlinearity nonlinearity) {
+    switch (nonlinearity) {
+    case Nonlinearity::kGauss:
+        return "gauss";
+    case Nonlinearity::kCube:
+        return "cube";
+    case Nonlinearity::kTanh:
+        break;
+    }
+    return "tanh";
+}
+
+Json inputOf(const RunFacts& facts) {
+    const ImageHeader& image = *facts.functional;
+    return {{"File", image.file.string()},
+            {"Size", image.size},
+            {"Volumes", image.volumes},
+            {"RepetitionTimeMilliseconds", facts.session->millisecondsPerVolume},
+            {"StoredType", nifti_datatype_to_string(image.image->datatype)},
+            {"Scaled", isScaled(*image.image)},
+            {"VoxelsAnalysed", facts.voxels()}};
+}
+
+Json settingsOf(const RunOptions& options) {
+    return {{"Mask", textOrNull(options.mask)},
+            {"Components", options.components()},
+            {"FirstEigenvalue", options.firstEigenvalue},
+            {"LastEigenvalue", options.lastEigenvalue},
+            {"Nonlinearity", nameOf(options.nonlinearity)},
+            {"Epsilon", options.epsilon},
+            {"MaxIterations", options.maxIterations},
+            {"DesignMatrix", textOrNull(options.design)},
+            {"Regions", textOrNull(options.regions)},
+            {"RegionNames", textOrNull(options.regionNames)},
+            {"ClusterSize", numberOrNull(options.clusterSize)},
+            {"ZThreshold", options.zThreshold},
+            {"Label", options.label ? Json(*options.label) : Json(nullptr)}};
+}
+
+Json metricsOf(const VolumeMap& map) {
+    Json metrics = Json::object();
+    for (std::size_t position = 0; position < std::min(kMetrics.size(), map.parameters.size()); ++position) {
+        metrics[kMetrics[position].column] = numberOrNull(std::optional<float>(map.parameters[position]));
+    }
+    return metrics;
+}
+
+Json componentsOf(const RunFacts& facts) {
+    Json components = Json::array();
+    const auto& found = facts.log->components();
+    for (std::size_t i = 0; i < facts.session->maps.maps().size(); ++i) {
+        const VolumeMap& map = facts.session->maps.maps()[i];
+        Json component = {{"Name", componentName(static_cast<int>(i))}, {"PluginName", map.name.data()}};
+        if (i < found.size()) {
+            component["Iterations"] = found[i].iterations;
+            component["Restarts"] = found[i].restarts;
+            component["ElapsedSeconds"] = found[i].seconds;
+        }
+        component["Metrics"] = metricsOf(map);
+        components.push_back(std::move(component));
+    }
+    return components;
+}
+
+Json namesOf(const std::vector<Region>& regions) {
+    Json names = Json::array();
+    for (const Region& region : regions) names.push_back(region.name);
+    return names;
+}
+
+// A path or a label may hold bytes that are no UTF-8; they are replaced rather than refused.
+std::string dump(const Json& json) {
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace
+
+std::int64_t peakMemoryBytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return std::int64_t{usage.ru_maxrss} * 1024;
+}
+
+void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts) {
+    const auto eigenvalueFile = std::filesystem::path(facts.session->dialog.texts[0]).replace_extension(".eig");
+    Json json;
+    json["GeneratedBy"] = {{"Name", "znica"},
+                           {"Version", ZNICA_VERSION},
+                           {"Plugin",
+                            {{"Name", facts.library->name()},
+                             {"Version", facts.library->version()},
+                             {"File", facts.library->file().string()}}}};
+    json["Input"] = inputOf(facts);
+    json["Settings"] = settingsOf(*facts.options);
+    json["ComponentsFound"] = facts.found();
+    json["RetainedVariancePercent"] = numberOrNull(facts.log->retainedVariancePercent());
+    json["Predictors"] = facts.session->design.names;
+    json["Regions"] = namesOf(facts.session->regions);
+    json["Components"] = componentsOf(facts);
+    json["Eigenvalues"] = readEigenvalues(facts.pluginFolder / eigenvalueFile, facts.functional->volumes);
+    json["ElapsedSeconds"] = {
+        {"Reading", facts.secondsReading}, {"Plugin", facts.secondsPlugin}, {"Total", facts.secondsTotal}};
+    json["PeakMemoryBytes"] = facts.peakMemoryBytes;
+    writeTextFile(file, dump(json));
+}
+
+void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitStatus status) {
+    const Json json = {{"status", status == ExitStatus::kDone ? "done" : "gave up"},
+                       {"exit_status", static_cast<int>(status)},
+                       {"components_asked", facts.options->components()},
+                       {"components_found", facts.found()}};
+    writeTextFile(file, dump(json));
+}
+
+} // namespace zn

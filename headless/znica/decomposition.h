@@ -1,0 +1,42 @@
+#pragma once
+
+#include "headless/failure/failure.h"
+#include "headless/host/session.h"
+#include "headless/nifti/image_header.h"
+#include "headless/result/plugin_log.h"
+#include "headless/znica/plugin_library.h"
+#include "headless/znica/run_options.h"
+
+#include <cstdint>
+#include <filesystem>
+
+namespace zn {
+
+/// Everything that is known about a run at its end; points to what its owners keep.
+struct RunFacts {
+    const RunOptions* options = nullptr;
+    const ImageHeader* functional = nullptr;
+    const Session* session = nullptr;
+    const PluginLibrary* library = nullptr;
+    const PluginLog* log = nullptr;
+    std::filesystem::path pluginFolder; ///< where the plug-in's own files are
+    double secondsReading = 0.0;
+    double secondsPlugin = 0.0;
+    double secondsTotal = 0.0;
+    std::int64_t peakMemoryBytes = 0;
+
+    int found() const { return static_cast<int>(session->maps.maps().size()); }
+    std::int64_t voxels() const { return log->voxels().value_or(0); }
+};
+
+/// The most memory this process ever had in use.
+std::int64_t peakMemoryBytes();
+
+/// Writes settings, versions, eigenvalues, the components with their iterations and parameters, and the costs of a run
+/// as JSON. A number that is none (not-a-number, infinity) is null. Throws Failure (kOther).
+void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts);
+
+/// Writes in few words how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4, ...}.
+void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitStatus status);
+
+} // namespace zn

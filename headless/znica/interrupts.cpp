@@ -1,0 +1,51 @@
+#include "headless/znica/interrupts.h"
+
+#include "headless/result/result_folder.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+#include <unistd.h>
+
+namespace zn {
+
+namespace {
+
+// A signal handler may do next to nothing; this one wakes the watcher through a pipe.
+int toWatcher = -1;
+
+void wakeWatcher(int signal) {
+    const int error = errno;
+    const auto byte = static_cast<unsigned char>(signal);
+    [[maybe_unused]] const ssize_t written = write(toWatcher, &byte, 1);
+    errno = error;
+}
+
+[[noreturn]] void watch(int pipe) {
+    unsigned char signal = 0;
+    while (read(pipe, &signal, 1) != 1) continue;
+    ResultFolder::discard();
+    std::fputs("znica: interrupted; no result was written.\n", stderr);
+    std::_Exit(128 + signal);
+}
+
+} // namespace
+
+void watchInterrupts() {
+    int ends[2];
+    if (pipe(ends) != 0) return; // signals keep their usual effect
+    toWatcher = ends[1];
+    std::thread([reader = ends[0]] { watch(reader); }).detach();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit on the size of files shows as a write that fails
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action {};
+        action.sa_handler = wakeWatcher;
+        action.sa_flags = SA_RESTART;
+        sigaction(signal, &action, nullptr);
+    }
+}
+
+} // namespace zn

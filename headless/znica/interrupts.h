@@ -1,0 +1,9 @@
+#pragma once
+
+namespace zn {
+
+/// From now on an interrupt, a hang-up or a request to terminate ends the process at once, whatever the plug-in is
+/// doing, after removing the unfinished result: exit status 128 + signal, so 130 for Ctrl-C.
+void watchInterrupts();
+
+} // namespace zn

@@ -1,0 +1,50 @@
+#include "headless/failure/failure.h"
+#include "headless/simulate/score_command.h"
+#include "headless/simulate/simulate_command.h"
+#include "headless/znica/command_line.h"
+#include "headless/znica/interrupts.h"
+#include "headless/znica/run_command.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <new>
+#include <string>
+
+namespace {
+
+using zn::ExitStatus;
+
+int complain(ExitStatus status, std::string text) {
+    std::replace(text.begin(), text.end(), '\n', ' '); // one line, whatever a file is called
+    std::fflush(stdout);
+    std::fprintf(stderr, "znica: %s\n", text.c_str());
+    return static_cast<int>(status);
+}
+
+ExitStatus carryOut(const zn::CommandLine& line) {
+    if (line.app.got_subcommand(line.simulate)) return zn::simulateCommand(line.simulateOptions);
+    if (line.app.got_subcommand(line.score)) return zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth);
+    return zn::runCommand(line.runOptions);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    zn::CommandLine line;
+    try {
+        line.app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) return line.app.exit(error); // help and version
+        return complain(ExitStatus::kUsage, std::string(error.what()) + " (see znica --help)");
+    }
+    try {
+        zn::watchInterrupts();
+        return static_cast<int>(carryOut(line));
+    } catch (const zn::Failure& failure) {
+        return complain(failure.status(), failure.what());
+    } catch (const std::bad_alloc&) {
+        return complain(ExitStatus::kMemory, "there is not enough memory for data of this size.");
+    } catch (const std::exception& error) {
+        return complain(ExitStatus::kOther, error.what());
+    }
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "headless/host/session.h"
+#include "headless/nifti/image_header.h"
+#include "headless/znica/run_options.h"
+
+namespace zn {
+
+/// Reads the header of the functional image and checks everything about the run that can be known from it.
+/// Throws Failure (kInput).
+ImageHeader readFunctionalHeader(const RunOptions& options);
+
+/// Makes the session of a run: the dialog's fields and the prompts' answers from the options; mask, regions and design
+/// matrix from their files, held against the functional image. Everything but the functional data themselves, which
+/// take the time and the memory. Throws Failure (kInput).
+Session makeSession(const RunOptions& options, const ImageHeader& functional);
+
+} // namespace zn

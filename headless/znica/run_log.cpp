@@ -1,0 +1,39 @@
+#include "headless/znica/run_log.h"
+
+#include "headless/failure/failure.h"
+#include "headless/result/result_folder.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+namespace zn {
+
+RunLog::RunLog(const std::filesystem::path& file, SaveMaps saveMaps) : file_(file), saveMaps_(std::move(saveMaps)) {}
+
+void RunLog::logLine(std::string_view line) {
+    file_ << line << '\n' << std::flush; // a run that dies leaves its last line
+    std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
+    std::fflush(stdout);
+    facts_.add(line);
+}
+
+void RunLog::message(std::string_view text) {
+    std::string line(text);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    messages_.push_back(line);
+    logLine("[message] " + line);
+}
+
+void RunLog::saveMaps(const VolumeMaps& maps, std::string_view) {
+    saveMaps_(maps);
+    mapsSaved_ = true;
+}
+
+void RunLog::outOfMemory() {
+    ResultFolder::discard();
+    std::fputs("znica: there is not enough memory for the component maps; ask for fewer with --components.\n", stderr);
+    std::_Exit(static_cast<int>(ExitStatus::kMemory));
+}
+
+} // namespace zn

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace zn {
+
+/// The third member of each pair is what the plug-in takes when neither of its two switches is set.
+enum class Nonlinearity { kTanh, kGauss, kCube };
+
+/// What `znica run` is asked to do.
+struct RunOptions {
+    std::filesystem::path functional; ///< 4D image
+    std::filesystem::path out;
+    std::filesystem::path mask;        ///< empty: all voxels
+    std::filesystem::path design;      ///< empty: none
+    std::filesystem::path regions;     ///< label image; empty: none
+    std::filesystem::path regionNames; ///< empty: the labels' numbers
+    std::filesystem::path plugin;      ///< empty: the one that belongs to the command
+    int firstEigenvalue = 1;           ///< counted from 1, the largest
+    int lastEigenvalue = 20;
+    Nonlinearity nonlinearity = Nonlinearity::kTanh;
+    float epsilon = 1e-4f;
+    int maxIterations = 500;
+    std::optional<int> clusterSize = 10; ///< nothing: the degree of clustering is skipped
+    float zThreshold = 2.5f;
+    std::optional<std::string> label;
+    std::optional<double> secondsPerVolume; ///< instead of the header's
+    bool force = false;
+
+    int components() const { return lastEigenvalue - firstEigenvalue + 1; }
+};
+
+} // namespace zn
