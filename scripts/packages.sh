@@ -31,5 +31,8 @@ need_packages() {
 
 # What every build needs.
 BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev libcli11-dev nlohmann-json3-dev zlib1g-dev"
-# The report's page is built with Node.
-REPORT_PACKAGES="nodejs npm"
+
+# The report's page is built with Node.js 18 or later; whichever is there serves.
+need_node() {
+    command -v node >/dev/null 2>&1 && command -v npm >/dev/null 2>&1 || need_packages nodejs npm
+}

@@ -7,8 +7,8 @@
 
 namespace zn {
 
-/// True when at least one voxel of the mask (of all voxels when the mask is empty) changes over time. Stops at the first
-/// one, so it costs next to nothing on data that can be analysed.
+/// True when at least one voxel of the mask (of all voxels when the mask is empty) changes over time. Stops at the
+/// first one, so it costs next to nothing on data that can be analysed.
 bool variesOverTime(const TimeSeries& series, const std::vector<unsigned char>& mask);
 
 /// How many voxels of the mask hold a value that is not finite in any volume.
