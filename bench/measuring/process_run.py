@@ -3,6 +3,7 @@ import json
 import os
 import re
 import subprocess
+import threading
 import time
 
 ONE_THREAD = {"OPENBLAS_NUM_THREADS": "1", "OMP_NUM_THREADS": "1", "MKL_NUM_THREADS": "1"}
@@ -21,17 +22,19 @@ def stamped_lines(command, folder, limit):
     """Lines of the standard output, each with the time when it came."""
     process = subprocess.Popen([str(part) for part in command], cwd=folder, env=environment(), text=True,
                                stdout=subprocess.PIPE, stderr=subprocess.PIPE)
-    lines = []
+    alarm = threading.Timer(limit or threading.TIMEOUT_MAX, process.kill)
+    alarm.start()
     try:
-        for line in process.stdout:
-            lines.append((time.perf_counter(), line.strip()))
-            if limit and lines and lines[-1][0] - lines[0][0] > limit:
-                raise TooLong()
+        lines = [(time.perf_counter(), line.strip()) for line in process.stdout]
         error = process.stderr.read()
-    finally:
-        if process.poll() is None:
-            process.kill()
         process.wait()
+    finally:
+        ran_out = not alarm.is_alive()
+        alarm.cancel()
+        process.kill()
+        process.wait()
+    if ran_out:
+        raise TooLong()
     if process.returncode != 0:
         raise SystemExit(f"{command[0]} failed with status {process.returncode}:\n{error}")
     return [line for line in lines if line[1]]

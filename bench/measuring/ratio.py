@@ -2,7 +2,7 @@
 from collections import namedtuple
 from statistics import median
 
-# Of the wall-clock times with the smallest and the largest one seen, and of the processor times.
+# Of the wall-clock times with the smallest and the largest one seen, and of the processor times, where they are known.
 Ratio = namedtuple("Ratio", "wall low high processor")
 
 
@@ -14,4 +14,5 @@ def ratio_of_pairs(ours, theirs):
 
 
 def cells(ratio):
-    return [f"{ratio.wall:.3f}", f"{ratio.low:.3f} .. {ratio.high:.3f}", f"{ratio.processor:.3f}"]
+    processor = "" if ratio.processor is None else f"{ratio.processor:.3f}"
+    return [f"{ratio.wall:.3f}", f"{ratio.low:.3f} .. {ratio.high:.3f}", processor]

@@ -2,7 +2,7 @@
 import tempfile
 from statistics import median
 
-from measuring.comparison import times
+from measuring.comparison import ratio_at_its_updates, times
 from measuring.kernels import kernel_times, run_kernels
 from measuring.markdown import table
 from measuring.process_run import run_process
@@ -24,9 +24,15 @@ def row(what, target, ratio, remark=""):
 
 
 def sklearn_rows(results):
-    return [row(f"engine / scikit-learn, {name}", SKLEARN[name],
-                ratio_of_pairs(times(results[name]["engine"]), times(results[name]["sklearn"])))
-            for name in results if "sklearn" in results[name]]
+    rows = []
+    for name, by_peer in results.items():
+        if "sklearn" not in by_peer:
+            continue
+        engine, sklearn = by_peer["engine"], by_peer["sklearn"]
+        rows.append(row(f"engine / scikit-learn, {name}", SKLEARN[name], ratio_of_pairs(times(engine), times(sklearn))))
+        ratio = ratio_at_its_updates(engine, sklearn)._replace(processor=None)
+        rows.append(row(f"the same at scikit-learn's number of updates, {name}", SKLEARN[name], ratio))
+    return rows
 
 
 def update_rows():
