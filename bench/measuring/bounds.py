@@ -22,17 +22,17 @@ def product_seconds(machine, size, flops):
     return max(flops / machine["product_flops"], read_seconds(machine, 8 * size.voxels * size.volumes))
 
 
-def stage_bounds(machine, size, result):
-    """Seconds by stage, as engine_run names them; "update" is one of those of "fastica"."""
+def stage_bounds(machine, size, counts):
+    """Seconds by stage, as engine_run names them, for a run with so many "updates" and "rotations"; "update" is one."""
     voxels, volumes, n = size
     projection = product_seconds(machine, size, 2 * voxels * volumes * n)
     update = 2 * read_seconds(machine, 8 * voxels * n)
     return {
         "covariance": product_seconds(machine, size, voxels * volumes * (volumes + 1)),
-        "eigen": 2 * volumes * result["rotations"] / machine["rotated_pairs"],
+        "eigen": 2 * volumes * counts["rotations"] / machine["rotated_pairs"],
         "whitening": projection,
         "update": update,
-        "fastica": update * result["updates"],
+        "fastica": update * counts["updates"],
         "maps": projection,
     }
 

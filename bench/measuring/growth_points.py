@@ -17,7 +17,8 @@ SERIES = {
 PAPER_FROM = [Size(3200000, 200, 20), Size(400000, 400, 40)]
 PAPER_VOXELS = 5000000
 
-Point = namedtuple("Point", "size seconds bounds memory memory_bound updates")  # seconds, bounds: by stage and "update"
+# seconds and bounds by stage and "update"; counts: how many updates and rotations the run needed.
+Point = namedtuple("Point", "size seconds bounds memory memory_bound counts")
 
 
 def available_bytes():
@@ -35,14 +36,13 @@ def measure(size, machine, folder):
     seconds = {stage: result[stage] for stage in STAGES}
     seconds["update"] = seconds_per_update(result)
     memory = 8 * size.voxels * size.volumes + result["bytes_beyond_data"]
-    return Point(size, seconds, stage_bounds(machine, size, result), memory, memory_bound(size), result["updates"])
+    return Point(size, seconds, stage_bounds(machine, size, result), memory, memory_bound(size),
+                 {name: result[name] for name in ("updates", "rotations")})
 
 
-def on_paper(point, voxels):
-    """The same run with more voxels: everything but the eigenvalues grows with them."""
-    factor = voxels / point.size.voxels
-
-    def grown(seconds):
-        return {stage: value * (1 if stage == "eigen" else factor) for stage, value in seconds.items()}
-    return Point(point.size._replace(voxels=voxels), grown(point.seconds), grown(point.bounds), point.memory * factor,
-                 point.memory_bound * factor, point.updates)
+def on_paper(point, voxels, machine):
+    """The same run with more voxels: everything but the eigenvalues grows with them, counted in the same updates."""
+    size, factor = point.size._replace(voxels=voxels), voxels / point.size.voxels
+    seconds = {stage: value * (1 if stage == "eigen" else factor) for stage, value in point.seconds.items()}
+    return Point(size, seconds, stage_bounds(machine, size, point.counts), point.memory * factor, memory_bound(size),
+                 point.counts)

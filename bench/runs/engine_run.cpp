@@ -11,6 +11,8 @@
 #include "ica/fastica.h"
 #include "ica/reconstruction.h"
 #include "ica/whitening.h"
+#include "runs/engine_request.h"
+#include "runs/engine_wraps.h"
 #include "runs/process_memory.h"
 #include "runs/run_clock.h"
 #include "runs/run_result.h"
@@ -18,65 +20,13 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <fstream>
 #include <random>
-#include <string>
-#include <tuple>
 #include <vector>
 
 namespace {
 
 using namespace zn;
 using namespace zn::bench;
-
-struct Request {
-    int voxels = 0;
-    int volumes = 0;
-    int components = 0;
-    unsigned seed = 0;
-    std::string data;
-    std::string maps;
-    int regions = -1; // no fingerprint
-};
-
-bool read(int count, char** arguments, Request& request) {
-    if (count > 2 && std::strcmp(arguments[count - 2], "--regions") == 0) {
-        request.regions = std::atoi(arguments[count - 1]);
-        count -= 2;
-    }
-    if (count != 5 && count != 7) return false;
-    request.voxels = std::atoi(arguments[1]);
-    request.volumes = std::atoi(arguments[2]);
-    request.components = std::atoi(arguments[3]);
-    request.seed = static_cast<unsigned>(std::atoi(arguments[4]));
-    if (count == 7) {
-        request.data = arguments[5];
-        request.maps = arguments[6];
-    }
-    return true;
-}
-
-unsigned startSeed = 0; // of the engine's random start vectors
-
-struct {
-    double seconds = 0.0;
-    int rotations = 0;
-} eigenSearch; // of the one call of jacobi
-
-ZeroedBlock takeData(const Request& request) {
-    if (request.data.empty()) {
-        return simulateRun(request.voxels, request.volumes, request.components, request.seed).data;
-    }
-    ZeroedBlock data(request.voxels, request.volumes);
-    std::ifstream file(request.data, std::ios::binary);
-    file.read(reinterpret_cast<char*>(data.get()),
-              static_cast<std::streamsize>(sizeof(double)) * request.voxels * request.volumes);
-    if (file) return data;
-    std::fprintf(stderr, "engine_run: %s holds too few values.\n", request.data.c_str());
-    std::exit(1);
-}
 
 // What a stage took, added to the result under its name.
 template <class Stage> auto timed(RunResult& result, const char* name, Stage stage) {
@@ -86,8 +36,10 @@ template <class Stage> auto timed(RunResult& result, const char* name, Stage sta
     return value;
 }
 
-Components runEngine(const Request& request, ZeroedBlock& x, RunResult& result) {
-    const auto [voxels, volumes, n] = std::tuple(request.voxels, request.volumes, request.components);
+Components runEngine(const EngineRequest& request, ZeroedBlock& x, RunResult& result) {
+    const int voxels = request.voxels;
+    const int volumes = request.volumes;
+    const int n = request.components;
     const RunParameters parameters{true, Nonlinearity::tanh, 1e-4F, 1000, 1, n, n};
     const long long held = residentBytes();
     forgetPeak();
@@ -107,8 +59,8 @@ Components runEngine(const Request& request, ZeroedBlock& x, RunResult& result) 
     result.add("updates", updateClock().updates);
     result.add("seconds_of_updates_but_last", updateClock().last - updateClock().first);
     result.add("found", components.count);
-    result.add("jacobi", eigenSearch.seconds);
-    result.add("rotations", eigenSearch.rotations);
+    result.add("jacobi", lastEigenSearch().seconds);
+    result.add("rotations", lastEigenSearch().rotations);
     return components;
 }
 
@@ -120,7 +72,7 @@ OffsetMatrix<float> noise(int rows, int columns) {
     return matrix;
 }
 
-void runFingerprint(const Request& request, const Components& components, RunResult& result) {
+void runFingerprint(const EngineRequest& request, const Components& components, RunResult& result) {
     const auto coordinates = simulateRun(request.voxels, 1, 1, 1).coordinates;
     const auto design = noise(request.volumes, 16);
     OffsetMatrix<float> templates;
@@ -141,24 +93,9 @@ void runFingerprint(const Request& request, const Components& components, RunRes
 
 } // namespace
 
-// The engine seeds its start vectors from the clock; every call of srand comes here, so that a run can be repeated.
-extern "C" void __real_srand(unsigned seed);
-extern "C" void __wrap_srand(unsigned) {
-    __real_srand(startSeed);
-}
-
-// jacobi lies inside a stage that also writes two files.
-extern "C" void __real__ZN2zn6jacobiEPPdiS0_S1_Pi(double** a, int n, double* d, double** v, int* rotations);
-extern "C" void __wrap__ZN2zn6jacobiEPPdiS0_S1_Pi(double** a, int n, double* d, double** v, int* rotations) {
-    const RunClock clock;
-    __real__ZN2zn6jacobiEPPdiS0_S1_Pi(a, n, d, v, rotations);
-    eigenSearch.seconds = clock.seconds();
-    eigenSearch.rotations = *rotations;
-}
-
 int main(int count, char** arguments) {
-    Request request;
-    if (!read(count, arguments, request)) {
+    EngineRequest request;
+    if (!readRequest(count, arguments, request)) {
         std::fputs("usage: engine_run VOXELS VOLUMES COMPONENTS SEED [DATA MAPS] [--regions COUNT]\n", stderr);
         return 1;
     }
@@ -166,7 +103,7 @@ int main(int count, char** arguments) {
         std::fputs("engine_run: no host module with matrix products is loaded.\n", stderr);
         return 1;
     }
-    startSeed = request.seed;
+    setStartSeed(request.seed);
     RunResult result;
     ZeroedBlock x = takeData(request);
     const Components components = runEngine(request, x, result);
