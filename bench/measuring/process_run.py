@@ -1,0 +1,62 @@
+"""One measured process: a single BLAS thread, its result the last line of its output."""
+import json
+import os
+import re
+import subprocess
+import threading
+import time
+
+ONE_THREAD = {"OPENBLAS_NUM_THREADS": "1", "OMP_NUM_THREADS": "1", "MKL_NUM_THREADS": "1"}
+FINISHED_COMPONENT = re.compile(r"Component \d+ needed (\d+) iterations")
+
+
+class TooLong(Exception):
+    """The process was ended after the seconds that it was given."""
+
+
+def environment():
+    return {**os.environ, **ONE_THREAD}
+
+
+def stamped_lines(command, folder, limit):
+    """Lines of the standard output, each with the time when it came."""
+    process = subprocess.Popen([str(part) for part in command], cwd=folder, env=environment(), text=True,
+                               stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    alarm = threading.Timer(limit or threading.TIMEOUT_MAX, process.kill)
+    alarm.start()
+    try:
+        lines = [(time.perf_counter(), line.strip()) for line in process.stdout]
+        error = process.stderr.read()
+        process.wait()
+    finally:
+        ran_out = not alarm.is_alive()
+        alarm.cancel()
+        process.kill()
+        process.wait()
+    if ran_out:
+        raise TooLong()
+    if process.returncode != 0:
+        raise SystemExit(f"{command[0]} failed with status {process.returncode}:\n{error}")
+    return [line for line in lines if line[1]]
+
+
+def updates_from_lines(lines):
+    """For a program that tells each component's end: updates in all, and the seconds of all but the first component's.
+    """
+    ends = [(stamp, int(match.group(1))) for stamp, text in lines if (match := FINISHED_COMPONENT.match(text))]
+    if len(ends) < 2:
+        return {}
+    return {"updates": sum(count for _, count in ends),
+            "timed_updates": sum(count for _, count in ends[1:]),
+            "timed_seconds": ends[-1][0] - ends[0][0]}
+
+
+def run_process(command, folder, limit=None):
+    """Runs a measuring program; a dictionary of what it tells about itself."""
+    lines = stamped_lines(command, folder, limit)
+    result = json.loads(lines[-1][1])
+    result.update(updates_from_lines(lines[:-1]))
+    if "seconds_of_updates_but_last" in result:
+        result["timed_updates"] = result["updates"] - 1
+        result["timed_seconds"] = result.pop("seconds_of_updates_but_last")
+    return result
