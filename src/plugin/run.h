@@ -16,6 +16,8 @@ namespace zn {
 /// Everything that one run holds; leaving the run early gives all of it back. The stages fill it from top to bottom
 /// and release what no later stage needs.
 struct Run {
+    explicit Run(BusyCursor& busy) : cursor(busy) {}
+
     BusyCursor& cursor;
 
     FileNames names{};

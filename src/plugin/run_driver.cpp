@@ -72,7 +72,7 @@ Stop finish(BusyCursor& cursor) {
 }
 
 MaybeStop runStages(BusyCursor& cursor) {
-    Run run{cursor};
+    Run run(cursor);
     if (auto stop = checkAnatomicalVolume()) return stop;
     if (auto stop = readFileNames(run.names)) return stop;            // dialog texts, VOI file
     if (auto stop = openVtc(run.names, cursor, run.vtc)) return stop; // VTC, mask, voxel count
