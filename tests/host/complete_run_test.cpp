@@ -3,6 +3,7 @@
 #include "host/host_fixture.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace zn::testing {
 namespace {
@@ -13,11 +14,23 @@ using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::Gt;
 using ::testing::HasSubstr;
-using ::testing::MatchesRegex;
 using ::testing::Not;
 using ::testing::SizeIs;
+using ::testing::StartsWith;
 
 class CompleteRun : public HostFixture {};
+
+// A text in which '~' stands for one or more digits. (GoogleTest's regular expressions differ between platforms.)
+MATCHER_P(HasForm, form, "has the form " + std::string(form)) {
+    std::string_view text = arg;
+    for (const char wanted : std::string_view(form)) {
+        const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+        const std::size_t length = wanted == '~' ? digits : (text.starts_with(wanted) ? 1 : 0);
+        if (length == 0) return false;
+        text.remove_prefix(length);
+    }
+    return text.empty();
+}
 
 TEST_F(CompleteRun, CallsTheHostInTheOrderOfItsStages) {
     ASSERT_TRUE(run());
@@ -48,8 +61,7 @@ TEST_F(CompleteRun, CallsTheHostInTheOrderOfItsStages) {
                    "znLogText(// Plugin>  Computing eigenvalues and eigenvectors of the covariance matrix...)",
                    "znLogText(// Plugin>  Saving eigenvalues and eigenvectors of the covariance matrix...)",
                    "znUpdateActiveWindow()",
-                   MatchesRegex("znLogText\\(// Plugin>  Retained variance after dimensionality "
-                                "reduction: [0-9]+\\.[0-9]{6} %\\)"),
+                   HasForm("znLogText(// Plugin>  Retained variance after dimensionality reduction: ~.~ %)"),
                    "zn_intel_matrix_matrix_mult_d(3, 240, 12, 0, 1)",
                    "znLogText(// Plugin>  Running FastICA computation (deflation approach)...)",
                    "zn_intel_matrix_matrix_mult_d(3, 240, 12, 0, 1)",
@@ -73,8 +85,8 @@ TEST_F(CompleteRun, LogsEveryComponentWithItsIterations) {
     for (const auto& line : host.log()) {
         if (!line.starts_with("// Plugin>  IC #: ") || line.find("restarting") != std::string::npos) continue;
         ++components;
-        EXPECT_THAT(line, MatchesRegex("// Plugin>  IC #: " + std::to_string(components) +
-                                       "  Number of Iterations: [0-9]+ \\(elapsed time: [0-9]+ secs\\) "));
+        EXPECT_THAT(line, HasForm("// Plugin>  IC #: " + std::to_string(components) +
+                                  "  Number of Iterations: ~ (elapsed time: ~ secs) "));
     }
     EXPECT_EQ(components, 3);
 }
@@ -132,7 +144,7 @@ TEST_F(CompleteRun, CountsASignFlipAsConverged) {
     host.dialogIntegers[7] = 1;
     host.dialogIntegers[9] = 1;
     EXPECT_TRUE(run());
-    EXPECT_THAT(host.log(), Contains(MatchesRegex("// Plugin>  IC #: 1  Number of Iterations: 2 .*")));
+    EXPECT_THAT(host.log(), Contains(StartsWith("// Plugin>  IC #: 1  Number of Iterations: 2 ")));
 }
 
 TEST_F(CompleteRun, AddsUpFailuresOfDifferentComponentsAndKeepsWhatWasFound) {

@@ -89,7 +89,7 @@ TEST_F(FingerprintStage, DividesTheClusteringByItsLargestValueInTheFileOnly) {
     const float largest = *std::max_element(degrees.begin(), degrees.end());
     ASSERT_GT(largest, 0.0F);
     ASSERT_LT(largest, 1.0F);
-    std::istringstream file(contentOf("ParamsMatrix.txt"));
+    std::istringstream file(textOf("ParamsMatrix.txt"));
     std::string line;
     for (std::size_t k = 0; std::getline(file, line); ++k) {
         EXPECT_NEAR(std::stod(line), static_cast<double>(degrees[k] / largest), 1e-5);
@@ -203,7 +203,7 @@ TEST_F(FingerprintStage, WithoutVoisHasRegionZero) {
 
 TEST_F(FingerprintStage, WritesTheSameValuesToFileAndMaps) {
     run();
-    std::istringstream file(contentOf("ParamsMatrix.txt"));
+    std::istringstream file(textOf("ParamsMatrix.txt"));
     for (const auto& map : host.maps) {
         std::string ignored;
         file >> ignored; // the degree of clustering, which differs on purpose

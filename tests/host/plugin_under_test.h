@@ -1,11 +1,9 @@
 #pragma once
 
-#include <memory>
-
 namespace zn::testing {
 
 /// The plug-in file as a host uses it: loaded once, spoken to through its exported functions and the object that it
-/// makes. One implementation a platform, because the object is called through the platform's own C++ ABI.
+/// makes.
 class PluginUnderTest {
 public:
     PluginUnderTest();
@@ -20,7 +18,6 @@ public:
     bool execute();
 
 private:
-    void* library_;
     void* object_;
 };
 

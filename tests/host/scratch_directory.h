@@ -23,4 +23,8 @@ private:
 /// All bytes of a file; the test fails when it cannot be read.
 std::string contentOf(const std::filesystem::path& file);
 
+/// A text file with '\n' for every line end; the test fails when one of them is not the platform's own (CR LF on
+/// Windows, LF elsewhere).
+std::string textOf(const std::filesystem::path& file);
+
 } // namespace zn::testing

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/host_function.h"
+
 #include <string>
 
 namespace zn::testing {
@@ -15,10 +17,3 @@ public:
 };
 
 } // namespace zn::testing
-
-/// A host function: C linkage, visible to the plug-in.
-#ifdef _WIN32
-#define ZN_HOST_FUNCTION extern "C" __declspec(dllexport)
-#else
-#define ZN_HOST_FUNCTION extern "C" __attribute__((visibility("default")))
-#endif

@@ -62,7 +62,7 @@ TEST_F(Engine, GivesTheEigenpairsInFallingOrderAndReleasesTheCovariance) {
     EXPECT_EQ(eigen.values[2], 1.0);
     EXPECT_EQ(eigen.vectors[2][1], 1.0);
     EXPECT_FALSE(covariance);
-    EXPECT_EQ(testing::contentOf("Covariance.txt"), "         1          0 \n         0          4 \n");
+    EXPECT_EQ(testing::textOf("Covariance.txt"), "         1          0 \n         0          4 \n");
     EXPECT_EQ(testing::contentOf("run.eig").size(), 48U);
 }
 

@@ -10,7 +10,7 @@
 namespace zn {
 namespace {
 
-using testing::contentOf;
+using testing::textOf;
 
 class RtcFile : public ::testing::Test {
     testing::ScratchDirectory directory;
@@ -25,27 +25,27 @@ TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLineAVolume) {
     a[1][1] = 0.25F;
     a[1][2] = 0.0F;
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 3);
-    EXPECT_EQ(contentOf("run_ICA.rtc"), "FileVersion:     2\n"
-                                        "Type:            DesignMatrix\n"
-                                        "NrOfPredictors:  3\n"
-                                        "NrOfDataPoints:  2\n"
-                                        "\n"
-                                        "\"TC1\" \"TC2\" \"TC3\" \n"
-                                        "    0   0.5     1 \n"
-                                        "    1  0.25     0 \n");
+    EXPECT_EQ(textOf("run_ICA.rtc"), "FileVersion:     2\n"
+                                     "Type:            DesignMatrix\n"
+                                     "NrOfPredictors:  3\n"
+                                     "NrOfDataPoints:  2\n"
+                                     "\n"
+                                     "\"TC1\" \"TC2\" \"TC3\" \n"
+                                     "    0   0.5     1 \n"
+                                     "    1  0.25     0 \n");
 }
 
 TEST_F(RtcFile, ShowsAConstantTimeCourseAsNotANumber) {
     OffsetMatrix<float> a(0, 1, 0, 0);
     a.fill(std::numeric_limits<float>::quiet_NaN());
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 1);
-    EXPECT_TRUE(contentOf("run_ICA.rtc").ends_with("\"TC1\" \n  nan \n  nan \n"));
+    EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("\"TC1\" \n  nan \n  nan \n"));
 }
 
 TEST_F(RtcFile, WithoutPredictorsHasEmptyLines) {
     OffsetMatrix<float> a(0, 1, 0, 0);
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 0);
-    EXPECT_TRUE(contentOf("run_ICA.rtc").ends_with("NrOfDataPoints:  2\n\n\n\n\n"));
+    EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("NrOfDataPoints:  2\n\n\n\n\n"));
 }
 
 TEST_F(RtcFile, PrintsSixSignificantDigits) {
@@ -53,7 +53,7 @@ TEST_F(RtcFile, PrintsSixSignificantDigits) {
     a[0][0] = 1.0F / 3.0F;
     a[0][1] = 125000.25F; // an eighth of a million and a fraction
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 1, 2);
-    EXPECT_TRUE(contentOf("run_ICA.rtc").ends_with("\n0.333333 125000 \n"));
+    EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("\n0.333333 125000 \n"));
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 namespace zn {
 namespace {
 
-using testing::contentOf;
+using testing::textOf;
 
 class TextMatrix : public ::testing::Test {
     testing::ScratchDirectory directory;
@@ -23,8 +23,8 @@ TEST_F(TextMatrix, OfDoublesHasFieldsOfTenEachFollowedByABlank) {
     m[1][2] = m[2][1] = -1.5;
     m[2][2] = 1234567.0;
     writeDoubleMatrix("m.txt", m.get(), 2, 2);
-    EXPECT_EQ(contentOf("m.txt"), "      0.25       -1.5 \n"
-                                  "      -1.5 1.23457e+06 \n");
+    EXPECT_EQ(textOf("m.txt"), "      0.25       -1.5 \n"
+                               "      -1.5 1.23457e+06 \n");
 }
 
 TEST_F(TextMatrix, OfFloatsHasFieldsOfFiveAndStartsAtZero) {
@@ -36,8 +36,8 @@ TEST_F(TextMatrix, OfFloatsHasFieldsOfFiveAndStartsAtZero) {
     m[1][1] = -0.0F;
     m[1][2] = 100.0F;
     writeFloatMatrix("m.txt", m.get(), 2, 3);
-    EXPECT_EQ(contentOf("m.txt"), "    0   0.5     1 \n"
-                                  " 0.25    -0   100 \n");
+    EXPECT_EQ(textOf("m.txt"), "    0   0.5     1 \n"
+                               " 0.25    -0   100 \n");
 }
 
 TEST_F(TextMatrix, WritesAValueWiderThanItsFieldInFull) {
@@ -45,7 +45,7 @@ TEST_F(TextMatrix, WritesAValueWiderThanItsFieldInFull) {
     m[0][0] = -0.123456F;
     m[0][1] = 7.0F;
     writeFloatMatrix("m.txt", m.get(), 1, 2);
-    EXPECT_EQ(contentOf("m.txt"), "-0.123456     7 \n");
+    EXPECT_EQ(textOf("m.txt"), "-0.123456     7 \n");
 }
 
 TEST_F(TextMatrix, FormatsNumbersAsAStandardStreamDoes) {
@@ -71,7 +71,7 @@ TEST_F(TextMatrix, FormatsNumbersAsAStandardStreamDoes) {
     }
     expected << '\n';
     writeDoubleMatrix("m.txt", m.get(), 1, column);
-    EXPECT_EQ(contentOf("m.txt"), expected.str());
+    EXPECT_EQ(textOf("m.txt"), expected.str());
 }
 
 TEST_F(TextMatrix, OfVoxelsStartsWithTheirNumber) {
@@ -83,10 +83,10 @@ TEST_F(TextMatrix, OfVoxelsStartsWithTheirNumber) {
         for (int axis = 0; axis < 3; ++axis) table[v + 2][axis + 1] = voxels[v][axis];
     }
     writeVoxelTable("ICA.vox", table.get(), 4, 3);
-    EXPECT_EQ(contentOf("ICA.vox"), "     3 \n"
-                                    "    1     5     3 \n"
-                                    "   10   200  3000 \n"
-                                    "123456     2     3 \n");
+    EXPECT_EQ(textOf("ICA.vox"), "     3 \n"
+                                 "    1     5     3 \n"
+                                 "   10   200  3000 \n"
+                                 "123456     2     3 \n");
 }
 
 TEST_F(TextMatrix, OfAVectorHasOneNumberALineWithoutABlank) {
@@ -94,7 +94,7 @@ TEST_F(TextMatrix, OfAVectorHasOneNumberALineWithoutABlank) {
     v[1] = 0.25;
     v[2] = -1.0;
     writeTextVector("v.txt", v.get(), 1, 2, 10);
-    EXPECT_EQ(contentOf("v.txt"), "      0.25\n        -1\n");
+    EXPECT_EQ(textOf("v.txt"), "      0.25\n        -1\n");
 }
 
 TEST_F(TextMatrix, ReplacesAnExistingFile) {
@@ -102,7 +102,7 @@ TEST_F(TextMatrix, ReplacesAnExistingFile) {
     m.fill(1.0F);
     writeFloatMatrix("m.txt", m.get(), 2, 1);
     writeFloatMatrix("m.txt", m.get(), 1, 1);
-    EXPECT_EQ(contentOf("m.txt"), "    1 \n");
+    EXPECT_EQ(textOf("m.txt"), "    1 \n");
 }
 
 TEST_F(TextMatrix, LargerThanTheTextKeptBackIsComplete) {
@@ -112,7 +112,7 @@ TEST_F(TextMatrix, LargerThanTheTextKeptBackIsComplete) {
     writeFloatMatrix("m.txt", m.get(), rows, 1);
     std::string expected;
     for (int i = 0; i < rows; ++i) expected += "  0.5 \n";
-    EXPECT_EQ(contentOf("m.txt"), expected);
+    EXPECT_EQ(textOf("m.txt"), expected);
 }
 
 TEST_F(TextMatrix, InAFolderThatDoesNotExistIsSilentlyNotWritten) {

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace zn::testing {
+
+/// The file that a host names with these 8-bit characters: in the code page of the user on Windows, byte for byte
+/// elsewhere.
+std::filesystem::path hostPath(const std::string& name);
+
+} // namespace zn::testing
