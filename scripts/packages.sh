@@ -30,7 +30,7 @@ need_packages() {
 }
 
 # What every build needs.
-BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev libcli11-dev nlohmann-json3-dev zlib1g-dev"
+BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev liblapacke-dev libcli11-dev nlohmann-json3-dev zlib1g-dev"
 
 # The report's page is built with Node.js 18 or later; whichever is there serves.
 need_node() {

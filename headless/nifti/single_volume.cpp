@@ -6,6 +6,15 @@
 
 namespace zn {
 
+std::vector<float> readVolume(const ImageHeader& header, int index) {
+    VolumeStream stream(header);
+    std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
+    for (int volume = 0; volume <= index; ++volume) stream.read(stored.data());
+    std::vector<float> values(static_cast<std::size_t>(header.voxels()));
+    toFloat(*header.image, stored.data(), header.voxels(), values.data());
+    return values;
+}
+
 std::vector<float> readAllVolumes(const ImageHeader& header) {
     VolumeStream stream(header);
     std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));

@@ -15,33 +15,38 @@ constexpr int kCacheLine = 64;
 
 // readVolume(target) leaves the next volume as Value in target.
 template <class Value, class ReadVolume>
-std::unique_ptr<Value[]> readTransposed(const ImageHeader& header, ReadVolume readVolume) {
-    const std::int64_t voxels = header.voxels();
-    const int together = std::min(header.volumes, kCacheLine / static_cast<int>(sizeof(Value)));
-    auto series = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(voxels * header.volumes));
+std::unique_ptr<Value[]> readTransposed(std::int64_t voxels, int volumes, ReadVolume readVolume) {
+    const int together = std::min(volumes, kCacheLine / static_cast<int>(sizeof(Value)));
+    auto series = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(voxels * volumes));
     auto some = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(voxels * together));
 
-    for (int first = 0; first < header.volumes; first += together) {
-        const int count = std::min(together, header.volumes - first);
+    for (int first = 0; first < volumes; first += together) {
+        const int count = std::min(together, volumes - first);
         for (int c = 0; c < count; ++c) readVolume(some.get() + c * voxels);
-        transposeVolumes(some.get(), count, voxels, series.get(), header.volumes, first);
+        transposeVolumes(some.get(), count, voxels, series.get(), volumes, first);
     }
     return series;
 }
 
 } // namespace
 
-TimeSeries readTimeSeries(const ImageHeader& header) {
+bool staysShort(const nifti_image& image) {
+    return image.datatype == NIFTI_TYPE_INT16 && !isScaled(image);
+}
+
+TimeSeries readTimeSeries(const ImageHeader& header, int skip) {
     TimeSeries result;
     result.voxels = header.voxels();
-    result.volumes = header.volumes;
+    result.volumes = header.volumes - skip;
     VolumeStream stream(header);
-    if (header.image->datatype == NIFTI_TYPE_INT16 && !isScaled(*header.image)) {
-        result.shorts = readTransposed<std::int16_t>(
-            header, [&](std::int16_t* volume) { stream.read(reinterpret_cast<std::byte*>(volume)); });
+    std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
+    for (int volume = 0; volume < skip; ++volume) stream.read(stored.data());
+    if (staysShort(*header.image)) {
+        result.shorts = readTransposed<std::int16_t>(result.voxels, result.volumes, [&](std::int16_t* volume) {
+            stream.read(reinterpret_cast<std::byte*>(volume));
+        });
     } else {
-        std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
-        result.floats = readTransposed<float>(header, [&](float* volume) {
+        result.floats = readTransposed<float>(result.voxels, result.volumes, [&](float* volume) {
             stream.read(stored.data());
             toFloat(*header.image, stored.data(), header.voxels(), volume);
         });

@@ -18,9 +18,14 @@ struct TimeSeries {
     bool isFloat() const { return floats != nullptr; }
 };
 
+/// True for data that readTimeSeries() keeps as signed 16-bit values.
+bool staysShort(const nifti_image& image);
+
 /// Reads and transposes a 4D image. Signed 16-bit data without scaling stay as they are; everything else becomes
 /// single precision. Besides the result, memory holds as many volumes as fill a cache line (32 or 16).
 /// Throws Failure (kInput); std::bad_alloc when the series does not fit into memory.
-TimeSeries readTimeSeries(const ImageHeader& header);
+///
+///   skip   volumes at the beginning that are left out, fewer than there are
+TimeSeries readTimeSeries(const ImageHeader& header, int skip = 0);
 
 } // namespace zn

@@ -1,5 +1,7 @@
 #include "headless/znica/command_line.h"
 
+#include "headless/znica/input_options.h"
+
 #include <array>
 #include <charconv>
 #include <map>
@@ -60,15 +62,7 @@ void CommandLine::addRun() {
     run = app.add_subcommand("run", "Analyse a 4D image: component maps, time courses and sixteen parameters each.");
     run->add_option("BOLD", o.functional, "4D NIfTI image (.nii, .nii.gz)")->required();
     run->add_option("--out", o.out, "folder to make for the result")->required()->type_name("DIR");
-    run->add_option("--mask", o.mask, "analyse the voxels that are not 0 here (all voxels)")->type_name("NIFTI");
-    auto* components = run->add_option_function<int>(
-        "--components",
-        [&o](const int& count) {
-            o.firstEigenvalue = 1;
-            o.lastEigenvalue = count;
-        },
-        "how many components, from as many largest eigenvalues (20)");
-    components->check(CLI::Range(1, 1000000).description(""))->type_name("N");
+    auto* components = addInputOptions(*run, o);
     run->add_option_function<std::string>(
            "--eigenvalues", [&o](const std::string& range) { setEigenvalues(o, range); },
            "keep these eigenvalues, as in 2:21")
@@ -88,9 +82,6 @@ void CommandLine::addRun() {
     run->add_option("--max-iterations", o.maxIterations, "start a component anew after these (500)")
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N");
-    run->add_option("--tr", o.secondsPerVolume, "seconds from volume to volume (header)")
-        ->check(CLI::Range(0.001, 20.0).description(""))
-        ->type_name("SECONDS");
     run->add_option("--design", o.design, "predictors to compare time courses with: RTC text or\na table with a header")
         ->type_name("FILE");
     auto* rois =

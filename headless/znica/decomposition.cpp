@@ -44,15 +44,31 @@ Json inputOf(const RunFacts& facts) {
     const ImageHeader& image = *facts.functional;
     return {{"File", image.file.string()},
             {"Size", image.size},
-            {"Volumes", image.volumes},
+            {"Volumes", facts.session->series.volumes},
+            {"DummyScans", facts.options->dummyScans},
+            {"RepetitionTime", facts.repetition->seconds},
+            {"RepetitionTimeSource", facts.repetition->source},
             {"RepetitionTimeMilliseconds", facts.session->millisecondsPerVolume},
             {"StoredType", nifti_datatype_to_string(image.image->datatype)},
             {"Scaled", isScaled(*image.image)},
             {"VoxelsAnalysed", facts.voxels()}};
 }
 
+std::string maskText(const RunOptions& options) {
+    if (options.maskSource == MaskSource::kFile) return options.mask.string();
+    return options.maskSource == MaskSource::kAutomatic ? "auto" : "none";
+}
+
+Json estimateOf(const ComponentEstimate* estimate) {
+    if (!estimate) return nullptr;
+    return {{"MDL", estimate->byMdl},
+            {"Laplace", estimate->byLaplace},
+            {"OptimalThreshold", estimate->byThreshold},
+            {"EffectiveSamples", estimate->effectiveSamples}};
+}
+
 Json settingsOf(const RunOptions& options) {
-    return {{"Mask", textOrNull(options.mask)},
+    return {{"Mask", maskText(options)},
             {"Components", options.components()},
             {"FirstEigenvalue", options.firstEigenvalue},
             {"LastEigenvalue", options.lastEigenvalue},
@@ -122,16 +138,18 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
                              {"File", facts.library->file().string()}}}};
     json["Input"] = inputOf(facts);
     json["Settings"] = settingsOf(*facts.options);
+    json["ComponentEstimate"] = estimateOf(facts.estimate);
     json["ComponentsFound"] = facts.found();
     const auto kept = facts.log->retainedVariancePercent();
     json["RetainedVariancePercent"] = kept && std::isfinite(*kept) ? Json(*kept) : Json(nullptr);
     json["Predictors"] = facts.session->design.names;
     json["Regions"] = namesOf(facts.session->regions);
     json["Components"] = componentsOf(facts);
-    json["Eigenvalues"] = readEigenvalues(facts.pluginFolder / eigenvalueFile, facts.functional->volumes);
+    json["Eigenvalues"] = readEigenvalues(facts.pluginFolder / eigenvalueFile, facts.session->series.volumes);
     json["ElapsedSeconds"] = {
         {"Reading", facts.secondsReading}, {"Plugin", facts.secondsPlugin}, {"Total", facts.secondsTotal}};
     json["PeakMemoryBytes"] = facts.peakMemoryBytes;
+    json["PredictedPeakMemoryBytes"] = facts.predictedMemoryBytes;
     writeTextFile(file, dump(json));
 }
 

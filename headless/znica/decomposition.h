@@ -1,10 +1,12 @@
 #pragma once
 
+#include "headless/dimension/component_estimate.h"
 #include "headless/failure/failure.h"
 #include "headless/host/session.h"
 #include "headless/nifti/image_header.h"
 #include "headless/result/plugin_log.h"
 #include "headless/znica/plugin_library.h"
+#include "headless/znica/repetition_time.h"
 #include "headless/znica/run_options.h"
 
 #include <cstdint>
@@ -17,6 +19,8 @@ struct RunFacts {
     const RunOptions* options = nullptr;
     const ImageHeader* functional = nullptr;
     const Session* session = nullptr;
+    const RepetitionTime* repetition = nullptr;
+    const ComponentEstimate* estimate = nullptr; ///< null: the number of components was given
     const PluginLibrary* library = nullptr;
     const PluginLog* log = nullptr;
     std::filesystem::path pluginFolder; ///< where the plug-in's own files are
@@ -24,6 +28,7 @@ struct RunFacts {
     double secondsPlugin = 0.0;
     double secondsTotal = 0.0;
     std::int64_t peakMemoryBytes = 0;
+    std::int64_t predictedMemoryBytes = 0;
 
     int found() const { return static_cast<int>(session->maps.maps().size()); }
     std::int64_t voxels() const { return log->voxels().value_or(0); }

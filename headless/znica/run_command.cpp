@@ -1,16 +1,21 @@
 #include "headless/znica/run_command.h"
 
-#include "headless/nifti/series_check.h"
+#include "headless/dimension/estimate_table.h"
 #include "headless/result/component_image.h"
 #include "headless/result/metrics_table.h"
 #include "headless/result/mixing_table.h"
 #include "headless/result/result_folder.h"
 #include "headless/result/result_names.h"
 #include "headless/result/text_file.h"
+#include "headless/znica/component_choice.h"
 #include "headless/znica/decomposition.h"
+#include "headless/znica/input_notes.h"
+#include "headless/znica/memory_check.h"
 #include "headless/znica/plugin_library.h"
+#include "headless/znica/repetition_time.h"
 #include "headless/znica/run_inputs.h"
 #include "headless/znica/run_log.h"
+#include "headless/znica/run_mask.h"
 #include "headless/znica/run_plugin.h"
 #include "headless/znica/stopwatch.h"
 
@@ -31,7 +36,7 @@ ReferenceNames referenceNames(const Session& session) {
 
 void printSummary(const RunFacts& facts, const fs::path& out) {
     std::printf("\n%lld voxels x %d volumes analysed\n", static_cast<long long>(facts.voxels()),
-                facts.functional->volumes);
+                facts.session->series.volumes);
     std::printf("%d of %d components found%s\n", facts.found(), facts.options->components(),
                 facts.found() < facts.options->components() ? ": the others did not converge" : "");
     if (const auto kept = facts.log->retainedVariancePercent()) std::printf("%.2f %% of the variance kept\n", *kept);
@@ -42,23 +47,38 @@ void printSummary(const RunFacts& facts, const fs::path& out) {
 
 } // namespace
 
-ExitStatus runCommand(const RunOptions& options) {
+ExitStatus runCommand(const RunOptions& asked) {
     const Stopwatch total;
+    RunOptions options = asked; // the number of components is settled on the way
     const ImageHeader functional = readFunctionalHeader(options);
-    Session session = makeSession(options, functional);
+    const RepetitionTime repetition = repetitionTime(options.secondsPerVolume, functional);
+    Session session = makeSession(options, functional, repetition.seconds);
+    InputNotes notes;
+    notes.say(inputNote(options, functional, repetition));
+    for (const std::string& disagreement : repetition.disagreements) notes.say(disagreement);
+    const MemoryCheck memory(options, functional, session);
+    const std::int64_t expected = expectedVoxels(options, functional, session);
+    notes.say(memory.note(expected));
+    memory.requireEnough(expected);
+    if (options.dryRun) return ExitStatus::kDone;
+
     const PluginLibrary library(options.plugin.empty() ? findPlugin() : options.plugin);
     ResultFolder folder(options.out, options.force);
     const fs::path stem = folder.path() / (resultStem(options.functional) + "_desc-ICA_");
     const auto file = [&](const char* ending) { return fs::path(stem).concat(ending); };
 
     const Stopwatch reading;
-    session.series = readTimeSeries(functional);
+    session.series = readTimeSeries(functional, options.dummyScans);
     const double secondsReading = reading.seconds();
-    if (!variesOverTime(session.series, session.mask)) {
-        throw Failure(ExitStatus::kInput,
-                      options.functional.string() +
-                          " does not change over time in any voxel to be analysed; check the image" +
-                          (session.mask.empty() ? "." : " and the mask."));
+    const RunMask mask = settleMask(options, session);
+    for (const std::string& note : maskNotes(options, mask)) notes.say(note);
+    memory.requireEnough(mask.count);
+    writeMaskImage(folder.path() / (resultStem(options.functional) + "_desc-brain_mask.nii.gz"), mask, functional);
+    std::optional<ComponentEstimate> estimate;
+    if (options.componentCount == ComponentCount::kEstimated) {
+        estimate = settleComponents(mask, options, session);
+        notes.say(estimateNote(*estimate));
+        writeEstimateTable(file("dimension.tsv"), *estimate);
     }
 
     RunLog log(folder.path() / "log.txt", [&](const VolumeMaps& maps) {
@@ -67,6 +87,7 @@ ExitStatus runCommand(const RunOptions& options) {
         writeMetricsTable(file("metrics.tsv"), maps, referenceNames(session));
         writeMetricsDescription(file("metrics.json"));
     });
+    for (const std::string& note : notes.all()) log.keep(note);
     session.events = &log;
     const Stopwatch running;
     runPlugin(library, session, log, folder.path() / "plugin");
@@ -75,6 +96,9 @@ ExitStatus runCommand(const RunOptions& options) {
     facts.options = &options;
     facts.functional = &functional;
     facts.session = &session;
+    facts.repetition = &repetition;
+    facts.estimate = estimate ? &*estimate : nullptr;
+    facts.predictedMemoryBytes = memory.predictedBytes(mask.count);
     facts.library = &library;
     facts.log = &log.facts();
     facts.pluginFolder = folder.path() / "plugin";

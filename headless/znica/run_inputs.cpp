@@ -20,20 +20,12 @@ namespace {
     throw Failure(ExitStatus::kInput, text);
 }
 
-double secondsPerVolume(const RunOptions& options, const ImageHeader& functional) {
-    const auto seconds = options.secondsPerVolume ? options.secondsPerVolume : functional.secondsPerVolume;
-    if (seconds && *seconds >= 0.001 && *seconds <= 20.0) return *seconds;
-    refuse(functional.file.string() + " gives no usable time from volume to volume in its header (" +
-           (seconds ? std::to_string(*seconds) + " s" : "none") + "); give it with --tr SECONDS.");
-}
-
 // The names that the plug-in gets to see. It keeps texts of at most 255 characters and derives file names of its own
 // from the first, so they are short and without a folder: its files go into the current one.
 DialogFields dialogFields(const RunOptions& options) {
     const std::string stem = imageStem(options.functional).substr(0, 200);
     DialogFields dialog;
     dialog.texts[0] = stem + ".vtc";
-    if (!options.mask.empty()) dialog.texts[1] = "mask.msk";
     dialog.texts[2] = stem + "_ica.vmp";
     if (!options.design.empty()) dialog.texts[3] = "design.rtc";
     if (!options.regions.empty()) dialog.texts[4] = "regions.voi";
@@ -42,9 +34,7 @@ DialogFields dialogFields(const RunOptions& options) {
     dialog.integers[5] = options.nonlinearity == Nonlinearity::kCube ? 1 : 0;
     dialog.integers[3] = options.nonlinearity == Nonlinearity::kGauss ? 1 : 0;
     dialog.integers[8] = options.maxIterations;
-    dialog.integers[6] = options.firstEigenvalue;
-    dialog.integers[7] = options.lastEigenvalue;
-    dialog.integers[9] = options.components();
+    setEigenvalueRange(options, dialog);
     dialog.floats[0] = options.epsilon;
     return dialog;
 }
@@ -65,7 +55,13 @@ std::vector<Region> readRegions(const RunOptions& options, const ImageHeader& fu
 
 } // namespace
 
-ImageHeader readFunctionalHeader(const RunOptions& options) {
+void setEigenvalueRange(const RunOptions& options, DialogFields& dialog) {
+    dialog.integers[6] = options.firstEigenvalue;
+    dialog.integers[7] = options.lastEigenvalue;
+    dialog.integers[9] = options.components();
+}
+
+ImageHeader readFunctionalHeader(RunOptions& options) {
     ImageHeader header = readImageHeader(options.functional);
     const std::string file = options.functional.string();
     if (header.volumes < 2) {
@@ -73,31 +69,38 @@ ImageHeader readFunctionalHeader(const RunOptions& options) {
                "); an analysis needs a 4D image, a volume a time point.");
     }
     requireRealNumbers(header);
-    const std::string have = " the " + std::to_string(header.volumes) + " volumes of " + file;
-    if (options.components() > header.volumes) {
+    const int volumes = header.volumes - options.dummyScans;
+    if (volumes < 2) {
+        refuse(file + " holds " + std::to_string(header.volumes) + " volumes, of which --dummy-scans " +
+               std::to_string(options.dummyScans) + " leaves fewer than 2; leave out fewer.");
+    }
+    if (options.componentCount == ComponentCount::kMost) options.lastEigenvalue = volumes;
+    if (options.componentCount != ComponentCount::kGiven) return header;
+    const std::string have = " the " + std::to_string(volumes) + " volumes of " + file;
+    if (options.components() > volumes) {
         refuse(std::to_string(options.components()) + " components are more than" + have +
                "; ask for fewer with --components.");
     }
-    if (options.lastEigenvalue > header.volumes) {
+    if (options.lastEigenvalue > volumes) {
         refuse("the eigenvalues " + std::to_string(options.firstEigenvalue) + ":" +
                std::to_string(options.lastEigenvalue) + " reach beyond" + have + "; there are as many as volumes.");
     }
-    secondsPerVolume(options, header);
     return header;
 }
 
-Session makeSession(const RunOptions& options, const ImageHeader& functional) {
+Session makeSession(const RunOptions& options, const ImageHeader& functional, double secondsPerVolume) {
     Session session;
     session.dialog = dialogFields(options);
     session.answers = {options.clusterSize, options.zThreshold, options.label};
     session.grid = functional.size;
-    session.millisecondsPerVolume = static_cast<int>(std::lround(1000.0 * secondsPerVolume(options, functional)));
-    if (!options.mask.empty()) {
+    session.millisecondsPerVolume = static_cast<int>(std::lround(1000.0 * secondsPerVolume));
+    if (options.maskSource == MaskSource::kFile) {
         const ImageHeader mask = readImageHeader(options.mask);
         requireSameGrid("mask", mask, functional);
         session.mask = readMask(mask);
     }
-    if (!options.design.empty()) session.design = readDesignMatrix(options.design, functional.volumes);
+    if (!options.design.empty())
+        session.design = readDesignMatrix(options.design, functional.volumes - options.dummyScans);
     if (!options.regions.empty()) {
         session.regions = readRegions(options, functional);
         session.coordinateSpace = kCentredSpace;

@@ -11,8 +11,12 @@ namespace zn {
 
 RunLog::RunLog(const std::filesystem::path& file, SaveMaps saveMaps) : file_(file), saveMaps_(std::move(saveMaps)) {}
 
-void RunLog::logLine(std::string_view line) {
+void RunLog::keep(std::string_view line) {
     file_ << line << '\n' << std::flush; // a run that dies leaves its last line
+}
+
+void RunLog::logLine(std::string_view line) {
+    keep(line);
     std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
     std::fflush(stdout);
     facts_.add(line);

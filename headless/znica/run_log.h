@@ -20,6 +20,8 @@ public:
     /// `saveMaps` is called when the plug-in hands its maps over for keeping.
     RunLog(const std::filesystem::path& file, SaveMaps saveMaps);
 
+    /// A line for the file alone.
+    void keep(std::string_view line);
     void logLine(std::string_view line) override;
     void message(std::string_view text) override;
     void saveMaps(const VolumeMaps& maps, std::string_view name) override;

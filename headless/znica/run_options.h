@@ -9,17 +9,28 @@ namespace zn {
 /// The third member of each pair is what the plug-in takes when neither of its two switches is set.
 enum class Nonlinearity { kTanh, kGauss, kCube };
 
+/// Which voxels are analysed.
+enum class MaskSource { kAutomatic, kFile, kNone };
+
+/// Who says how many components there are: the options, the eigenvalues, or the number of volumes.
+enum class ComponentCount { kGiven, kEstimated, kMost };
+
 /// What `znica run` is asked to do.
 struct RunOptions {
     std::filesystem::path functional; ///< 4D image
     std::filesystem::path out;
-    std::filesystem::path mask;        ///< empty: all voxels
+    MaskSource maskSource = MaskSource::kAutomatic;
+    std::filesystem::path mask;        ///< of kFile
     std::filesystem::path design;      ///< empty: none
     std::filesystem::path regions;     ///< label image; empty: none
     std::filesystem::path regionNames; ///< empty: the labels' numbers
     std::filesystem::path plugin;      ///< empty: the one that belongs to the command
     int firstEigenvalue = 1;           ///< counted from 1, the largest
     int lastEigenvalue = 20;
+    ComponentCount componentCount = ComponentCount::kGiven; ///< otherwise lastEigenvalue is settled later
+    int dummyScans = 0;                                     ///< volumes left out at the beginning
+    std::optional<double> memoryGib;                        ///< most memory to use; nothing: what is free
+    bool dryRun = false;
     Nonlinearity nonlinearity = Nonlinearity::kTanh;
     float epsilon = 1e-4f;
     int maxIterations = 500;

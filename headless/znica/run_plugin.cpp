@@ -2,7 +2,6 @@
 
 #include "headless/failure/failure.h"
 #include "headless/host/current_session.h"
-#include "headless/nifti/series_check.h"
 
 #include <exception>
 #include <string>
@@ -39,27 +38,18 @@ public:
     AttachedSession& operator=(const AttachedSession&) = delete;
 };
 
-// What a user can do about data that the plug-in stumbled over without saying why.
-std::string hintAbout(const Session& session) {
-    const std::int64_t count = voxelsNotFinite(session.series, session.mask);
-    if (count == 0) return "";
-    return " " + std::to_string(count) +
-           " of the analysed voxels hold values that are not finite; leave them out with --mask.";
-}
-
-[[noreturn]] void explainEarlyEnd(const Session& session, const RunLog& log, bool initialised) {
+[[noreturn]] void explainEarlyEnd(const RunLog& log, bool initialised) {
     const std::string said = log.messages().empty() ? "it gave no reason." : log.messages().back();
     if (log.facts().ranOutOfMemory()) {
         throw Failure(ExitStatus::kMemory,
                       "the plug-in ended the analysis: " + said + " Use a mask, or ask for fewer components.");
     }
     if (!initialised) throw Failure(ExitStatus::kOther, "the plug-in did not start: " + said);
-    const std::string hint = hintAbout(session);
-    if (log.facts().foundNone() && hint.empty()) {
+    if (log.facts().foundNone()) {
         throw Failure(ExitStatus::kGaveUp, "no component converged; allow more iterations with --max-iterations or a "
                                            "larger change with --epsilon.");
     }
-    throw Failure(ExitStatus::kInput, "the plug-in ended the analysis: " + said + hint);
+    throw Failure(ExitStatus::kInput, "the plug-in ended the analysis: " + said);
 }
 
 } // namespace
@@ -71,7 +61,7 @@ void runPlugin(const PluginLibrary& library, Session& session, const RunLog& log
     const bool initialised = plugin->initPlugin();
     const bool ended = initialised && plugin->execute();
     if (session.failure) std::rethrow_exception(session.failure);
-    if (!ended || !log.mapsSaved()) explainEarlyEnd(session, log, initialised);
+    if (!ended || !log.mapsSaved()) explainEarlyEnd(log, initialised);
 }
 
 } // namespace zn

@@ -164,7 +164,7 @@ TEST_F(BadInput, ATimeOfZeroBetweenVolumes) {
 TEST_F(BadInput, ATimeBetweenVolumesInTheWrongUnit) {
     NiftiBytes image = plainSeries(24);
     image.pixdim[4] = 2000; // milliseconds, said to be seconds
-    expectRefusal(runOn(image), "2000.000000 s");
+    expectRefusal(runOn(image), "the header says 2000 s, which is not between 0.001 and 20 s; give it with --tr");
 }
 
 TEST_F(BadInput, DataThatNeverChange) {
@@ -179,16 +179,7 @@ TEST_F(BadInput, DataOfNothingButNotANumber) {
     image.dataType = 16;
     image.bitsPerVoxel = 32;
     for (int i = 0; i < 6 * 5 * 4 * 24; ++i) image.append(std::numeric_limits<float>::quiet_NaN());
-    expectRefusal(runOn(image), "120 of the analysed voxels hold values that are not finite");
-}
-
-TEST_F(BadInput, OneValueThatIsNotANumber) {
-    NiftiBytes image;
-    image.dim[4] = 24;
-    image.dataType = 16;
-    image.bitsPerVoxel = 32;
-    for (int i = 0; i < 6 * 5 * 4 * 24; ++i) image.append(i == 100 ? NAN : static_cast<float>(i * i % 97));
-    expectRefusal(runOn(image), "1 of the analysed voxels hold values that are not finite");
+    expectRefusal(runOn(image), "no voxel that can be analysed: 120 hold values that are not finite");
 }
 
 TEST_F(BadInput, AMaskOfAnotherSize) {

@@ -43,7 +43,7 @@ NiftiBytes numbered(int volumes) {
 
 TEST_F(HostContract, DefaultsOfTheDialog) {
     const std::string out = told(plainSeries(24));
-    EXPECT_THAT(out, HasSubstr("text 0 [sub-01_task-rest_bold.vtc]\ntext 1 []\n"
+    EXPECT_THAT(out, HasSubstr("text 0 [sub-01_task-rest_bold.vtc]\ntext 1 [mask.msk]\n"
                                "text 2 [sub-01_task-rest_bold_ica.vmp]\ntext 3 []\ntext 4 []\n"));
     EXPECT_THAT(out, HasSubstr("integer 0 [1]\n")); // run FastICA
     EXPECT_THAT(out, HasSubstr("integer 3 [0]\n")); // neither of the two switches: tanh

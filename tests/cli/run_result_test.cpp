@@ -57,7 +57,7 @@ TEST_F(RunResult, SucceedsAndLeavesExactlyTheseFiles) {
                 ElementsAre("log.txt", "plugin", "status.json", "sub-sim_task-blocks_desc-ICA_components.nii.gz",
                             "sub-sim_task-blocks_desc-ICA_decomposition.json",
                             "sub-sim_task-blocks_desc-ICA_metrics.json", "sub-sim_task-blocks_desc-ICA_metrics.tsv",
-                            "sub-sim_task-blocks_desc-ICA_mixing.tsv"));
+                            "sub-sim_task-blocks_desc-ICA_mixing.tsv", "sub-sim_task-blocks_desc-brain_mask.nii.gz"));
     EXPECT_THAT(namesIn(*folder / "result/plugin"),
                 ElementsAre("Covariance.txt", "ICA.vox", "ParamsMatrix.txt", "sub-sim_task-blocks_bold.eig",
                             "sub-sim_task-blocks_bold_ICA.rtc"));

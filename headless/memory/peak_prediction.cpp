@@ -1,0 +1,31 @@
+#include "headless/memory/peak_prediction.h"
+
+#include <algorithm>
+
+namespace zn {
+
+namespace {
+
+constexpr double kProcess = 14e6; // program, libraries and the work space of the BLAS, as measured without data
+
+} // namespace
+
+// In double precision, which no size overflows.
+std::int64_t predictedPeakBytes(const RunSize& size) {
+    const auto g = static_cast<double>(size.gridVoxels);
+    const auto v = static_cast<double>(size.voxels);
+    const auto t = static_cast<double>(size.volumes);
+    const auto n = static_cast<double>(size.components);
+    const auto regions = static_cast<double>(size.regions);
+
+    const double everywhere = g * (size.bytesPerValue * t + 2.0) + 24.0 * t * t + kProcess;
+    const double templates = 4.0 * regions * v;
+    const double reading = g * (64.0 + size.storedBytes);
+    const double extraction = 4.0 * v * t + 56.0 * v + 4.0 * regions * g + templates;
+    const double centring = 12.0 * v * t + 28.0 * v + templates;
+    const double separation = 8.0 * v * t + 8.0 * v * n + 36.0 * v + templates;
+    const double keeping = std::max(12.0 * v * n, 4.0 * v * n + 4.0 * g * n) + 20.0 * v + templates;
+    return static_cast<std::int64_t>(everywhere + std::max({reading, extraction, centring, separation, keeping}));
+}
+
+} // namespace zn

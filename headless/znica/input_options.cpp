@@ -1,0 +1,56 @@
+#include "headless/znica/input_options.h"
+
+#include <charconv>
+#include <string>
+
+namespace zn {
+
+namespace {
+
+void setMask(RunOptions& options, const std::string& text) {
+    options.maskSource = text == "auto"   ? MaskSource::kAutomatic
+                         : text == "none" ? MaskSource::kNone
+                                          : MaskSource::kFile;
+    if (options.maskSource == MaskSource::kFile) options.mask = text;
+}
+
+void setComponents(RunOptions& options, const std::string& text) {
+    options.firstEigenvalue = 1;
+    if (text == "auto" || text == "max") {
+        options.componentCount = text == "auto" ? ComponentCount::kEstimated : ComponentCount::kMost;
+        return;
+    }
+    constexpr int kMost = 1000000;
+    int count = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error != std::errc() || end != text.data() + text.size() || count < 1 || count > kMost) {
+        throw CLI::ValidationError("--components", "needs a number from 1, auto or max; got " + text);
+    }
+    options.lastEigenvalue = count;
+}
+
+} // namespace
+
+CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
+    run.add_option_function<std::string>(
+           "--mask", [&o](const std::string& text) { setMask(o, text); },
+           "analyse the voxels that are not 0 in this image; auto: a\nbrain mask from the mean image; none: all (auto)")
+        ->type_name("FILE|auto|none");
+    auto* components = run.add_option_function<std::string>(
+        "--components", [&o](const std::string& text) { setComponents(o, text); },
+        "how many, from as many largest eigenvalues; auto:\nestimated from them; max: one a volume (20)");
+    components->type_name("N|auto|max");
+    run.add_option("--dummy-scans", o.dummyScans, "leave out the first N volumes (0)")
+        ->check(CLI::Range(0, 1000000).description(""))
+        ->type_name("N");
+    run.add_option("--tr", o.secondsPerVolume, "seconds from volume to volume (JSON beside BOLD, header)")
+        ->check(CLI::Range(0.001, 20.0).description(""))
+        ->type_name("SECONDS");
+    run.add_option("--memory", o.memoryGib, "refuse a run that needs more (what is free)")
+        ->check(CLI::PositiveNumber.description(""))
+        ->type_name("GIB");
+    run.add_flag("--dry-run", o.dryRun, "tell what would be read and the memory needed, and stop");
+    return components;
+}
+
+} // namespace zn

@@ -1,0 +1,313 @@
+// What is read and analysed: masks, volumes left out, TR, the number of components, memory.
+#include "cli/command.h"
+#include "cli/files.h"
+#include "cli/nifti_bytes.h"
+#include "cli/nifti_reading.h"
+
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zn::test {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+
+// Runs on small images that are put together here, with a plug-in that only tells what it sees.
+class Input : public testing::Test {
+protected:
+    CommandResult tell(const NiftiBytes& image, std::vector<std::string> options = {}) {
+        writeFile(folder / "a_bold.nii", image.bytes());
+        options.insert(options.begin(), {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
+                                         "--plugin", FAKE_PLUGIN_FILE});
+        return znica(options, {{}, {"ZN_FAKE_PLUGIN=tell"}, {}});
+    }
+    // The same with the real plug-in; the mask that is left.
+    std::vector<unsigned char> maskAfter(const NiftiBytes& image, std::vector<std::string> options = {}) {
+        writeFile(folder / "a_bold.nii", image.bytes());
+        options.insert(options.begin(), {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
+                                         "--components", "1", "--force"});
+        result = znica(options);
+        EXPECT_EQ(result.status, 0) << result.err;
+        return ReadNifti(folder / "out/a_desc-brain_mask.nii.gz").values<unsigned char>();
+    }
+
+    TemporaryFolder folder;
+    CommandResult result;
+};
+
+constexpr int kVoxels = 6 * 5 * 4;
+
+// A wave in every voxel: 1000 +- 100 where `bright` says so, else 10 +- 5.
+template <class Bright> NiftiBytes waves(int volumes, Bright bright) {
+    NiftiBytes image;
+    image.dim[4] = static_cast<std::int16_t>(volumes);
+    std::uint32_t state = 1;
+    for (int t = 0; t < volumes; ++t) {
+        for (int v = 0; v < kVoxels; ++v) {
+            state = state * 1664525U + 1013904223U;
+            const int chance = static_cast<int>(state >> 24);
+            image.append(static_cast<std::int16_t>(bright(v % 6, v / 6 % 5, v / 30) ? 900 + chance * 200 / 255
+                                                                                    : 5 + chance * 10 / 255));
+        }
+    }
+    return image;
+}
+
+NiftiBytes floats(int volumes) {
+    NiftiBytes image;
+    image.dim[4] = static_cast<std::int16_t>(volumes);
+    image.dataType = 16;
+    image.bitsPerVoxel = 32;
+    std::uint32_t state = 1;
+    for (int i = 0; i < kVoxels * volumes; ++i) {
+        state = state * 1664525U + 1013904223U;
+        image.append(static_cast<float>(500 + (state >> 24)));
+    }
+    return image;
+}
+
+void setFloat(NiftiBytes& image, int volume, int voxel, float value) {
+    std::memcpy(image.data.data() + 4 * (volume * kVoxels + voxel), &value, 4);
+}
+
+TEST_F(Input, TheAutomaticMaskIsTheLargestBrightPartWithoutHoles) {
+    // A shell of 4 x 4 x 3 voxels with a dark middle row, and two bright voxels beyond a gap.
+    const auto shell = [](int x, int y, int z) { return x < 4 && y < 4 && z < 3; };
+    const auto hole = [](int x, int y, int z) { return (x == 1 || x == 2) && (y == 1 || y == 2) && z == 1; };
+    const auto mask = maskAfter(
+        waves(24, [&](int x, int y, int z) { return (shell(x, y, z) && !hole(x, y, z)) || (x == 5 && y == 4); }));
+    for (int v = 0; v < kVoxels; ++v) EXPECT_EQ(mask[static_cast<std::size_t>(v)], shell(v % 6, v / 6 % 5, v / 30));
+    EXPECT_THAT(result.out, HasSubstr("Mask: 48 of 120 voxels, by a brain mask from the mean image.\n"));
+}
+
+TEST_F(Input, AnImageWithoutBackgroundIsTakenWhole) {
+    EXPECT_THAT(maskAfter(plainSeries(24)), testing::Each(1));
+}
+
+TEST_F(Input, AnImageOfDeviationsFromZeroIsTakenWhole) {
+    NiftiBytes image;
+    image.dim[4] = 24;
+    std::uint32_t state = 1;
+    for (int i = 0; i < kVoxels * 24; ++i) {
+        state = state * 1664525U + 1013904223U;
+        image.append(static_cast<std::int16_t>(static_cast<int>(state >> 24) - 128));
+    }
+    EXPECT_THAT(maskAfter(image), testing::Each(1));
+}
+
+TEST_F(Input, AGivenMaskIsTakenAsItIs) {
+    NiftiBytes mask = plainMask();
+    for (std::size_t v = 0; v < 60; ++v) mask.data[v] = '\0';
+    writeFile(folder / "mask.nii", mask.bytes());
+    const auto used = maskAfter(plainSeries(24), {"--mask", (folder / "mask.nii").string()});
+    for (std::size_t v = 0; v < used.size(); ++v) EXPECT_EQ(used[v], v >= 60) << v;
+    EXPECT_THAT(result.out, HasSubstr("Mask: 60 of 120 voxels, by the given mask.\n"));
+}
+
+TEST_F(Input, WithoutAMaskThePluginGetsNone) {
+    const CommandResult told = tell(waves(24, [](int x, int, int) { return x < 3; }), {"--mask", "none"});
+    EXPECT_THAT(told.out, HasSubstr("text 1 []\n"));
+    EXPECT_THAT(told.out, HasSubstr("Mask: 120 of 120 voxels, by no mask.\n"));
+}
+
+TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
+    NiftiBytes image = floats(24);
+    setFloat(image, 3, 17, std::numeric_limits<float>::quiet_NaN());
+    setFloat(image, 23, 18, std::numeric_limits<float>::infinity());
+    for (int t = 0; t < 24; ++t) setFloat(image, t, 40, 600.0f);
+    writeFile(folder / "mask.nii", plainMask().bytes());
+    for (const std::string& kind : {std::string("auto"), std::string("none"), (folder / "mask.nii").string()}) {
+        const auto mask = maskAfter(image, {"--mask", kind});
+        for (std::size_t v = 0; v < mask.size(); ++v) EXPECT_EQ(mask[v], v != 17 && v != 18 && v != 40) << kind << v;
+        const std::string note = "Mask: 3 voxels left it: 2 hold values that are not finite, 1 never change.\n";
+        EXPECT_THAT(result.out, HasSubstr(note));
+        EXPECT_THAT(textOf(folder / "out/log.txt"), HasSubstr(note));
+        EXPECT_THAT(result.out, HasSubstr("117 voxels x 24 volumes analysed\n"));
+    }
+}
+
+TEST_F(Input, DummyScansAreLeftOut) {
+    NiftiBytes image = plainSeries(26);
+    const std::string all = image.data;
+    image.data = std::string(2 * kVoxels * 2, '\x7F') + all.substr(2 * kVoxels * 2); // two bright volumes first
+    NiftiBytes rest = plainSeries(26);
+    rest.dim[4] = 24;
+    rest.data = all.substr(2 * kVoxels * 2);
+    const auto seen = [](const CommandResult& told) { return told.out.substr(told.out.find("text 0")); };
+    const CommandResult skipped = tell(image, {"--dummy-scans", "2"});
+    EXPECT_THAT(skipped.out, HasSubstr("24 volumes after the first 2 left out"));
+    EXPECT_THAT(skipped.out, HasSubstr("vtc volumes 24 "));
+    EXPECT_EQ(seen(skipped), seen(tell(rest)));
+    EXPECT_THAT(tell(image, {"--dummy-scans", "25"}).err, HasSubstr("leaves fewer than 2"));
+    EXPECT_THAT(tell(image, {"--dummy-scans", "7"}).err, HasSubstr("20 components are more than the 19 volumes"));
+}
+
+TEST_F(Input, TheTimeBetweenVolumesComesFromTheOptionThenTheSidecarThenTheHeader) {
+    const NiftiBytes image = plainSeries(24); // 2 s
+    EXPECT_THAT(tell(image).out, HasSubstr("TR 2 s (the header).\n"));
+    writeFile(folder / "a_bold.json", R"({"RepetitionTime": 1.35})");
+    CommandResult told = tell(image);
+    EXPECT_THAT(told.out, HasSubstr(" tr 1350 "));
+    EXPECT_THAT(told.out, HasSubstr("TR: a_bold.json says 1.35 s and is used; the header says 2 s.\n"));
+    told = tell(image, {"--tr", "0.8"});
+    EXPECT_THAT(told.out, HasSubstr(" tr 800 "));
+    EXPECT_THAT(told.out, HasSubstr("TR: --tr says 0.8 s and is used; a_bold.json says 1.35 s.\n"));
+    EXPECT_THAT(told.out, HasSubstr("TR: --tr says 0.8 s and is used; the header says 2 s.\n"));
+}
+
+TEST_F(Input, AMillisecondIsNoDisagreement) {
+    writeFile(folder / "a_bold.json", R"({"RepetitionTime": 2.001})");
+    EXPECT_THAT(tell(plainSeries(24)).out, Not(HasSubstr("and is used")));
+    writeFile(folder / "a_bold.json", R"({"RepetitionTime": 2.0011})");
+    EXPECT_THAT(tell(plainSeries(24)).out, HasSubstr("and is used; the header says 2 s"));
+}
+
+TEST_F(Input, TheHeadersUnitOfTimeIsRead) {
+    NiftiBytes image = plainSeries(24);
+    for (const auto& [units, value] : {std::pair(2 | 8, 1.5f), {2 | 16, 1500.0f}, {2 | 24, 1.5e6f}, {2, 1.5f}}) {
+        image.units = static_cast<char>(units);
+        image.pixdim[4] = value;
+        EXPECT_THAT(tell(image).out, HasSubstr(" tr 1500 ")) << units;
+    }
+}
+
+TEST_F(Input, AnUnusableTimeIsRefusedWithTheWayOut) {
+    NiftiBytes image = plainSeries(24);
+    for (const char* seconds : {"0", "20.1", "-2", "\"two\""}) {
+        writeFile(folder / "a_bold.json", std::string(R"({"RepetitionTime": )") + seconds + "}");
+        const CommandResult refused = tell(image);
+        EXPECT_EQ(refused.status, 3) << seconds;
+        EXPECT_THAT(refused.err, HasSubstr("with --tr SECONDS"));
+        EXPECT_THAT(tell(image, {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
+    }
+    writeFile(folder / "a_bold.json", "{ this is no JSON");
+    EXPECT_THAT(tell(image).err, HasSubstr("a_bold.json is no JSON object"));
+    writeFile(folder / "a_bold.json", R"({"TaskName": "rest"})");
+    EXPECT_THAT(tell(image).out, HasSubstr("TR 2 s (the header)"));
+    image.pixdim[4] = 0;
+    const CommandResult refused = tell(image);
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_THAT(refused.err, HasSubstr("give it with --tr SECONDS"));
+}
+
+TEST_F(Input, AllVolumesMakeTheMostComponents) {
+    const CommandResult told = tell(plainSeries(24), {"--components", "max", "--dummy-scans", "1"});
+    EXPECT_THAT(told.out, HasSubstr("integer 6 [1]\ninteger 7 [23]\ninteger 8 [500]\ninteger 9 [23]\n"));
+}
+
+TEST_F(Input, ADryRunTellsTheMemoryAndLeavesNothing) {
+    const CommandResult told = tell(plainSeries(24), {"--dry-run"});
+    EXPECT_EQ(told.status, 0);
+    EXPECT_THAT(told.out, testing::MatchesRegex("Input: 6x5x4 voxels, 24 volumes, TR 2 s \\(the header\\)\\.\n"
+                                                "Memory: about 0\\.0[0-9]* GiB at the peak, for 120 voxels; "
+                                                "[0-9.e+]* GiB are free\\.\n"));
+    EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii"));
+}
+
+TEST_F(Input, ARunBeyondItsMemoryIsRefusedBeforeTheDataAreRead) {
+    NiftiBytes image = plainSeries(24);
+    writeCompressed(folder / "cut.nii.gz", image.bytes());
+    const std::string whole = textOf(folder / "cut.nii.gz");
+    writeFile(folder / "cut.nii.gz", whole.substr(0, whole.size() - 2000)); // reading all of it would tell
+    for (const bool dry : {false, true}) {
+        std::vector<std::string> arguments = {"run",   (folder / "cut.nii.gz").string(), "--memory", "0.001",
+                                              "--out", (folder / "out").string()};
+        if (dry) arguments.emplace_back("--dry-run");
+        const CommandResult refused = znica(arguments);
+        EXPECT_EQ(refused.status, 5);
+        EXPECT_THAT(refused.err, HasSubstr("of memory, but 0.001 GiB are allowed by --memory; use a smaller mask"));
+        EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("cut.nii.gz"));
+    }
+}
+
+// Whole runs of the real plug-in.
+json decompositionOf(const std::filesystem::path& folder, const std::string& stem) {
+    return json::parse(textOf(folder / (stem + "_desc-ICA_decomposition.json")));
+}
+
+class WholeRun : public testing::Test {
+protected:
+    std::string sample(const std::string& size, int sources) {
+        const std::string name = size + std::to_string(sources);
+        EXPECT_EQ(
+            znica({"simulate", "--size", size, "--sources", std::to_string(sources), "--out", (folder / name).string()})
+                .status,
+            0);
+        return (folder / name / "sub-sim_task-blocks_bold.nii.gz").string();
+    }
+    TemporaryFolder folder;
+};
+
+TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsNearTheTruth) {
+    for (const auto& [size, sources] : {std::pair("tiny", 4), {"tiny", 8}, {"small", 8}}) {
+        const auto out = folder / (size + std::to_string(sources) + "-out");
+        const CommandResult run = znica({"run", sample(size, sources), "--components", "auto", "--out", out.string()});
+        ASSERT_EQ(run.status, 0) << run.err;
+        const json facts = decompositionOf(out, "sub-sim_task-blocks");
+        const int found = facts["ComponentsFound"];
+        // The sources, the anatomy, and the strongest of the slices' own fluctuations, which are no noise either:
+        // at most one slice in four.
+        const int slices = std::string(size) == "tiny" ? 18 : 36;
+        EXPECT_GE(found, sources + 1) << size;
+        EXPECT_LE(found, sources + 1 + slices / 4) << size;
+        EXPECT_EQ(facts["ComponentEstimate"]["MDL"], found);
+
+        const auto table = tableIn(out / "sub-sim_task-blocks_desc-ICA_dimension.tsv");
+        EXPECT_THAT(table[0], testing::ElementsAre("components", "eigenvalue", "mdl", "laplace"));
+        const auto eigenvalues = facts["Eigenvalues"].get<std::vector<double>>(); // by the plug-in, in another way
+        ASSERT_EQ(table.size(), eigenvalues.size() + 1);
+        std::size_t best = 1;
+        for (std::size_t k = 1; k < table.size(); ++k) {
+            EXPECT_NEAR(std::stod(table[k][1]), eigenvalues[k - 1], 1e-10 * eigenvalues[0]);
+            if (table[k][2] != "n/a" && std::stod(table[k][2]) < std::stod(table[best][2])) best = k;
+        }
+        EXPECT_EQ(static_cast<int>(best), found);
+    }
+}
+
+TEST_F(WholeRun, ThePredictedMemoryIsTheMemoryUsed) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer's own memory would be measured";
+#endif
+    for (const char* size : {"small", "medium"}) {
+        const auto out = folder / (std::string(size) + "-out");
+        ASSERT_EQ(znica({"run", sample(size, 4), "--components", "5", "--out", out.string()}).status, 0);
+        const json facts = decompositionOf(out, "sub-sim_task-blocks");
+        const double predicted = facts["PredictedPeakMemoryBytes"];
+        const double measured = facts["PeakMemoryBytes"];
+        RecordProperty(std::string(size) + "-predicted", std::to_string(predicted));
+        RecordProperty(std::string(size) + "-measured", std::to_string(measured));
+        // The work space of the BLAS grows with the number of its threads, which is the machine's.
+        EXPECT_NEAR(measured / predicted, 1.0, 0.15) << size << " " << measured << " of " << predicted;
+    }
+}
+
+TEST_F(WholeRun, MeasuredDataWithNoOptionsAtAll) {
+    const auto shared = std::filesystem::path(SOURCE_FOLDER) / "../shared/data/studyforrest-oneback-small";
+    const auto beside = std::filesystem::path(SOURCE_FOLDER) / "../../shared/data/studyforrest-oneback-small";
+    const auto data = std::filesystem::exists(shared) ? shared : beside;
+    if (!std::filesystem::exists(data)) GTEST_SKIP() << "no measured data beside the project";
+    const CommandResult run =
+        znica({"run", (data / "oneback_small_bold.nii.gz").string(), "--out", (folder / "out").string()});
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(run.out, HasSubstr("20 of 20 components found\n"));
+    // The mask that belongs to the data was made in another way: a quarter of the 98th percentile, holes filled.
+    const auto theirs = ReadNifti(data / "oneback_small_mask.nii.gz").values<unsigned char>();
+    const auto ours = ReadNifti(folder / "out/oneback_small_desc-brain_mask.nii.gz").values<unsigned char>();
+    ASSERT_EQ(ours.size(), theirs.size());
+    double both = 0.0;
+    for (std::size_t v = 0; v < ours.size(); ++v) both += ours[v] != 0 && theirs[v] != 0;
+    const double sum = std::accumulate(ours.begin(), ours.end(), 0.0) + static_cast<double>(theirs.size()) -
+                       static_cast<double>(std::count(theirs.begin(), theirs.end(), 0));
+    EXPECT_GT(2.0 * both / sum, 0.9); // Dice overlap
+}
+
+} // namespace
+} // namespace zn::test
