@@ -11,7 +11,7 @@ namespace {
 std::int64_t gridVoxels(const NRVMPsHeader& header) {
     if (header.resolution < 1) throw std::invalid_argument("volume maps of resolution 0");
     std::int64_t voxels = 1;
-    for (int axis = 0; axis < 3; ++axis) {
+    for (std::size_t axis = 0; axis < 3; ++axis) {
         const std::int64_t extent = std::int64_t{header.boundingBox[2 * axis + 1]} - header.boundingBox[2 * axis];
         if (extent < header.resolution) throw std::invalid_argument("volume maps without volume");
         voxels *= extent / header.resolution;

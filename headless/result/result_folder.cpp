@@ -70,7 +70,7 @@ fs::path makeUnfinished(const fs::path& wanted) {
     const std::string stem =
         "." + wanted.filename().string().substr(0, 200) + ".unfinished-" + std::to_string(getpid());
     for (int attempt = 0;; ++attempt) {
-        const fs::path path = wanted.parent_path() / (stem + (attempt > 0 ? "-" + std::to_string(attempt) : ""));
+        fs::path path = wanted.parent_path() / (stem + (attempt > 0 ? "-" + std::to_string(attempt) : ""));
         if (mkdir(path.c_str(), 0777) == 0) return path;
         if (errno != EEXIST) fail(wanted, std::string("cannot be made: ") + std::strerror(errno) + ".");
     }

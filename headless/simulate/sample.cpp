@@ -10,6 +10,29 @@ namespace {
 constexpr double kMeanSignal = 1000.0;
 constexpr double kBackground = 12.0; // outside the head: the magnitude of noise alone
 
+constexpr int kDraws = 20; // of a time course, of which the one least like the others is taken
+
+// Largest absolute correlation with the time courses of the sources so far; all have mean 0 and standard deviation 1.
+double likeness(const SourceTimeCourse& course, const std::vector<Source>& sources) {
+    double largest = 0.0;
+    for (const Source& source : sources) {
+        double sum = 0.0;
+        for (std::size_t t = 0; t < course.values.size(); ++t) sum += course.values[t] * source.timeCourse.values[t];
+        largest = std::max(largest, std::fabs(sum) / static_cast<double>(course.values.size()));
+    }
+    return largest;
+}
+
+SourceTimeCourse drawTimeCourse(const Sample& sample, RandomNumbers& random) {
+    const auto index = static_cast<int>(sample.sources.size());
+    SourceTimeCourse best = makeTimeCourse(index, sample.brain.volumes, sample.secondsPerVolume, random);
+    for (int draw = 1; draw < kDraws; ++draw) {
+        SourceTimeCourse other = makeTimeCourse(index, sample.brain.volumes, sample.secondsPerVolume, random);
+        if (likeness(other, sample.sources) < likeness(best, sample.sources)) best = std::move(other);
+    }
+    return best;
+}
+
 std::int16_t rounded(double intensity) {
     return static_cast<std::int16_t>(std::lround(std::clamp(intensity, 0.0, 32767.0)));
 }
@@ -31,9 +54,8 @@ Sample makeSample(const SimulateOptions& options) {
     for (SourceMap& map : placeSources(sample.brain, options.sources, random)) {
         Source source;
         source.map = std::move(map);
-        source.amplitude = kMeanSignal * random.uniform(0.05, 0.06);
-        const auto index = static_cast<int>(sample.sources.size());
-        source.timeCourse = makeTimeCourse(index, sample.brain.volumes, sample.secondsPerVolume, random);
+        source.amplitude = kMeanSignal * random.uniform(0.055, 0.065);
+        source.timeCourse = drawTimeCourse(sample, random);
         sample.sources.push_back(std::move(source));
     }
     sample.noise = kMeanSignal * options.noisePercent / 100.0;

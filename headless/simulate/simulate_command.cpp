@@ -50,11 +50,17 @@ void writeSourceMaps(const fs::path& file, const Sample& sample, const nifti_ima
 
 void writeRegions(const fs::path& stem, const Sample& sample, const nifti_image& grid) {
     std::vector<std::int16_t> labels(sample.brain.mask.size());
+    std::vector<float> strongest(labels.size()); // where sources overlap, the label is that of the strongest
     std::string names = "index\tname\n";
     std::int16_t label = 0;
     for (const Source& source : sample.sources) {
         ++label;
-        for (const std::int64_t voxel : source.map.region()) labels[static_cast<std::size_t>(voxel)] = label;
+        for (const auto& entry : source.map.region()) {
+            const auto voxel = static_cast<std::size_t>(entry.voxel);
+            if (entry.weight <= strongest[voxel]) continue;
+            strongest[voxel] = entry.weight;
+            labels[voxel] = label;
+        }
         names += std::to_string(label) + "\t" + source.timeCourse.kind + "\n";
     }
     ImageWriter writer(fs::path(stem).concat("dseg.nii.gz"), grid,

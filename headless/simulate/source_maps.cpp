@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace zn {
 
 namespace {
 
-constexpr double kRegionWeight = 0.3; // the region of this weight and more is most like the map (r = 0.93)
-constexpr int kPatience = 2000;       // attempts to place a blob before more overlap is allowed
-constexpr double kInner = 0.85;       // blobs keep this share of the ellipsoid's axes
+constexpr float kRegionWeight = 0.25f; // the region of this weight and more is most like the map (r = 0.91)
+constexpr int kPatience = 2000;        // attempts to place a blob before more overlap is allowed
+constexpr double kInner = 0.85;        // blobs keep this share of the ellipsoid's axes
 
 using Point = std::array<double, 3>;
 
@@ -44,9 +45,10 @@ SourceMap placeOne(const Brain& brain, bool mirrored, const std::vector<SourceMa
     const double shortest = *std::min_element(brain.halfAxes.begin(), brain.halfAxes.end());
     SourceMap source;
     // One blob has the volume of two.
-    source.radius = shortest * random.uniform(0.40, 0.44) * (mirrored ? 1.0 : std::cbrt(2.0));
+    source.radius = shortest * random.uniform(0.50, 0.54) * (mirrored ? 1.0 : std::cbrt(2.0));
     for (int attempt = 0;; ++attempt) {
-        const double gap = -source.radius * (0.35 + attempt / kPatience); // in a crowded brain: let them overlap more
+        const int patienceLost = attempt / kPatience;
+        const double gap = -source.radius * (0.35 + patienceLost); // in a crowded brain: let them overlap more
         const Point centre = randomPointInside(brain, random);
         source.centres = {centre};
         if (mirrored) source.centres.push_back({2.0 * brain.centre()[0] - centre[0], centre[1], centre[2]});
@@ -66,7 +68,7 @@ void fillEntries(SourceMap& source, const Brain& brain) {
                 }
                 const double share = nearest / source.radius;
                 if (share >= 1.0) continue;
-                const double weight = 1.0 - share * share;
+                const double weight = (1.0 - share * share) * (1.0 - share * share);
                 source.entries.push_back({voxel, static_cast<float>(weight)});
             }
         }
@@ -75,12 +77,11 @@ void fillEntries(SourceMap& source, const Brain& brain) {
 
 } // namespace
 
-std::vector<std::int64_t> SourceMap::region() const {
-    std::vector<std::int64_t> voxels;
-    for (const Entry& entry : entries) {
-        if (entry.weight > static_cast<float>(kRegionWeight)) voxels.push_back(entry.voxel);
-    }
-    return voxels;
+std::vector<SourceMap::Entry> SourceMap::region() const {
+    std::vector<Entry> strong;
+    std::copy_if(entries.begin(), entries.end(), std::back_inserter(strong),
+                 [](const Entry& entry) { return entry.weight > kRegionWeight; });
+    return strong;
 }
 
 std::vector<SourceMap> placeSources(const Brain& brain, int count, RandomNumbers& random) {

@@ -10,8 +10,8 @@
 namespace zn {
 
 /// Where a source is active: one blob, or two that mirror each other left and right, with the weight
-/// 1 - (r / radius)^2. Weights of every size on purpose: between two sources that are merely on or off, the search with
-/// the Gaussian nonlinearity often settles half-way.
+/// (1 - (r / radius)^2)^2. Few large and many small weights on purpose: between two sources that are merely on or off,
+/// the search with the Gaussian nonlinearity often settles half-way.
 struct SourceMap {
     struct Entry {
         std::int64_t voxel;
@@ -19,10 +19,10 @@ struct SourceMap {
     };
     std::vector<std::array<double, 3>> centres; ///< voxel coordinates
     double radius = 0.0;                        ///< voxels
-    std::vector<Entry> entries;                 ///< voxels inside the brain with a weight that matters
+    std::vector<Entry> entries;                 ///< voxels inside the brain with a weight above 0
 
-    /// Voxels where the source is strong (weight above 0.3): the region of the source.
-    std::vector<std::int64_t> region() const;
+    /// Voxels where the source is strong (weight above 0.25): the region of the source.
+    std::vector<Entry> region() const;
 };
 
 /// Places `count` sources that overlap at their rims at most, as long as there is room; every third one has two blobs.

@@ -8,7 +8,8 @@ namespace zn {
 namespace {
 
 constexpr double kTwoPi = 2.0 * std::numbers::pi;
-constexpr double kStep = 0.1; // seconds, of the stimulus before it is sampled
+constexpr double kStep = 0.1;  // seconds, of the stimulus before it is sampled
+constexpr int kResponse = 300; // steps of the haemodynamic response
 
 using Values = std::vector<double>;
 
@@ -38,7 +39,8 @@ double haemodynamicResponse(double seconds) {
 template <class Stimulus> Values responseTo(Stimulus stimulus, int volumes, double tr) {
     Values values(static_cast<std::size_t>(volumes));
     for (std::size_t t = 0; t < values.size(); ++t) {
-        for (double past = 0.0; past < 30.0; past += kStep) {
+        for (int step = 0; step < kResponse; ++step) {
+            const double past = step * kStep;
             const double when = static_cast<double>(t) * tr - past;
             if (when >= 0.0) values[t] += stimulus(when) * haemodynamicResponse(past) * kStep;
         }
@@ -57,7 +59,11 @@ Values blocks(int volumes, double tr, double period, double onset, double durati
 
 Values events(int volumes, double tr, RandomNumbers& random) {
     Values onsets;
-    for (double when = 4.0; when < volumes * tr; when += random.uniform(6.0, 22.0)) onsets.push_back(when);
+    double next = 4.0;
+    while (next < volumes * tr) {
+        onsets.push_back(next);
+        next += random.uniform(6.0, 22.0);
+    }
     return responseTo(
         [&](double when) {
             for (const double onset : onsets) {
@@ -91,7 +97,7 @@ Values rhythm(int volumes, double tr, double hertz, RandomNumbers& random) {
 
 Values movement(int volumes, RandomNumbers& random) {
     Values values(static_cast<std::size_t>(volumes));
-    double level = 0.0;
+    double level = random.normal(); // at least one movement, at the start
     for (double& value : values) {
         if (random.uniform() < 0.05) level += random.normal();
         level *= 0.97; // back towards the rest position
@@ -114,7 +120,8 @@ Values fluctuation(int volumes, double tr, RandomNumbers& random) {
 
 } // namespace
 
-SourceTimeCourse makeTimeCourse(int index, int volumes, double tr, RandomNumbers& random) {
+SourceTimeCourse makeTimeCourse(int index, int volumes, double secondsPerVolume, RandomNumbers& random) {
+    const double tr = secondsPerVolume;
     SourceTimeCourse course;
     switch (index) {
     case 0:

@@ -58,7 +58,7 @@ std::unique_ptr<TMPluginInterface> PluginLibrary::create() const {
 fs::path findPlugin() {
     const fs::path folder = fs::read_symlink("/proc/self/exe").parent_path();
     for (const char* place : {"ICAPlugin.so", "../lib/znica/ICAPlugin.so", "../lib/ICAPlugin.so"}) {
-        const fs::path file = (folder / place).lexically_normal();
+        fs::path file = (folder / place).lexically_normal();
         if (fs::exists(file)) return file;
     }
     throw Failure(ExitStatus::kOther,

@@ -32,7 +32,7 @@ public:
 
 private:
     void* function(const char* name) const;
-    std::string text(const char* function) const;
+    std::string text(const char* name) const;
 
     std::filesystem::path file_;
     std::unique_ptr<void, int (*)(void*)> handle_;
