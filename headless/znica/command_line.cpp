@@ -107,6 +107,7 @@ void CommandLine::addRun() {
     run->add_option("--label", o.label, "subject or session, for the maps' names")->type_name("TEXT");
     run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")->type_name("FILE");
     run->add_flag("--force", o.force, "replace an earlier result in DIR");
+    addRunControl(*run, o.control);
     run->footer(kRunExamples);
 }
 

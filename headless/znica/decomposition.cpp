@@ -122,6 +122,8 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
                              {"File", facts.library->file().string()}}}};
     json["Input"] = inputOf(facts);
     json["Settings"] = settingsOf(*facts.options);
+    json["Seed"] = facts.seed;
+    json["Threads"] = facts.threads;
     json["ComponentsFound"] = facts.found();
     const auto kept = facts.log->retainedVariancePercent();
     json["RetainedVariancePercent"] = kept && std::isfinite(*kept) ? Json(*kept) : Json(nullptr);

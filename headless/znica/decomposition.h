@@ -20,6 +20,8 @@ struct RunFacts {
     const PluginLibrary* library = nullptr;
     const PluginLog* log = nullptr;
     std::filesystem::path pluginFolder; ///< where the plug-in's own files are
+    std::uint32_t seed = 0;             ///< of the plug-in's random numbers
+    int threads = 1;                    ///< of the matrix products
     double secondsReading = 0.0;
     double secondsPlugin = 0.0;
     double secondsTotal = 0.0;

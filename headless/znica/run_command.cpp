@@ -1,5 +1,6 @@
 #include "headless/znica/run_command.h"
 
+#include "headless/host/product_threads.h"
 #include "headless/nifti/series_check.h"
 #include "headless/result/component_image.h"
 #include "headless/result/metrics_table.h"
@@ -9,6 +10,7 @@
 #include "headless/result/text_file.h"
 #include "headless/znica/decomposition.h"
 #include "headless/znica/plugin_library.h"
+#include "headless/znica/random_border.h"
 #include "headless/znica/run_inputs.h"
 #include "headless/znica/run_log.h"
 #include "headless/znica/run_plugin.h"
@@ -68,6 +70,9 @@ ExitStatus runCommand(const RunOptions& options) {
         writeMetricsDescription(file("metrics.json"));
     });
     session.events = &log;
+    setProductThreads(options.control.threads.value_or(productThreads()));
+    const std::uint32_t seed = options.control.seed.value_or(freshSeed());
+    beginRandomNumbers(seed);
     const Stopwatch running;
     runPlugin(library, session, log, folder.path() / "plugin");
 
@@ -78,6 +83,8 @@ ExitStatus runCommand(const RunOptions& options) {
     facts.library = &library;
     facts.log = &log.facts();
     facts.pluginFolder = folder.path() / "plugin";
+    facts.seed = seed;
+    facts.threads = productThreads();
     facts.secondsReading = secondsReading;
     facts.secondsPlugin = running.seconds();
     facts.secondsTotal = total.seconds();

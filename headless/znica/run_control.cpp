@@ -1,0 +1,14 @@
+#include "headless/znica/run_control.h"
+
+#include <CLI/CLI.hpp>
+
+namespace zn {
+
+void addRunControl(CLI::App& command, RunControl& control) {
+    command.add_option("--seed", control.seed, "replay the run that recorded this seed (new)")->type_name("N");
+    command.add_option("--threads", control.threads, "threads of the matrix products (all)")
+        ->check(CLI::Range(1, 1024).description(""))
+        ->type_name("N");
+}
+
+} // namespace zn
