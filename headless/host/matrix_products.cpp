@@ -3,6 +3,7 @@
 // The BLAS shares one product among its threads in a way that depends on their number, and with it the order of the
 // sums and the last bits. Here every product is cut into blocks of a fixed size, each is one call of the BLAS on one
 // thread, and partial sums are added in the order of the blocks: the same bits with any number of threads.
+#include "headless/host/current_session.h"
 #include "headless/host/product_threads.h"
 #include "headless/host/worker_threads.h"
 
@@ -146,6 +147,7 @@ template <class Real> void matrixTimesVector(const Real* a, const Real* x, Real*
         std::fill_n(y, results, Real{0});
         return;
     }
+    if (Session* session = attachedSession()) session->events->vectorProduct(transpose);
     WorkerThreads& team = workers();
     const int size = resultsPerBlock(terms);
     team.run(blocksIn(results, size), [&](int number) {

@@ -140,6 +140,7 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
 void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitStatus status) {
     const Json json = {{"status", status == ExitStatus::kDone ? "done" : "gave up"},
                        {"exit_status", static_cast<int>(status)},
+                       {"partial", status != ExitStatus::kDone},
                        {"components_asked", facts.options->components()},
                        {"components_found", facts.found()}};
     writeTextFile(file, dump(json));

@@ -38,7 +38,8 @@ std::int64_t peakMemoryBytes();
 /// as JSON. A number that is none (not-a-number, infinity) is null. Throws Failure (kOther).
 void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts);
 
-/// Writes in few words how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4, ...}.
+/// Writes in few words how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4,
+/// "partial": whether components are missing, ...}.
 void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitStatus status);
 
 } // namespace zn

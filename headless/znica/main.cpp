@@ -1,4 +1,5 @@
 #include "headless/failure/failure.h"
+#include "headless/result/partial_result.h"
 #include "headless/simulate/score_command.h"
 #include "headless/simulate/simulate_command.h"
 #include "headless/znica/command_line.h"
@@ -17,7 +18,7 @@ using zn::ExitStatus;
 int complain(ExitStatus status, std::string text) {
     std::replace(text.begin(), text.end(), '\n', ' '); // one line, whatever a file is called
     std::fflush(stdout);
-    std::fprintf(stderr, "znica: %s\n", text.c_str());
+    std::fprintf(stderr, "znica: %s%s\n", text.c_str(), zn::markPartial("failed", static_cast<int>(status)).c_str());
     return static_cast<int>(status);
 }
 

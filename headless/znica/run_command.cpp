@@ -2,6 +2,7 @@
 
 #include "headless/host/product_threads.h"
 #include "headless/nifti/series_check.h"
+#include "headless/result/bids_files.h"
 #include "headless/result/component_image.h"
 #include "headless/result/metrics_table.h"
 #include "headless/result/mixing_table.h"
@@ -10,12 +11,14 @@
 #include "headless/result/text_file.h"
 #include "headless/znica/decomposition.h"
 #include "headless/znica/plugin_library.h"
+#include "headless/znica/progress.h"
 #include "headless/znica/random_border.h"
 #include "headless/znica/run_inputs.h"
 #include "headless/znica/run_log.h"
 #include "headless/znica/run_plugin.h"
 #include "headless/znica/stopwatch.h"
 
+#include <cmath>
 #include <cstdio>
 
 namespace zn {
@@ -31,12 +34,16 @@ ReferenceNames referenceNames(const Session& session) {
     return names;
 }
 
+Progress::Display displayOf(const RunControl& control) {
+    return control.quiet || control.verbose ? Progress::Display::kNone : Progress::suitable();
+}
+
 void printSummary(const RunFacts& facts, const fs::path& out) {
-    std::printf("\n%lld voxels x %d volumes analysed\n", static_cast<long long>(facts.voxels()),
+    std::printf("%lld voxels x %d volumes analysed\n", static_cast<long long>(facts.voxels()),
                 facts.functional->volumes);
     std::printf("%d of %d components found%s\n", facts.found(), facts.options->components(),
                 facts.found() < facts.options->components() ? ": the others did not converge" : "");
-    if (const auto kept = facts.log->retainedVariancePercent()) std::printf("%.2f %% of the variance kept\n", *kept);
+    std::printf("%.2f %% of the variance kept\n", facts.log->retainedVariancePercent().value_or(NAN));
     std::printf("%.1f s, of which %.1f s in the plug-in; at most %.0f MiB of memory\n", facts.secondsTotal,
                 facts.secondsPlugin, static_cast<double>(facts.peakMemoryBytes) / 1048576.0);
     std::printf("result: %s\n", out.c_str());
@@ -53,7 +60,11 @@ ExitStatus runCommand(const RunOptions& options) {
     const fs::path stem = folder.path() / (resultStem(options.functional) + "_desc-ICA_");
     const auto file = [&](const char* ending) { return fs::path(stem).concat(ending); };
 
+    if (options.control.keepPartial) ResultFolder::keepUnfinished();
+    Progress progress(displayOf(options.control), options.components());
+
     const Stopwatch reading;
+    progress.stage("reading");
     session.series = readTimeSeries(functional);
     const double secondsReading = reading.seconds();
     if (!variesOverTime(session.series, session.mask)) {
@@ -63,7 +74,8 @@ ExitStatus runCommand(const RunOptions& options) {
                           (session.mask.empty() ? "." : " and the mask."));
     }
 
-    RunLog log(folder.path() / "log.txt", [&](const VolumeMaps& maps) {
+    RunLog log(folder.path() / "log.txt", options.control.verbose, progress, [&](const VolumeMaps& maps) {
+        progress.stage("writing");
         writeComponentImage(file("components.nii.gz"), maps, functional);
         writeMixingTable(file("mixing.tsv"), maps);
         writeMetricsTable(file("metrics.tsv"), maps, referenceNames(session));
@@ -92,8 +104,10 @@ ExitStatus runCommand(const RunOptions& options) {
     writeDecomposition(file("decomposition.json"), facts);
     const ExitStatus status = facts.found() < options.components() ? ExitStatus::kGaveUp : ExitStatus::kDone;
     writeStatus(folder.path() / "status.json", facts, status);
+    writeBidsFiles(folder.path(), ZNICA_VERSION, library.name(), library.version());
     folder.commit();
-    printSummary(facts, options.out);
+    progress.clear();
+    if (!options.control.quiet) printSummary(facts, options.out);
     return status;
 }
 
