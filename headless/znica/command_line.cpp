@@ -53,6 +53,8 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     addRun();
     addSimulate();
     addScore();
+    addInfo();
+    addCompare();
 }
 
 void CommandLine::addRun() {
@@ -133,6 +135,23 @@ void CommandLine::addScore() {
     score = app.add_subcommand("score", "Tell how well a result recovers the sources of a simulated sample.");
     score->add_option("RESULT", scoreOptions.result, "folder that znica run made")->required()->type_name("DIR");
     score->add_option("--truth", scoreOptions.truth, "folder that znica simulate made")->required()->type_name("DIR");
+}
+
+void CommandLine::addInfo() {
+    info = app.add_subcommand("info", "Tell what the plug-in says about itself and which host functions it finds.");
+    info->add_option("--plugin", infoPlugin, "plug-in file (the one beside this command)")->type_name("FILE");
+    info->footer("Example:\n  znica info\n");
+}
+
+void CommandLine::addCompare() {
+    CompareOptions& o = compareOptions;
+    compare = app.add_subcommand("compare", "Pair the components of two results by absolute spatial correlation.");
+    compare->add_option("A", o.a, "folder that znica run made")->required()->type_name("DIR");
+    compare->add_option("B", o.b, "another one on the same grid")->required()->type_name("DIR");
+    compare->add_option("--out", o.out, "write the table here, too")->type_name("TSV");
+    compare->add_flag("--force", o.force, "replace that file");
+    compare->footer("Example:\n  znica run bold.nii.gz --out a --seed 1\n  znica run bold.nii.gz --out b --seed 2\n"
+                    "  znica compare a b\n");
 }
 
 } // namespace zn

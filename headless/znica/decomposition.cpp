@@ -86,6 +86,11 @@ Json componentsOf(const RunFacts& facts) {
             component["Restarts"] = found[i].restarts;
             component["ElapsedSeconds"] = found[i].seconds;
         }
+        if (facts.repeats) {
+            const Stability& stability = facts.repeats->stability[i];
+            component["StabilityIndex"] = numberOrNull(static_cast<float>(stability.index));
+            component["StabilityRuns"] = stability.runs;
+        }
         component["Metrics"] = metricsOf(map);
         components.push_back(std::move(component));
     }
@@ -124,6 +129,12 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
     json["Settings"] = settingsOf(*facts.options);
     json["Seed"] = facts.seed;
     json["Threads"] = facts.threads;
+    if (facts.repeats) {
+        json["Repeats"] = {{"Runs", facts.repeats->seeds.size()},
+                           {"Converged", facts.repeats->converged},
+                           {"Seeds", facts.repeats->seeds},
+                           {"ComponentsFound", facts.repeats->found}};
+    }
     json["ComponentsFound"] = facts.found();
     const auto kept = facts.log->retainedVariancePercent();
     json["RetainedVariancePercent"] = kept && std::isfinite(*kept) ? Json(*kept) : Json(nullptr);

@@ -5,6 +5,7 @@
 #include "headless/nifti/image_header.h"
 #include "headless/result/plugin_log.h"
 #include "headless/znica/plugin_library.h"
+#include "headless/znica/repeat_runs.h"
 #include "headless/znica/run_options.h"
 
 #include <cstdint>
@@ -19,9 +20,10 @@ struct RunFacts {
     const Session* session = nullptr;
     const PluginLibrary* library = nullptr;
     const PluginLog* log = nullptr;
-    std::filesystem::path pluginFolder; ///< where the plug-in's own files are
-    std::uint32_t seed = 0;             ///< of the plug-in's random numbers
-    int threads = 1;                    ///< of the matrix products
+    std::filesystem::path pluginFolder;   ///< where the plug-in's own files are
+    const RepeatFacts* repeats = nullptr; ///< null after a single run
+    std::uint32_t seed = 0;               ///< of the plug-in's random numbers
+    int threads = 1;                      ///< of the matrix products
     double secondsReading = 0.0;
     double secondsPlugin = 0.0;
     double secondsTotal = 0.0;

@@ -3,6 +3,7 @@
 #include "headless/simulate/score_command.h"
 #include "headless/simulate/simulate_command.h"
 #include "headless/znica/command_line.h"
+#include "headless/znica/info_command.h"
 #include "headless/znica/interrupts.h"
 #include "headless/znica/run_command.h"
 
@@ -25,6 +26,8 @@ int complain(ExitStatus status, std::string text) {
 ExitStatus carryOut(const zn::CommandLine& line) {
     if (line.app.got_subcommand(line.simulate)) return zn::simulateCommand(line.simulateOptions);
     if (line.app.got_subcommand(line.score)) return zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth);
+    if (line.app.got_subcommand(line.info)) return zn::infoCommand(line.infoPlugin);
+    if (line.app.got_subcommand(line.compare)) return zn::compareCommand(line.compareOptions);
     return zn::runCommand(line.runOptions);
 }
 

@@ -22,7 +22,7 @@ struct Opening {
 constexpr Opening kOpenings[] = {{"Computing covariance matrix", "covariance"},
                                  {"Computing eigenvalues", "eigenvalues"},
                                  {"Running FastICA", "components"},
-                                 {"fingerprint", "fingerprint"}};
+                                 {"Computing parameters", "fingerprint"}};
 
 } // namespace
 

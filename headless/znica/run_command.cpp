@@ -13,6 +13,7 @@
 #include "headless/znica/plugin_library.h"
 #include "headless/znica/progress.h"
 #include "headless/znica/random_border.h"
+#include "headless/znica/repeat_runs.h"
 #include "headless/znica/run_inputs.h"
 #include "headless/znica/run_log.h"
 #include "headless/znica/run_plugin.h"
@@ -41,8 +42,10 @@ Progress::Display displayOf(const RunControl& control) {
 void printSummary(const RunFacts& facts, const fs::path& out) {
     std::printf("%lld voxels x %d volumes analysed\n", static_cast<long long>(facts.voxels()),
                 facts.functional->volumes);
-    std::printf("%d of %d components found%s\n", facts.found(), facts.options->components(),
+    std::printf("%d of %d components found%s", facts.found(), facts.options->components(),
                 facts.found() < facts.options->components() ? ": the others did not converge" : "");
+    if (facts.repeats) std::printf("; %d of %zu runs found all", facts.repeats->converged, facts.repeats->seeds.size());
+    std::printf("\n");
     std::printf("%.2f %% of the variance kept\n", facts.log->retainedVariancePercent().value_or(NAN));
     std::printf("%.1f s, of which %.1f s in the plug-in; at most %.0f MiB of memory\n", facts.secondsTotal,
                 facts.secondsPlugin, static_cast<double>(facts.peakMemoryBytes) / 1048576.0);
@@ -78,8 +81,6 @@ ExitStatus runCommand(const RunOptions& options) {
         progress.stage("writing");
         writeComponentImage(file("components.nii.gz"), maps, functional);
         writeMixingTable(file("mixing.tsv"), maps);
-        writeMetricsTable(file("metrics.tsv"), maps, referenceNames(session));
-        writeMetricsDescription(file("metrics.json"));
     });
     session.events = &log;
     setProductThreads(options.control.threads.value_or(productThreads()));
@@ -88,7 +89,16 @@ ExitStatus runCommand(const RunOptions& options) {
     const Stopwatch running;
     runPlugin(library, session, log, folder.path() / "plugin");
 
+    std::optional<RepeatFacts> repeats;
+    if (options.control.repeats > 1) {
+        repeats = repeatRuns(library, session, options, seed, folder.path(), progress);
+    }
+    writeMetricsTable(file("metrics.tsv"), session.maps, referenceNames(session),
+                      repeats ? repeats->stability : std::vector<Stability>());
+    writeMetricsDescription(file("metrics.json"), repeats.has_value());
+
     RunFacts facts;
+    facts.repeats = repeats ? &*repeats : nullptr;
     facts.options = &options;
     facts.functional = &functional;
     facts.session = &session;
