@@ -1,5 +1,7 @@
 #include "headless/znica/command_line.h"
 
+#include "headless/znica/help_pages.h"
+
 #include <array>
 #include <charconv>
 #include <map>
@@ -12,10 +14,14 @@ namespace {
 constexpr char kAbout[] =
     "Spatial independent component analysis of functional MRI data, by the same plug-in that the desktop host loads.";
 
-constexpr char kExitStatus[] = "Exit status: 0 done; 1 the result cannot be written, or anything else; 2 wrong usage; "
-                               "3 an input or a setting does "
-                               "not\nfit; 4 fewer components found than asked for (what was found is written); 5 not "
-                               "enough memory; 130 interrupted.";
+constexpr char kExitStatus[] = "Exit status:\n"
+                               "  0    done\n"
+                               "  1    the result cannot be written, or anything else\n"
+                               "  2    wrong usage\n"
+                               "  3    an input or a setting does not fit\n"
+                               "  4    fewer components found than asked for (what was found is written)\n"
+                               "  5    not enough memory\n"
+                               "  130  interrupted\n";
 
 constexpr char kRunExamples[] = "Examples:\n"
                                 "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
@@ -49,7 +55,11 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     app.require_subcommand(1);
     app.set_version_flag("--version", "znica " ZNICA_VERSION);
     app.footer(kExitStatus);
-    app.get_formatter()->column_width(34);
+    app.formatter(compactHelp()); // before the commands, which take it over
+    app.add_flag_callback("--manual-page", [this] { throw CLI::CallForVersion(manualPage(app, ZNICA_VERSION), 0); })
+        ->group("");
+    app.add_flag_callback("--bash-completion", [this] { throw CLI::CallForVersion(bashCompletion(app), 0); })
+        ->group("");
     addRun();
     addSimulate();
     addScore();
@@ -69,7 +79,7 @@ void CommandLine::addRun() {
             o.firstEigenvalue = 1;
             o.lastEigenvalue = count;
         },
-        "how many components, from as many largest eigenvalues (20)");
+        "how many, from as many largest eigenvalues (20)");
     components->check(CLI::Range(1, 1000000).description(""))->type_name("N");
     run->add_option_function<std::string>(
            "--eigenvalues", [&o](const std::string& range) { setEigenvalues(o, range); },
@@ -93,8 +103,7 @@ void CommandLine::addRun() {
     run->add_option("--tr", o.secondsPerVolume, "seconds from volume to volume (header)")
         ->check(CLI::Range(0.001, 20.0).description(""))
         ->type_name("SECONDS");
-    run->add_option("--design", o.design, "predictors to compare time courses with: RTC text or\na table with a header")
-        ->type_name("FILE");
+    run->add_option("--design", o.design, "predictors, as RTC text or a table with a header")->type_name("FILE");
     auto* rois =
         run->add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     run->add_option("--roi-names", o.regionNames, "table with columns index and name")->type_name("TSV")->needs(rois);
@@ -103,7 +112,7 @@ void CommandLine::addRun() {
     run->add_flag_callback(
            "--no-clustering", [&o] { o.clusterSize.reset(); }, "leave out the degree of clustering")
         ->excludes(clusterSize);
-    run->add_option("--z-threshold", o.zThreshold, "voxels of a cluster lie beyond this, 0.1 to 100 (2.5)")
+    run->add_option("--z-threshold", o.zThreshold, "voxels of a cluster lie beyond it, 0.1 to 100 (2.5)")
         ->check(CLI::Range(0.1f, 100.0f).description(""))
         ->type_name("Z");
     run->add_option("--label", o.label, "subject or session, for the maps' names")->type_name("TEXT");
