@@ -15,6 +15,10 @@ void attachSession(Session* session) {
     current = session;
 }
 
+Session* attachedSession() {
+    return current;
+}
+
 Session& currentSession() {
     if (!current) {
         std::fputs("TesmiraZN: a host function was called outside a session.\n", stderr);

@@ -13,6 +13,8 @@ public:
 
     /// A line for the log: the plug-in's, or the host's own notes.
     virtual void logLine(std::string_view line) = 0;
+    /// The plug-in had a matrix, transposed or not, multiplied with a vector: what an iteration consists of.
+    virtual void vectorProduct(bool transposed) { (void)transposed; }
     /// A message box: the user should see it.
     virtual void message(std::string_view text) = 0;
     /// The maps are complete; the plug-in wants them kept under this name.

@@ -14,6 +14,10 @@ float valueAt(const VolumeMap& map, std::size_t position) {
     return position < map.parameters.size() ? map.parameters[position] : NAN;
 }
 
+std::string stabilityCells(const Stability& stability) {
+    return "\t" + cellText(static_cast<float>(stability.index)) + "\t" + std::to_string(stability.runs);
+}
+
 } // namespace
 
 std::string ReferenceNames::at(const std::vector<std::string>& names, float number) {
@@ -21,10 +25,12 @@ std::string ReferenceNames::at(const std::vector<std::string>& names, float numb
     return named ? names[static_cast<std::size_t>(number) - 1] : "n/a";
 }
 
-void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps, const ReferenceNames& names) {
+void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps, const ReferenceNames& names,
+                       const std::vector<Stability>& stability) {
     std::string text = "component";
     for (const Metric& metric : kMetrics) text += std::string("\t") + metric.column;
-    text += "\tdm_pred_name\ttemplate_voi_name\tclassification\n";
+    text += "\tdm_pred_name\ttemplate_voi_name\tclassification";
+    text += stability.empty() ? "\n" : "\tstability_iq\tstability_runs\n";
     int index = 0;
     for (const VolumeMap& map : maps.maps()) {
         text += componentName(index++);
@@ -32,12 +38,14 @@ void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps
             text += "\t" + cellText(valueAt(map, position));
         }
         text += "\t" + ReferenceNames::at(names.predictors, valueAt(map, kPredictorIndex));
-        text += "\t" + ReferenceNames::at(names.regions, valueAt(map, kRegionIndex)) + "\tn/a\n";
+        text += "\t" + ReferenceNames::at(names.regions, valueAt(map, kRegionIndex)) + "\tn/a";
+        if (!stability.empty()) text += stabilityCells(stability[static_cast<std::size_t>(index) - 1]);
+        text += '\n';
     }
     writeTextFile(file, text);
 }
 
-void writeMetricsDescription(const std::filesystem::path& file) {
+void writeMetricsDescription(const std::filesystem::path& file, bool withStability) {
     nlohmann::ordered_json columns;
     columns["component"] = {{"Description", "Component, in the order of extraction, counted from ICA_00."}};
     for (const Metric& metric : kMetrics) {
@@ -47,6 +55,15 @@ void writeMetricsDescription(const std::filesystem::path& file) {
     columns["dm_pred_name"] = {{"Description", "Name of the predictor in dm_pred_index; n/a without a design matrix."}};
     columns["template_voi_name"] = {{"Description", "Name of the region in template_voi_index; n/a without regions."}};
     columns["classification"] = {{"Description", "For the reader to fill in: signal or noise. Left empty (n/a) here."}};
+    if (withStability) {
+        columns["stability_iq"] = {
+            {"LongName", "Stability index Iq"},
+            {"Description", "Mean absolute spatial correlation within the cluster of components of all runs that this "
+                            "one belongs to, less the mean one with the components outside (Himberg et al. 2004); n/a "
+                            "when no other component is in the cluster."},
+            {"Units", "difference of correlations, at most 1"}};
+        columns["stability_runs"] = {{"Description", "Runs that have a component in that cluster."}, {"Units", "runs"}};
+    }
     writeTextFile(file, columns.dump(2) + "\n");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "headless/host/volume_maps.h"
+#include "headless/result/stability.h"
 
 #include <filesystem>
 #include <string>
@@ -18,10 +19,12 @@ struct ReferenceNames {
 };
 
 /// Writes the sixteen parameters of every component as a tab-separated table: component, the columns of kMetrics, the
-/// names of the best predictor and region, and an empty classification. Not-a-number is "n/a". Throws Failure (kOther).
-void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps, const ReferenceNames& names);
+/// names of the best predictor and region, and an empty classification; after several runs (`stability` has an element
+/// a component, else it is empty) two columns more. Not-a-number is "n/a". Throws Failure (kOther).
+void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps, const ReferenceNames& names,
+                       const std::vector<Stability>& stability);
 
 /// Writes what the columns of that table mean, as JSON in the manner of BIDS. Throws Failure (kOther).
-void writeMetricsDescription(const std::filesystem::path& file);
+void writeMetricsDescription(const std::filesystem::path& file, bool withStability);
 
 } // namespace zn

@@ -27,6 +27,8 @@ namespace fs = std::filesystem;
 std::mutex guard;
 fs::path unfinished;
 std::vector<fs::path> madeParents; // outermost first
+bool keep = false;
+fs::path leftBehind;
 
 [[noreturn]] void fail(const fs::path& path, const std::string& why) {
     throw Failure(ExitStatus::kOther, path.string() + " " + why);
@@ -106,6 +108,12 @@ void ResultFolder::commit() {
 
 void ResultFolder::discard() {
     const std::scoped_lock lock(guard);
+    if (keep && !unfinished.empty()) {
+        leftBehind = unfinished;
+        unfinished.clear();
+        madeParents.clear();
+        return;
+    }
     std::error_code ignored;
     // Another thread may still be putting files into it: try until it stays gone.
     for (int attempt = 0; attempt < 100 && !unfinished.empty() && fs::exists(unfinished, ignored); ++attempt) {
@@ -114,6 +122,16 @@ void ResultFolder::discard() {
     unfinished.clear();
     for (auto parent = madeParents.rbegin(); parent != madeParents.rend(); ++parent) rmdir(parent->c_str());
     madeParents.clear();
+}
+
+void ResultFolder::keepUnfinished() {
+    const std::scoped_lock lock(guard);
+    keep = true;
+}
+
+fs::path ResultFolder::left() {
+    const std::scoped_lock lock(guard);
+    return leftBehind;
 }
 
 } // namespace zn

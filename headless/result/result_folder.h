@@ -29,6 +29,12 @@ public:
     /// thread, for the process that has to end early.
     static void discard();
 
+    /// From now on discard() leaves the unfinished folder where it is.
+    static void keepUnfinished();
+
+    /// The unfinished folder that discard() left, once it has; empty when there is none.
+    static std::filesystem::path left();
+
 private:
     std::filesystem::path wanted_;
     std::filesystem::path unfinished_;

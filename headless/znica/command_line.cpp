@@ -1,5 +1,6 @@
 #include "headless/znica/command_line.h"
 
+#include "headless/znica/help_pages.h"
 #include "headless/znica/input_options.h"
 
 #include <array>
@@ -14,10 +15,14 @@ namespace {
 constexpr char kAbout[] =
     "Spatial independent component analysis of functional MRI data, by the same plug-in that the desktop host loads.";
 
-constexpr char kExitStatus[] = "Exit status: 0 done; 1 the result cannot be written, or anything else; 2 wrong usage; "
-                               "3 an input or a setting does "
-                               "not\nfit; 4 fewer components found than asked for (what was found is written); 5 not "
-                               "enough memory; 130 interrupted.";
+constexpr char kExitStatus[] = "Exit status:\n"
+                               "  0    done\n"
+                               "  1    the result cannot be written, or anything else\n"
+                               "  2    wrong usage\n"
+                               "  3    an input or a setting does not fit\n"
+                               "  4    fewer components found than asked for (what was found is written)\n"
+                               "  5    not enough memory\n"
+                               "  130  interrupted\n";
 
 constexpr char kRunExamples[] = "Examples:\n"
                                 "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
@@ -51,10 +56,16 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     app.require_subcommand(1);
     app.set_version_flag("--version", "znica " ZNICA_VERSION);
     app.footer(kExitStatus);
-    app.get_formatter()->column_width(34);
+    app.formatter(compactHelp()); // before the commands, which take it over
+    app.add_flag_callback("--manual-page", [this] { throw CLI::CallForVersion(manualPage(app, ZNICA_VERSION), 0); })
+        ->group("");
+    app.add_flag_callback("--bash-completion", [this] { throw CLI::CallForVersion(bashCompletion(app), 0); })
+        ->group("");
     addRun();
     addSimulate();
     addScore();
+    addInfo();
+    addCompare();
 }
 
 void CommandLine::addRun() {
@@ -82,8 +93,7 @@ void CommandLine::addRun() {
     run->add_option("--max-iterations", o.maxIterations, "start a component anew after these (500)")
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N");
-    run->add_option("--design", o.design, "predictors to compare time courses with: RTC text or\na table with a header")
-        ->type_name("FILE");
+    run->add_option("--design", o.design, "predictors, as RTC text or a table with a header")->type_name("FILE");
     auto* rois =
         run->add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     run->add_option("--roi-names", o.regionNames, "table with columns index and name")->type_name("TSV")->needs(rois);
@@ -92,12 +102,13 @@ void CommandLine::addRun() {
     run->add_flag_callback(
            "--no-clustering", [&o] { o.clusterSize.reset(); }, "leave out the degree of clustering")
         ->excludes(clusterSize);
-    run->add_option("--z-threshold", o.zThreshold, "voxels of a cluster lie beyond this, 0.1 to 100 (2.5)")
+    run->add_option("--z-threshold", o.zThreshold, "voxels of a cluster lie beyond it, 0.1 to 100 (2.5)")
         ->check(CLI::Range(0.1f, 100.0f).description(""))
         ->type_name("Z");
     run->add_option("--label", o.label, "subject or session, for the maps' names")->type_name("TEXT");
     run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")->type_name("FILE");
     run->add_flag("--force", o.force, "replace an earlier result in DIR");
+    addRunControl(*run, o.control);
     run->footer(kRunExamples);
 }
 
@@ -123,6 +134,23 @@ void CommandLine::addScore() {
     score = app.add_subcommand("score", "Tell how well a result recovers the sources of a simulated sample.");
     score->add_option("RESULT", scoreOptions.result, "folder that znica run made")->required()->type_name("DIR");
     score->add_option("--truth", scoreOptions.truth, "folder that znica simulate made")->required()->type_name("DIR");
+}
+
+void CommandLine::addInfo() {
+    info = app.add_subcommand("info", "Tell what the plug-in says about itself and which host functions it finds.");
+    info->add_option("--plugin", infoPlugin, "plug-in file (the one beside this command)")->type_name("FILE");
+    info->footer("Example:\n  znica info\n");
+}
+
+void CommandLine::addCompare() {
+    CompareOptions& o = compareOptions;
+    compare = app.add_subcommand("compare", "Pair the components of two results by absolute spatial correlation.");
+    compare->add_option("A", o.a, "folder that znica run made")->required()->type_name("DIR");
+    compare->add_option("B", o.b, "another one on the same grid")->required()->type_name("DIR");
+    compare->add_option("--out", o.out, "write the table here, too")->type_name("TSV");
+    compare->add_flag("--force", o.force, "replace that file");
+    compare->footer("Example:\n  znica run bold.nii.gz --out a --seed 1\n  znica run bold.nii.gz --out b --seed 2\n"
+                    "  znica compare a b\n");
 }
 
 } // namespace zn

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/result/compare_command.h"
 #include "headless/simulate/simulate_options.h"
 #include "headless/znica/run_options.h"
 
@@ -25,14 +26,20 @@ struct CommandLine {
     CLI::App* run;
     CLI::App* simulate;
     CLI::App* score;
+    CLI::App* info;
+    CLI::App* compare;
     RunOptions runOptions;
     SimulateOptions simulateOptions;
     ScoreOptions scoreOptions;
+    std::filesystem::path infoPlugin; ///< empty: the one that belongs to the command
+    CompareOptions compareOptions;
 
 private:
     void addRun();
     void addSimulate();
     void addScore();
+    void addInfo();
+    void addCompare();
 };
 
 } // namespace zn

@@ -102,6 +102,11 @@ Json componentsOf(const RunFacts& facts) {
             component["Restarts"] = found[i].restarts;
             component["ElapsedSeconds"] = found[i].seconds;
         }
+        if (facts.repeats) {
+            const Stability& stability = facts.repeats->stability[i];
+            component["StabilityIndex"] = numberOrNull(static_cast<float>(stability.index));
+            component["StabilityRuns"] = stability.runs;
+        }
         component["Metrics"] = metricsOf(map);
         components.push_back(std::move(component));
     }
@@ -139,6 +144,14 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
     json["Input"] = inputOf(facts);
     json["Settings"] = settingsOf(*facts.options);
     json["ComponentEstimate"] = estimateOf(facts.estimate);
+    json["Seed"] = facts.seed;
+    json["Threads"] = facts.threads;
+    if (facts.repeats) {
+        json["Repeats"] = {{"Runs", facts.repeats->seeds.size()},
+                           {"Converged", facts.repeats->converged},
+                           {"Seeds", facts.repeats->seeds},
+                           {"ComponentsFound", facts.repeats->found}};
+    }
     json["ComponentsFound"] = facts.found();
     const auto kept = facts.log->retainedVariancePercent();
     json["RetainedVariancePercent"] = kept && std::isfinite(*kept) ? Json(*kept) : Json(nullptr);
@@ -156,6 +169,7 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
 void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitStatus status) {
     const Json json = {{"status", status == ExitStatus::kDone ? "done" : "gave up"},
                        {"exit_status", static_cast<int>(status)},
+                       {"partial", status != ExitStatus::kDone},
                        {"components_asked", facts.options->components()},
                        {"components_found", facts.found()}};
     writeTextFile(file, dump(json));

@@ -6,6 +6,7 @@
 #include "headless/nifti/image_header.h"
 #include "headless/result/plugin_log.h"
 #include "headless/znica/plugin_library.h"
+#include "headless/znica/repeat_runs.h"
 #include "headless/znica/repetition_time.h"
 #include "headless/znica/run_options.h"
 
@@ -23,7 +24,10 @@ struct RunFacts {
     const ComponentEstimate* estimate = nullptr; ///< null: the number of components was given
     const PluginLibrary* library = nullptr;
     const PluginLog* log = nullptr;
-    std::filesystem::path pluginFolder; ///< where the plug-in's own files are
+    std::filesystem::path pluginFolder;   ///< where the plug-in's own files are
+    const RepeatFacts* repeats = nullptr; ///< null after a single run
+    std::uint32_t seed = 0;               ///< of the plug-in's random numbers
+    int threads = 1;                      ///< of the matrix products
     double secondsReading = 0.0;
     double secondsPlugin = 0.0;
     double secondsTotal = 0.0;
@@ -41,7 +45,8 @@ std::int64_t peakMemoryBytes();
 /// as JSON. A number that is none (not-a-number, infinity) is null. Throws Failure (kOther).
 void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts);
 
-/// Writes in few words how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4, ...}.
+/// Writes in few words how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4,
+/// "partial": whether components are missing, ...}.
 void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitStatus status);
 
 } // namespace zn

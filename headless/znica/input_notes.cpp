@@ -5,8 +5,10 @@
 namespace zn {
 
 void InputNotes::say(const std::string& note) {
-    std::printf("%s\n", note.c_str());
-    std::fflush(stdout);
+    if (!quiet_) {
+        std::printf("%s\n", note.c_str());
+        std::fflush(stdout);
+    }
     notes_.push_back(note);
 }
 

@@ -12,10 +12,13 @@ namespace zn {
 /// What is found out about the input before there is a log file: shown at once and kept for that file.
 class InputNotes {
 public:
+    explicit InputNotes(bool quiet) : quiet_(quiet) {}
+
     void say(const std::string& note);
     const std::vector<std::string>& all() const { return notes_; }
 
 private:
+    bool quiet_; // keep them without showing
     std::vector<std::string> notes_;
 };
 

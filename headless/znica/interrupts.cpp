@@ -1,5 +1,6 @@
 #include "headless/znica/interrupts.h"
 
+#include "headless/result/partial_result.h"
 #include "headless/result/result_folder.h"
 
 #include <cerrno>
@@ -28,7 +29,9 @@ void wakeWatcher(int signal) {
     unsigned char signal = 0;
     while (read(pipe, &signal, 1) != 1) continue;
     ResultFolder::discard();
-    std::fputs("znica: interrupted; no result was written.\n", stderr);
+    const std::string partial = markPartial("interrupted", 128 + signal);
+    if (isatty(STDERR_FILENO) != 0) std::fputc('\n', stderr); // below the progress bar
+    std::fprintf(stderr, "znica: interrupted; no result was written.%s\n", partial.c_str());
     std::_Exit(128 + signal);
 }
 

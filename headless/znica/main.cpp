@@ -1,7 +1,9 @@
 #include "headless/failure/failure.h"
+#include "headless/result/partial_result.h"
 #include "headless/simulate/score_command.h"
 #include "headless/simulate/simulate_command.h"
 #include "headless/znica/command_line.h"
+#include "headless/znica/info_command.h"
 #include "headless/znica/interrupts.h"
 #include "headless/znica/run_command.h"
 
@@ -17,13 +19,15 @@ using zn::ExitStatus;
 int complain(ExitStatus status, std::string text) {
     std::replace(text.begin(), text.end(), '\n', ' '); // one line, whatever a file is called
     std::fflush(stdout);
-    std::fprintf(stderr, "znica: %s\n", text.c_str());
+    std::fprintf(stderr, "znica: %s%s\n", text.c_str(), zn::markPartial("failed", static_cast<int>(status)).c_str());
     return static_cast<int>(status);
 }
 
 ExitStatus carryOut(const zn::CommandLine& line) {
     if (line.app.got_subcommand(line.simulate)) return zn::simulateCommand(line.simulateOptions);
     if (line.app.got_subcommand(line.score)) return zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth);
+    if (line.app.got_subcommand(line.info)) return zn::infoCommand(line.infoPlugin);
+    if (line.app.got_subcommand(line.compare)) return zn::compareCommand(line.compareOptions);
     return zn::runCommand(line.runOptions);
 }
 

@@ -1,6 +1,8 @@
 #include "headless/znica/run_command.h"
 
 #include "headless/dimension/estimate_table.h"
+#include "headless/host/product_threads.h"
+#include "headless/result/bids_files.h"
 #include "headless/result/component_image.h"
 #include "headless/result/metrics_table.h"
 #include "headless/result/mixing_table.h"
@@ -12,6 +14,9 @@
 #include "headless/znica/input_notes.h"
 #include "headless/znica/memory_check.h"
 #include "headless/znica/plugin_library.h"
+#include "headless/znica/progress.h"
+#include "headless/znica/random_border.h"
+#include "headless/znica/repeat_runs.h"
 #include "headless/znica/repetition_time.h"
 #include "headless/znica/run_inputs.h"
 #include "headless/znica/run_log.h"
@@ -19,6 +24,7 @@
 #include "headless/znica/run_plugin.h"
 #include "headless/znica/stopwatch.h"
 
+#include <cmath>
 #include <cstdio>
 
 namespace zn {
@@ -34,12 +40,18 @@ ReferenceNames referenceNames(const Session& session) {
     return names;
 }
 
+Progress::Display displayOf(const RunControl& control) {
+    return control.quiet || control.verbose ? Progress::Display::kNone : Progress::suitable();
+}
+
 void printSummary(const RunFacts& facts, const fs::path& out) {
-    std::printf("\n%lld voxels x %d volumes analysed\n", static_cast<long long>(facts.voxels()),
+    std::printf("%lld voxels x %d volumes analysed\n", static_cast<long long>(facts.voxels()),
                 facts.session->series.volumes);
-    std::printf("%d of %d components found%s\n", facts.found(), facts.options->components(),
+    std::printf("%d of %d components found%s", facts.found(), facts.options->components(),
                 facts.found() < facts.options->components() ? ": the others did not converge" : "");
-    if (const auto kept = facts.log->retainedVariancePercent()) std::printf("%.2f %% of the variance kept\n", *kept);
+    if (facts.repeats) std::printf("; %d of %zu runs found all", facts.repeats->converged, facts.repeats->seeds.size());
+    std::printf("\n");
+    std::printf("%.2f %% of the variance kept\n", facts.log->retainedVariancePercent().value_or(NAN));
     std::printf("%.1f s, of which %.1f s in the plug-in; at most %.0f MiB of memory\n", facts.secondsTotal,
                 facts.secondsPlugin, static_cast<double>(facts.peakMemoryBytes) / 1048576.0);
     std::printf("result: %s\n", out.c_str());
@@ -53,7 +65,7 @@ ExitStatus runCommand(const RunOptions& asked) {
     const ImageHeader functional = readFunctionalHeader(options);
     const RepetitionTime repetition = repetitionTime(options.secondsPerVolume, functional);
     Session session = makeSession(options, functional, repetition.seconds);
-    InputNotes notes;
+    InputNotes notes(options.control.quiet && !options.dryRun); // a dry run is asked for its notes
     notes.say(inputNote(options, functional, repetition));
     for (const std::string& disagreement : repetition.disagreements) notes.say(disagreement);
     const MemoryCheck memory(options, functional, session);
@@ -67,9 +79,14 @@ ExitStatus runCommand(const RunOptions& asked) {
     const fs::path stem = folder.path() / (resultStem(options.functional) + "_desc-ICA_");
     const auto file = [&](const char* ending) { return fs::path(stem).concat(ending); };
 
+    if (options.control.keepPartial) ResultFolder::keepUnfinished();
+    Progress progress(displayOf(options.control));
+
     const Stopwatch reading;
+    progress.stage("reading");
     session.series = readTimeSeries(functional, options.dummyScans);
     const double secondsReading = reading.seconds();
+    progress.clear();
     const RunMask mask = settleMask(options, session);
     for (const std::string& note : maskNotes(options, mask)) notes.say(note);
     memory.requireEnough(mask.count);
@@ -81,18 +98,30 @@ ExitStatus runCommand(const RunOptions& asked) {
         writeEstimateTable(file("dimension.tsv"), *estimate);
     }
 
-    RunLog log(folder.path() / "log.txt", [&](const VolumeMaps& maps) {
+    RunLog log(folder.path() / "log.txt", options.control.verbose, progress, [&](const VolumeMaps& maps) {
+        progress.stage("writing");
         writeComponentImage(file("components.nii.gz"), maps, functional);
         writeMixingTable(file("mixing.tsv"), maps);
-        writeMetricsTable(file("metrics.tsv"), maps, referenceNames(session));
-        writeMetricsDescription(file("metrics.json"));
     });
     for (const std::string& note : notes.all()) log.keep(note);
+    progress.expect(options.components());
     session.events = &log;
+    setProductThreads(options.control.threads.value_or(productThreads()));
+    const std::uint32_t seed = options.control.seed.value_or(freshSeed());
+    beginRandomNumbers(seed);
     const Stopwatch running;
     runPlugin(library, session, log, folder.path() / "plugin");
 
+    std::optional<RepeatFacts> repeats;
+    if (options.control.repeats > 1) {
+        repeats = repeatRuns(library, session, options, seed, folder.path(), progress);
+    }
+    writeMetricsTable(file("metrics.tsv"), session.maps, referenceNames(session),
+                      repeats ? repeats->stability : std::vector<Stability>());
+    writeMetricsDescription(file("metrics.json"), repeats.has_value());
+
     RunFacts facts;
+    facts.repeats = repeats ? &*repeats : nullptr;
     facts.options = &options;
     facts.functional = &functional;
     facts.session = &session;
@@ -102,6 +131,8 @@ ExitStatus runCommand(const RunOptions& asked) {
     facts.library = &library;
     facts.log = &log.facts();
     facts.pluginFolder = folder.path() / "plugin";
+    facts.seed = seed;
+    facts.threads = productThreads();
     facts.secondsReading = secondsReading;
     facts.secondsPlugin = running.seconds();
     facts.secondsTotal = total.seconds();
@@ -109,8 +140,10 @@ ExitStatus runCommand(const RunOptions& asked) {
     writeDecomposition(file("decomposition.json"), facts);
     const ExitStatus status = facts.found() < options.components() ? ExitStatus::kGaveUp : ExitStatus::kDone;
     writeStatus(folder.path() / "status.json", facts, status);
+    writeBidsFiles(folder.path(), ZNICA_VERSION, library.name(), library.version());
     folder.commit();
-    printSummary(facts, options.out);
+    progress.clear();
+    if (!options.control.quiet) printSummary(facts, options.out);
     return status;
 }
 

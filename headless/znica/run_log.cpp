@@ -1,6 +1,7 @@
 #include "headless/znica/run_log.h"
 
 #include "headless/failure/failure.h"
+#include "headless/result/partial_result.h"
 #include "headless/result/result_folder.h"
 
 #include <algorithm>
@@ -9,7 +10,8 @@
 
 namespace zn {
 
-RunLog::RunLog(const std::filesystem::path& file, SaveMaps saveMaps) : file_(file), saveMaps_(std::move(saveMaps)) {}
+RunLog::RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps)
+    : file_(file, std::ios::app), verbose_(verbose), progress_(progress), saveMaps_(std::move(saveMaps)) {}
 
 void RunLog::keep(std::string_view line) {
     file_ << line << '\n' << std::flush; // a run that dies leaves its last line
@@ -17,9 +19,12 @@ void RunLog::keep(std::string_view line) {
 
 void RunLog::logLine(std::string_view line) {
     keep(line);
-    std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
-    std::fflush(stdout);
+    if (verbose_) {
+        std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
+        std::fflush(stdout);
+    }
     facts_.add(line);
+    progress_.logLine(line);
 }
 
 void RunLog::message(std::string_view text) {
@@ -36,8 +41,11 @@ void RunLog::saveMaps(const VolumeMaps& maps, std::string_view) {
 
 void RunLog::outOfMemory() {
     ResultFolder::discard();
-    std::fputs("znica: there is not enough memory for the component maps; ask for fewer with --components.\n", stderr);
-    std::_Exit(static_cast<int>(ExitStatus::kMemory));
+    const auto status = static_cast<int>(ExitStatus::kMemory);
+    std::fprintf(stderr,
+                 "znica: there is not enough memory for the component maps; ask for fewer with --components.%s\n",
+                 markPartial("failed", status).c_str());
+    std::_Exit(status);
 }
 
 } // namespace zn

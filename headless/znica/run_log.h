@@ -2,6 +2,7 @@
 
 #include "headless/host/session_events.h"
 #include "headless/result/plugin_log.h"
+#include "headless/znica/progress.h"
 
 #include <filesystem>
 #include <fstream>
@@ -11,18 +12,19 @@
 
 namespace zn {
 
-/// Keeps what a run says: every line into the log file and on the terminal, the facts in them, and the messages meant
-/// for the user.
+/// Keeps what a run says: every line into the log file, the facts in them, and the messages meant for the user.
 class RunLog : public SessionEvents {
 public:
     using SaveMaps = std::function<void(const VolumeMaps&)>;
 
     /// `saveMaps` is called when the plug-in hands its maps over for keeping.
-    RunLog(const std::filesystem::path& file, SaveMaps saveMaps);
+    /// The file is continued when it exists; `verbose`: lines go to standard output, too; `progress` outlives this.
+    RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps);
 
     /// A line for the file alone.
     void keep(std::string_view line);
     void logLine(std::string_view line) override;
+    void vectorProduct(bool transposed) override { progress_.vectorProduct(transposed); }
     void message(std::string_view text) override;
     void saveMaps(const VolumeMaps& maps, std::string_view name) override;
     [[noreturn]] void outOfMemory() override;
@@ -33,6 +35,8 @@ public:
 
 private:
     std::ofstream file_;
+    bool verbose_;
+    Progress& progress_;
     SaveMaps saveMaps_;
     PluginLog facts_;
     std::vector<std::string> messages_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "headless/znica/run_control.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -39,6 +41,7 @@ struct RunOptions {
     std::optional<std::string> label;
     std::optional<double> secondsPerVolume; ///< instead of the header's
     bool force = false;
+    RunControl control;
 
     int components() const { return lastEigenvalue - firstEigenvalue + 1; }
 };

@@ -95,6 +95,21 @@ TEST_F(EarlyEnd, AnInterruptEndsWithinASecondAndLeavesNothing) {
     }
 }
 
+TEST_F(EarlyEnd, TheFilesOfAFailedRunAreKeptOnDemandAndMarkedPartial) {
+    auto keeping = arguments();
+    keeping.push_back("--keep-partial");
+    const CommandResult result = znica(keeping, {{}, {"ZN_FAKE_PLUGIN=message"}, {}});
+    EXPECT_EQ(result.status, 3);
+    const std::string start = "znica: the plug-in ended the analysis: The data are not to my taste. "
+                              "The partial files are in ";
+    ASSERT_TRUE(result.err.starts_with(start)) << result.err;
+    const std::filesystem::path kept = result.err.substr(start.size(), result.err.size() - start.size() - 2);
+    EXPECT_EQ(kept.parent_path(), folder.path());
+    EXPECT_THAT(namesIn(kept), ElementsAre("bold_desc-brain_mask.nii.gz", "log.txt", "plugin", "status.json"));
+    EXPECT_THAT(textOf(kept / "status.json"), HasSubstr("\"partial\": true"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "out"));
+}
+
 TEST_F(EarlyEnd, AFailedRunLeavesAnEarlierResultAlone) {
     std::filesystem::create_directory(folder / "out");
     writeFile(folder / "out/log.txt", "earlier");

@@ -19,7 +19,8 @@ protected:
         writeFile(folder / "sub-01_task-rest_bold.nii", image.bytes());
         std::vector<std::string> arguments = {"run",      (folder / "sub-01_task-rest_bold.nii").string(),
                                               "--out",    (folder / "out").string(),
-                                              "--plugin", FAKE_PLUGIN_FILE};
+                                              "--plugin", FAKE_PLUGIN_FILE,
+                                              "--verbose"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return znica(arguments, {{}, {"ZN_FAKE_PLUGIN=" + wish}, {}}).out;
     }

@@ -25,7 +25,7 @@ protected:
     CommandResult tell(const NiftiBytes& image, std::vector<std::string> options = {}) {
         writeFile(folder / "a_bold.nii", image.bytes());
         options.insert(options.begin(), {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
-                                         "--plugin", FAKE_PLUGIN_FILE});
+                                         "--plugin", FAKE_PLUGIN_FILE, "--verbose"});
         return znica(options, {{}, {"ZN_FAKE_PLUGIN=tell"}, {}});
     }
     // The same with the real plug-in; the mask that is left.

@@ -89,5 +89,44 @@ TEST_F(OutputFolder, ThatRunsFullLeavesNothing) {
     EXPECT_THAT(namesIn(folder.path()), IsEmpty());
 }
 
+class OutputFolderOfARun : public OutputFolder {
+protected:
+    OutputFolderOfARun() {
+        EXPECT_EQ(simulate((folder / "s").string()).status, 0);
+        EXPECT_EQ(run("out", {}).status, 0);
+    }
+    CommandResult run(const std::string& out, const std::vector<std::string>& options,
+                      const Surroundings& surroundings = {}) {
+        std::vector<std::string> arguments = {"run",          (folder / "s/sub-sim_task-blocks_bold.nii.gz").string(),
+                                              "--components", "2",
+                                              "--out",        out.front() == '/' ? out : (folder / out).string()};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return znica(arguments, surroundings);
+    }
+};
+
+TEST_F(OutputFolderOfARun, IsNotOverwrittenUnaskedAndIsByForce) {
+    const std::string before = textOf(folder / "out/log.txt");
+    const CommandResult again = run("out", {});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_THAT(again.err, HasSubstr("exists and is not empty"));
+    EXPECT_EQ(textOf(folder / "out/log.txt"), before);
+    EXPECT_EQ(run("out", {"--force"}).status, 0);
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("out", "s"));
+}
+
+TEST_F(OutputFolderOfARun, ThatRunsFullLeavesNothing) {
+    const CommandResult result = run("full", {}, {{}, {}, "ulimit -f 20;"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("cannot be written; check the permissions and the free space"));
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("out", "s"));
+}
+
+TEST_F(OutputFolderOfARun, OnAReadOnlyDiskIsRefused) { // where not even root may write
+    const CommandResult result = run("/proc/nowhere/out", {});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, testing::StartsWith("znica: /proc/nowhere cannot be made: "));
+}
+
 } // namespace
 } // namespace zn::test

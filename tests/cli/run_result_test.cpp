@@ -54,7 +54,8 @@ TEST_F(RunResult, SucceedsAndLeavesExactlyTheseFiles) {
     ASSERT_EQ(run->status, 0) << run->err;
     EXPECT_EQ(run->err, "");
     EXPECT_THAT(namesIn(*folder / "result"),
-                ElementsAre("log.txt", "plugin", "status.json", "sub-sim_task-blocks_desc-ICA_components.nii.gz",
+                ElementsAre(".bidsignore", "dataset_description.json", "log.txt", "plugin", "status.json",
+                            "sub-sim_task-blocks_desc-ICA_components.nii.gz",
                             "sub-sim_task-blocks_desc-ICA_decomposition.json",
                             "sub-sim_task-blocks_desc-ICA_metrics.json", "sub-sim_task-blocks_desc-ICA_metrics.tsv",
                             "sub-sim_task-blocks_desc-ICA_mixing.tsv", "sub-sim_task-blocks_desc-brain_mask.nii.gz"));

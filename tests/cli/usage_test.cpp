@@ -1,5 +1,10 @@
 #include "cli/command.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <regex>
+#include <sstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,12 +15,55 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 TEST(Usage, HelpOfEveryCommandFitsOnAScreenAndSucceeds) {
-    for (const char* command : {"run", "simulate", "score"}) {
+    for (const char* command : {"run", "simulate", "score", "info", "compare"}) {
         const CommandResult result = znica({command, "--help"});
         EXPECT_EQ(result.status, 0);
-        EXPECT_LE(std::count(result.out.begin(), result.out.end(), '\n'), 50) << command;
+        EXPECT_LE(std::count(result.out.begin(), result.out.end(), '\n'), 40) << command;
         EXPECT_THAT(result.out, HasSubstr("Usage: znica "));
     }
+}
+
+TEST(Usage, TheFirstHelpFitsOnAScreenAndListsEveryExitStatus) {
+    const CommandResult result = znica({"--help"});
+    EXPECT_LE(std::count(result.out.begin(), result.out.end(), '\n'), 40);
+    for (const char* status : {"  0 ", "  1 ", "  2 ", "  3 ", "  4 ", "  5 ", "  130 "}) {
+        EXPECT_THAT(result.out, HasSubstr(status));
+    }
+}
+
+TEST(Usage, TheManualPageHasEveryOptionOfEveryHelp) {
+    const std::string page = znica({"--manual-page"}).out;
+    EXPECT_THAT(page, StartsWith(".TH ZNICA 1 "));
+    EXPECT_THAT(page, HasSubstr("\n.SH EXIT STATUS\n"));
+    EXPECT_THAT(page, HasSubstr("130  interrupted"));
+    for (const char* command : {"run", "simulate", "score", "info", "compare"}) {
+        std::istringstream help(znica({command, "--help"}).out);
+        int options = 0;
+        for (std::string line; std::getline(help, line);) {
+            if (!line.starts_with("  --")) continue;
+            ++options;
+            std::string name = line.substr(2, line.find(' ', 2) - 2);
+            for (std::size_t at = 0; (at = name.find('-', at)) != name.npos; at += 2) name.insert(at, "\\");
+            EXPECT_THAT(page, HasSubstr(".B " + name)) << command;
+        }
+        EXPECT_GE(options, 1) << command;
+    }
+}
+
+TEST(Usage, TheBashCompletionCompletesCommandsAndOptions) {
+    const std::string script = znica({"--bash-completion"}).out;
+    const auto completed = [&](const std::string& words, int position) {
+        const std::string ask = script + "\nCOMP_WORDS=(" + words + ") COMP_CWORD=" + std::to_string(position) +
+                                "; _znica; echo \"${COMPREPLY[*]}\"";
+        FILE* bash = popen(("bash -c '" + std::regex_replace(ask, std::regex("'"), "'\\''") + "'").c_str(), "r");
+        char line[4096] = "";
+        const char* read = std::fgets(line, sizeof line, bash);
+        pclose(bash);
+        return std::string(read ? line : "");
+    };
+    EXPECT_EQ(completed("znica si", 1), "simulate\n");
+    EXPECT_EQ(completed("znica run --se", 2), "--seed\n");
+    EXPECT_EQ(completed("znica compare --fo", 2), "--force\n");
 }
 
 TEST(Usage, TheVersionIsToldOnDemand) {
@@ -48,6 +96,11 @@ TEST(Usage, WrongArgumentsEndWithStatusTwoAndOneLine) {
         {"simulate", "--out", "o", "--size", "gigantic"},
         {"simulate", "--out", "o", "--sources", "0"},
         {"score", "result"},
+        {"compare", "a"},
+        {"run", "bold.nii", "--out", "o", "--seed", "soon"},
+        {"run", "bold.nii", "--out", "o", "--threads", "0"},
+        {"run", "bold.nii", "--out", "o", "--repeats", "0"},
+        {"run", "bold.nii", "--out", "o", "--quiet", "--verbose"},
     };
     for (const auto& arguments : wrong) {
         const CommandResult result = znica(arguments);

@@ -1,0 +1,50 @@
+#include "headless/host/worker_threads.h"
+
+namespace zn {
+
+WorkerThreads::WorkerThreads(int threads) {
+    for (int i = 1; i < threads; ++i) workers_.emplace_back([this] { work(); });
+}
+
+WorkerThreads::~WorkerThreads() {
+    {
+        const std::scoped_lock lock(mutex_);
+        leaving_ = true;
+    }
+    begun_.notify_all();
+    for (std::thread& worker : workers_) worker.join();
+}
+
+void WorkerThreads::run(int count, const std::function<void(int)>& piece) {
+    if (count <= 1 || workers_.empty()) {
+        for (int i = 0; i < count; ++i) piece(i);
+        return;
+    }
+    std::unique_lock lock(mutex_);
+    piece_ = &piece;
+    count_ = unfinished_ = count;
+    next_ = 0;
+    begun_.notify_all();
+    takePieces(lock);
+    ended_.wait(lock, [this] { return unfinished_ == 0; });
+}
+
+void WorkerThreads::takePieces(std::unique_lock<std::mutex>& lock) {
+    while (next_ < count_) {
+        const int mine = next_++;
+        lock.unlock();
+        (*piece_)(mine);
+        lock.lock();
+        if (--unfinished_ == 0) ended_.notify_all();
+    }
+}
+
+void WorkerThreads::work() {
+    std::unique_lock lock(mutex_);
+    while (!leaving_) {
+        begun_.wait(lock, [this] { return leaving_ || next_ < count_; });
+        takePieces(lock);
+    }
+}
+
+} // namespace zn

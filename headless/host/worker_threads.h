@@ -1,0 +1,41 @@
+#pragma once
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace zn {
+
+/// Threads that share out numbered pieces of work. The caller of run() works along, so `threads` is all in all.
+/// Waking them costs some microseconds, which makes pieces of a millisecond and less worth sharing.
+class WorkerThreads {
+public:
+    explicit WorkerThreads(int threads);
+    ~WorkerThreads();
+    WorkerThreads(const WorkerThreads&) = delete;
+    WorkerThreads& operator=(const WorkerThreads&) = delete;
+
+    int threads() const { return static_cast<int>(workers_.size()) + 1; }
+
+    /// Calls piece(0) ... piece(count - 1), each once, in any order and on any thread, and returns when all are done.
+    /// The pieces must not throw. Called by one thread at a time.
+    void run(int count, const std::function<void(int)>& piece);
+
+private:
+    void work();
+    void takePieces(std::unique_lock<std::mutex>& lock);
+
+    std::mutex mutex_;
+    std::condition_variable begun_;
+    std::condition_variable ended_;
+    const std::function<void(int)>* piece_ = nullptr;
+    int count_ = 0;
+    int next_ = 0;
+    int unfinished_ = 0;
+    bool leaving_ = false;
+    std::vector<std::thread> workers_;
+};
+
+} // namespace zn

@@ -1,0 +1,38 @@
+#include "headless/result/spatial_correlation.h"
+
+#include "headless/host/host_exports.h"
+
+#include <cmath>
+
+namespace zn {
+
+std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t voxels,
+                                     const std::vector<std::size_t>& chosen) {
+    std::vector<double> result;
+    result.reserve(maps.size() / voxels * chosen.size());
+    for (std::size_t first = 0; first < maps.size(); first += voxels) {
+        double mean = 0.0;
+        for (const std::size_t v : chosen) mean += static_cast<double>(maps[first + v]);
+        mean /= static_cast<double>(chosen.size());
+        double squares = 0.0;
+        for (const std::size_t v : chosen) {
+            const double deviation = static_cast<double>(maps[first + v]) - mean;
+            squares += deviation * deviation;
+            result.push_back(deviation);
+        }
+        const double scale = squares > 0.0 ? 1.0 / std::sqrt(squares) : 0.0;
+        for (std::size_t i = result.size() - chosen.size(); i < result.size(); ++i) result[i] *= scale;
+    }
+    return result;
+}
+
+std::vector<double> correlations(const std::vector<double>& a, const std::vector<double>& b, std::size_t voxels) {
+    const auto rows = static_cast<int>(a.size() / voxels);
+    const auto columns = static_cast<int>(b.size() / voxels);
+    std::vector<double> result(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
+    zn_intel_matrix_matrix_mult_d(a.data(), b.data(), result.data(), rows, columns, static_cast<int>(voxels), false,
+                                  true);
+    return result;
+}
+
+} // namespace zn

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+namespace zn {
+
+/// Makes every map have mean 0 and length 1 over the chosen voxels, so that the products of the results are Pearson
+/// correlations.
+///
+///   maps     [map][voxel], map after map
+///   chosen   voxels of a map, counted from 0
+///   result   [map][chosen voxel]; a constant map becomes zeros and correlates with nothing
+std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t voxels,
+                                     const std::vector<std::size_t>& chosen);
+
+/// All correlations of two sets of such maps, [map of a][map of b]; `voxels` is how many were chosen.
+std::vector<double> correlations(const std::vector<double>& a, const std::vector<double>& b, std::size_t voxels);
+
+} // namespace zn

@@ -1,0 +1,93 @@
+#include "headless/result/stability.h"
+
+#include <cmath>
+#include <cstddef>
+#include <set>
+
+namespace zn {
+
+namespace {
+
+// Clusters by average linkage. A cluster is known by one of its components; joined clusters by the first one's.
+class AverageLinkage {
+public:
+    explicit AverageLinkage(const std::vector<double>& similarity, std::size_t count)
+        : count_(count), mean_(similarity), members_(count), nearest_(count) {
+        for (std::size_t i = 0; i < count; ++i) members_[i] = {i};
+        for (std::size_t i = 0; i < count; ++i) nearest_[i] = findNearest(i);
+    }
+
+    void joinUntil(std::size_t clusters) {
+        for (std::size_t left = count_; left > clusters; --left) joinMostAlike();
+    }
+
+    /// [cluster]: its components; those that went into another are empty.
+    const std::vector<std::vector<std::size_t>>& clusters() const { return members_; }
+
+private:
+    bool alive(std::size_t i) const { return !members_[i].empty(); }
+    double& mean(std::size_t i, std::size_t j) { return mean_[i * count_ + j]; }
+
+    std::size_t findNearest(std::size_t i) {
+        std::size_t best = count_; // none
+        for (std::size_t j = 0; j < count_; ++j) {
+            if (j != i && alive(j) && (best == count_ || mean(i, j) > mean(i, best))) best = j;
+        }
+        return best;
+    }
+
+    void joinMostAlike() {
+        std::size_t a = count_;
+        for (std::size_t i = 0; i < count_; ++i) {
+            if (alive(i) && (a == count_ || mean(i, nearest_[i]) > mean(a, nearest_[a]))) a = i;
+        }
+        const std::size_t b = nearest_[a];
+        const auto sizeA = static_cast<double>(members_[a].size());
+        const auto sizeB = static_cast<double>(members_[b].size());
+        for (std::size_t j = 0; j < count_; ++j) {
+            if (j == a || j == b || !alive(j)) continue;
+            mean(a, j) = mean(j, a) = (sizeA * mean(a, j) + sizeB * mean(b, j)) / (sizeA + sizeB);
+        }
+        members_[a].insert(members_[a].end(), members_[b].begin(), members_[b].end());
+        members_[b].clear();
+        for (std::size_t j = 0; j < count_; ++j) {
+            if (!alive(j)) continue;
+            // An average is never above the nearer of the two it came from: only who lost its nearest looks again.
+            if (j == a || nearest_[j] == a || nearest_[j] == b) nearest_[j] = findNearest(j);
+        }
+    }
+
+    std::size_t count_;
+    std::vector<double> mean_; // between clusters
+    std::vector<std::vector<std::size_t>> members_;
+    std::vector<std::size_t> nearest_;
+};
+
+} // namespace
+
+std::vector<Stability> stabilityOf(const std::vector<double>& similarity, const std::vector<int>& run, int clusters) {
+    const std::size_t count = run.size();
+    AverageLinkage linkage(similarity, count);
+    linkage.joinUntil(static_cast<std::size_t>(clusters));
+    std::vector<Stability> result(count);
+    for (const auto& members : linkage.clusters()) {
+        const std::set<std::size_t> inside(members.begin(), members.end());
+        std::set<int> runs;
+        double within = 0.0;
+        double between = 0.0;
+        for (const std::size_t i : members) {
+            runs.insert(run[i]);
+            for (std::size_t j = 0; j < count; ++j)
+                (inside.contains(j) ? within : between) += similarity[i * count + j];
+        }
+        const auto size = static_cast<double>(members.size());
+        const double others = static_cast<double>(count) - size;
+        const double index = within / (size * size) - (others > 0.0 ? between / (size * others) : 0.0);
+        for (const std::size_t i : members) {
+            result[i] = {members.size() > 1 ? index : std::nan(""), static_cast<int>(runs.size())};
+        }
+    }
+    return result;
+}
+
+} // namespace zn

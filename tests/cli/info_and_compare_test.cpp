@@ -1,0 +1,100 @@
+// What the plug-in says about itself, and how alike two results are.
+#include "cli/command.h"
+#include "cli/files.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zn::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+TEST(Info, IsPlainText) {
+    const CommandResult result = znica({"info"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, StartsWith("name: Independent Component Analysis (ICA)\nversion: 2.0\n"
+                                       "author: The ICA plug-in developers, the ICA plug-in project\n"));
+    EXPECT_THAT(result.out, HasSubstr("(Hyv\xC3\xA4rinen A., Fast and robust"));
+    EXPECT_THAT(result.out, Not(HasSubstr("<")));
+}
+
+TEST(Info, ListsTheHostFunctionsThatAnAnalysisUses) {
+    const CommandResult result = znica({"info"});
+    EXPECT_THAT(result.out, HasSubstr(" 0 do not exist here\n"));
+    EXPECT_THAT(result.out, HasSubstr("\n  znLogText\n"));
+    EXPECT_THAT(result.out, HasSubstr("\n  zn_intel_matrix_matrix_mult_d\n"));
+    EXPECT_LT(result.out.find("\n  znLogText\n"), result.out.find("\nlacking ("));
+    EXPECT_GT(result.out.find("\n  znPlotBars\n"), result.out.find("\nlacking ("));
+}
+
+TEST(Info, AFileThatIsNoPluginIsRefused) {
+    EXPECT_EQ(znica({"info", "--plugin", HOST_MODULE_FILE}).status, 3);
+}
+
+class Compare : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder = new TemporaryFolder;
+        ASSERT_EQ(znica({"simulate", "--size", "tiny", "--sources", "4", "--out", (*folder / "s").string()}).status, 0);
+        run("a", "5", "1");
+        run("b", "5", "2");
+        run("few", "3", "3");
+    }
+    static void TearDownTestSuite() { delete folder; }
+
+    static void run(const std::string& name, const std::string& components, const std::string& seed) {
+        const std::string stem = (*folder / "s/sub-sim_task-blocks_").string();
+        const CommandResult result =
+            znica({"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz", "--components", components,
+                   "--seed", seed, "--no-clustering", "--out", path(name)});
+        ASSERT_EQ(result.status, 0) << result.err;
+    }
+    static std::string path(const std::string& name) { return (*folder / name).string(); }
+
+    static TemporaryFolder* folder;
+};
+
+TEST_F(Compare, ARunWithItselfGivesOnes) {
+    const CommandResult result = znica({"compare", path("a"), path("a")});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, "a\tb\tr\nICA_00\tICA_00\t1.0000\nICA_01\tICA_01\t1.0000\nICA_02\tICA_02\t1.0000\n"
+                          "ICA_03\tICA_03\t1.0000\nICA_04\tICA_04\t1.0000\n");
+}
+
+TEST_F(Compare, AnotherSeedFindsTheSameComponentsAndTheTableIsWritten) {
+    const CommandResult result = znica({"compare", path("a"), path("b"), "--out", path("table.tsv")});
+    EXPECT_EQ(textOf(*folder / "table.tsv"), result.out);
+    const auto table = tableIn(*folder / "table.tsv");
+    ASSERT_EQ(table.size(), 6U);
+    for (std::size_t row = 1; row <= 4; ++row) EXPECT_GT(std::fabs(std::stod(table[row][2])), 0.95) << row;
+
+    const CommandResult again = znica({"compare", path("a"), path("b"), "--out", path("table.tsv")});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_THAT(again.err, HasSubstr("table.tsv exists"));
+    EXPECT_EQ(znica({"compare", path("a"), path("b"), "--out", path("table.tsv"), "--force"}).status, 0);
+}
+
+TEST_F(Compare, ComponentsWithoutPartnerAreListed) {
+    for (const auto& [a, b, line] : {std::tuple("a", "few", "\tn/a\tn/a\n"), {"few", "a", "\nn/a\tICA_0"}}) {
+        const CommandResult result = znica({"compare", path(a), path(b)});
+        EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 6);
+        EXPECT_THAT(result.out, HasSubstr(line));
+    }
+}
+
+TEST_F(Compare, AFolderWithoutMapsIsRefused) {
+    const CommandResult result = znica({"compare", path("a"), path("s")});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, HasSubstr("holds no file that ends in _desc-ICA_components.nii.gz"));
+}
+
+TemporaryFolder* Compare::folder = nullptr;
+
+} // namespace
+} // namespace zn::test

@@ -1,0 +1,73 @@
+// The same seed gives the same result, byte for byte, whatever the number of threads.
+#include "cli/command.h"
+#include "cli/files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zn::test {
+namespace {
+
+using nlohmann::json;
+
+// 22,000 voxels, so that every large product is cut into several blocks.
+class Replay : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder = new TemporaryFolder;
+        ASSERT_EQ(znica({"simulate", "--size", "small", "--sources", "5", "--out", (*folder / "s").string()}).status,
+                  0);
+    }
+    static void TearDownTestSuite() { delete folder; }
+
+    static void run(const std::string& name, std::vector<std::string> options) {
+        const std::string stem = (*folder / "s/sub-sim_task-blocks_").string();
+        options.insert(options.begin(), {"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz",
+                                         "--components", "6", "--no-clustering", "--out", (*folder / name).string()});
+        const CommandResult result = znica(options);
+        ASSERT_EQ(result.status, 0) << result.err;
+    }
+    static std::string bytes(const std::string& name, const std::string& ending) {
+        const auto file = *folder / (name + "/sub-sim_task-blocks_desc-ICA_" + ending);
+        EXPECT_TRUE(std::filesystem::exists(file)) << file;
+        return textOf(file);
+    }
+    static json facts(const std::string& name) { return json::parse(bytes(name, "decomposition.json")); }
+    static void expectSameResult(const std::string& a, const std::string& b) {
+        for (const char* ending : {"components.nii.gz", "mixing.tsv", "metrics.tsv"}) {
+            EXPECT_EQ(bytes(a, ending), bytes(b, ending)) << ending;
+        }
+    }
+
+    static TemporaryFolder* folder;
+};
+
+TemporaryFolder* Replay::folder = nullptr;
+
+TEST_F(Replay, OneThreadAndTwoGiveTheSameBytes) {
+    for (const std::string name : {"tanh", "cube"}) {
+        run(name + "1", {"--nonlinearity", name, "--seed", "5", "--threads", "1"});
+        run(name + "2", {"--nonlinearity", name, "--seed", "5", "--threads", "2"});
+        run(name + "3", {"--nonlinearity", name, "--seed", "5", "--threads", "3"});
+        expectSameResult(name + "1", name + "2");
+        expectSameResult(name + "1", name + "3");
+        EXPECT_EQ(facts(name + "2")["Threads"], 2);
+    }
+}
+
+TEST_F(Replay, TheRecordedSeedReplaysARunThatWasGivenNone) {
+    run("first", {});
+    run("again", {"--seed", std::to_string(facts("first")["Seed"].get<std::uint32_t>())});
+    expectSameResult("first", "again");
+}
+
+TEST_F(Replay, RunsWithoutASeedDiffer) {
+    run("one", {});
+    run("two", {});
+    EXPECT_NE(facts("one")["Seed"], facts("two")["Seed"]); // alike once in four thousand million times
+    EXPECT_NE(bytes("one", "components.nii.gz"), bytes("two", "components.nii.gz"));
+}
+
+} // namespace
+} // namespace zn::test

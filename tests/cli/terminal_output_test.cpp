@@ -1,0 +1,94 @@
+// What a run says on its way and at its end, and how little of it when asked to be quiet.
+#include "cli/command.h"
+#include "cli/files.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zn::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+class TerminalOutput : public testing::Test {
+protected:
+    TerminalOutput() {
+        const CommandResult made =
+            znica({"simulate", "--size", "tiny", "--sources", "3", "--out", (folder / "s").string()});
+        EXPECT_EQ(made.status, 0) << made.err;
+    }
+    std::vector<std::string> arguments(const std::vector<std::string>& options = {}) {
+        const std::string stem = (folder / "s/sub-sim_task-blocks_").string();
+        std::vector<std::string> result = {
+            "run",   stem + "bold.nii.gz",     "--mask", stem + "desc-brain_mask.nii.gz", "--components", "2",
+            "--out", (folder / "out").string()};
+        result.insert(result.end(), options.begin(), options.end());
+        return result;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(TerminalOutput, PipedIsALineAStageAndFiveLinesAtTheEnd) {
+    const CommandResult result = znica(arguments());
+    EXPECT_EQ(result.err, "");
+    std::istringstream stream(result.out);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    EXPECT_THAT(lines,
+                ElementsAre("Input: 20x24x18 voxels, 80 volumes, TR 2 s (sub-sim_task-blocks_bold.json).",
+                            MatchesRegex("Memory: about [0-9.]+ GiB at the peak, for [0-9]+ voxels; [0-9.]+ GiB are "
+                                         "free\\."),
+                            "reading", MatchesRegex("Mask: [0-9]+ of 8640 voxels, by the given mask\\."), "covariance",
+                            "eigenvalues", "components",
+                            MatchesRegex("component 1 of 2, [0-9]+ iterations, about [0-9]+ s left"),
+                            MatchesRegex("component 2 of 2, [0-9]+ iterations"), "fingerprint", "writing",
+                            MatchesRegex("[0-9]+ voxels x 80 volumes analysed"), "2 of 2 components found",
+                            MatchesRegex("[0-9.]+ % of the variance kept"),
+                            MatchesRegex("[0-9.]+ s, of which [0-9.]+ s in the plug-in; at most [0-9]+ MiB of memory"),
+                            "result: " + (folder / "out").string()));
+}
+
+TEST_F(TerminalOutput, QuietSaysNothing) {
+    const CommandResult result = znica(arguments({"--quiet"}));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out + result.err, "");
+}
+
+TEST_F(TerminalOutput, VerboseRepeatsTheLog) {
+    const CommandResult result = znica(arguments({"--verbose"}));
+    EXPECT_THAT(result.out, testing::StartsWith(textOf(folder / "out/log.txt")));
+}
+
+TEST_F(TerminalOutput, TheCountedIterationsAreThoseOfThePluginsLog) {
+    const CommandResult result = znica(arguments());
+    const auto facts = nlohmann::json::parse(textOf(folder / "out/sub-sim_task-blocks_desc-ICA_decomposition.json"));
+    for (std::size_t i = 0; i < 2; ++i) { // the plug-in also counts the test that ends the search
+        const int counted = facts["Components"][i]["Iterations"].get<int>() - 1;
+        EXPECT_THAT(result.out, HasSubstr("component " + std::to_string(i + 1) + " of 2, " + std::to_string(counted) +
+                                          " iterations"));
+    }
+}
+
+// `script` gives the command a terminal.
+TEST_F(TerminalOutput, ATerminalGetsABarThatIsTakenAway) {
+    std::string command = ZNICA_FILE;
+    for (const std::string& argument : arguments()) command += " '" + argument + "'";
+    const auto screen = folder / "screen.txt";
+    ASSERT_EQ(std::system(("TERM=xterm script -qec \"" + command + "\" /dev/null >" + screen.string()).c_str()), 0);
+    const std::string text = textOf(screen);
+    EXPECT_THAT(text, HasSubstr("\r\033[Kcomponent 1 of 2 [############............]"));
+    EXPECT_THAT(text, HasSubstr("\r\033[K")); // the last drawing is wiped before the summary
+    EXPECT_LT(text.rfind("\033[K"), text.find(" voxels x 80 volumes"));
+    EXPECT_THAT(text.substr(text.rfind("\033[K") + 3), MatchesRegex("[0-9]+ voxels x (.|\r|\n)*"));
+}
+
+} // namespace
+} // namespace zn::test

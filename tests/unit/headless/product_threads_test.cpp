@@ -1,0 +1,71 @@
+// The number of threads changes no bit of a product.
+#include "headless/host/product_threads.h"
+#include "headless/host/worker_threads.h"
+
+#include <atomic>
+#include <cmath>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zn {
+namespace {
+
+// Values whose sums depend on their order.
+std::vector<double> fractions(std::size_t count) {
+    std::vector<double> values(count);
+    for (std::size_t i = 0; i < count; ++i) values[i] = std::sin(static_cast<double>(i) * 1.7);
+    return values;
+}
+
+TEST(ProductThreads, ChangeNoBitOfAnyProduct) {
+    constexpr int kRows = 30011; // several blocks, the last one short
+    constexpr int kColumns = 37;
+    const auto a = fractions(std::size_t{kRows} * kColumns);
+    const auto x = fractions(kRows);
+    std::vector<std::vector<double>> first;
+    for (const int threads : {1, 2, 5}) {
+        setProductThreads(threads);
+        std::vector<std::vector<double>> results = {std::vector<double>(kColumns * kColumns),
+                                                    std::vector<double>(std::size_t{kRows} * 4),
+                                                    std::vector<double>(kColumns), std::vector<double>(kRows)};
+        zn_intel_matrix_matrix_mult_d(a.data(), a.data(), results[0].data(), kColumns, kColumns, kRows, true, false);
+        zn_intel_matrix_matrix_mult_d(x.data(), a.data(), results[1].data(), 4, kRows, kColumns, false, true);
+        zn_intel_matrix_vector_mult_d(a.data(), x.data(), results[2].data(), kRows, kColumns, true);
+        zn_intel_matrix_vector_mult_d(a.data(), x.data(), results[3].data(), kRows, kColumns, false);
+        if (first.empty()) first = results;
+        EXPECT_EQ(results, first) << threads;
+        EXPECT_EQ(productThreads(), threads);
+    }
+}
+
+TEST(ProductThreads, LongSumsInBlocksAreTheSumsWrittenOut) {
+    constexpr int kRows = 9001;
+    constexpr int kColumns = 3;
+    const auto a = fractions(std::size_t{kRows} * kColumns);
+    std::vector<double> r(kColumns * kColumns);
+    setProductThreads(2);
+    zn_intel_matrix_matrix_mult_d(a.data(), a.data(), r.data(), kColumns, kColumns, kRows, true, false);
+    for (std::size_t i = 0; i < kColumns; ++i) {
+        for (std::size_t j = 0; j < kColumns; ++j) {
+            double sum = 0.0;
+            for (std::size_t v = 0; v < kRows; ++v) sum += a[v * kColumns + i] * a[v * kColumns + j];
+            EXPECT_NEAR(r[i * kColumns + j], sum, 1e-10); // 9001 terms of at most 1, rounding of 1e-16 each
+        }
+    }
+}
+
+TEST(WorkerThreads, DoEveryPieceOnce) {
+    for (const int threads : {1, 2, 4}) {
+        WorkerThreads workers(threads);
+        for (int round = 0; round < 200; ++round) {
+            std::vector<std::atomic<int>> done(17);
+            workers.run(17, [&](int i) { ++done[static_cast<std::size_t>(i)]; });
+            for (const auto& count : done) ASSERT_EQ(count, 1);
+        }
+    }
+}
+
+} // namespace
+} // namespace zn
