@@ -53,6 +53,7 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     addRun();
     addSimulate();
     addScore();
+    addReport();
 }
 
 void CommandLine::addRun() {
@@ -132,6 +133,11 @@ void CommandLine::addScore() {
     score = app.add_subcommand("score", "Tell how well a result recovers the sources of a simulated sample.");
     score->add_option("RESULT", scoreOptions.result, "folder that znica run made")->required()->type_name("DIR");
     score->add_option("--truth", scoreOptions.truth, "folder that znica simulate made")->required()->type_name("DIR");
+}
+
+void CommandLine::addReport() {
+    report = app.add_subcommand("report", "Make report.html again from the files of a result.");
+    report->add_option("DIR", reportFolder, "folder that znica run made")->required()->type_name("DIR");
 }
 
 } // namespace zn

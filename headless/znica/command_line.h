@@ -25,14 +25,17 @@ struct CommandLine {
     CLI::App* run;
     CLI::App* simulate;
     CLI::App* score;
+    CLI::App* report;
     RunOptions runOptions;
     SimulateOptions simulateOptions;
     ScoreOptions scoreOptions;
+    std::filesystem::path reportFolder;
 
 private:
     void addRun();
     void addSimulate();
     void addScore();
+    void addReport();
 };
 
 } // namespace zn

@@ -1,4 +1,5 @@
 #include "headless/failure/failure.h"
+#include "headless/report/write_report.h"
 #include "headless/simulate/score_command.h"
 #include "headless/simulate/simulate_command.h"
 #include "headless/znica/command_line.h"
@@ -24,6 +25,7 @@ int complain(ExitStatus status, std::string text) {
 ExitStatus carryOut(const zn::CommandLine& line) {
     if (line.app.got_subcommand(line.simulate)) return zn::simulateCommand(line.simulateOptions);
     if (line.app.got_subcommand(line.score)) return zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth);
+    if (line.app.got_subcommand(line.report)) return zn::reportCommand(line.reportFolder);
     return zn::runCommand(line.runOptions);
 }
 

@@ -1,7 +1,11 @@
 #include "headless/znica/run_command.h"
 
 #include "headless/host/current_session.h"
+#include "headless/report/mean_image.h"
+#include "headless/report/report_page.h"
+#include "headless/report/write_report.h"
 #include "headless/result/component_image.h"
+#include "headless/result/design_table.h"
 #include "headless/result/metrics_table.h"
 #include "headless/result/mixing_table.h"
 #include "headless/result/result_folder.h"
@@ -108,6 +112,9 @@ ExitStatus runCommand(const RunOptions& options) {
     const Stopwatch reading;
     session.series = readTimeSeries(functional);
     const double secondsReading = reading.seconds();
+    writeMeanImage(folder.path() / (resultStem(options.functional) + "_desc-mean_bold.nii.gz"), session.series,
+                   functional);
+    if (!session.design.names.empty()) writeDesignTable(file("design.tsv"), session.design);
 
     RunLog log(folder.path() / "log.txt", [&](const VolumeMaps& maps) {
         writeComponentImage(file("components.nii.gz"), maps, functional);
@@ -133,6 +140,11 @@ ExitStatus runCommand(const RunOptions& options) {
     writeDecomposition(file("decomposition.json"), facts);
     const ExitStatus status = facts.found() < options.components() ? ExitStatus::kGaveUp : ExitStatus::kDone;
     writeStatus(folder.path() / "status.json", facts, status);
+    if (findReportTemplate().empty()) {
+        std::fprintf(stderr, "znica: no report is written, because its template is not installed.\n");
+    } else {
+        writeReport(folder.path());
+    }
     folder.commit();
     printSummary(facts, options.out);
     return status;
