@@ -1,6 +1,7 @@
 #include "headless/nifti/image_header.h"
 
 #include "headless/failure/failure.h"
+#include "headless/nifti/raw_header.h"
 
 #include <cmath>
 #include <limits>
@@ -27,8 +28,7 @@ void checkReadable(const fs::path& file) {
     if (access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read; check its permissions.");
 }
 
-std::shared_ptr<nifti_image> readQuietly(const fs::path& file) {
-    nifti_set_debug_level(0); // the library talks to the terminal by itself; what is wrong is said here, once
+std::shared_ptr<nifti_image> readImage(const fs::path& file) {
     return {nifti_image_read(file.c_str(), 0), [](nifti_image* image) {
                 if (image) nifti_image_free(image);
             }};
@@ -44,11 +44,18 @@ std::optional<std::int64_t> dataBytes(const nifti_image& image) {
     return bytes;
 }
 
+void checkAxes(const fs::path& file, const RawHeader& raw) {
+    for (std::size_t axis = 1; axis <= 7 && static_cast<std::int64_t>(axis) <= raw.dim[0]; ++axis) {
+        if (raw.dim[axis] >= 1) continue;
+        refuse(file, "has a damaged header: its axis " + std::to_string(axis) + " has " +
+                         std::to_string(raw.dim[axis]) + " elements.");
+    }
+}
+
 void checkExtents(const fs::path& file, const nifti_image& image) {
     std::int64_t voxels = 1;
     for (int axis = 1; axis <= 4; ++axis) {
         const std::int64_t extent = axis <= image.ndim ? image.dim[axis] : 1;
-        if (extent < 1) refuse(file, "has a damaged header: an axis of " + std::to_string(extent) + " elements.");
         if (extent > std::numeric_limits<std::int32_t>::max() ||
             (axis < 4 && __builtin_mul_overflow(voxels, extent, &voxels)) ||
             voxels > std::numeric_limits<std::int32_t>::max()) {
@@ -92,8 +99,8 @@ Affine affineOf(const nifti_image& image) {
     return affine;
 }
 
-std::optional<double> secondsPerVolume(const nifti_image& image) {
-    double seconds = image.ndim >= 4 ? image.pixdim[4] : 0.0;
+std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader& raw) {
+    double seconds = image.ndim >= 4 ? raw.pixdim[4] : 0.0;
     if (image.time_units == NIFTI_UNITS_MSEC) seconds *= 1e-3;
     if (image.time_units == NIFTI_UNITS_USEC) seconds *= 1e-6;
     const bool otherQuantity = image.time_units == NIFTI_UNITS_HZ || image.time_units == NIFTI_UNITS_PPM ||
@@ -106,9 +113,11 @@ std::optional<double> secondsPerVolume(const nifti_image& image) {
 
 ImageHeader readImageHeader(const fs::path& file) {
     checkReadable(file);
-    auto image = readQuietly(file);
+    const auto raw = readRawHeader(file);
+    auto image = raw ? readImage(file) : nullptr;
     if (!image || !image->iname)
         refuse(file, "is not a NIfTI image (.nii, .nii.gz, or .hdr with .img), or is damaged.");
+    checkAxes(file, *raw);
     checkExtents(file, *image);
     checkLength(file, *image);
 
@@ -117,7 +126,7 @@ ImageHeader readImageHeader(const fs::path& file) {
     header.size = {static_cast<int>(image->nx), static_cast<int>(image->ny), static_cast<int>(image->nz)};
     header.volumes = static_cast<int>(image->nt);
     header.affine = affineOf(*image);
-    header.secondsPerVolume = secondsPerVolume(*image);
+    header.secondsPerVolume = secondsPerVolume(*image, *raw);
     header.image = std::move(image);
     return header;
 }

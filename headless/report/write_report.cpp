@@ -74,7 +74,8 @@ bool addMean(ReportPage& page, const RunFiles& files, const ImageHeader& compone
     if (!files.has(kMean)) return false;
     const ImageHeader mean = readImageHeader(files(kMean));
     requireSameGrid("mean image", mean, components);
-    page.add("mean", std::as_bytes(std::span(greyLevels(readSingleVolume(mean)))));
+    const std::vector<unsigned char> levels = greyLevels(readSingleVolume(mean));
+    page.add("mean", std::as_bytes(std::span(levels)));
     return true;
 }
 

@@ -39,6 +39,7 @@ void watchInterrupts() {
     if (pipe(ends) != 0) return; // signals keep their usual effect
     toWatcher = ends[1];
     std::thread([reader = ends[0]] { watch(reader); }).detach();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit on the size of files shows as a write that fails
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         struct sigaction action {};
         action.sa_handler = wakeWatcher;

@@ -1,11 +1,7 @@
 #include "headless/znica/run_command.h"
 
-#include "headless/host/current_session.h"
-#include "headless/report/mean_image.h"
-#include "headless/report/report_page.h"
-#include "headless/report/write_report.h"
+#include "headless/nifti/series_check.h"
 #include "headless/result/component_image.h"
-#include "headless/result/design_table.h"
 #include "headless/result/metrics_table.h"
 #include "headless/result/mixing_table.h"
 #include "headless/result/result_folder.h"
@@ -15,11 +11,11 @@
 #include "headless/znica/plugin_library.h"
 #include "headless/znica/run_inputs.h"
 #include "headless/znica/run_log.h"
+#include "headless/znica/run_plugin.h"
+#include "headless/znica/run_report.h"
 #include "headless/znica/stopwatch.h"
 
 #include <cstdio>
-
-#include <nlohmann/json.hpp>
 
 namespace zn {
 
@@ -32,59 +28,6 @@ ReferenceNames referenceNames(const Session& session) {
     names.predictors = session.design.names;
     for (const Region& region : session.regions) names.regions.push_back(region.name);
     return names;
-}
-
-// The plug-in writes its own files into the current folder, so it runs in one made for them.
-class CurrentFolder {
-public:
-    explicit CurrentFolder(const fs::path& folder) : before_(fs::current_path()) {
-        fs::create_directory(folder);
-        fs::current_path(folder);
-    }
-    ~CurrentFolder() {
-        std::error_code ignored;
-        fs::current_path(before_, ignored);
-    }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-
-private:
-    fs::path before_;
-};
-
-class AttachedSession {
-public:
-    explicit AttachedSession(Session& session) { attachSession(&session); }
-    ~AttachedSession() { attachSession(nullptr); }
-    AttachedSession(const AttachedSession&) = delete;
-    AttachedSession& operator=(const AttachedSession&) = delete;
-};
-
-// Why there are no maps, in the words that the plug-in had for the user.
-[[noreturn]] void explainEarlyEnd(const RunLog& log, bool initialised) {
-    const std::string said = log.messages().empty() ? "" : log.messages().back();
-    if (log.facts().ranOutOfMemory()) {
-        throw Failure(ExitStatus::kMemory,
-                      "the plug-in ran out of memory (\"" + said + "\"); use a mask, or ask for fewer components.");
-    }
-    if (log.facts().foundNone()) {
-        throw Failure(ExitStatus::kGaveUp, "no component converged; allow more iterations with --max-iterations or a "
-                                           "larger change with --epsilon.");
-    }
-    if (!initialised)
-        throw Failure(ExitStatus::kOther, "the plug-in did not start: " + (said.empty() ? "it gave no reason." : said));
-    throw Failure(ExitStatus::kInput, "the plug-in ended the analysis: " +
-                                          (said.empty() ? "it gave no reason; see its lines above." : said));
-}
-
-void runPlugin(const PluginLibrary& library, Session& session, const RunLog& log, const fs::path& folder) {
-    const AttachedSession attached(session);
-    const CurrentFolder current(folder);
-    const auto plugin = library.create();
-    const bool initialised = plugin->initPlugin();
-    const bool ended = initialised && plugin->execute();
-    if (session.failure) std::rethrow_exception(session.failure);
-    if (!ended || !log.mapsSaved()) explainEarlyEnd(log, initialised);
 }
 
 void printSummary(const RunFacts& facts, const fs::path& out) {
@@ -112,9 +55,12 @@ ExitStatus runCommand(const RunOptions& options) {
     const Stopwatch reading;
     session.series = readTimeSeries(functional);
     const double secondsReading = reading.seconds();
-    writeMeanImage(folder.path() / (resultStem(options.functional) + "_desc-mean_bold.nii.gz"), session.series,
-                   functional);
-    if (!session.design.names.empty()) writeDesignTable(file("design.tsv"), session.design);
+    if (!variesOverTime(session.series, session.mask)) {
+        throw Failure(ExitStatus::kInput,
+                      options.functional.string() +
+                          " does not change over time in any voxel to be analysed; check the image" +
+                          (session.mask.empty() ? "." : " and the mask."));
+    }
 
     RunLog log(folder.path() / "log.txt", [&](const VolumeMaps& maps) {
         writeComponentImage(file("components.nii.gz"), maps, functional);
@@ -140,11 +86,7 @@ ExitStatus runCommand(const RunOptions& options) {
     writeDecomposition(file("decomposition.json"), facts);
     const ExitStatus status = facts.found() < options.components() ? ExitStatus::kGaveUp : ExitStatus::kDone;
     writeStatus(folder.path() / "status.json", facts, status);
-    if (findReportTemplate().empty()) {
-        std::fprintf(stderr, "znica: no report is written, because its template is not installed.\n");
-    } else {
-        writeReport(folder.path());
-    }
+    addReport(folder.path(), resultStem(options.functional), session, functional);
     folder.commit();
     printSummary(facts, options.out);
     return status;

@@ -4,10 +4,7 @@
 
 namespace zn {
 
-/// Computes the sixteen parameters of every component and writes "ParamsMatrix.txt".
-void computeFingerprint(Run& run);
-
-/// Hands the component maps to the host and has it save them under the dialog's output name.
-void outputMaps(Run& run);
+/// Hands the component maps with their parameters to the host and has it save them under the dialog's output name.
+void outputMaps(const Run& run);
 
 } // namespace zn

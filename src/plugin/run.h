@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fingerprint/fingerprint.h"
 #include "host/run_exit.h"
 #include "ica/fastica.h"
 #include "ica/reconstruction.h"
@@ -22,12 +23,12 @@ struct Run {
     VoiTemplates templates{};
     VoxelData voxelData{};
     RunParameters parameters{};
-    ZeroedBlock centred{};   // X, V x T
-    Eigenpairs eigen{};      // of the temporal covariance
-    Whitening whitened{};    // Wh, DW, Z
-    Separation separation{}; // M, Q
-    Components components{}; // maps and time courses
-    OffsetMatrix<float> parameterMatrix{};
+    ZeroedBlock centred{};      // X, V x T
+    Eigenpairs eigen{};         // of the temporal covariance
+    Whitening whitened{};       // Wh, DW, Z
+    Separation separation{};    // M, Q
+    Components components{};    // maps and time courses
+    Fingerprint fingerprint{0}; // 16 values a component
 };
 
 } // namespace zn

@@ -6,6 +6,7 @@
 #include "output/rtc_file.h"
 #include "output/text_matrix.h"
 #include "plugin/fatal_error.h"
+#include "plugin/fingerprint_stage.h"
 #include "plugin/map_output.h"
 #include "plugin/run.h"
 

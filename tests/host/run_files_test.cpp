@@ -26,7 +26,7 @@ std::vector<std::vector<double>> numbersIn(const std::string& text) {
     for (std::string line; std::getline(lines, line);) {
         rows.emplace_back();
         std::istringstream numbers(line);
-        for (double value = 0; numbers >> value;) rows.back().push_back(value);
+        for (std::string word; numbers >> word;) rows.back().push_back(std::stod(word)); // "nan" included
     }
     return rows;
 }

@@ -1,0 +1,77 @@
+#include "headless/znica/run_plugin.h"
+
+#include "headless/failure/failure.h"
+#include "headless/host/current_session.h"
+#include "headless/nifti/series_check.h"
+
+#include <exception>
+#include <string>
+#include <system_error>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class CurrentFolder {
+public:
+    explicit CurrentFolder(const fs::path& folder) : before_(fs::current_path()) {
+        fs::create_directory(folder);
+        fs::current_path(folder);
+    }
+    ~CurrentFolder() {
+        std::error_code ignored;
+        fs::current_path(before_, ignored);
+    }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    fs::path before_;
+};
+
+class AttachedSession {
+public:
+    explicit AttachedSession(Session& session) { attachSession(&session); }
+    ~AttachedSession() { attachSession(nullptr); }
+    AttachedSession(const AttachedSession&) = delete;
+    AttachedSession& operator=(const AttachedSession&) = delete;
+};
+
+// What a user can do about data that the plug-in stumbled over without saying why.
+std::string hintAbout(const Session& session) {
+    const std::int64_t count = voxelsNotFinite(session.series, session.mask);
+    if (count == 0) return "";
+    return " " + std::to_string(count) +
+           " of the analysed voxels hold values that are not finite; leave them out with --mask.";
+}
+
+[[noreturn]] void explainEarlyEnd(const Session& session, const RunLog& log, bool initialised) {
+    const std::string said = log.messages().empty() ? "it gave no reason." : log.messages().back();
+    if (log.facts().ranOutOfMemory()) {
+        throw Failure(ExitStatus::kMemory,
+                      "the plug-in ended the analysis: " + said + " Use a mask, or ask for fewer components.");
+    }
+    if (!initialised) throw Failure(ExitStatus::kOther, "the plug-in did not start: " + said);
+    const std::string hint = hintAbout(session);
+    if (log.facts().foundNone() && hint.empty()) {
+        throw Failure(ExitStatus::kGaveUp, "no component converged; allow more iterations with --max-iterations or a "
+                                           "larger change with --epsilon.");
+    }
+    throw Failure(ExitStatus::kInput, "the plug-in ended the analysis: " + said + hint);
+}
+
+} // namespace
+
+void runPlugin(const PluginLibrary& library, Session& session, const RunLog& log, const fs::path& folder) {
+    const AttachedSession attached(session);
+    const CurrentFolder current(folder);
+    const auto plugin = library.create();
+    const bool initialised = plugin->initPlugin();
+    const bool ended = initialised && plugin->execute();
+    if (session.failure) std::rethrow_exception(session.failure);
+    if (!ended || !log.mapsSaved()) explainEarlyEnd(session, log, initialised);
+}
+
+} // namespace zn

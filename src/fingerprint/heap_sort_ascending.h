@@ -1,0 +1,15 @@
+#pragma once
+
+namespace zn {
+
+/// Sorts a vector in place, smallest value first.
+///
+///   n                 number of values; fewer than two are left as they are
+///   values  [1..n]    in: any order; out: ascending
+///
+/// Not-a-numbers do no harm, but leave the order of the others undefined. O(n log n), no memory.
+/// Method: bottom-up heap sort, Wegener (1993), Theoretical Computer Science 118(1), 81-98, on a heap whose nodes have
+/// four children each: half the levels of a binary heap, and the children of a node lie side by side.
+void heapSortAscending(int n, float* values);
+
+} // namespace zn

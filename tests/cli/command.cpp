@@ -1,0 +1,73 @@
+#include "cli/command.h"
+
+#include "cli/files.h"
+
+#include <atomic>
+#include <csignal>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zn::test {
+
+namespace {
+
+std::filesystem::path freshFile(const char* kind) {
+    static std::atomic<int> count = 0;
+    return std::filesystem::temp_directory_path() /
+           ("znica-test-" + std::to_string(getpid()) + "-" + std::to_string(++count) + kind);
+}
+
+std::vector<char*> pointers(std::vector<std::string>& texts) {
+    std::vector<char*> result;
+    for (std::string& text : texts) result.push_back(text.data());
+    result.push_back(nullptr);
+    return result;
+}
+
+} // namespace
+
+RunningCommand::RunningCommand(const std::vector<std::string>& arguments, const Surroundings& surroundings)
+    : out_(freshFile(".out")), err_(freshFile(".err")) {
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, out_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    posix_spawn_file_actions_addopen(&actions, 2, err_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (!surroundings.folder.empty()) posix_spawn_file_actions_addchdir_np(&actions, surroundings.folder.c_str());
+
+    std::vector<std::string> texts = {"sh", "-c", surroundings.shellPrefix + " exec \"$0\" \"$@\"", ZNICA_FILE};
+    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> environment = surroundings.environment;
+    for (char** entry = environ; *entry; ++entry) environment.emplace_back(*entry);
+    const int failed =
+        posix_spawn(&process_, "/bin/sh", &actions, nullptr, pointers(texts).data(), pointers(environment).data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (failed != 0) throw std::runtime_error("posix_spawn");
+}
+
+CommandResult RunningCommand::wait() {
+    int status = 0;
+    waitpid(process_, &status, 0);
+    CommandResult result;
+    result.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+    result.out = textOf(out_);
+    result.err = textOf(err_);
+    std::filesystem::remove(out_);
+    std::filesystem::remove(err_);
+    return result;
+}
+
+CommandResult RunningCommand::end(int signal) {
+    kill(process_, signal);
+    return wait();
+}
+
+CommandResult znica(const std::vector<std::string>& arguments, const Surroundings& surroundings) {
+    return RunningCommand(arguments, surroundings).wait();
+}
+
+} // namespace zn::test

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace zn::test {
+
+/// How a command ended and what it wrote.
+struct CommandResult {
+    int status = -1; ///< exit status; 128 + signal when a signal ended it
+    std::string out;
+    std::string err;
+};
+
+/// Where and how the command runs.
+struct Surroundings {
+    std::filesystem::path folder;         ///< current folder; empty: the test's own
+    std::vector<std::string> environment; ///< "NAME=value" on top of the test's own
+    std::string shellPrefix;              ///< shell commands before it, such as "ulimit -f 100;"
+};
+
+/// Runs the real znica and waits for it.
+CommandResult znica(const std::vector<std::string>& arguments, const Surroundings& surroundings = {});
+
+/// Starts the real znica; end() sends a signal and waits.
+class RunningCommand {
+public:
+    RunningCommand(const std::vector<std::string>& arguments, const Surroundings& surroundings);
+    CommandResult wait();
+    CommandResult end(int signal);
+
+private:
+    std::filesystem::path out_;
+    std::filesystem::path err_;
+    int process_ = 0;
+};
+
+} // namespace zn::test

@@ -1,0 +1,104 @@
+// Design matrices and regions: what is accepted and what is refused.
+#include "cli/command.h"
+#include "cli/files.h"
+#include "cli/nifti_bytes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zn::test {
+namespace {
+
+using testing::HasSubstr;
+
+class DesignAndRegions : public testing::Test {
+protected:
+    DesignAndRegions() { writeFile(folder / "bold.nii", plainSeries(4).bytes()); }
+
+    CommandResult run(const std::vector<std::string>& options) {
+        std::vector<std::string> arguments = {
+            "run",   (folder / "bold.nii").string(), "--components", "2",
+            "--out", (folder / "out").string(),      "--plugin",     FAKE_PLUGIN_FILE};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return znica(arguments, {{}, {"ZN_FAKE_PLUGIN=silence"}, {}});
+    }
+    std::string errorWithDesign(const std::string& text) {
+        writeFile(folder / "design.txt", text);
+        return run({"--design", (folder / "design.txt").string()}).err;
+    }
+    std::string errorWithNames(const std::string& text) {
+        writeFile(folder / "labels.nii", plainMask().bytes());
+        writeFile(folder / "names.tsv", text);
+        return run({"--rois", (folder / "labels.nii").string(), "--roi-names", (folder / "names.tsv").string()}).err;
+    }
+    // The fake plug-in ends every run in silence: reading this means that the input was taken.
+    const std::string accepted = "znica: the plug-in ended the analysis: it gave no reason.\n";
+
+    TemporaryFolder folder;
+};
+
+TEST_F(DesignAndRegions, ATableWithAHeaderIsTaken) {
+    EXPECT_EQ(errorWithDesign("face\thouse\n0\t1\n0.5\t-1e-3\n1\t0\n0\t0\n"), accepted);
+    EXPECT_EQ(errorWithDesign("\xEF\xBB\xBF"
+                              "face\r\n1\r\n2\r\n3\r\n4\r\n\r\n"),
+              accepted);
+}
+
+TEST_F(DesignAndRegions, RtcTextIsTaken) {
+    EXPECT_EQ(errorWithDesign(
+                  "FileVersion:     2\nType:            DesignMatrix\nNrOfPredictors:  2\n"
+                  "NrOfDataPoints:  4\n\n\"TC1\" \"TC 2\" \n    0     1 \n  0.5     0 \n    1     1 \n    0     1 \n"),
+              accepted);
+}
+
+TEST_F(DesignAndRegions, DesignMatricesThatDoNotFitAreRefused) {
+    EXPECT_THAT(errorWithDesign("face\n1\n2\n3\n"),
+                HasSubstr("has 3 rows of predictor values, the data have 4 volumes"));
+    EXPECT_THAT(errorWithDesign("1\n2\n3\n4\n"), HasSubstr("its first line must name the predictors"));
+    EXPECT_THAT(errorWithDesign("face\thouse\n1\t2\n3\n"), HasSubstr("line 3, has 1 cells, its header 2"));
+    EXPECT_THAT(errorWithDesign("face\nfour\n"), HasSubstr("line 2, column \"face\", holds \"four\""));
+    EXPECT_THAT(errorWithDesign("face\nnan\n"), HasSubstr("holds \"nan\" where a number is needed"));
+    EXPECT_THAT(errorWithDesign(""), HasSubstr("is empty"));
+    EXPECT_THAT(errorWithDesign(std::string("a\0b", 3)), HasSubstr("is not a text file"));
+    EXPECT_THAT(errorWithDesign("FileVersion: 2\n\n\"A\"\n1\n"), HasSubstr("lacks the line \"NrOfPredictors:\""));
+    EXPECT_THAT(errorWithDesign("FileVersion: 2\nNrOfPredictors: 2\nNrOfDataPoints: 4\n\n\"A\"\n"),
+                HasSubstr("names 1 predictors in quotes but says it has 2"));
+    EXPECT_THAT(errorWithDesign("FileVersion: 2\nNrOfPredictors: 1\nNrOfDataPoints: 4\n\n\"A\"\n1\n2\n"),
+                HasSubstr("ends before its 4 rows"));
+    EXPECT_THAT(errorWithDesign("FileVersion: 2\nNrOfPredictors: 1\nNrOfDataPoints: 4\n\n\"A\"\n1 2\n"),
+                HasSubstr("line 6, has 2 values for 1 predictors"));
+    EXPECT_THAT(run({"--design", (folder / "none.tsv").string()}).err, HasSubstr("none.tsv does not exist"));
+}
+
+TEST_F(DesignAndRegions, NamesOfRegionsNeedTheirTwoColumns) {
+    EXPECT_EQ(errorWithNames("index\tname\n1\tcortex\n"), accepted);
+    EXPECT_EQ(errorWithNames("name\tcolour\tindex\ncortex\tred\t1\n"), accepted);
+    EXPECT_THAT(errorWithNames("label\tname\n1\tcortex\n"), HasSubstr("has no column \"index\""));
+    EXPECT_THAT(errorWithNames("index\tname\none\tcortex\n"), HasSubstr("line 2, holds \"one\""));
+    EXPECT_THAT(errorWithNames("index\tname\n1\n"), HasSubstr("line 2, has 1 cells, its header 2"));
+}
+
+TEST_F(DesignAndRegions, LabelImagesThatDoNotFitAreRefused) {
+    NiftiBytes labels = plainMask();
+    labels.data.assign(labels.data.size(), '\0');
+    writeFile(folder / "zero.nii", labels.bytes());
+    EXPECT_THAT(run({"--rois", (folder / "zero.nii").string()}).err, HasSubstr("zero.nii holds no label"));
+
+    NiftiBytes fractions;
+    fractions.dim = {3, 6, 5, 4, 1, 1, 1, 1};
+    fractions.dataType = 16;
+    fractions.bitsPerVoxel = 32;
+    for (int i = 0; i < 120; ++i) fractions.append(0.5f);
+    writeFile(folder / "fractions.nii", fractions.bytes());
+    EXPECT_THAT(run({"--rois", (folder / "fractions.nii").string()}).err,
+                HasSubstr("values that are not whole numbers"));
+
+    labels.data.assign(labels.data.size(), '\1');
+    labels.sform[0][0] = 2;
+    writeFile(folder / "elsewhere.nii", labels.bytes());
+    EXPECT_THAT(run({"--rois", (folder / "elsewhere.nii").string()}).err,
+                HasSubstr("resample the label image to that grid"));
+}
+
+} // namespace
+} // namespace zn::test

@@ -1,0 +1,109 @@
+// A plug-in that ends early or badly: the user reads its words, and no result is left.
+#include "cli/command.h"
+#include "cli/files.h"
+#include "cli/nifti_bytes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+namespace zn::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class EarlyEnd : public testing::Test {
+protected:
+    EarlyEnd() { writeFile(folder / "bold.nii", plainSeries(24).bytes()); }
+
+    std::vector<std::string> arguments() {
+        return {"run",           (folder / "bold.nii").string(), "--out", (folder / "out").string(), "--plugin",
+                FAKE_PLUGIN_FILE};
+    }
+    CommandResult runWish(const std::string& wish) { return znica(arguments(), {{}, {"ZN_FAKE_PLUGIN=" + wish}, {}}); }
+    void expectNothingLeft() { EXPECT_THAT(namesIn(folder.path()), ElementsAre("bold.nii")); }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(EarlyEnd, TheLastMessageBoxIsWhatTheUserReads) {
+    const CommandResult result = runWish("message");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.err, "znica: the plug-in ended the analysis: The data are not to my taste.\n");
+    expectNothingLeft();
+}
+
+TEST_F(EarlyEnd, WithoutAMessageTheUserIsToldSo) {
+    const CommandResult result = runWish("silence");
+    EXPECT_EQ(result.status, 3);
+    EXPECT_EQ(result.err, "znica: the plug-in ended the analysis: it gave no reason.\n");
+    expectNothingLeft();
+}
+
+TEST_F(EarlyEnd, SuccessWithoutMapsIsNone) {
+    EXPECT_EQ(runWish("no maps").status, 3);
+    expectNothingLeft();
+}
+
+TEST_F(EarlyEnd, ExhaustedMemoryHasItsOwnStatus) {
+    const CommandResult result = runWish("memory");
+    EXPECT_EQ(result.status, 5);
+    EXPECT_THAT(result.err, HasSubstr("Working memory full. Exiting plugin."));
+    expectNothingLeft();
+}
+
+TEST_F(EarlyEnd, NoComponentAtAllCountsAsGivenUp) {
+    const CommandResult result = runWish("none found");
+    EXPECT_EQ(result.status, 4);
+    EXPECT_THAT(result.err, HasSubstr("no component converged"));
+    expectNothingLeft();
+}
+
+TEST_F(EarlyEnd, APluginThatRefusesToStartSaysWhy) {
+    const CommandResult result = runWish("refuse to start");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "znica: the plug-in did not start: No licence for Mondays.\n");
+    expectNothingLeft();
+}
+
+TEST_F(EarlyEnd, APluginThatEndsTheProcessLeavesNoUnfinishedFolder) {
+    EXPECT_EQ(runWish("exit").status, 1);
+    expectNothingLeft();
+}
+
+TEST_F(EarlyEnd, AnInterruptEndsWithinASecondAndLeavesNothing) {
+    for (const auto& [signal, status] : {std::pair(SIGINT, 130), std::pair(SIGTERM, 143)}) {
+        RunningCommand running(arguments(), {{}, {"ZN_FAKE_PLUGIN=wait"}, {}});
+        const auto waiting = [&] {
+            for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path())) {
+                if (entry.path().filename() == "waiting.txt") return true;
+            }
+            return false;
+        };
+        for (int i = 0; i < 500 && !waiting(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        ASSERT_TRUE(waiting()) << "the plug-in never started";
+        const auto start = std::chrono::steady_clock::now();
+        const CommandResult result = running.end(signal);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+        EXPECT_EQ(result.status, status);
+        EXPECT_EQ(result.err, "znica: interrupted; no result was written.\n");
+        expectNothingLeft();
+    }
+}
+
+TEST_F(EarlyEnd, AFailedRunLeavesAnEarlierResultAlone) {
+    std::filesystem::create_directory(folder / "out");
+    writeFile(folder / "out/log.txt", "earlier");
+    auto withForce = arguments();
+    withForce.push_back("--force");
+    EXPECT_EQ(znica(withForce, {{}, {"ZN_FAKE_PLUGIN=silence"}, {}}).status, 3);
+    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("log.txt"));
+    EXPECT_EQ(textOf(folder / "out/log.txt"), "earlier");
+}
+
+} // namespace
+} // namespace zn::test

@@ -1,0 +1,167 @@
+// A plug-in that misbehaves, or tells what the host gives it, on demand: the environment variable ZN_FAKE_PLUGIN names
+// what execute does. It knows the host as any plug-in does, by the names of its functions.
+#include "host/voi_records.h"
+#include "host/vtc_header.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <thread>
+
+#include <dlfcn.h>
+
+class TMPluginInterface {
+public:
+    virtual ~TMPluginInterface() = default;
+    virtual bool execute() = 0;
+    virtual bool initPlugin() = 0;
+};
+
+namespace {
+
+template <class Function> Function* host(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_DEFAULT, name));
+}
+
+void log(const std::string& text) {
+    host<void(const char*)>("znLogText")(text.c_str());
+}
+void message(const char* text) {
+    host<void(const char*)>("znMessageBox")(text);
+}
+
+void tellDialog() {
+    char text[256];
+    for (int i = 0; i < 5; ++i) {
+        host<void(int, char*)>("znGetDlgStringParameter")(i, text);
+        log("text " + std::to_string(i) + " [" + text + "]");
+    }
+    for (int i = 0; i < 10; ++i) {
+        log("integer " + std::to_string(i) + " [" + std::to_string(host<int(int)>("znGetDlgIntegerParameter")(i)) +
+            "]");
+    }
+    std::snprintf(text, sizeof text, "float 0 [%g]", double(host<float(int)>("znGetDlgFloatParameter")(0)));
+    log(text);
+}
+
+void tellData() {
+    zn::VtcHeader header;
+    host<void(zn::VtcHeader*)>("znGetHeaderOfVTCOfCurrentVMR")(&header);
+    char text[512];
+    std::snprintf(text, sizeof text, "vtc volumes %d tr %d box %d %d %d %d %d %d resolution %d type %d name %.200s",
+                  header.volumes, header.repetitionTime, header.xStart, header.xEnd, header.yStart, header.yEnd,
+                  header.zStart, header.zEnd, header.resolution, header.dataType, header.name);
+    log(text);
+    const short* shorts = host<short*()>("znGetVTCIntDataOfCurrentVMR")();
+    const float* floats = host<float*()>("znGetVTCFloatDataOfCurrentVMR")();
+    for (int element = 0; element < 6; ++element) {
+        const double value = shorts ? shorts[element] : double(floats[element]);
+        std::snprintf(text, sizeof text, "%s %d %g", shorts ? "short" : "float", element, value);
+        log(text);
+    }
+}
+
+void tellPrompts() {
+    char text[256] = "";
+    const int size = host<int(const char*, int, int, int)>("znGetIntegerInput")(
+        "Please enter a Cluster size threshold (cancel to skip):", 10, 2, 2000);
+    const float z =
+        host<float(const char*, float, float, float)>("znGetFloatInput")("Z threshold for maps:", 2.5f, 0.1f, 100.0f);
+    const int label = host<int(const char*, const char*, char*)>("znGetTextInput")(
+        "Please enter subject/session label (cancel to skip):", "", text);
+    char line[600];
+    std::snprintf(line, sizeof line, "prompts %d %g %d [%s]", size, double(z), label, text);
+    log(line);
+}
+
+void tellRegions() {
+    host<int(const char*)>("znLoadVOIs")("regions.voi");
+    zn::VoiSetHeader set;
+    host<int(zn::VoiSetHeader*)>("znGetVOIs")(&set);
+    log("regions " + std::to_string(set.count) + " space " + std::to_string(set.coordinateSpace));
+    for (int j = 0; j < set.count; ++j) {
+        zn::VoiHeader region;
+        const int* c = host<int*(int, zn::VoiHeader*)>("znGetVOI")(j, &region);
+        for (int v = 0; v < region.voxels; ++v, c += 3) {
+            log("region " + std::to_string(j) + ": " + std::to_string(c[0]) + " " + std::to_string(c[1]) + " " +
+                std::to_string(c[2]));
+        }
+    }
+}
+
+bool tellEverything() {
+    tellDialog();
+    tellData();
+    tellPrompts();
+    tellRegions();
+    return false;
+}
+
+bool waitForever() {
+    std::ofstream("waiting.txt") << "here\n";
+    log("waiting");
+    while (true) std::this_thread::sleep_for(std::chrono::seconds(1));
+}
+
+class FakePlugin : public TMPluginInterface {
+public:
+    bool initPlugin() override {
+        if (wish() == "refuse to start") return message("No licence for Mondays."), false;
+        return true;
+    }
+
+    bool execute() override {
+        if (wish() == "message") return message("First box"), message("The data are\nnot to my taste."), false;
+        if (wish() == "silence") return false;
+        if (wish() == "no maps") return true;
+        if (wish() == "memory") {
+            message("Working memory full. Exiting plugin.");
+            log("// Plugin > Working memory full. Exiting plugin.");
+            return true;
+        }
+        if (wish() == "none found") return log("// Plugin>  No components found. Exiting plugin."), true;
+        if (wish() == "exit") std::exit(1);
+        if (wish() == "wait") return waitForever();
+        if (wish() == "tell") return tellEverything();
+        if (wish() == "unavailable") {
+            host<void*()>("znPlotBars")();
+            host<void*()>("znPlotBars")();
+            return false;
+        }
+        return false;
+    }
+
+private:
+    static std::string wish() {
+        const char* text = std::getenv("ZN_FAKE_PLUGIN");
+        return text ? text : "";
+    }
+};
+
+} // namespace
+
+extern "C" {
+TMPluginInterface* createPlugin() {
+    return new FakePlugin;
+}
+const char* getPluginName() {
+    return "Fake";
+}
+const char* getPluginDescription() {
+    return "A plug-in for tests";
+}
+const char* getAuthor() {
+    return "tests";
+}
+const char* getHelpFile() {
+    return "";
+}
+const char* getPluginVersion() {
+    return "0";
+}
+const char* getGUIScript() {
+    return "";
+}
+}

@@ -1,0 +1,93 @@
+// The result's folder: whole or not at all, and never in the place of something else.
+#include "cli/command.h"
+#include "cli/files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zn::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class OutputFolder : public testing::Test {
+protected:
+    CommandResult simulate(const std::string& out, const std::vector<std::string>& options = {},
+                           const Surroundings& surroundings = {}) {
+        std::vector<std::string> arguments = {"simulate", "--size", "tiny", "--sources", "1", "--out", out};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return znica(arguments, surroundings);
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(OutputFolder, IsMadeWithTheFoldersAboveIt) {
+    EXPECT_EQ(simulate((folder / "a/b/c").string()).status, 0);
+    EXPECT_THAT(namesIn(folder / "a/b"), ElementsAre("c"));
+}
+
+TEST_F(OutputFolder, MayBeRelativeAndEndInASlash) {
+    EXPECT_EQ(simulate("here/", {}, {folder.path(), {}, {}}).status, 0);
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("here"));
+}
+
+TEST_F(OutputFolder, MayExistWhenItIsEmpty) {
+    std::filesystem::create_directory(folder / "out");
+    EXPECT_EQ(simulate((folder / "out").string()).status, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/truth.json"));
+}
+
+TEST_F(OutputFolder, WithAResultInItIsNotOverwrittenUnasked) {
+    ASSERT_EQ(simulate((folder / "out").string()).status, 0);
+    const std::string before = textOf(folder / "out/truth.json");
+    const CommandResult again = simulate((folder / "out").string(), {"--seed", "2"});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_THAT(again.err, HasSubstr("exists and is not empty"));
+    EXPECT_EQ(textOf(folder / "out/truth.json"), before);
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("out"));
+}
+
+TEST_F(OutputFolder, IsReplacedWholeByForce) {
+    ASSERT_EQ(simulate((folder / "out").string()).status, 0);
+    writeFile(folder / "out/sub-sim_old.txt", "");
+    EXPECT_EQ(simulate((folder / "out").string(), {"--seed", "2", "--force"}).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(folder / "out/sub-sim_old.txt"));
+    EXPECT_THAT(textOf(folder / "out/truth.json"), HasSubstr("\"seed\": 2"));
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("out"));
+}
+
+TEST_F(OutputFolder, WithSomethingElseInItIsRefusedEvenByForce) {
+    std::filesystem::create_directory(folder / "out");
+    writeFile(folder / "out/thesis.tex", "ten years of work");
+    const CommandResult result = simulate((folder / "out").string(), {"--force"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("thesis.tex"));
+    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("thesis.tex"));
+}
+
+TEST_F(OutputFolder, ThatIsAFileIsRefused) {
+    writeFile(folder / "out", "");
+    const CommandResult result = simulate((folder / "out").string());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("is not a folder"));
+}
+
+TEST_F(OutputFolder, ThatCannotBeMadeIsRefused) {
+    const CommandResult result = simulate("/proc/nowhere/out");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, testing::StartsWith("znica: /proc/nowhere cannot be made: "));
+}
+
+// A limit on the size of files fails a write in the middle, as a full disk does.
+TEST_F(OutputFolder, ThatRunsFullLeavesNothing) {
+    const CommandResult result = simulate((folder / "x/out").string(), {}, {{}, {}, "ulimit -f 100;"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("cannot be written; check the permissions and the free space"));
+    EXPECT_THAT(namesIn(folder.path()), IsEmpty());
+}
+
+} // namespace
+} // namespace zn::test

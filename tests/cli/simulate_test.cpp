@@ -1,0 +1,139 @@
+// The sample generator: what it writes, and that it always writes the same.
+#include "cli/command.h"
+#include "cli/files.h"
+#include "cli/nifti_reading.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zn::test {
+namespace {
+
+using nlohmann::json;
+using testing::ElementsAre;
+
+class Simulate : public testing::Test {
+protected:
+    std::string make(const std::string& name, std::vector<std::string> options) {
+        options.insert(options.begin(), {"simulate", "--out", (folder / name).string()});
+        const CommandResult result = znica(options);
+        EXPECT_EQ(result.status, 0) << result.err;
+        return (folder / name).string() + "/sub-sim_task-blocks_";
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(Simulate, WritesTheMeasurementAndItsTruth) {
+    make("s", {"--size", "tiny", "--sources", "4"});
+    EXPECT_THAT(namesIn(folder / "s"),
+                ElementsAre("sub-sim_task-blocks_bold.json", "sub-sim_task-blocks_bold.nii.gz",
+                            "sub-sim_task-blocks_desc-brain_mask.nii.gz",
+                            "sub-sim_task-blocks_desc-sources_dseg.nii.gz", "sub-sim_task-blocks_desc-sources_dseg.tsv",
+                            "sub-sim_task-blocks_desc-task_design.tsv",
+                            "sub-sim_task-blocks_desc-truth_components.nii.gz",
+                            "sub-sim_task-blocks_desc-truth_mixing.tsv", "truth.json"));
+}
+
+TEST_F(Simulate, TheDefaultIsABrainOfTwentyThousandVoxelsAndMore) {
+    const std::string stem = make("s", {});
+    const ReadNifti bold(stem + "bold.nii.gz");
+    EXPECT_GE(bold.dim[4], 150);
+    EXPECT_EQ(bold.pixdim[4], 2.0f);
+    EXPECT_EQ(bold.units, 2 | 8);
+    EXPECT_EQ(bold.dataType, 4);
+    const auto mask = ReadNifti(stem + "desc-brain_mask.nii.gz").values<unsigned char>();
+    EXPECT_GE(std::count(mask.begin(), mask.end(), 1), 20000);
+    const json truth = json::parse(textOf(folder / "s/truth.json"));
+    EXPECT_EQ(truth["sources"].size(), 8U);
+    EXPECT_EQ(truth["voxels_inside"].get<std::int64_t>(), std::count(mask.begin(), mask.end(), 1));
+}
+
+TEST_F(Simulate, TheSameSeedGivesTheSameBytesAndAnotherSeedOthers) {
+    const std::string a = make("a", {"--size", "tiny", "--seed", "5"});
+    const std::string b = make("b", {"--size", "tiny", "--seed", "5"});
+    const std::string c = make("c", {"--size", "tiny", "--seed", "6"});
+    for (const auto& name : namesIn(folder / "a")) {
+        EXPECT_EQ(textOf(folder / "a" / name), textOf(folder / "b" / name)) << name;
+    }
+    EXPECT_NE(textOf(a + "bold.nii.gz"), textOf(c + "bold.nii.gz"));
+}
+
+TEST_F(Simulate, WithoutNoiseTheMeasurementIsTheSumOfItsTruth) {
+    const std::string stem = make("s", {"--size", "tiny", "--sources", "3", "--noise", "0"});
+    const auto bold = ReadNifti(stem + "bold.nii.gz").values<std::int16_t>();
+    const auto mask = ReadNifti(stem + "desc-brain_mask.nii.gz").values<unsigned char>();
+    const auto maps = ReadNifti(stem + "desc-truth_components.nii.gz").values<float>();
+    const auto courses = tableIn(stem + "desc-truth_mixing.tsv");
+    const std::size_t voxels = mask.size();
+    for (std::size_t v = 0; v < voxels; ++v) {
+        if (mask[v] == 0) continue;
+        for (const std::size_t t : {7U, 40U, 79U}) { // differences from volume 0 are free of the baseline
+            double expected = 0.0;
+            for (std::size_t s = 0; s < 3; ++s) {
+                expected += static_cast<double>(maps[s * voxels + v]) *
+                            (std::stod(courses[t + 1][s]) - std::stod(courses[1][s]));
+            }
+            ASSERT_NEAR(bold[t * voxels + v] - bold[v], expected, 1.01); // both rounded to whole numbers
+        }
+    }
+}
+
+TEST_F(Simulate, TimeCoursesHaveMeanZeroAndUnitSpread) {
+    const auto table = tableIn(make("s", {"--size", "tiny", "--sources", "9"}) + "desc-truth_mixing.tsv");
+    EXPECT_THAT(table[0], ElementsAre("blocks", "drift", "pulse", "blocks-b", "breathing", "events", "movement",
+                                      "fluctuation-1", "fluctuation-2"));
+    const auto volumes = static_cast<double>(table.size() - 1);
+    for (std::size_t s = 0; s < table[0].size(); ++s) {
+        double sum = 0.0;
+        double squares = 0.0;
+        for (std::size_t t = 1; t < table.size(); ++t) {
+            const double value = std::stod(table[t][s]);
+            sum += value;
+            squares += value * value;
+        }
+        EXPECT_NEAR(sum / volumes, 0.0, 1e-6) << table[0][s];
+        EXPECT_NEAR(squares / volumes, 1.0, 1e-6) << table[0][s];
+    }
+}
+
+TEST_F(Simulate, LabelsAreWhereTheSourcesAreStrong) {
+    const std::string stem = make("s", {"--size", "tiny", "--sources", "4"});
+    const auto labels = ReadNifti(stem + "desc-sources_dseg.nii.gz").values<std::int16_t>();
+    const auto maps = ReadNifti(stem + "desc-truth_components.nii.gz").values<float>();
+    const json truth = json::parse(textOf(folder / "s/truth.json"));
+    EXPECT_THAT(tableIn(stem + "desc-sources_dseg.tsv"),
+                ElementsAre(ElementsAre("index", "name"), ElementsAre("1", "blocks"), ElementsAre("2", "drift"),
+                            ElementsAre("3", "pulse"), ElementsAre("4", "blocks-b")));
+    for (std::size_t s = 0; s < 4; ++s) {
+        const double half = truth["sources"][s]["amplitude"].get<double>() / 2.0;
+        for (std::size_t v = 0; v < labels.size(); ++v) {
+            const bool inside = labels[v] == static_cast<int>(s) + 1;
+            ASSERT_EQ(inside, maps[s * labels.size() + v] > half) << v;
+        }
+    }
+}
+
+TEST_F(Simulate, TheDesignHasTheStimulusDrivenCoursesOnly) {
+    const std::string stem = make("s", {"--size", "tiny", "--sources", "8"});
+    const auto design = tableIn(stem + "desc-task_design.tsv");
+    const auto courses = tableIn(stem + "desc-truth_mixing.tsv");
+    EXPECT_THAT(design[0], ElementsAre("blocks", "blocks-b", "events"));
+    for (std::size_t t = 1; t < design.size(); ++t) {
+        EXPECT_THAT(design[t], ElementsAre(courses[t][0], courses[t][3], courses[t][5]));
+    }
+}
+
+TEST_F(Simulate, ScoringAgainstTheWrongFoldersIsRefused) {
+    make("s", {"--size", "tiny", "--sources", "2"});
+    const CommandResult result = znica({"score", (folder / "s").string(), "--truth", (folder / "s").string()});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, testing::HasSubstr("holds no file that ends in _desc-ICA_components.nii.gz"));
+}
+
+} // namespace
+} // namespace zn::test

@@ -1,0 +1,240 @@
+// The fingerprint inside a run: what the user is asked, what the host is asked for, and where the values go.
+
+#include "host/host_fixture.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zn::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::FloatEq;
+using ::testing::FloatNear;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+// Positions of the map parameters.
+enum Parameter : std::size_t {
+    kDesignMax,
+    kDesignIndex,
+    kRms,
+    kTemplateMax,
+    kTemplateIndex,
+    kClustering,
+    kFirstOfFile, // "Skewness": from here on the parameter file holds the same values
+};
+
+class FingerprintStage : public HostFixture {
+protected:
+    std::vector<float> values(std::size_t parameter) const {
+        std::vector<float> result;
+        for (const auto& map : host.maps) result.push_back(map.parameters[parameter]);
+        return result;
+    }
+
+    // Index of the component whose map is nearest to a source.
+    std::size_t componentOf(std::size_t source) const {
+        std::vector<double> r;
+        for (const auto& map : host.maps) {
+            r.push_back(absoluteCorrelation({map.voxels.begin(), map.voxels.end()}, sources.maps[source]));
+        }
+        return static_cast<std::size_t>(std::max_element(r.begin(), r.end()) - r.begin());
+    }
+
+    std::vector<float> timeCourse(std::size_t source) const {
+        return {sources.timeCourses[source].begin(), sources.timeCourses[source].end()};
+    }
+};
+
+TEST_F(FingerprintStage, AsksForTheThresholdsWithTheMouseFree) {
+    run();
+    const auto asked = std::find_if(host.calls.begin(), host.calls.end(),
+                                    [](const std::string& call) { return call.starts_with("znGetIntegerInput"); });
+    ASSERT_NE(asked, host.calls.end());
+    EXPECT_EQ(*(asked - 1), "znStopBusyCursor()");
+    EXPECT_EQ(*(asked + 1), "znGetFloatInput(Z threshold for maps:, 2.5, 0.1, 100)");
+}
+
+TEST_F(FingerprintStage, SkipsTheClusteringWhenTheFirstQuestionIsCancelled) {
+    for (int answer : {-1, 0, 1}) {
+        host.clusterSize = answer;
+        EXPECT_TRUE(run());
+        EXPECT_THAT(host.boxes(),
+                    ElementsAre("You have chosen not to estimate the clustering function.\n"
+                                "Component fingerprint will thus miss one parameter and may not be usable!"));
+        EXPECT_THAT(host.calls, Not(Contains(StartsWith("znGetFloatInput"))));
+        EXPECT_THAT(values(kClustering), Each(0.0F));
+    }
+}
+
+TEST_F(FingerprintStage, ClustersWithTheAnswersGiven) {
+    host.clusterSize = 2;
+    host.zThreshold = 0.0F; // every voxel of one sign counts, and nearly all have such a neighbour
+    run();
+    EXPECT_THAT(values(kClustering), Each(::testing::Gt(0.9F)));
+    host.clusterSize = 2000; // more than there are voxels
+    run();
+    EXPECT_THAT(values(kClustering), Each(0.0F));
+}
+
+TEST_F(FingerprintStage, DividesTheClusteringByItsLargestValueInTheFileOnly) {
+    host.clusterSize = 3;
+    host.zThreshold = 1.0F;
+    run();
+    const auto degrees = values(kClustering);
+    const float largest = *std::max_element(degrees.begin(), degrees.end());
+    ASSERT_GT(largest, 0.0F);
+    ASSERT_LT(largest, 1.0F);
+    std::istringstream file(contentOf("ParamsMatrix.txt"));
+    std::string line;
+    for (std::size_t k = 0; std::getline(file, line); ++k) {
+        EXPECT_NEAR(std::stod(line), static_cast<double>(degrees[k] / largest), 1e-5);
+    }
+}
+
+TEST_F(FingerprintStage, WithoutADesignMatrixMatchesNothingButNamesPredictorOne) {
+    run();
+    EXPECT_THAT(values(kDesignMax), Each(0.0F));
+    EXPECT_THAT(values(kDesignIndex), Each(1.0F));
+    EXPECT_THAT(host.calls, Not(Contains(StartsWith("znLoadSingleStudyGLMDesignMatrix"))));
+}
+
+TEST_F(FingerprintStage, SaysThatTheDesignMatrixWasNotFoundAndGoesOn) {
+    host.dialogStrings[3] = "missing.rtc";
+    host.loadsDesignMatrix = false;
+    EXPECT_TRUE(run());
+    EXPECT_THAT(host.log(), Contains("// Plugin>  The provided RTC/SDM file was not found!"));
+    EXPECT_THAT(host.calls, Not(Contains(StartsWith("znGetPredictor"))));
+    EXPECT_THAT(values(kDesignIndex), Each(1.0F));
+}
+
+TEST_F(FingerprintStage, FindsThePredictorOfEachComponent) {
+    host.dialogStrings[3] = "design.rtc";
+    host.predictors = {timeCourse(2), timeCourse(0), timeCourse(1)};
+    run();
+    const std::size_t predictorOf[3] = {2, 3, 1};
+    for (std::size_t s = 0; s < 3; ++s) {
+        const auto& parameters = host.maps[componentOf(s)].parameters;
+        EXPECT_GT(parameters[kDesignMax], 0.95F);
+        EXPECT_EQ(parameters[kDesignIndex], static_cast<float>(predictorOf[s]));
+    }
+}
+
+TEST_F(FingerprintStage, MatchesAPredictorThatIsTheTimeCourseOrItsOppositeExactly) {
+    run();
+    std::vector<float> same = host.maps[0].timeCourse;
+    std::vector<float> opposite = same;
+    for (float& value : opposite) value = -value;
+    // The random start changes from run to run, so the third predictor is compared with the same component again.
+    host.dialogStrings[3] = "design.rtc";
+    for (const auto& predictor : {same, opposite}) {
+        host.predictors = {std::vector<float>(12, 1.0F), std::vector<float>(12, 0.0F), predictor};
+        run();
+        float best = 0.0F;
+        for (const auto& map : host.maps) {
+            if (map.parameters[kDesignMax] > best) {
+                best = map.parameters[kDesignMax];
+                EXPECT_EQ(map.parameters[kDesignIndex], 3.0F);
+            }
+        }
+        EXPECT_NEAR(best, 1.0F, 1e-4F);
+    }
+}
+
+TEST_F(FingerprintStage, AsksForNoMoreThanSixteenPredictors) {
+    host.dialogStrings[3] = "design.rtc";
+    host.predictors.assign(20, std::vector<float>(12, 0.0F));
+    run();
+    EXPECT_THAT(host.calls, Contains("znGetPredictor(15)"));
+    EXPECT_THAT(host.calls, Not(Contains("znGetPredictor(16)")));
+}
+
+TEST_F(FingerprintStage, StopsAtTheFirstMissingPredictor) {
+    host.dialogStrings[3] = "design.rtc";
+    host.predictors.assign(2, std::vector<float>(12, 0.0F));
+    run();
+    EXPECT_THAT(host.argumentsOf("znGetPredictor"), ElementsAre("0", "1", "2"));
+}
+
+TEST_F(FingerprintStage, LoadsTheVoisBeforeTheVtcAndFetchesThemAfterTheVoxelCount) {
+    host.dialogStrings[4] = "regions.voi";
+    host.vois = {{57, 52, 59}};
+    run();
+    const auto position = [&](const std::string& call) {
+        return std::find(host.calls.begin(), host.calls.end(), call) - host.calls.begin();
+    };
+    EXPECT_LT(position("znLoadVOIs(regions.voi)"), position("znLinkVTCToCurrentVMR(run1.vtc, 1)"));
+    EXPECT_LT(position("znLogText(// Plugin>  Number of used VTC voxels: 240)"), position("znGetVOIs()"));
+    EXPECT_EQ(position("znGetVOIs()") + 1,
+              position("znLogText(// Plugin>  Number of VOIs currently defined (for spatial template): 1)"));
+}
+
+TEST_F(FingerprintStage, FindsTheRegionOfEachComponent) {
+    // Each region holds the voxels where its source is strong and positive; the second region is empty.
+    host.dialogStrings[4] = "regions.voi";
+    std::vector<std::vector<int>> regions(4);
+    for (std::size_t s = 0; s < 3; ++s) {
+        for (int g = 0; g < 240; ++g) {
+            if (sources.maps[s][static_cast<std::size_t>(g)] < 1.0) continue;
+            for (int c : {57 + 3 * (g % 8), 52 + 3 * (g / 8 % 6), 59 + 3 * (g / 48)}) {
+                regions[s == 0 ? 0 : s + 1].push_back(c);
+            }
+        }
+    }
+    host.vois = regions;
+    run();
+    const float regionOf[3] = {1, 3, 4};
+    for (std::size_t s = 0; s < 3; ++s) {
+        const auto& parameters = host.maps[componentOf(s)].parameters;
+        EXPECT_GT(parameters[kTemplateMax], 0.5F);
+        EXPECT_EQ(parameters[kTemplateIndex], regionOf[s]);
+    }
+}
+
+TEST_F(FingerprintStage, WithoutVoisHasRegionZero) {
+    run();
+    EXPECT_THAT(values(kTemplateMax), Each(0.0F));
+    EXPECT_THAT(values(kTemplateIndex), Each(0.0F));
+}
+
+TEST_F(FingerprintStage, WritesTheSameValuesToFileAndMaps) {
+    run();
+    std::istringstream file(contentOf("ParamsMatrix.txt"));
+    for (const auto& map : host.maps) {
+        std::string ignored;
+        file >> ignored; // the degree of clustering, which differs on purpose
+        for (std::size_t p = kFirstOfFile; p < 16; ++p) {
+            std::string word;
+            file >> word;
+            const float written = std::stof(word);
+            if (std::isnan(map.parameters[p])) {
+                EXPECT_TRUE(std::isnan(written)) << p;
+            } else {
+                EXPECT_NEAR(written, map.parameters[p], 1e-5F) << p;
+            }
+        }
+    }
+}
+
+TEST_F(FingerprintStage, GivesNotANumberForOneComponentAndGoesOn) {
+    host.dialogIntegers[7] = 1;
+    host.dialogIntegers[9] = 1;
+    EXPECT_TRUE(run());
+    EXPECT_EQ(host.maps.size(), 1U);
+    EXPECT_TRUE(std::isnan(host.maps[0].parameters[kFirstOfFile])); // 0 / 0 after the rescaling
+    EXPECT_EQ(host.log().back(), " ");
+}
+
+TEST_F(FingerprintStage, LivesWithRepetitionTimesThatNoScannerHas) {
+    for (int milliseconds : {0, 1, 999, -2000, std::numeric_limits<int>::max()}) {
+        host.header.repetitionTime = milliseconds;
+        EXPECT_TRUE(run()) << milliseconds;
+    }
+}
+
+} // namespace
+} // namespace zn::testing

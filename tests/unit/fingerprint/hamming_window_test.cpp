@@ -1,0 +1,45 @@
+#include "fingerprint/hamming_window.h"
+
+#include "unit/fingerprint/test_series.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace zn {
+namespace {
+
+using testing::Pointwise;
+
+Series window(int length) {
+    Series values(static_cast<std::size_t>(length), -1.0F);
+    hammingWindow(length, values.data());
+    return values;
+}
+
+TEST(HammingWindow, OfOddAndEvenLengthAsNumpyHasIt) {
+    EXPECT_THAT(window(5), Pointwise(testing::FloatNear(1e-6F), Series{0.08F, 0.54F, 1.0F, 0.54F, 0.08F}));
+    EXPECT_THAT(window(6), Pointwise(testing::FloatNear(1e-6F),
+                                     Series{0.08F, 0.39785218F, 0.91214782F, 0.91214782F, 0.39785218F, 0.08F}));
+}
+
+TEST(HammingWindow, IsItsOwnMirrorImage) {
+    for (const int length : {2, 3, 88, 89, 300}) {
+        const Series values = window(length);
+        EXPECT_EQ(values, Series(values.rbegin(), values.rend())) << length;
+    }
+}
+
+TEST(HammingWindow, OfOneValueIsNotANumber) {
+    EXPECT_TRUE(std::isnan(window(1)[0]));
+}
+
+TEST(HammingWindow, OfNoValueWritesNothing) {
+    float untouched = 5;
+    hammingWindow(0, &untouched);
+    EXPECT_EQ(untouched, 5.0F);
+}
+
+} // namespace
+} // namespace zn

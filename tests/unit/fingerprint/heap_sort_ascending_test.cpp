@@ -1,0 +1,76 @@
+#include "fingerprint/heap_sort_ascending.h"
+
+#include "unit/fingerprint/test_series.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace zn {
+namespace {
+
+using testing::ElementsAreArray;
+
+// Sorts between two guards, which must stay.
+Series sorted(const Series& series) {
+    Series work = series;
+    work.insert(work.begin(), -77.0F);
+    work.push_back(-78.0F);
+    heapSortAscending(static_cast<int>(series.size()), work.data());
+    EXPECT_EQ(work.front(), -77.0F);
+    EXPECT_EQ(work.back(), -78.0F);
+    return {work.begin() + 1, work.end() - 1};
+}
+
+Series bySorting(Series series) {
+    std::sort(series.begin(), series.end());
+    return series;
+}
+
+TEST(HeapSortAscending, LeavesFewerThanTwoValuesAsTheyAre) {
+    EXPECT_TRUE(sorted({}).empty());
+    EXPECT_THAT(sorted({3}), ElementsAreArray({3.0F}));
+}
+
+TEST(HeapSortAscending, SortsEveryLengthUpToThreeHundred) {
+    for (int n = 2; n <= 300; ++n) {
+        const Series series = noise(n, static_cast<unsigned>(n));
+        EXPECT_THAT(sorted(series), ElementsAreArray(bySorting(series))) << n;
+    }
+}
+
+TEST(HeapSortAscending, SortsWhatIsSortedAlreadyOrBackwards) {
+    Series series = bySorting(noise(1000, 1));
+    const Series ascending = series;
+    EXPECT_EQ(sorted(series), ascending);
+    std::reverse(series.begin(), series.end());
+    EXPECT_EQ(sorted(series), ascending);
+}
+
+TEST(HeapSortAscending, SortsTiesAndInfinities) {
+    Series series = noise(5000, 2);
+    for (float& value : series) value = std::round(value * 2);
+    series[10] = kInfinity;
+    series[20] = -kInfinity;
+    EXPECT_EQ(sorted(series), bySorting(series));
+}
+
+TEST(HeapSortAscending, KeepsEveryValueWhenSomeAreNotANumber) {
+    Series series = noise(1000, 3);
+    for (std::size_t i = 0; i < series.size(); i += 7) series[i] = kNaN;
+    Series result = sorted(series);
+    const auto isNumber = [](float value) { return !std::isnan(value); };
+    const auto resultEnd = std::partition(result.begin(), result.end(), isNumber);
+    const auto seriesEnd = std::partition(series.begin(), series.end(), isNumber);
+    EXPECT_EQ(bySorting(Series(result.begin(), resultEnd)), bySorting(Series(series.begin(), seriesEnd)));
+}
+
+TEST(HeapSortAscending, EndsWhenNothingIsANumber) {
+    const Series result = sorted(Series(100, kNaN));
+    EXPECT_TRUE(std::all_of(result.begin(), result.end(), [](float value) { return std::isnan(value); }));
+}
+
+} // namespace
+} // namespace zn

@@ -1,0 +1,86 @@
+#include "fingerprint/match_design_matrix.h"
+
+#include "fingerprint/columns_as_rows.h"
+#include "unit/fingerprint/test_series.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace zn {
+namespace {
+
+constexpr int kVolumes = 60;
+
+struct Match {
+    Series correlation;
+    Series index;
+    Series rms;
+};
+
+// Predictors that are not given are 0, up to sixteen.
+Match match(const std::vector<Series>& courses, std::vector<Series> predictors) {
+    const auto t = static_cast<int>(courses.front().size());
+    const auto k = static_cast<int>(courses.size());
+    predictors.resize(16, Series(courses.front().size(), 0.0F));
+    const OffsetMatrix<float> design = columnsAsRows(matrixOf(predictors).get(), 16, t);
+    const OffsetMatrix<float> timeCourses = columnsAsRows(matrixOf(courses).get(), k, t);
+    Match result{Series(courses.size()), Series(courses.size()), Series(courses.size())};
+    matchDesignMatrix(design.get(), timeCourses.get(), 16, t, k, result.correlation.data(), result.index.data(),
+                      result.rms.data());
+    return result;
+}
+
+std::vector<Series> threePredictors() {
+    return {testSeries(kVolumes, 0.0), testSeries(kVolumes, 1.0), testSeries(kVolumes, 2.0)};
+}
+
+TEST(MatchDesignMatrix, FindsThePredictorThatEqualsTheTimeCourse) {
+    const Match result = match({testSeries(kVolumes, 2.0)}, threePredictors());
+    EXPECT_FLOAT_EQ(result.correlation[0], 1.0F);
+    EXPECT_EQ(result.index[0], 3.0F);
+}
+
+TEST(MatchDesignMatrix, CountsTheMagnitudeOnly) {
+    Series inverted = testSeries(kVolumes, 1.0);
+    for (float& value : inverted) value = -value;
+    const Match result = match({inverted}, threePredictors());
+    EXPECT_FLOAT_EQ(result.correlation[0], 1.0F);
+    EXPECT_EQ(result.index[0], 2.0F);
+}
+
+TEST(MatchDesignMatrix, TakesTheLowerOfTwoEqualPredictors) {
+    const Series x = testSeries(kVolumes, 0.5);
+    Series inverted = x;
+    for (float& value : inverted) value = -value;
+    EXPECT_EQ(match({x}, {testSeries(kVolumes, 1.0), inverted, x}).index[0], 2.0F);
+}
+
+TEST(MatchDesignMatrix, WithoutPredictorsNamesTheFirst) {
+    const Match result = match({testSeries(kVolumes, 0.5)}, {});
+    EXPECT_EQ(result.correlation[0], 0.0F);
+    EXPECT_EQ(result.index[0], 1.0F);
+}
+
+TEST(MatchDesignMatrix, OfAConstantTimeCourseIsNoMatch) {
+    const Match result = match({Series(kVolumes, 0.5F), Series(kVolumes, kNaN)}, threePredictors());
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(result.correlation[i], 0.0F);
+        EXPECT_EQ(result.index[i], 1.0F);
+    }
+    EXPECT_EQ(result.rms[0], 0.0F);
+    EXPECT_TRUE(std::isnan(result.rms[1]));
+}
+
+TEST(MatchDesignMatrix, GivesTheSampleStandardDeviation) {
+    EXPECT_FLOAT_EQ(match({{1, 2, 3, 4}}, {}).rms[0], static_cast<float>(std::sqrt(5.0 / 3)));
+}
+
+TEST(MatchDesignMatrix, UsesTheSixteenthPredictor) {
+    std::vector<Series> predictors(15, Series(kVolumes, 0.0F));
+    predictors.push_back(testSeries(kVolumes, 0.5));
+    EXPECT_EQ(match({testSeries(kVolumes, 0.5)}, predictors).index[0], 16.0F);
+}
+
+} // namespace
+} // namespace zn
