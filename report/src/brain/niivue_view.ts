@@ -1,0 +1,164 @@
+import type { Niivue as NiivueType, NVImage as NVImageType } from '@niivue/niivue';
+import type { Vector } from '../data/affine';
+import { toMm } from '../data/affine';
+import { blocks } from '../data/blocks';
+import { type ComponentMap, NO_VALUE } from '../data/component_map';
+import type { Run } from '../data/run';
+import { h } from '../dom';
+import type { BrainView } from './brain_view';
+import { COLOUR_MAPS, type Lut } from './colour_maps';
+import { ceilingOf, type Look } from './look';
+import { niftiBuffer } from './nifti_buffer';
+import type { PlaneName } from './plane';
+
+type NiivueModule = typeof import('../niivue_bundle');
+let library: Promise<NiivueModule> | null = null;
+
+function loadLibrary(): Promise<NiivueModule> {
+    library ??= blocks.run('niivue').then(() => (window as unknown as { znNiivue: NiivueModule }).znNiivue);
+    return library;
+}
+
+// Its first step is clear: that is where values below the threshold fall.
+function niivueColours(lut: Lut): { R: number[]; G: number[]; B: number[]; A: number[]; I: number[] } {
+    const steps = Array.from({ length: 256 }, (_, i) => i);
+    return {
+        R: steps.map((i) => lut[3 * i]),
+        G: steps.map((i) => lut[3 * i + 1]),
+        B: steps.map((i) => lut[3 * i + 2]),
+        A: steps.map((i) => (i === 0 ? 0 : 255)),
+        I: steps,
+    };
+}
+
+type OpenImage = (data: ArrayBuffer, name: string, colours: string, opacity: number, paired: null, low: number,
+    high: number) => Promise<NVImageType>;
+interface Location {
+    mm: ArrayLike<number>;
+    axCorSag: number; // slice type of the plane that was used
+}
+
+const PLANE_OF_SLICE_TYPE: (PlaneName | undefined)[] = ['axial', 'coronal', 'sagittal'];
+
+/** The planes, and the volume rendered when asked for, drawn by NiiVue with WebGL2. */
+export class NiivueView implements BrainView {
+    readonly element = h('div', { class: 'planes planes-webgl', 'data-renderer': 'webgl2' });
+    onPick: BrainView['onPick'] = () => {};
+
+    private readonly canvas = h('canvas', { class: 'plane-all', role: 'img', 'aria-label': 'three planes' });
+    private readonly dense: Int16Array;
+    private nv!: NiivueType;
+    private overlay!: NVImageType;
+    private map: ComponentMap | null = null;
+    private own = false; // the crosshair is being moved from outside
+
+    private constructor(private readonly run: Run) {
+        this.dense = new Int16Array(run.grid.count);
+        this.element.append(this.canvas);
+    }
+
+    /** Fails where the browser turns out not to draw after all; the element must be in the page. */
+    static async make(run: Run, place: HTMLElement): Promise<NiivueView> {
+        const view = new NiivueView(run);
+        place.append(view.element);
+        try {
+            await view.start();
+        } catch (error) {
+            view.element.remove();
+            throw error;
+        }
+        return view;
+    }
+
+    show(map: ComponentMap, look: Look): void {
+        if (map !== this.map) this.fill(map);
+        this.map = map;
+        const { overlay, nv } = this;
+        overlay.colormap = `${look.colourMap}+`;
+        overlay.colormapNegative = `${look.colourMap}-`;
+        overlay.cal_min = look.threshold;
+        overlay.cal_max = ceilingOf(look, map.high);
+        overlay.cal_minNeg = -overlay.cal_max;
+        overlay.cal_maxNeg = -overlay.cal_min;
+        overlay.opacity = look.opacity;
+        nv.opts.isNearestInterpolation = !look.smooth;
+        nv.opts.isRadiologicalConvention = look.radiological;
+        nv.updateGLVolume();
+    }
+
+    setCrosshair(voxel: Vector): void {
+        const mm = toMm(this.run.grid.affine, voxel);
+        this.nv.scene.crosshairPos = this.nv.mm2frac(mm);
+        this.own = true;
+        this.nv.drawScene();
+        this.own = false;
+    }
+
+    /** With the volume seen from outside as a fourth picture, or without. */
+    setRender(visible: boolean, shows: NiivueModule['SHOW_RENDER']): void {
+        this.nv.opts.multiplanarShowRender = visible ? shows.ALWAYS : shows.NEVER;
+        this.nv.drawScene();
+    }
+
+    async showRender(visible: boolean): Promise<void> {
+        this.setRender(visible, (await loadLibrary()).SHOW_RENDER);
+    }
+
+    dispose(): void {
+        this.element.remove();
+        this.nv.gl?.getExtension('WEBGL_lose_context')?.loseContext(); // browsers allow but a few contexts
+    }
+
+    private async start(): Promise<void> {
+        const { MULTIPLANAR_TYPE, Niivue, NVImage, SHOW_RENDER } = await loadLibrary();
+        this.nv = new Niivue({
+            logLevel: 'silent',
+            dragAndDropEnabled: false,
+            multiplanarLayout: MULTIPLANAR_TYPE.ROW,
+            multiplanarShowRender: SHOW_RENDER.NEVER,
+            multiplanarPadPixels: 6,
+            crosshairColor: [0.43, 0.92, 0.59, 0.85],
+            crosshairGap: 6,
+            crosshairWidth: 1,
+            crosshairWidthUnit: 'voxels',
+            fontColor: [0.84, 0.86, 0.89, 1],
+            backColor: [0, 0, 0, 1],
+            show3Dcrosshair: true,
+            isColorbar: false,
+            viewModeHotKey: '',
+            clipPlaneHotKey: '',
+            cycleClipPlaneHotKey: '',
+        });
+        for (const map of COLOUR_MAPS) {
+            this.nv.addColormap(`${map.id}+`, niivueColours(map.positive));
+            this.nv.addColormap(`${map.id}-`, niivueColours(map.negative));
+        }
+        await this.nv.attachToCanvas(this.canvas);
+        const { grid, grey } = this.run;
+        const open = NVImage.new as unknown as OpenImage; // everything after the sixth argument has a default
+        const mean = await open(niftiBuffer(grid, grey, 1), 'mean.nii', 'gray', 1, null, 0, 255);
+        this.overlay = await open(niftiBuffer(grid, this.dense, 1), 'map.nii', `${COLOUR_MAPS[0].id}+`, 1, null, 1, 2);
+        this.nv.addVolume(mean);
+        this.nv.addVolume(this.overlay);
+        this.nv.onLocationChange = (location) => this.picked(location as Location);
+    }
+
+    private picked(location: Location): void {
+        if (this.own || !this.map) return;
+        const { mm, axCorSag } = location;
+        const voxel = this.overlay.mm2vox([mm[0], mm[1], mm[2]]) as unknown as ArrayLike<number>;
+        const rounded = [voxel[0], voxel[1], voxel[2]].map(Math.round) as Vector;
+        this.onPick(rounded, PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
+    }
+
+    private fill(map: ComponentMap): void {
+        const { gridOf } = this.run;
+        this.dense.fill(0);
+        for (let i = 0; i < gridOf.length; ++i) {
+            if (map.values[i] !== NO_VALUE) this.dense[gridOf[i]] = map.values[i];
+        }
+        this.overlay.img = this.dense;
+        this.overlay.hdr!.scl_slope = map.scale;
+        this.overlay.hdr!.scl_inter = 0;
+    }
+}
