@@ -6,7 +6,7 @@ export function grouped(value: number): string {
 /** A number to so many significant digits without an exponent where that can be helped; "n/a" for none. */
 export function short(value: number, digits = 3): string {
     if (!Number.isFinite(value)) return 'n/a';
-    if (value !== 0 && (Math.abs(value) < 1e-3 || Math.abs(value) >= 1e6)) return value.toExponential(digits - 1);
+    if (value !== 0 && (Math.abs(value) < 1e-4 || Math.abs(value) >= 1e6)) return value.toExponential(digits - 1);
     return String(Number(value.toPrecision(digits)));
 }
 

@@ -20,12 +20,15 @@ export class CanvasView implements BrainView {
 
     constructor(private readonly run: Run) {
         this.canvases = Object.fromEntries(PLANES.map((name) => [name, this.makeCanvas(name)])) as never;
+        const [x, y] = run.grid.body.map((axis) => axis.size * axis.mm);
+        this.element.style.setProperty('--two-by-two', `${x}fr ${y}fr`);
         this.resized.observe(this.element);
     }
 
-    show(map: ComponentMap, look: Look): void {
+    show(map: ComponentMap, look: Look, voxel: Vector): void {
         this.map = map;
         this.look = look;
+        this.crosshair = voxel;
         this.draw();
     }
 
@@ -44,7 +47,7 @@ export class CanvasView implements BrainView {
         const canvas = h('canvas', { class: 'plane', 'data-plane': name, role: 'img', 'aria-label': `${name} plane` });
         const aspect = (plane.across.size * plane.across.mm) / (plane.up.size * plane.up.mm);
         canvas.style.aspectRatio = String(aspect);
-        canvas.style.flex = `${aspect} 1 0`; // one height for all three
+        canvas.style.flex = `${plane.across.size * plane.across.mm} 1 0`; // one scale for all three
         canvas.addEventListener('pointerdown', (event) => {
             canvas.setPointerCapture(event.pointerId);
             this.pick(name, event);

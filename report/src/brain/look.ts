@@ -6,10 +6,12 @@ export interface Look {
     colourMap: string; // id
     smooth: boolean; // between voxels
     radiological: boolean; // the left of the body at the right of the image
+    render: boolean; // with the volume seen from outside, where the browser has WebGL2
 }
 
 export function defaultLook(threshold: number): Look {
-    return { threshold, ceiling: null, opacity: 0.9, colourMap: 'orange-blue', smooth: true, radiological: false };
+    return { threshold, ceiling: null, opacity: 0.9, colourMap: 'orange-blue', smooth: true, radiological: false,
+        render: false };
 }
 
 /** Where the colours end for a map whose large values reach `high`. */

@@ -14,16 +14,17 @@ function hasWebgl2(): boolean {
     return webgl2;
 }
 
-/** The best view that this browser can draw, put into the place. */
-export async function makeBrainView(run: Run, place: HTMLElement): Promise<BrainView> {
-    if (hasWebgl2()) {
-        try {
-            return await NiivueView.make(run, place);
-        } catch {
-            webgl2 = false; // announced but not working, as on some remote desktops
-        }
-    }
+/**
+ * Puts a view into the place that can draw at once, with the 2D canvas, and where the browser has WebGL2 calls back with
+ * a NiiVue view when that is ready to take over. So there is never an empty box, and the page decides by itself.
+ */
+export function makeBrainView(run: Run, place: HTMLElement, better: (view: NiivueView) => void): BrainView {
     const view = new CanvasView(run);
     place.append(view.element);
+    if (hasWebgl2()) {
+        NiivueView.make(run, place).then(better, () => {
+            webgl2 = false; // announced but not working, as on some remote desktops
+        });
+    }
     return view;
 }

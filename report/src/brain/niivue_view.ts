@@ -19,13 +19,14 @@ function loadLibrary(): Promise<NiivueModule> {
     return library;
 }
 
-// Its first step is clear: that is where values below the threshold fall.
+// The first step is clear, because values below the threshold fall on it; its grey keeps the smoothed edges of one sign
+// free of the other sign's colour.
 function niivueColours(lut: Lut): { R: number[]; G: number[]; B: number[]; A: number[]; I: number[] } {
     const steps = Array.from({ length: 256 }, (_, i) => i);
     return {
-        R: steps.map((i) => lut[3 * i]),
-        G: steps.map((i) => lut[3 * i + 1]),
-        B: steps.map((i) => lut[3 * i + 2]),
+        R: steps.map((i) => (i === 0 ? 110 : lut[3 * i])),
+        G: steps.map((i) => (i === 0 ? 110 : lut[3 * i + 1])),
+        B: steps.map((i) => (i === 0 ? 110 : lut[3 * i + 2])),
         A: steps.map((i) => (i === 0 ? 0 : 255)),
         I: steps,
     };
@@ -38,6 +39,7 @@ interface Location {
     axCorSag: number; // slice type of the plane that was used
 }
 
+const ROW_WIDTH = 620; // pixels
 const PLANE_OF_SLICE_TYPE: (PlaneName | undefined)[] = ['axial', 'coronal', 'sagittal'];
 
 /** The planes, and the volume rendered when asked for, drawn by NiiVue with WebGL2. */
@@ -48,6 +50,8 @@ export class NiivueView implements BrainView {
     private readonly canvas = h('canvas', { class: 'plane-all', role: 'img', 'aria-label': 'three planes' });
     private readonly dense: Int16Array;
     private nv!: NiivueType;
+    private library!: NiivueModule;
+    private render = false;
     private overlay!: NVImageType;
     private map: ComponentMap | null = null;
     private own = false; // the crosshair is being moved from outside
@@ -57,9 +61,10 @@ export class NiivueView implements BrainView {
         this.element.append(this.canvas);
     }
 
-    /** Fails where the browser turns out not to draw after all; the element must be in the page. */
+    /** Makes a view that waits unseen in the place until `reveal`. Fails where the browser does not draw after all. */
     static async make(run: Run, place: HTMLElement): Promise<NiivueView> {
         const view = new NiivueView(run);
+        view.element.classList.add('planes-waiting');
         place.append(view.element);
         try {
             await view.start();
@@ -70,7 +75,11 @@ export class NiivueView implements BrainView {
         return view;
     }
 
-    show(map: ComponentMap, look: Look): void {
+    reveal(): void {
+        this.element.classList.remove('planes-waiting');
+    }
+
+    show(map: ComponentMap, look: Look, voxel: Vector): void {
         if (map !== this.map) this.fill(map);
         this.map = map;
         const { overlay, nv } = this;
@@ -83,25 +92,20 @@ export class NiivueView implements BrainView {
         overlay.opacity = look.opacity;
         nv.opts.isNearestInterpolation = !look.smooth;
         nv.opts.isRadiologicalConvention = look.radiological;
-        nv.updateGLVolume();
+        nv.opts.multiplanarShowRender = look.render ? this.library.SHOW_RENDER.ALWAYS : this.library.SHOW_RENDER.NEVER;
+        this.render = look.render;
+        this.arrange();
+        nv.scene.crosshairPos = this.fractionOf(voxel);
+        nv.refreshColormaps();
+        nv.refreshLayers(overlay, 1); // the mean image stays as it is on the graphics card
+        nv.drawScene();
     }
 
     setCrosshair(voxel: Vector): void {
-        const mm = toMm(this.run.grid.affine, voxel);
-        this.nv.scene.crosshairPos = this.nv.mm2frac(mm);
+        this.nv.scene.crosshairPos = this.fractionOf(voxel);
         this.own = true;
         this.nv.drawScene();
         this.own = false;
-    }
-
-    /** With the volume seen from outside as a fourth picture, or without. */
-    setRender(visible: boolean, shows: NiivueModule['SHOW_RENDER']): void {
-        this.nv.opts.multiplanarShowRender = visible ? shows.ALWAYS : shows.NEVER;
-        this.nv.drawScene();
-    }
-
-    async showRender(visible: boolean): Promise<void> {
-        this.setRender(visible, (await loadLibrary()).SHOW_RENDER);
     }
 
     dispose(): void {
@@ -110,7 +114,8 @@ export class NiivueView implements BrainView {
     }
 
     private async start(): Promise<void> {
-        const { MULTIPLANAR_TYPE, Niivue, NVImage, SHOW_RENDER } = await loadLibrary();
+        this.library = await loadLibrary();
+        const { MULTIPLANAR_TYPE, Niivue, NVImage, SHOW_RENDER } = this.library;
         this.nv = new Niivue({
             logLevel: 'silent',
             dragAndDropEnabled: false,
@@ -118,13 +123,13 @@ export class NiivueView implements BrainView {
             multiplanarShowRender: SHOW_RENDER.NEVER,
             multiplanarPadPixels: 6,
             crosshairColor: [0.43, 0.92, 0.59, 0.85],
-            crosshairGap: 6,
-            crosshairWidth: 1,
-            crosshairWidthUnit: 'voxels',
+            crosshairGap: 5,
+            crosshairWidthUnit: 'mm',
             fontColor: [0.84, 0.86, 0.89, 1],
             backColor: [0, 0, 0, 1],
             show3Dcrosshair: true,
             isColorbar: false,
+            showAllOrientationMarkers: true,
             viewModeHotKey: '',
             clipPlaneHotKey: '',
             cycleClipPlaneHotKey: '',
@@ -133,6 +138,13 @@ export class NiivueView implements BrainView {
             this.nv.addColormap(`${map.id}+`, niivueColours(map.positive));
             this.nv.addColormap(`${map.id}-`, niivueColours(map.negative));
         }
+        const resize = this.nv.resizeListener.bind(this.nv);
+        this.nv.resizeListener = () => {
+            if (this.canvas.offsetWidth === 0) return; // the view is out of the page
+            this.arrange();
+            resize();
+        };
+        this.arrange();
         await this.nv.attachToCanvas(this.canvas);
         const { grid, grey } = this.run;
         const open = NVImage.new as unknown as OpenImage; // everything after the sixth argument has a default
@@ -149,6 +161,24 @@ export class NiivueView implements BrainView {
         const voxel = this.overlay.mm2vox([mm[0], mm[1], mm[2]]) as unknown as ArrayLike<number>;
         const rounded = [voxel[0], voxel[1], voxel[2]].map(Math.round) as Vector;
         this.onPick(rounded, PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
+    }
+
+    // Side by side where there is room, else two by two; lines of the crosshair a little over a pixel wide.
+    private arrange(): void {
+        const [x, y, z] = this.run.grid.body.map((axis) => axis.size * axis.mm);
+        const { GRID, ROW } = this.library.MULTIPLANAR_TYPE;
+        const row = this.element.clientWidth >= ROW_WIDTH;
+        const width = row ? 2 * x + y + (this.render ? Math.max(x, y, z) : 0) : x + y;
+        this.nv.opts.multiplanarLayout = row ? ROW : GRID;
+        this.element.style.aspectRatio = String(width / (row ? Math.max(y, z) : y + z));
+        const pixel = (1.3 * width) / Math.max(1, this.element.clientWidth);
+        if (Math.abs(this.nv.opts.crosshairWidth - pixel) > 0.05) this.nv.crosshairs3D = null; // made anew
+        this.nv.opts.crosshairWidth = pixel;
+    }
+
+    // By the whole affine, also where the grid is oblique.
+    private fractionOf(voxel: Vector): ReturnType<NiivueType['mm2frac']> {
+        return this.nv.mm2frac(toMm(this.run.grid.affine, voxel), 0, true);
     }
 
     private fill(map: ComponentMap): void {

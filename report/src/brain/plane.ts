@@ -24,4 +24,4 @@ export function planeOf(grid: Grid, name: PlaneName, radiological: boolean): Pla
     return { name, across: x, up, through, mirrored: radiological, marks: { ...sides, ...ends } };
 }
 
-export const PLANES: PlaneName[] = ['sagittal', 'coronal', 'axial'];
+export const PLANES: PlaneName[] = ['axial', 'coronal', 'sagittal'];

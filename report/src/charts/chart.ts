@@ -6,8 +6,9 @@ import {
 } from 'chart.js';
 import { h } from '../dom';
 import { colour, onThemeChange } from '../theme';
+import { type Area, BAND_AREAS, setAreas } from './band_areas';
 
-Chart.register(CategoryScale, Filler, Legend, LinearScale, LineController, LineElement, LogarithmicScale, PointElement,
+Chart.register(BAND_AREAS, CategoryScale, Filler, Legend, LinearScale, LineController, LineElement, LogarithmicScale, PointElement,
     RadarController, RadialLinearScale, Tooltip);
 Chart.defaults.animation = false;
 Chart.defaults.maintainAspectRatio = false;
@@ -30,8 +31,9 @@ export class ChartBox {
         addEventListener('beforeprint', () => this.canvas.chart?.resize());
     }
 
-    /** `text`: what the chart shows, for readers who do not see it. */
-    show(text: string, configuration: () => ChartConfiguration): void {
+    /** `text`: what the chart shows, for readers who do not see it; `areas`: shaded ranges of the horizontal axis. */
+    show(text: string, configuration: () => ChartConfiguration, areas: Area[] = []): void {
+        setAreas(this.canvas, areas);
         this.canvas.setAttribute('aria-label', text);
         this.configuration = configuration;
         this.draw();
@@ -44,7 +46,6 @@ export class ChartBox {
         if (chart) {
             chart.data = next.data;
             chart.options = next.options ?? {};
-            chart.config.plugins = next.plugins ?? [];
             chart.update('none');
         } else {
             this.canvas.chart = new Chart(this.canvas, next);
@@ -53,10 +54,10 @@ export class ChartBox {
 }
 
 /** The look of an axis with a title. */
-export function axis(title: string): object {
+export function axis(title: string, step?: number): object {
     return {
         title: { display: true, text: title, color: colour('muted') },
-        ticks: { color: colour('muted'), maxRotation: 0 },
+        ticks: { color: colour('muted'), maxRotation: 0, ...(step ? { stepSize: step } : {}) },
         grid: { color: colour('line') },
         border: { color: colour('line') },
     };

@@ -1,6 +1,5 @@
 import type { Decomposition } from '../data/decomposition';
 import { colour } from '../theme';
-import { bandAreas } from './band_areas';
 import { axis, ChartBox, legend } from './chart';
 
 /** The eigenvalues of the temporal covariance by rank, on a logarithmic axis, with the kept range shaded. */
@@ -16,7 +15,6 @@ export function showEigenvalues(box: ChartBox, facts: Decomposition): void {
                 pointRadius: points.length > 60 ? 0 : 2, pointHitRadius: 6, pointBackgroundColor: colour('curve'),
             }] as never,
         },
-        plugins: [bandAreas([kept])],
         options: {
             parsing: false,
             interaction: { mode: 'index', intersect: false },
@@ -29,7 +27,7 @@ export function showEigenvalues(box: ChartBox, facts: Decomposition): void {
             plugins: { legend: legend(false), tooltip: { callbacks: { title: (items: { parsed: { x: number } }[]) =>
                 `Rank ${items[0].parsed.x}` } } },
         } as never,
-    }));
+    }), [kept]);
 }
 
 // Powers of ten alone; the ticks between them only crowd the axis.

@@ -21,14 +21,14 @@ export function showFingerprint(box: ChartBox, component: Component, other: Comp
     box.show(`Fingerprint of ${component.title}: ${values}`, () => ({
         type: 'radar',
         data: {
-            labels: FINGERPRINT.map((metric) => metric.short),
+            labels: FINGERPRINT.map((metric) => metric.short.split(' ')), // a word a line leaves room for the star
             datasets: [dataset(component, 'curve'), ...(other ? [dataset(other, 'curve-other')] : [])] as never,
         },
         options: {
             scales: {
                 r: {
                     min: 0, max: 1,
-                    ticks: { stepSize: 0.25, color: colour('muted'), backdropColor: 'transparent', font: { size: 10 } },
+                    ticks: { stepSize: 0.5, color: colour('muted'), backdropColor: 'transparent', font: { size: 10 } },
                     grid: { color: colour('line') },
                     angleLines: { color: colour('line') },
                     pointLabels: { color: colour('text'), font: { size: 11 } },

@@ -2,7 +2,6 @@ import type { Bands } from '../data/bands';
 import { type Spectrum, welch } from '../data/spectrum';
 import type { Component } from '../data/run';
 import { colour } from '../theme';
-import { bandAreas } from './band_areas';
 import { axis, ChartBox, legend } from './chart';
 
 const spectra = new Map<Component, Spectrum>();
@@ -38,7 +37,6 @@ export function showSpectrum(
         data: {
             datasets: [curve(component, 'curve'), ...(other ? [curve(other, 'curve-other')] : [])] as never,
         },
-        plugins: [bandAreas(ranges)],
         options: {
             parsing: false,
             normalized: true,
@@ -61,7 +59,7 @@ export function showSpectrum(
                 },
             },
         } as never,
-    }));
+    }), ranges);
     const { segmentVolumes, points } = spectrumOf(component);
     return `For display: Welch's method, segments of ${segmentVolumes} volumes overlapping by half, Hamming window, `
         + `${points}-point transform.`;

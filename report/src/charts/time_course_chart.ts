@@ -55,7 +55,7 @@ export function showTimeCourse(box: ChartBox, run: Run, component: Component, ot
             interaction: { mode: 'index', intersect: false },
             scales: {
                 x: { ...axis('Time (s)'), type: 'linear', min: 0, max: seconds },
-                y: { ...axis('Rescaled to 0\u20131'), min: 0, max: 1 },
+                y: { ...axis('Rescaled to 0\u20131', 0.2), min: 0, max: 1 },
             },
             plugins: {
                 legend: legend(predictor !== null || other !== null),

@@ -15,13 +15,13 @@ export const METRICS: Metric[] = [
     { column: 'skewness', short: 'Skewness', title: 'Skewness' },
     { column: 'kurtosis', short: 'Kurtosis', title: 'Kurtosis' },
     { column: 'spatial_entropy', short: 'Spatial entropy', title: 'Spatial entropy' },
-    { column: 'lag1_autocorr', short: 'Autocorrelation', title: 'Lag-1 autocorrelation' },
+    { column: 'lag1_autocorr', short: 'Lag-1 autocorr.', title: 'Lag-1 autocorrelation' },
     { column: 'temporal_entropy', short: 'Temporal entropy', title: 'Temporal entropy' },
-    { column: 'power_band_1', short: 'Band 1', title: 'Power band 1 (lowest)' },
-    { column: 'power_band_2', short: 'Band 2', title: 'Power band 2' },
-    { column: 'power_band_3', short: 'Band 3', title: 'Power band 3' },
-    { column: 'power_band_4', short: 'Band 4', title: 'Power band 4' },
-    { column: 'power_band_5', short: 'Band 5', title: 'Power band 5 (highest)' },
+    { column: 'power_band_1', short: 'Band\u00a01', title: 'Power band 1 (lowest)' },
+    { column: 'power_band_2', short: 'Band\u00a02', title: 'Power band 2' },
+    { column: 'power_band_3', short: 'Band\u00a03', title: 'Power band 3' },
+    { column: 'power_band_4', short: 'Band\u00a04', title: 'Power band 4' },
+    { column: 'power_band_5', short: 'Band\u00a05', title: 'Power band 5 (highest)' },
 ];
 
 /** The fingerprint: the eleven parameters after the matches, always in this order. */

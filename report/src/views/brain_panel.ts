@@ -2,6 +2,7 @@ import type { BrainView } from '../brain/brain_view';
 import { colourBar } from '../brain/colour_bar';
 import type { Look } from '../brain/look';
 import { makeBrainView } from '../brain/make_brain_view';
+import type { NiivueView } from '../brain/niivue_view';
 import type { PlaneName } from '../brain/plane';
 import type { Vector } from '../data/affine';
 import type { ComponentMap } from '../data/component_map';
@@ -18,7 +19,8 @@ export class BrainPanel {
     private readonly place = h('div', { class: 'brain-place' });
     private readonly bar = h('div', { class: 'brain-bar' });
     private readonly readout = h('div', { class: 'brain-readout' });
-    private view: Promise<BrainView> | null = null;
+    private view: BrainView | null = null;
+    private look: Look | null = null;
     private map: ComponentMap | null = null;
     private voxel: Vector = [0, 0, 0];
 
@@ -30,37 +32,40 @@ export class BrainPanel {
     /** Draws a component; resolves when it is on the screen's next picture. */
     async show(component: Component, look: Look, voxelOf: (map: ComponentMap) => Vector): Promise<void> {
         this.title.textContent = component.title;
-        this.view ??= this.makeView();
-        const [view, map] = await Promise.all([this.view, this.run.maps.get(component.index)]);
-        this.map = map;
-        view.show(map, look);
-        this.bar.replaceChildren(colourBar(look, map.high));
-        this.moveTo(voxelOf(map), view);
+        this.map = await this.run.maps.get(component.index);
+        this.voxel = voxelOf(this.map);
+        this.setLook(look);
+        this.readOut();
     }
 
-    async setLook(look: Look): Promise<void> {
-        if (!this.map || !this.view) return;
-        (await this.view).show(this.map, look);
+    setLook(look: Look): void {
+        this.look = look;
+        if (!this.map) return;
+        this.view ??= makeBrainView(this.run, this.place, (view) => this.replaceView(view));
+        this.view.onPick = (voxel, plane) => this.onPick(voxel, plane);
+        this.view.show(this.map, look, this.voxel);
         this.bar.replaceChildren(colourBar(look, this.map.high));
     }
 
-    async setCrosshair(voxel: Vector): Promise<void> {
-        if (this.view && this.map) this.moveTo(voxel, await this.view);
+    setCrosshair(voxel: Vector): void {
+        this.voxel = voxel;
+        this.view?.setCrosshair(voxel);
+        this.readOut();
     }
 
     get currentMap(): ComponentMap | null {
         return this.map;
     }
 
-    private moveTo(voxel: Vector, view: BrainView): void {
-        this.voxel = voxel;
-        view.setCrosshair(voxel);
-        this.readout.replaceChildren(crosshairReadout(this.run, this.map!, this.voxel, () => this.onPeak()));
+    private replaceView(view: NiivueView): void {
+        this.view?.dispose();
+        this.view = view;
+        view.reveal();
+        if (this.look) this.setLook(this.look);
     }
 
-    private async makeView(): Promise<BrainView> {
-        const view = await makeBrainView(this.run, this.place);
-        view.onPick = (voxel, plane) => this.onPick(voxel, plane);
-        return view;
+    private readOut(): void {
+        if (!this.map) return;
+        this.readout.replaceChildren(crosshairReadout(this.run, this.map, this.voxel, () => this.onPeak()));
     }
 }

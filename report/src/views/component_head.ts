@@ -26,7 +26,7 @@ export class ComponentHead {
         this.compare = h('select', { id: 'compare', onchange: () => {
             this.onCompare(this.compare.value === '' ? null : run.components[Number(this.compare.value)]);
         } }, h('option', { value: '' }, 'Compare with \u2026'),
-        ...run.components.map((component) => h('option', { value: component.index }, component.title)));
+        ...run.components.map((component) => h('option', { value: component.index }, `Beside ${component.title}`)));
         this.compare.setAttribute('aria-label', 'Compare with another component');
         this.element = h('div', { class: 'component-head' },
             h('a', { class: 'button', href: '#/' }, '\u2190 All components'),

@@ -128,8 +128,8 @@ export class ComponentView implements View {
     private moveTo(voxel: Vector): void {
         if (!this.run.grid.contains(voxel)) return;
         this.voxel = voxel;
-        void this.brain.setCrosshair(voxel);
-        if (this.compared) void this.other?.setCrosshair(voxel);
+        this.brain.setCrosshair(voxel);
+        if (this.compared) this.other?.setCrosshair(voxel);
     }
 
     private moveSlice(by: number): void {
@@ -149,8 +149,8 @@ export class ComponentView implements View {
     private lookChanged(): void {
         cancelAnimationFrame(this.redraw);
         this.redraw = requestAnimationFrame(() => {
-            void this.brain.setLook(this.look);
-            if (this.compared) void this.other?.setLook(this.look);
+            this.brain.setLook(this.look);
+            if (this.compared) this.other?.setLook(this.look);
         });
     }
 }

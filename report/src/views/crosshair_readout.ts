@@ -21,6 +21,6 @@ export function crosshairReadout(run: Run, map: ComponentMap, voxel: Vector, pea
         h('dl', { 'aria-live': 'polite' },
             field('Position (mm)', `x ${mm[0]}  y ${mm[1]}  z ${mm[2]}`, 'mm'),
             field('Voxel (from 0)', voxel.join(', '), 'voxel'),
-            field('z', valueText(run, map, voxel), 'value')),
+            field('Map value (z)', valueText(run, map, voxel), 'value')),
         h('button', { type: 'button', class: 'button', 'data-action': 'peak', onclick: peak, title: 'Key P' }, 'Go to peak'));
 }

@@ -19,7 +19,7 @@ export function lookControls(look: Look, highest: number, changed: () => void): 
             set(input.checked);
             changed();
         } });
-        return h('label', { class: 'switch', for: id }, input, title);
+        return h('label', { class: `switch switch-${id}`, for: id }, input, title);
     };
     const colours = h('select', { id: 'colour-map', onchange: () => {
         look.colourMap = colours.value;
@@ -30,11 +30,12 @@ export function lookControls(look: Look, highest: number, changed: () => void): 
         changed();
     } });
     return h('div', { class: 'look-controls' },
-        slider('threshold', 'Threshold |z|', 0, Math.max(10, Math.ceil(highest)), 0.1, look.threshold,
+        slider('threshold', 'Threshold |z|', 0, Math.min(15, Math.max(5, Math.ceil(highest))), 0.1, look.threshold,
             (value) => { look.threshold = value; }),
         slider('opacity', 'Opacity', 0, 1, 0.05, look.opacity, (value) => { look.opacity = value; }),
         h('div', { class: 'control' }, h('label', { for: 'ceiling' }, 'Colours up to |z|'), ceiling),
         h('div', { class: 'control' }, h('label', { for: 'colour-map' }, 'Colours'), colours),
         switched('smooth', 'Smooth', look.smooth, (on) => { look.smooth = on; }),
-        switched('radiological', 'Left on the right', look.radiological, (on) => { look.radiological = on; }));
+        switched('radiological', 'Left on the right', look.radiological, (on) => { look.radiological = on; }),
+        switched('render', '3D', look.render, (on) => { look.render = on; }));
 }

@@ -25,7 +25,7 @@ function tiles(run: Run): HTMLElement {
     const seed = seedOf(run);
     const kept = facts.RetainedVariancePercent;
     return h('dl', { class: 'tiles' },
-        tile(String(facts.ComponentsFound), `of ${settings.Components}`, 'Components', 'found of those asked for'),
+        tile(String(facts.ComponentsFound), `of ${settings.Components}`, 'Components found'),
         tile(kept === null ? 'n/a' : kept.toFixed(1), '%', 'Variance kept',
             `eigenvalues ${settings.FirstEigenvalue} to ${settings.LastEigenvalue}`),
         tile(grouped(run.voxelsInside), '', 'Voxels', `of ${input.Size.join(' \u00d7 ')}, ${mm} mm`),
