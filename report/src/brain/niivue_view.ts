@@ -1,6 +1,6 @@
 import type { Niivue as NiivueType, NVImage as NVImageType } from '@niivue/niivue';
 import type { Vector } from '../data/affine';
-import { toMm } from '../data/affine';
+import { toMm, toVoxel } from '../data/affine';
 import { blocks } from '../data/blocks';
 import { type ComponentMap, NO_VALUE } from '../data/component_map';
 import type { Run } from '../data/run';
@@ -158,9 +158,8 @@ export class NiivueView implements BrainView {
     private picked(location: Location): void {
         if (this.own || !this.map) return;
         const { mm, axCorSag } = location;
-        const voxel = this.overlay.mm2vox([mm[0], mm[1], mm[2]]) as unknown as ArrayLike<number>;
-        const rounded = [voxel[0], voxel[1], voxel[2]].map(Math.round) as Vector;
-        this.onPick(rounded, PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
+        // NiiVue's own voxels count along the body, not along the file.
+        this.onPick(toVoxel(this.run.grid.affine, [mm[0], mm[1], mm[2]]), PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
     }
 
     // Side by side where there is room, else two by two; lines of the crosshair a little over a pixel wide.

@@ -8,7 +8,7 @@ import type { Vector } from '../data/affine';
 import type { ComponentMap } from '../data/component_map';
 import type { Component, Run } from '../data/run';
 import { h } from '../dom';
-import { crosshairReadout } from './crosshair_readout';
+import { crosshairReadout, valueText } from './crosshair_readout';
 
 /** The planes of one component with its colour bar and the value under the crosshair. */
 export class BrainPanel {
@@ -16,7 +16,7 @@ export class BrainPanel {
     onPick: (voxel: Vector, plane: PlaneName | null) => void = () => {};
     onPeak: () => void = () => {};
     private readonly title = h('h3', { class: 'brain-title' });
-    private readonly place = h('div', { class: 'brain-place' });
+    private readonly place = h('div', { class: 'brain-place', role: 'group' });
     private readonly bar = h('div', { class: 'brain-bar' });
     private readonly readout = h('div', { class: 'brain-readout' });
     private view: BrainView | null = null;
@@ -66,6 +66,8 @@ export class BrainPanel {
 
     private readOut(): void {
         if (!this.map) return;
+        this.place.setAttribute('aria-label', `${this.title.textContent}: three planes through voxel ${this.voxel.join(', ')}, `
+            + `z ${valueText(this.run, this.map, this.voxel)}`);
         this.readout.replaceChildren(crosshairReadout(this.run, this.map, this.voxel, () => this.onPeak()));
     }
 }

@@ -13,7 +13,6 @@ export class DrawQueue {
 
     inSight(card: Card): void {
         if (!card.drawn && !this.seen.includes(card)) this.seen.push(card);
-        this.start();
     }
 
     outOfSight(card: Card): void {
@@ -24,7 +23,8 @@ export class DrawQueue {
         this.rest = cards;
     }
 
-    private start(): void {
+    /** After every change of what is in sight. */
+    start(): void {
         if (this.running) return;
         this.running = true;
         void this.work().finally(() => {
@@ -33,6 +33,7 @@ export class DrawQueue {
     }
 
     private async work(): Promise<void> {
+        if (this.seen.length === 0) this.whenSeenDrawn(); // a small window may hold no card at first
         for (;;) {
             const urgent = this.seen.shift();
             if (urgent) {

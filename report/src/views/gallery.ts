@@ -37,6 +37,7 @@ export class Gallery {
                 if (isIntersecting) this.queue.inSight(card);
                 else this.queue.outOfSight(card);
             }
+            this.queue.start();
         }, { rootMargin: '200px' });
         for (const card of this.cards) observer.observe(card.element);
         this.queue.later(this.cards);

@@ -1,4 +1,4 @@
-import { METRICS } from '../data/metrics';
+import { FINGERPRINT, METRICS } from '../data/metrics';
 import type { Run } from '../data/run';
 import { grouped, plural } from '../numbers';
 
@@ -39,6 +39,12 @@ function degenerateWarnings(run: Run): string[] {
     if (without.length > 0) {
         const names = without.map((metric) => metric.short).join(', ');
         warnings.push(`Some components have no number (n/a) for ${names}: the value behind it could not be rescaled.`);
+    }
+    const same = METRICS.filter((metric, m) => components.length > 1 && FINGERPRINT.includes(metric)
+        && components.every((component) => component.values[m] === components[0].values[m]));
+    if (same.length > 0 && run.facts.Settings.ClusterSize !== null) {
+        warnings.push(`${same.map((metric) => metric.short).join(', ')}: the same for every component, so of no help to `
+            + 'tell them apart.');
     }
     if (run.facts.Settings.ClusterSize === null) {
         warnings.push('The degree of clustering was skipped; it is 0 for every component.');
