@@ -18,7 +18,7 @@ std::int16_t rounded(double intensity) {
 // the data with structure beyond the sources. Without any, directions of pure noise keep the search from converging.
 std::vector<double> sliceStrengths(std::size_t slices, RandomNumbers& random) {
     std::vector<double> strengths(slices);
-    for (double& strength : strengths) strength = random.uniform(0.3, 0.8);
+    for (double& strength : strengths) strength = random.uniform(0.25, 0.65);
     return strengths;
 }
 
@@ -31,7 +31,7 @@ Sample makeSample(const SimulateOptions& options) {
     for (SourceMap& map : placeSources(sample.brain, options.sources, random)) {
         Source source;
         source.map = std::move(map);
-        source.amplitude = kMeanSignal * random.uniform(0.04, 0.05);
+        source.amplitude = kMeanSignal * random.uniform(0.05, 0.06);
         const auto index = static_cast<int>(sample.sources.size());
         source.timeCourse = makeTimeCourse(index, sample.brain.volumes, sample.secondsPerVolume, random);
         sample.sources.push_back(std::move(source));

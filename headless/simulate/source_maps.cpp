@@ -7,9 +7,9 @@ namespace zn {
 
 namespace {
 
-constexpr double kRim = 0.22;          // of the radius, over which the weight falls
-constexpr double kLeastWeight = 0.001; // below this a voxel is left out
-constexpr double kInner = 0.85;        // blobs keep this share of the ellipsoid's axes
+constexpr double kRegionWeight = 0.3; // the region of this weight and more is most like the map (r = 0.93)
+constexpr int kPatience = 2000;       // attempts to place a blob before more overlap is allowed
+constexpr double kInner = 0.85;       // blobs keep this share of the ellipsoid's axes
 
 using Point = std::array<double, 3>;
 
@@ -44,9 +44,9 @@ SourceMap placeOne(const Brain& brain, bool mirrored, const std::vector<SourceMa
     const double shortest = *std::min_element(brain.halfAxes.begin(), brain.halfAxes.end());
     SourceMap source;
     // One blob has the volume of two.
-    source.radius = shortest * random.uniform(0.26, 0.30) * (mirrored ? 1.0 : std::cbrt(2.0));
+    source.radius = shortest * random.uniform(0.40, 0.44) * (mirrored ? 1.0 : std::cbrt(2.0));
     for (int attempt = 0;; ++attempt) {
-        const double gap = attempt < 5000 ? 1.5 : -source.radius; // a crowded brain: let them touch rather than stop
+        const double gap = -source.radius * (0.35 + attempt / kPatience); // in a crowded brain: let them overlap more
         const Point centre = randomPointInside(brain, random);
         source.centres = {centre};
         if (mirrored) source.centres.push_back({2.0 * brain.centre()[0] - centre[0], centre[1], centre[2]});
@@ -64,8 +64,10 @@ void fillEntries(SourceMap& source, const Brain& brain) {
                 for (const Point& centre : source.centres) {
                     nearest = std::min(nearest, distance(centre, {double(x), double(y), double(z)}));
                 }
-                const double weight = 1.0 / (1.0 + std::exp((nearest - source.radius) / (kRim * source.radius)));
-                if (weight > kLeastWeight) source.entries.push_back({voxel, static_cast<float>(weight)});
+                const double share = nearest / source.radius;
+                if (share >= 1.0) continue;
+                const double weight = 1.0 - share * share;
+                source.entries.push_back({voxel, static_cast<float>(weight)});
             }
         }
     }
@@ -76,7 +78,7 @@ void fillEntries(SourceMap& source, const Brain& brain) {
 std::vector<std::int64_t> SourceMap::region() const {
     std::vector<std::int64_t> voxels;
     for (const Entry& entry : entries) {
-        if (entry.weight > 0.5f) voxels.push_back(entry.voxel);
+        if (entry.weight > static_cast<float>(kRegionWeight)) voxels.push_back(entry.voxel);
     }
     return voxels;
 }

@@ -9,8 +9,9 @@
 
 namespace zn {
 
-/// Where a source is active: one blob, or two that mirror each other left and right. Weights are near 1 inside and
-/// fall to 0 softly: maps with hard rims let the Gaussian nonlinearity settle between two sources.
+/// Where a source is active: one blob, or two that mirror each other left and right, with the weight
+/// 1 - (r / radius)^2. Weights of every size on purpose: between two sources that are merely on or off, the search with
+/// the Gaussian nonlinearity often settles half-way.
 struct SourceMap {
     struct Entry {
         std::int64_t voxel;
@@ -20,11 +21,11 @@ struct SourceMap {
     double radius = 0.0;                        ///< voxels
     std::vector<Entry> entries;                 ///< voxels inside the brain with a weight that matters
 
-    /// Voxels where the weight is above one half: the region of the source.
+    /// Voxels where the source is strong (weight above 0.3): the region of the source.
     std::vector<std::int64_t> region() const;
 };
 
-/// Places `count` sources that do not touch each other; every third one has two blobs.
+/// Places `count` sources that overlap at their rims at most, as long as there is room; every third one has two blobs.
 std::vector<SourceMap> placeSources(const Brain& brain, int count, RandomNumbers& random);
 
 } // namespace zn

@@ -8,6 +8,7 @@
 #include "headless/result/text_file.h"
 
 #include <cmath>
+#include <cstdlib>
 
 #include <nlohmann/json.hpp>
 #include <sys/resource.h>
@@ -22,8 +23,9 @@ Json textOrNull(const std::filesystem::path& path) {
     return path.empty() ? Json(nullptr) : Json(path.string());
 }
 
-template <class Number> Json numberOrNull(std::optional<Number> number) {
-    return number && std::isfinite(static_cast<double>(*number)) ? Json(*number) : Json(nullptr);
+// Single precision with the digits that it has: 0.0001, not 9.999999747378752e-05.
+Json numberOrNull(float number) {
+    return std::isfinite(number) ? Json(std::strtod(cellText(number).c_str(), nullptr)) : Json(nullptr);
 }
 
 const char* nameOf(Nonlinearity nonlinearity) {
@@ -55,20 +57,20 @@ Json settingsOf(const RunOptions& options) {
             {"FirstEigenvalue", options.firstEigenvalue},
             {"LastEigenvalue", options.lastEigenvalue},
             {"Nonlinearity", nameOf(options.nonlinearity)},
-            {"Epsilon", options.epsilon},
+            {"Epsilon", numberOrNull(options.epsilon)},
             {"MaxIterations", options.maxIterations},
             {"DesignMatrix", textOrNull(options.design)},
             {"Regions", textOrNull(options.regions)},
             {"RegionNames", textOrNull(options.regionNames)},
-            {"ClusterSize", numberOrNull(options.clusterSize)},
-            {"ZThreshold", options.zThreshold},
+            {"ClusterSize", options.clusterSize ? Json(*options.clusterSize) : Json(nullptr)},
+            {"ZThreshold", numberOrNull(options.zThreshold)},
             {"Label", options.label ? Json(*options.label) : Json(nullptr)}};
 }
 
 Json metricsOf(const VolumeMap& map) {
     Json metrics = Json::object();
     for (std::size_t position = 0; position < std::min(kMetrics.size(), map.parameters.size()); ++position) {
-        metrics[kMetrics[position].column] = numberOrNull(std::optional<float>(map.parameters[position]));
+        metrics[kMetrics[position].column] = numberOrNull(map.parameters[position]);
     }
     return metrics;
 }
@@ -121,7 +123,8 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
     json["Input"] = inputOf(facts);
     json["Settings"] = settingsOf(*facts.options);
     json["ComponentsFound"] = facts.found();
-    json["RetainedVariancePercent"] = numberOrNull(facts.log->retainedVariancePercent());
+    const auto kept = facts.log->retainedVariancePercent();
+    json["RetainedVariancePercent"] = kept && std::isfinite(*kept) ? Json(*kept) : Json(nullptr);
     json["Predictors"] = facts.session->design.names;
     json["Regions"] = namesOf(facts.session->regions);
     json["Components"] = componentsOf(facts);

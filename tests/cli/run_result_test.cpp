@@ -222,7 +222,7 @@ TEST_F(RunResult, EveryNonlinearityRunsToTheEnd) {
 }
 
 TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
-    // The 20 largest directions of white noise are alike in all but chance: three iterations never suffice for all.
+    // The 20 largest directions of white noise are alike in all but chance: thirty iterations do not suffice for all.
     NiftiBytes noise;
     noise.dim[4] = 24;
     std::uint32_t state = 7;
