@@ -25,6 +25,7 @@ export async function openBrowser(renderer) {
         executablePath: CHROMIUM, headless: true, args: [...QUIET, ...GRAPHICS[renderer]],
         viewport: { width: 1440, height: 1000 }, acceptDownloads: true,
     });
+    context.setDefaultTimeout(90_000); // machines that build the project may be busy with it
     return {
         context,
         async close() {
