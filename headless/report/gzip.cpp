@@ -15,9 +15,9 @@ constexpr int kGzipWindow = 15 + 16; // the largest window; 16 more asks for the
 } // namespace
 
 std::vector<std::byte> gzip(std::span<const std::byte> bytes) {
+    if (bytes.size() > std::numeric_limits<uInt>::max()) throw std::bad_alloc(); // 4 GiB: more than a page can hold
     z_stream stream{};
     if (deflateInit2(&stream, kLevel, Z_DEFLATED, kGzipWindow, 9, Z_DEFAULT_STRATEGY) != Z_OK) throw std::bad_alloc();
-    if (bytes.size() > std::numeric_limits<uInt>::max()) throw std::bad_alloc();
     std::vector<std::byte> packed(deflateBound(&stream, static_cast<uLong>(bytes.size())));
     stream.next_in = reinterpret_cast<Bytef*>(const_cast<std::byte*>(bytes.data())); // zlib leaves it alone
     stream.avail_in = static_cast<uInt>(bytes.size());

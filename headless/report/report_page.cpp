@@ -45,7 +45,19 @@ void ReportPage::add(std::string_view name, std::string_view text) {
 }
 
 void ReportPage::write(const fs::path& file) const {
-    writeTextFile(file, before_ + blocks_ + after_);
+    const fs::path unfinished = fs::path(file).concat(".unfinished"); // an earlier page stays until this one is whole
+    std::error_code error;
+    try {
+        writeTextFile(unfinished, before_ + blocks_ + after_);
+    } catch (const Failure&) {
+        fs::remove(unfinished, error);
+        throw;
+    }
+    fs::rename(unfinished, file, error);
+    if (!error) return;
+    const std::string why = error.message();
+    fs::remove(unfinished, error);
+    throw Failure(ExitStatus::kOther, file.string() + " cannot be written: " + why + ".");
 }
 
 fs::path findReportTemplate() {

@@ -52,6 +52,7 @@ export class NiivueView implements BrainView {
     private nv!: NiivueType;
     private library!: NiivueModule;
     private render = false;
+    private colours = '';
     private overlay!: NVImageType;
     private map: ComponentMap | null = null;
     private own = false; // the crosshair is being moved from outside
@@ -96,7 +97,8 @@ export class NiivueView implements BrainView {
         this.render = look.render;
         this.arrange();
         nv.scene.crosshairPos = this.fractionOf(voxel);
-        nv.refreshColormaps();
+        if (look.colourMap !== this.colours) nv.refreshColormaps();
+        this.colours = look.colourMap;
         nv.refreshLayers(overlay, 1); // the mean image stays as it is on the graphics card
         nv.drawScene();
     }

@@ -45,6 +45,14 @@ TEST_F(ReportPageTest, PutsBlocksInThePlaceForTheData) {
     EXPECT_THAT(text, EndsWith("</script>\n</body>"));
 }
 
+TEST_F(ReportPageTest, LeavesNothingBehindWhereItCannotBeWritten) {
+    const ReportPage page(file("template.html", "<!-- the data of the run -->"));
+    fs::create_directory(folder / "report.html"); // in the way
+    fs::create_directory(folder / "report.html/full");
+    EXPECT_THROW(page.write(folder / "report.html"), Failure);
+    EXPECT_FALSE(fs::exists(folder / "report.html.unfinished"));
+}
+
 TEST_F(ReportPageTest, RefusesATemplateWithoutAPlace) {
     try {
         ReportPage page(file("template.html", "<body></body>"));
