@@ -24,7 +24,7 @@ std::string unpacked(const std::vector<std::byte>& packed, std::size_t size) {
 
 TEST(Gzip, GivesAMemberThatUnpacksToTheSameBytes) {
     std::string text;
-    for (int i = 0; i < 100000; ++i) text += static_cast<char>(i * i >> 3);
+    for (int i = 0; i < 100000; ++i) text += static_cast<char>(i % 251 * (i % 7));
     EXPECT_EQ(unpacked(gzip(std::as_bytes(std::span(text))), text.size()), text);
 }
 
