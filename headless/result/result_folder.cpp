@@ -39,7 +39,8 @@ bool isOurs(const fs::path& entry) {
     constexpr std::array<std::string_view, 7> kNames = {
         "plugin", "log.txt", "status.json", "report.html", ".bidsignore", "dataset_description.json", "truth.json"};
     return std::find(kNames.begin(), kNames.end(), name) != kNames.end() || name.find("_desc-ICA_") != name.npos ||
-           name.find("_desc-brain_mask.") != name.npos || name.starts_with("sub-sim_");
+           name.find("_desc-brain_mask.") != name.npos || name.find("_desc-mean_bold.") != name.npos ||
+           name.starts_with("sub-sim_");
 }
 
 // The wanted place is free, or may be made free.

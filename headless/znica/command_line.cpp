@@ -66,6 +66,7 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     addScore();
     addInfo();
     addCompare();
+    addReport();
 }
 
 void CommandLine::addRun() {
@@ -151,6 +152,12 @@ void CommandLine::addCompare() {
     compare->add_flag("--force", o.force, "replace that file");
     compare->footer("Example:\n  znica run bold.nii.gz --out a --seed 1\n  znica run bold.nii.gz --out b --seed 2\n"
                     "  znica compare a b\n");
+}
+
+void CommandLine::addReport() {
+    report = app.add_subcommand("report", "Make report.html again from the files of a result.");
+    report->add_option("DIR", reportFolder, "folder that znica run made")->required()->type_name("DIR");
+    report->footer("Example:\n  znica report result\n");
 }
 
 } // namespace zn

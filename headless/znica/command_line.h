@@ -28,11 +28,13 @@ struct CommandLine {
     CLI::App* score;
     CLI::App* info;
     CLI::App* compare;
+    CLI::App* report;
     RunOptions runOptions;
     SimulateOptions simulateOptions;
     ScoreOptions scoreOptions;
     std::filesystem::path infoPlugin; ///< empty: the one that belongs to the command
     CompareOptions compareOptions;
+    std::filesystem::path reportFolder;
 
 private:
     void addRun();
@@ -40,6 +42,7 @@ private:
     void addScore();
     void addInfo();
     void addCompare();
+    void addReport();
 };
 
 } // namespace zn

@@ -1,4 +1,5 @@
 #include "headless/failure/failure.h"
+#include "headless/report/write_report.h"
 #include "headless/result/partial_result.h"
 #include "headless/simulate/score_command.h"
 #include "headless/simulate/simulate_command.h"
@@ -28,6 +29,7 @@ ExitStatus carryOut(const zn::CommandLine& line) {
     if (line.app.got_subcommand(line.score)) return zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth);
     if (line.app.got_subcommand(line.info)) return zn::infoCommand(line.infoPlugin);
     if (line.app.got_subcommand(line.compare)) return zn::compareCommand(line.compareOptions);
+    if (line.app.got_subcommand(line.report)) return zn::reportCommand(line.reportFolder);
     return zn::runCommand(line.runOptions);
 }
 

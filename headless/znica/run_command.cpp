@@ -22,6 +22,7 @@
 #include "headless/znica/run_log.h"
 #include "headless/znica/run_mask.h"
 #include "headless/znica/run_plugin.h"
+#include "headless/znica/run_report.h"
 #include "headless/znica/stopwatch.h"
 
 #include <cmath>
@@ -141,6 +142,7 @@ ExitStatus runCommand(const RunOptions& asked) {
     const ExitStatus status = facts.found() < options.components() ? ExitStatus::kGaveUp : ExitStatus::kDone;
     writeStatus(folder.path() / "status.json", facts, status);
     writeBidsFiles(folder.path(), ZNICA_VERSION, library.name(), library.version());
+    if (options.control.report) addReport(folder.path(), resultStem(options.functional), session, functional);
     folder.commit();
     progress.clear();
     if (!options.control.quiet) printSummary(facts, options.out);

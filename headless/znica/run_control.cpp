@@ -14,6 +14,7 @@ void addRunControl(CLI::App& command, RunControl& control) {
         ->type_name("R");
     auto* quiet = command.add_flag("--quiet", control.quiet, "print nothing but errors");
     command.add_flag("--verbose", control.verbose, "print the plug-in's log as well")->excludes(quiet);
+    command.add_flag("!--no-report", control.report, "leave out report.html");
     command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails");
 }
 

@@ -17,6 +17,7 @@ struct RunControl {
     bool quiet = false;
     bool verbose = false;
     bool keepPartial = false;
+    bool report = true; ///< write report.html
 };
 
 /// Adds the options that fill it.

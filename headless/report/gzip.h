@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace zn {
+
+/// Compresses into one gzip member (RFC 1952), the form that browsers unpack by themselves. Throws std::bad_alloc.
+std::vector<std::byte> gzip(std::span<const std::byte> bytes);
+
+} // namespace zn

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "headless/nifti/image_header.h"
+#include "headless/nifti/time_series.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace zn {
+
+/// The mean over the volumes of every voxel, x fastest; not-a-number where a volume has none.
+std::vector<float> meanImage(const TimeSeries& series);
+
+/// Writes the mean image of a run on the grid of the functional image. Throws Failure (kOther).
+void writeMeanImage(const std::filesystem::path& file, const TimeSeries& series, const ImageHeader& functional);
+
+/// Shades of grey for display: 0 at and below zero, 255 at and above the 99.5th percentile of the positive values.
+std::vector<unsigned char> greyLevels(const std::vector<float>& mean);
+
+} // namespace zn

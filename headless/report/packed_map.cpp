@@ -1,0 +1,54 @@
+#include "headless/report/packed_map.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace zn {
+
+namespace {
+
+constexpr std::int16_t kNoValue = -32768;
+constexpr double kLargest = 32767.0;
+
+// Decimals that give values of this magnitude `digits` places behind the point where it is around 1 to 100.
+int decimalsFor(double magnitude, int digits) {
+    if (magnitude <= 0.0) return digits;
+    int decimals = digits;
+    if (magnitude < 1.0) decimals += static_cast<int>(std::ceil(-std::log10(magnitude)));
+    while (magnitude * std::pow(10.0, decimals) > kLargest) --decimals;
+    return decimals;
+}
+
+std::int16_t rounded(float value, double scale) {
+    if (!std::isfinite(value)) return kNoValue;
+    return static_cast<std::int16_t>(std::lround(double{value} * scale));
+}
+
+} // namespace
+
+PackedMap packMap(std::span<const float> values, int digits) {
+    PackedMap map;
+    bool any = false;
+    for (const double value : values) {
+        if (!std::isfinite(value)) continue;
+        map.lowest = any ? std::min(map.lowest, value) : value;
+        map.highest = any ? std::max(map.highest, value) : value;
+        any = true;
+    }
+    map.decimals = decimalsFor(std::max(std::abs(map.lowest), std::abs(map.highest)), digits);
+    const double scale = std::pow(10.0, map.decimals);
+
+    map.bytes.resize(2 * values.size());
+    std::uint16_t before = 0;
+    for (std::size_t v = 0; v < values.size(); ++v) {
+        const auto number = static_cast<std::uint16_t>(rounded(values[v], scale));
+        const auto difference = static_cast<std::uint16_t>(number - before);
+        map.bytes[v] = static_cast<std::byte>(difference & 0xffu);
+        map.bytes[values.size() + v] = static_cast<std::byte>(difference >> 8);
+        before = number;
+    }
+    return map;
+}
+
+} // namespace zn

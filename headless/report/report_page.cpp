@@ -1,0 +1,73 @@
+#include "headless/report/report_page.h"
+
+#include "headless/failure/failure.h"
+#include "headless/report/base64.h"
+#include "headless/report/gzip.h"
+#include "headless/result/text_file.h"
+
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kPlace = "<!-- the data of the run -->";
+constexpr char kTemplateName[] = "report-template.html";
+
+} // namespace
+
+ReportPage::ReportPage(const fs::path& templateFile) {
+    std::ifstream stream(templateFile, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    const std::size_t place = text.rfind(kPlace);
+    if (place == std::string::npos) {
+        throw Failure(ExitStatus::kOther,
+                      templateFile.string() + " is no template of a report; build or install znica again.");
+    }
+    before_ = text.substr(0, place);
+    after_ = text.substr(place + kPlace.size());
+}
+
+void ReportPage::add(std::string_view name, std::span<const std::byte> bytes) {
+    blocks_ += "<script type=\"text/plain\" data-block=\"";
+    blocks_ += name;
+    blocks_ += "\">";
+    blocks_ += base64(gzip(bytes));
+    blocks_ += "</script>\n";
+}
+
+void ReportPage::add(std::string_view name, std::string_view text) {
+    add(name, std::as_bytes(std::span(text)));
+}
+
+void ReportPage::write(const fs::path& file) const {
+    const fs::path unfinished = fs::path(file).concat(".unfinished"); // an earlier page stays until this one is whole
+    std::error_code error;
+    try {
+        writeTextFile(unfinished, before_ + blocks_ + after_);
+    } catch (const Failure&) {
+        fs::remove(unfinished, error);
+        throw;
+    }
+    fs::rename(unfinished, file, error);
+    if (!error) return;
+    const std::string why = error.message();
+    fs::remove(unfinished, error);
+    throw Failure(ExitStatus::kOther, file.string() + " cannot be written: " + why + ".");
+}
+
+fs::path findReportTemplate() {
+    std::error_code error;
+    const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
+    for (const char* place : {".", "../share/znica"}) {
+        const fs::path file = (folder / place / kTemplateName).lexically_normal();
+        if (fs::exists(file, error)) return file;
+    }
+    return {};
+}
+
+} // namespace zn

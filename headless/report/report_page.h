@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace zn {
+
+/// The page of a run while it is put together: the template with the run's data before the end of its body, one script
+/// element of text a block, compressed and in base64, which the page unpacks when it needs it:
+///
+///   <script type="text/plain" data-block="map-0">H4sIAAAA...</script>
+class ReportPage {
+public:
+    /// Reads the template. Throws Failure (kOther) when it is missing or has no place for the data.
+    explicit ReportPage(const std::filesystem::path& templateFile);
+
+    void add(std::string_view name, std::span<const std::byte> bytes);
+    void add(std::string_view name, std::string_view text);
+
+    /// Throws Failure (kOther) when not all of it reached the disk.
+    void write(const std::filesystem::path& file) const;
+
+private:
+    std::string before_;
+    std::string blocks_;
+    std::string after_;
+};
+
+/// The template that belongs to the command: beside it, in share/znica of the same prefix, or of the build. Empty when
+/// there is none.
+std::filesystem::path findReportTemplate();
+
+} // namespace zn

@@ -1,0 +1,123 @@
+#include "headless/report/write_report.h"
+
+#include "headless/nifti/mask_image.h"
+#include "headless/nifti/same_grid.h"
+#include "headless/nifti/single_volume.h"
+#include "headless/nifti/volume_stream.h"
+#include "headless/nifti/voxel_values.h"
+#include "headless/report/mean_image.h"
+#include "headless/report/packed_map.h"
+#include "headless/report/report_page.h"
+#include "headless/report/run_files.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+
+#include <nlohmann/json.hpp>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+constexpr char kComponents[] = "_desc-ICA_components.nii.gz";
+constexpr char kMask[] = "_desc-brain_mask.nii.gz";
+constexpr char kMean[] = "_desc-mean_bold.nii.gz";
+constexpr std::int64_t kManyValues = 2'000'000; // above, a third decimal would only make the page larger
+
+void forEachMap(const ImageHeader& components, const std::function<void(const std::vector<float>&)>& use) {
+    VolumeStream stream(components);
+    std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
+    std::vector<float> map(static_cast<std::size_t>(components.voxels()));
+    for (int i = 0; i < components.volumes; ++i) {
+        stream.read(stored.data());
+        toFloat(*components.image, stored.data(), components.voxels(), map.data());
+        use(map);
+    }
+}
+
+// The analysed voxels: the mask that the run left, else those where a map differs from the 0 outside.
+std::vector<unsigned char> analysedVoxels(const RunFiles& files, const ImageHeader& components) {
+    if (files.has(kMask)) {
+        const ImageHeader mask = readImageHeader(files(kMask));
+        requireSameGrid("mask", mask, components);
+        return readMask(mask);
+    }
+    std::vector<unsigned char> mask(static_cast<std::size_t>(components.voxels()));
+    forEachMap(components, [&](const std::vector<float>& map) {
+        for (std::size_t v = 0; v < mask.size(); ++v) mask[v] |= map[v] != 0.0f;
+    });
+    return mask;
+}
+
+Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<unsigned char>& mask) {
+    const auto voxels = std::count(mask.begin(), mask.end(), 1);
+    const int digits = voxels * components.volumes > kManyValues ? 2 : 3;
+    Json maps = Json::array();
+    std::vector<float> inside(static_cast<std::size_t>(voxels));
+    forEachMap(components, [&](const std::vector<float>& map) {
+        auto next = inside.begin();
+        for (std::size_t v = 0; v < map.size(); ++v) {
+            if (mask[v]) *next++ = map[v];
+        }
+        const PackedMap packed = packMap(inside, digits);
+        page.add("map-" + std::to_string(maps.size()), packed.bytes);
+        maps.push_back({{"decimals", packed.decimals}, {"lowest", packed.lowest}, {"highest", packed.highest}});
+    });
+    return maps;
+}
+
+bool addMean(ReportPage& page, const RunFiles& files, const ImageHeader& components) {
+    if (!files.has(kMean)) return false;
+    const ImageHeader mean = readImageHeader(files(kMean));
+    requireSameGrid("mean image", mean, components);
+    const std::vector<unsigned char> levels = greyLevels(readSingleVolume(mean));
+    page.add("mean", std::as_bytes(std::span(levels)));
+    return true;
+}
+
+Json parsed(const std::string& text, const fs::path& file) {
+    Json json = Json::parse(text, nullptr, false);
+    if (!json.is_discarded()) return json;
+    throw Failure(ExitStatus::kInput, file.string() + " is damaged: it is no JSON; make the result again.");
+}
+
+} // namespace
+
+void writeReport(const fs::path& folder, const fs::path& templateFile) {
+    const fs::path found = templateFile.empty() ? findReportTemplate() : templateFile;
+    if (found.empty()) {
+        throw Failure(ExitStatus::kOther, "the template of the report is not installed with this znica; build it with "
+                                          "npm on the machine, or install the whole package.");
+    }
+    const RunFiles files(folder);
+    ReportPage page(found);
+    const ImageHeader components = readImageHeader(files(kComponents));
+    const std::vector<unsigned char> mask = analysedVoxels(files, components);
+
+    Json run;
+    run["name"] = files.stem();
+    run["decomposition"] = parsed(files.text("_desc-ICA_decomposition.json"), files("_desc-ICA_decomposition.json"));
+    run["columns"] = parsed(files.text("_desc-ICA_metrics.json"), files("_desc-ICA_metrics.json"));
+    run["metrics_tsv"] = files.text("_desc-ICA_metrics.tsv");
+    run["mixing_tsv"] = files.text("_desc-ICA_mixing.tsv");
+    run["design_tsv"] = files.textIfAny("_desc-ICA_design.tsv");
+    run["grid"] = {{"size", components.size}, {"voxel_to_mm", components.affine}};
+    run["voxels_inside"] = std::count(mask.begin(), mask.end(), 1);
+    run["has_mean"] = addMean(page, files, components);
+    page.add("mask", std::as_bytes(std::span(mask)));
+    run["maps"] = addMaps(page, components, mask);
+    page.add("run", run.dump(-1, ' ', false, Json::error_handler_t::replace));
+    page.write(folder / "report.html");
+}
+
+ExitStatus reportCommand(const fs::path& folder) {
+    writeReport(folder);
+    std::printf("%s\n", (folder / "report.html").c_str());
+    return ExitStatus::kDone;
+}
+
+} // namespace zn

@@ -1,0 +1,39 @@
+// Builds the template of the report: one HTML file with the styles, the app and NiiVue inside, scripts compressed as the
+// data of a run will be. `node build.mjs FILE` (dist/report-template.html).
+//
+// esbuild rather than a bundler for web sites: two scripts as text are wanted, not a folder to be served.
+import { build } from 'esbuild';
+import { mkdir, readFile, writeFile } from 'node:fs/promises';
+import { dirname, resolve } from 'node:path';
+import { fileURLToPath } from 'node:url';
+import { gzipSync } from 'node:zlib';
+
+const here = dirname(fileURLToPath(import.meta.url));
+const target = resolve(process.argv[2] ?? `${here}/dist/report-template.html`);
+
+async function bundle(entry, extra = {}) {
+    const result = await build({
+        entryPoints: [`${here}/src/${entry}`], bundle: true, minify: true, write: false, target: 'es2022',
+        charset: 'utf8', legalComments: 'inline', logLevel: 'warning', format: 'iife', ...extra,
+    });
+    return result.outputFiles[0].text;
+}
+
+const packed = (text) => gzipSync(text, { level: 9 }).toString('base64');
+
+const [loader, app, niivue, styles, page] = await Promise.all([
+    bundle('loader.ts'),
+    bundle('app.ts'),
+    bundle('niivue_bundle.ts', { globalName: 'znNiivue' }),
+    bundle('style/page.css', { format: undefined }),
+    readFile(`${here}/src/page.html`, 'utf8'),
+]);
+const html = page
+    .replace('/* styles */', () => styles)
+    .replace('<!-- app -->', () => packed(app))
+    .replace('<!-- niivue -->', () => packed(niivue))
+    .replace('/* loader */', () => loader.replaceAll('</script', '<\\/script'));
+await mkdir(dirname(target), { recursive: true });
+await writeFile(target, html);
+console.log(`${target}: ${(html.length / 1024).toFixed(0)} KiB (app ${(app.length / 1024).toFixed(0)}, `
+    + `NiiVue ${(niivue.length / 1024).toFixed(0)}, before compression)`);

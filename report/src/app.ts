@@ -1,0 +1,87 @@
+import { readRun, type Run } from './data/run';
+import { Labels } from './labels/labels';
+import { startTheme } from './theme';
+import { ComponentView } from './views/component_view';
+import { Methods } from './views/methods';
+import { Overview } from './views/overview';
+import { pageHead } from './views/page_head';
+import type { View } from './views/view';
+
+/** The time of the next picture on the screen. */
+function painted(): Promise<number> {
+    return new Promise((resolve) => requestAnimationFrame(() => setTimeout(() => resolve(performance.now()))));
+}
+
+class App {
+    private readonly labels: Labels;
+    private readonly overview: Overview;
+    private component: ComponentView | null = null;
+    private methods: Methods | null = null;
+    private view: View | null = null;
+    private last: string; // component shown last
+    private readonly head: ReturnType<typeof pageHead>;
+
+    constructor(private readonly run: Run, private readonly place: HTMLElement) {
+        this.labels = new Labels(run.id);
+        this.last = run.components[0]?.name ?? '';
+        let opened = false;
+        this.overview = new Overview(run, this.labels, () => {
+            if (!opened) void painted().then((end) => performance.measure('first view', { start: 0, end }));
+            opened = true;
+        });
+        this.head = pageHead(run);
+        document.title = `ICA report: ${run.name}`;
+        addEventListener('hashchange', () => void this.route());
+        addEventListener('keydown', (event) => this.key(event));
+    }
+
+    async route(): Promise<void> {
+        const start = performance.now();
+        const [, part = '', name = this.last] = location.hash.replace(/^#/, '').split('/');
+        this.head.mark(`/${part}`);
+        const component = this.run.components.find((candidate) => candidate.name === name);
+        if (part === 'component' && component) {
+            this.last = component.name;
+            const view = (this.component ??= new ComponentView(this.run, this.labels,
+                () => this.overview.gallery.shown.map((card) => card.component),
+                (next) => location.replace(`#/component/${next.name}`)));
+            this.enter(view);
+            await view.show(component);
+            performance.measure('component change', { start, end: await painted() });
+            document.body.dataset.shown = component.name;
+        } else if (part === 'methods') {
+            this.enter((this.methods ??= new Methods(this.run)));
+        } else {
+            this.enter(this.overview);
+        }
+    }
+
+    private enter(view: View): void {
+        if (this.view === view) return;
+        this.view?.leave?.();
+        this.place.replaceChildren(this.head.element, view.element);
+        this.view = view;
+        if (view.enter) view.enter();
+        else scrollTo(0, 0);
+    }
+
+    private key(event: KeyboardEvent): void {
+        const target = event.target as HTMLElement;
+        const typing = target.matches('input:not([type=checkbox]), select, textarea');
+        if (typing || event.ctrlKey || event.altKey || event.metaKey) return;
+        if (this.view?.key?.(event)) event.preventDefault();
+    }
+}
+
+async function start(): Promise<void> {
+    startTheme();
+    const place = document.getElementById('app')!;
+    const app = new App(await readRun(), place);
+    await app.route();
+}
+
+start().catch((error: unknown) => {
+    const place = document.getElementById('app')!;
+    place.textContent = `The report cannot be shown: ${error instanceof Error ? error.message : String(error)}`;
+    throw error;
+});

@@ -1,0 +1,15 @@
+import type { Vector } from '../data/affine';
+import type { ComponentMap } from '../data/component_map';
+import type { Look } from './look';
+import type { PlaneName } from './plane';
+
+/** Three linked planes of a map over the mean image, whatever draws them. */
+export interface BrainView {
+    readonly element: HTMLElement;
+    /** Draws a map with the crosshair at a voxel. */
+    show(map: ComponentMap, look: Look, voxel: Vector): void;
+    setCrosshair(voxel: Vector): void;
+    /** Called when the reader puts the crosshair somewhere else, with the plane that was used. */
+    onPick: (voxel: Vector, plane: PlaneName | null) => void;
+    dispose(): void;
+}

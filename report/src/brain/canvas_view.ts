@@ -1,0 +1,124 @@
+import type { Vector } from '../data/affine';
+import type { ComponentMap } from '../data/component_map';
+import type { Run } from '../data/run';
+import { h } from '../dom';
+import type { BrainView } from './brain_view';
+import type { Look } from './look';
+import { PLANES, type PlaneName, planeOf } from './plane';
+import { acrossAt, drawSlice, paintSlice, wholeFrame } from './slice';
+
+/** The planes drawn with the 2D canvas, for browsers without WebGL2. */
+export class CanvasView implements BrainView {
+    readonly element = h('div', { class: 'planes', 'data-renderer': 'canvas' });
+    onPick: BrainView['onPick'] = () => {};
+
+    private readonly canvases: Record<PlaneName, HTMLCanvasElement>;
+    private readonly resized = new ResizeObserver(() => this.draw());
+    private map: ComponentMap | null = null;
+    private look: Look | null = null;
+    private crosshair: Vector = [0, 0, 0];
+
+    constructor(private readonly run: Run) {
+        this.canvases = Object.fromEntries(PLANES.map((name) => [name, this.makeCanvas(name)])) as never;
+        const [x, y] = run.grid.body.map((axis) => axis.size * axis.mm);
+        this.element.style.setProperty('--two-by-two', `${x}fr ${y}fr`);
+        this.resized.observe(this.element);
+    }
+
+    show(map: ComponentMap, look: Look, voxel: Vector): void {
+        this.map = map;
+        this.look = look;
+        this.crosshair = voxel;
+        this.draw();
+    }
+
+    setCrosshair(voxel: Vector): void {
+        this.crosshair = voxel;
+        this.draw();
+    }
+
+    dispose(): void {
+        this.resized.disconnect();
+        this.element.remove();
+    }
+
+    private makeCanvas(name: PlaneName): HTMLCanvasElement {
+        const plane = planeOf(this.run.grid, name, false);
+        const canvas = h('canvas', { class: 'plane', 'data-plane': name, role: 'img', 'aria-label': `${name} plane` });
+        const aspect = (plane.across.size * plane.across.mm) / (plane.up.size * plane.up.mm);
+        canvas.style.aspectRatio = String(aspect);
+        canvas.style.flex = `${plane.across.size * plane.across.mm} 1 0`; // one scale for all three
+        canvas.addEventListener('pointerdown', (event) => {
+            canvas.setPointerCapture(event.pointerId);
+            this.pick(name, event);
+        });
+        canvas.addEventListener('pointermove', (event) => {
+            if (event.buttons === 1) this.pick(name, event);
+        });
+        this.element.append(canvas);
+        return canvas;
+    }
+
+    private pick(name: PlaneName, event: PointerEvent): void {
+        const plane = planeOf(this.run.grid, name, this.look?.radiological ?? false);
+        const box = this.canvases[name].getBoundingClientRect();
+        const column = Math.floor(((event.clientX - box.left) / box.width) * plane.across.size);
+        const row = Math.floor(((event.clientY - box.top) / box.height) * plane.up.size);
+        const across = acrossAt(plane, wholeFrame(plane), column);
+        const moved = this.run.grid.moved(this.crosshair, plane.across, across);
+        this.onPick(this.run.grid.moved(moved, plane.up, plane.up.size - 1 - row), name);
+    }
+
+    private draw(): void {
+        for (const name of PLANES) this.drawPlane(name);
+    }
+
+    private drawPlane(name: PlaneName): void {
+        const canvas = this.canvases[name];
+        if (!this.map || !this.look || canvas.clientWidth === 0) return;
+        const ratio = window.devicePixelRatio || 1;
+        canvas.width = Math.round(canvas.clientWidth * ratio);
+        canvas.height = Math.round(canvas.clientHeight * ratio);
+        const plane = planeOf(this.run.grid, name, this.look.radiological);
+        const { grid } = this.run;
+        const context = canvas.getContext('2d')!;
+        const pixels = drawSlice(this.run, this.map, this.look, plane, grid.along(plane.through, this.crosshair));
+        paintSlice(context, pixels, this.look, 0, 0, canvas.width, canvas.height);
+
+        const across = grid.along(plane.across, this.crosshair);
+        const column = (plane.mirrored ? plane.across.size - 1 - across : across) + 0.5;
+        const x = Math.round((column / plane.across.size) * canvas.width);
+        const y = Math.round((1 - (grid.along(plane.up, this.crosshair) + 0.5) / plane.up.size) * canvas.height);
+        this.drawCrosshair(context, x, y, ratio);
+        this.drawMarks(context, plane.marks, ratio);
+    }
+
+    private drawCrosshair(context: CanvasRenderingContext2D, x: number, y: number, ratio: number): void {
+        const { width, height } = context.canvas;
+        const gap = 7 * ratio; // leaves the voxel itself to be seen
+        context.strokeStyle = 'rgba(110, 235, 150, 0.85)';
+        context.lineWidth = ratio;
+        context.beginPath();
+        context.moveTo(0, y), context.lineTo(x - gap, y);
+        context.moveTo(x + gap, y), context.lineTo(width, y);
+        context.moveTo(x, 0), context.lineTo(x, y - gap);
+        context.moveTo(x, y + gap), context.lineTo(x, height);
+        context.stroke();
+    }
+
+    private drawMarks(
+        context: CanvasRenderingContext2D, marks: { left: string; right: string; top: string; bottom: string },
+        ratio: number): void {
+        const { width, height } = context.canvas;
+        context.font = `600 ${13 * ratio}px system-ui, sans-serif`;
+        context.fillStyle = '#d7dce3';
+        context.textBaseline = 'middle';
+        context.textAlign = 'left';
+        context.fillText(marks.left, 6 * ratio, height / 2);
+        context.textAlign = 'right';
+        context.fillText(marks.right, width - 6 * ratio, height / 2);
+        context.textAlign = 'center';
+        context.fillText(marks.top, width / 2, 11 * ratio);
+        context.fillText(marks.bottom, width / 2, height - 10 * ratio);
+    }
+}

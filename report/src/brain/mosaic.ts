@@ -1,0 +1,60 @@
+import type { ComponentMap } from '../data/component_map';
+import type { BodyAxis, Grid } from '../data/grid';
+import type { Run } from '../data/run';
+import type { Look } from './look';
+import { planeOf } from './plane';
+import { drawSlice, paintSlice } from './slice';
+
+/** First and last position of the mask along the three body axes. */
+export type Extent = [number, number][];
+
+export function extentOfMask(run: Run): Extent {
+    const axes: BodyAxis[] = run.grid.body;
+    const extent: Extent = axes.map((axis) => [axis.size - 1, 0]);
+    for (const index of run.gridOf) {
+        const voxel = run.grid.voxelAt(index);
+        axes.forEach((axis, a) => {
+            const position = run.grid.along(axis, voxel);
+            extent[a][0] = Math.min(extent[a][0], position);
+            extent[a][1] = Math.max(extent[a][1], position);
+        });
+    }
+    return extent;
+}
+
+function widened([from, to]: [number, number], size: number): [number, number] {
+    return [Math.max(0, from - 1), Math.min(size - 1, to + 1)];
+}
+
+/** Axial positions from the lower to the upper part of the mask; the outermost slices show next to nothing. */
+export function mosaicPositions(grid: Grid, extent: Extent, count: number): number[] {
+    const [from, to] = extent[2];
+    const length = to - from;
+    const many = Math.min(count, length + 1);
+    return Array.from({ length: many }, (_, i) =>
+        Math.min(grid.body[2].size - 1, Math.round(from + length * (0.12 + (0.8 * (i + 0.5)) / many))));
+}
+
+/** Draws axial slices of a map over the mean image side by side, from bottom to top, to fill the canvas's width. */
+export function drawMosaic(
+    canvas: HTMLCanvasElement, run: Run, map: ComponentMap, look: Look, extent: Extent, columns: number,
+    rows: number): void {
+    const plane = planeOf(run.grid, 'axial', look.radiological);
+    const [acrossFrom, acrossTo] = widened(extent[0], plane.across.size);
+    const [upFrom, upTo] = widened(extent[1], plane.up.size);
+    const frame = { acrossFrom, acrossTo, upFrom, upTo };
+    const context = canvas.getContext('2d')!;
+    const cellWidth = canvas.width / columns;
+    const cellHeight = canvas.height / rows;
+    const scale = Math.min(cellWidth / ((acrossTo - acrossFrom + 1) * plane.across.mm),
+        cellHeight / ((upTo - upFrom + 1) * plane.up.mm));
+    const width = (acrossTo - acrossFrom + 1) * plane.across.mm * scale;
+    const height = (upTo - upFrom + 1) * plane.up.mm * scale;
+    context.fillStyle = '#000';
+    context.fillRect(0, 0, canvas.width, canvas.height);
+    mosaicPositions(run.grid, extent, columns * rows).forEach((position, i) => {
+        const x = (i % columns) * cellWidth + (cellWidth - width) / 2;
+        const y = Math.floor(i / columns) * cellHeight + (cellHeight - height) / 2;
+        paintSlice(context, drawSlice(run, map, look, plane, position, frame), look, x, y, width, height);
+    });
+}

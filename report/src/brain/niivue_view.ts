@@ -1,0 +1,195 @@
+import type { Niivue as NiivueType, NVImage as NVImageType } from '@niivue/niivue';
+import type { Vector } from '../data/affine';
+import { toMm, toVoxel } from '../data/affine';
+import { blocks } from '../data/blocks';
+import { type ComponentMap, NO_VALUE } from '../data/component_map';
+import type { Run } from '../data/run';
+import { h } from '../dom';
+import type { BrainView } from './brain_view';
+import { COLOUR_MAPS, type Lut } from './colour_maps';
+import { ceilingOf, type Look } from './look';
+import { niftiBuffer } from './nifti_buffer';
+import type { PlaneName } from './plane';
+
+type NiivueModule = typeof import('../niivue_bundle');
+let library: Promise<NiivueModule> | null = null;
+
+function loadLibrary(): Promise<NiivueModule> {
+    library ??= blocks.run('niivue').then(() => (window as unknown as { znNiivue: NiivueModule }).znNiivue);
+    return library;
+}
+
+// The first step is clear, because values below the threshold fall on it; its grey keeps the smoothed edges of one sign
+// free of the other sign's colour.
+function niivueColours(lut: Lut): { R: number[]; G: number[]; B: number[]; A: number[]; I: number[] } {
+    const steps = Array.from({ length: 256 }, (_, i) => i);
+    return {
+        R: steps.map((i) => (i === 0 ? 110 : lut[3 * i])),
+        G: steps.map((i) => (i === 0 ? 110 : lut[3 * i + 1])),
+        B: steps.map((i) => (i === 0 ? 110 : lut[3 * i + 2])),
+        A: steps.map((i) => (i === 0 ? 0 : 255)),
+        I: steps,
+    };
+}
+
+type OpenImage = (data: ArrayBuffer, name: string, colours: string, opacity: number, paired: null, low: number,
+    high: number) => Promise<NVImageType>;
+interface Location {
+    mm: ArrayLike<number>;
+    axCorSag: number; // slice type of the plane that was used
+}
+
+const ROW_WIDTH = 620; // pixels
+const PLANE_OF_SLICE_TYPE: (PlaneName | undefined)[] = ['axial', 'coronal', 'sagittal'];
+
+/** The planes, and the volume rendered when asked for, drawn by NiiVue with WebGL2. */
+export class NiivueView implements BrainView {
+    readonly element = h('div', { class: 'planes planes-webgl', 'data-renderer': 'webgl2' });
+    onPick: BrainView['onPick'] = () => {};
+
+    private readonly canvas = h('canvas', { class: 'plane-all', role: 'img', 'aria-label': 'three planes' });
+    private readonly dense: Int16Array;
+    private nv!: NiivueType;
+    private library!: NiivueModule;
+    private render = false;
+    private colours = '';
+    private overlay!: NVImageType;
+    private map: ComponentMap | null = null;
+    private own = false; // the crosshair is being moved from outside
+
+    private constructor(private readonly run: Run) {
+        this.dense = new Int16Array(run.grid.count);
+        this.element.append(this.canvas);
+    }
+
+    /** Makes a view that waits unseen in the place until `reveal`. Fails where the browser does not draw after all. */
+    static async make(run: Run, place: HTMLElement): Promise<NiivueView> {
+        const view = new NiivueView(run);
+        view.element.classList.add('planes-waiting');
+        place.append(view.element);
+        try {
+            await view.start();
+        } catch (error) {
+            view.element.remove();
+            throw error;
+        }
+        return view;
+    }
+
+    reveal(): void {
+        this.element.classList.remove('planes-waiting');
+    }
+
+    show(map: ComponentMap, look: Look, voxel: Vector): void {
+        if (map !== this.map) this.fill(map);
+        this.map = map;
+        const { overlay, nv } = this;
+        overlay.colormap = `${look.colourMap}+`;
+        overlay.colormapNegative = `${look.colourMap}-`;
+        overlay.cal_min = look.threshold;
+        overlay.cal_max = ceilingOf(look, map.high);
+        overlay.cal_minNeg = -overlay.cal_max;
+        overlay.cal_maxNeg = -overlay.cal_min;
+        overlay.opacity = look.opacity;
+        nv.opts.isNearestInterpolation = !look.smooth;
+        nv.opts.isRadiologicalConvention = look.radiological;
+        nv.opts.multiplanarShowRender = look.render ? this.library.SHOW_RENDER.ALWAYS : this.library.SHOW_RENDER.NEVER;
+        this.render = look.render;
+        this.arrange();
+        nv.scene.crosshairPos = this.fractionOf(voxel);
+        if (look.colourMap !== this.colours) nv.refreshColormaps();
+        this.colours = look.colourMap;
+        nv.refreshLayers(overlay, 1); // the mean image stays as it is on the graphics card
+        nv.drawScene();
+    }
+
+    setCrosshair(voxel: Vector): void {
+        this.nv.scene.crosshairPos = this.fractionOf(voxel);
+        this.own = true;
+        this.nv.drawScene();
+        this.own = false;
+    }
+
+    dispose(): void {
+        this.element.remove();
+        this.nv.gl?.getExtension('WEBGL_lose_context')?.loseContext(); // browsers allow but a few contexts
+    }
+
+    private async start(): Promise<void> {
+        this.library = await loadLibrary();
+        const { MULTIPLANAR_TYPE, Niivue, NVImage, SHOW_RENDER } = this.library;
+        this.nv = new Niivue({
+            logLevel: 'silent',
+            dragAndDropEnabled: false,
+            multiplanarLayout: MULTIPLANAR_TYPE.ROW,
+            multiplanarShowRender: SHOW_RENDER.NEVER,
+            multiplanarPadPixels: 6,
+            crosshairColor: [0.43, 0.92, 0.59, 0.85],
+            crosshairGap: 5,
+            crosshairWidthUnit: 'mm',
+            fontColor: [0.84, 0.86, 0.89, 1],
+            backColor: [0, 0, 0, 1],
+            show3Dcrosshair: true,
+            isColorbar: false,
+            showAllOrientationMarkers: true,
+            viewModeHotKey: '',
+            clipPlaneHotKey: '',
+            cycleClipPlaneHotKey: '',
+        });
+        for (const map of COLOUR_MAPS) {
+            this.nv.addColormap(`${map.id}+`, niivueColours(map.positive));
+            this.nv.addColormap(`${map.id}-`, niivueColours(map.negative));
+        }
+        const resize = this.nv.resizeListener.bind(this.nv);
+        this.nv.resizeListener = () => {
+            if (this.canvas.offsetWidth === 0) return; // the view is out of the page
+            this.arrange();
+            resize();
+        };
+        this.arrange();
+        await this.nv.attachToCanvas(this.canvas);
+        const { grid, grey } = this.run;
+        const open = NVImage.new as unknown as OpenImage; // everything after the sixth argument has a default
+        const mean = await open(niftiBuffer(grid, grey, 1), 'mean.nii', 'gray', 1, null, 0, 255);
+        this.overlay = await open(niftiBuffer(grid, this.dense, 1), 'map.nii', `${COLOUR_MAPS[0].id}+`, 1, null, 1, 2);
+        this.nv.addVolume(mean);
+        this.nv.addVolume(this.overlay);
+        this.nv.onLocationChange = (location) => this.picked(location as Location);
+    }
+
+    private picked(location: Location): void {
+        if (this.own || !this.map) return;
+        const { mm, axCorSag } = location;
+        // NiiVue's own voxels count along the body, not along the file.
+        this.onPick(toVoxel(this.run.grid.affine, [mm[0], mm[1], mm[2]]), PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
+    }
+
+    // Side by side where there is room, else two by two; lines of the crosshair a little over a pixel wide.
+    private arrange(): void {
+        const [x, y, z] = this.run.grid.body.map((axis) => axis.size * axis.mm);
+        const { GRID, ROW } = this.library.MULTIPLANAR_TYPE;
+        const row = this.element.clientWidth >= ROW_WIDTH;
+        const width = row ? 2 * x + y + (this.render ? Math.max(x, y, z) : 0) : x + y;
+        this.nv.opts.multiplanarLayout = row ? ROW : GRID;
+        this.element.style.aspectRatio = String(width / (row ? Math.max(y, z) : y + z));
+        const pixel = (1.3 * width) / Math.max(1, this.element.clientWidth);
+        if (Math.abs(this.nv.opts.crosshairWidth - pixel) > 0.05) this.nv.crosshairs3D = null; // made anew
+        this.nv.opts.crosshairWidth = pixel;
+    }
+
+    // By the whole affine, also where the grid is oblique.
+    private fractionOf(voxel: Vector): ReturnType<NiivueType['mm2frac']> {
+        return this.nv.mm2frac(toMm(this.run.grid.affine, voxel), 0, true);
+    }
+
+    private fill(map: ComponentMap): void {
+        const { gridOf } = this.run;
+        this.dense.fill(0);
+        for (let i = 0; i < gridOf.length; ++i) {
+            if (map.values[i] !== NO_VALUE) this.dense[gridOf[i]] = map.values[i];
+        }
+        this.overlay.img = this.dense;
+        this.overlay.hdr!.scl_slope = map.scale;
+        this.overlay.hdr!.scl_inter = 0;
+    }
+}

@@ -1,0 +1,27 @@
+import type { BodyAxis, Grid } from '../data/grid';
+
+export type PlaneName = 'sagittal' | 'coronal' | 'axial';
+
+/** A cut through the grid: body axes across and up the image, and the one it is stacked along. */
+export interface Plane {
+    name: PlaneName;
+    across: BodyAxis;
+    up: BodyAxis;
+    through: BodyAxis;
+    mirrored: boolean; // across runs from right to left
+    marks: { left: string; right: string; top: string; bottom: string };
+}
+
+export function planeOf(grid: Grid, name: PlaneName, radiological: boolean): Plane {
+    const [x, y, z] = grid.body;
+    const sides = radiological ? { left: 'R', right: 'L' } : { left: 'L', right: 'R' };
+    if (name === 'sagittal') {
+        return { name, across: y, up: z, through: x, mirrored: false,
+            marks: { left: 'P', right: 'A', top: 'S', bottom: 'I' } };
+    }
+    const [up, through] = name === 'coronal' ? [z, y] : [y, z];
+    const ends = name === 'coronal' ? { top: 'S', bottom: 'I' } : { top: 'A', bottom: 'P' };
+    return { name, across: x, up, through, mirrored: radiological, marks: { ...sides, ...ends } };
+}
+
+export const PLANES: PlaneName[] = ['axial', 'coronal', 'sagittal'];

@@ -1,0 +1,86 @@
+import type { Run } from '../data/run';
+import { NO_VALUE, type ComponentMap } from '../data/component_map';
+import { colourMap } from './colour_maps';
+import { ceilingOf, type Look } from './look';
+import type { Plane } from './plane';
+
+/** A part of a plane, in voxels along its axes, limits included. */
+export interface Frame {
+    acrossFrom: number;
+    acrossTo: number;
+    upFrom: number;
+    upTo: number;
+}
+
+export function wholeFrame(plane: Plane): Frame {
+    return { acrossFrom: 0, acrossTo: plane.across.size - 1, upFrom: 0, upTo: plane.up.size - 1 };
+}
+
+/** Two pictures of a slice, a pixel a voxel: the grey image, and the map in colours, clear below the threshold. */
+export interface SlicePixels {
+    grey: ImageData;
+    overlay: ImageData;
+}
+
+/** The position along the axis across for a column of the picture. */
+export function acrossAt(plane: Plane, frame: Frame, column: number): number {
+    return plane.mirrored ? frame.acrossTo - column : frame.acrossFrom + column;
+}
+
+export function drawSlice(
+    run: Run, map: ComponentMap, look: Look, plane: Plane, position: number, frame = wholeFrame(plane)): SlicePixels {
+    const width = frame.acrossTo - frame.acrossFrom + 1;
+    const height = frame.upTo - frame.upFrom + 1;
+    const grey = new ImageData(width, height);
+    const overlay = new ImageData(width, height);
+    const { positive, negative } = colourMap(look.colourMap);
+    const from = look.threshold / map.scale;
+    const steps = 255 / (ceilingOf(look, map.high) / map.scale - from);
+    const columns = Array.from({ length: width }, (_, c) => run.grid.offset(plane.across, acrossAt(plane, frame, c)));
+    const base = run.grid.offset(plane.through, position);
+    let pixel = 0;
+    for (let row = 0; row < height; ++row) {
+        const line = base + run.grid.offset(plane.up, frame.upTo - row);
+        for (let column = 0; column < width; ++column, pixel += 4) {
+            const index = line + columns[column];
+            const level = run.grey[index];
+            grey.data[pixel] = grey.data[pixel + 1] = grey.data[pixel + 2] = level;
+            grey.data[pixel + 3] = 255;
+            const inside = run.insideOf[index];
+            if (inside < 0) continue;
+            const value = map.values[inside];
+            const magnitude = Math.abs(value);
+            if (magnitude < from || value === NO_VALUE || value === 0) continue;
+            const step = 3 * Math.min(255, Math.round((magnitude - from) * steps));
+            const lut = value > 0 ? positive : negative;
+            overlay.data[pixel] = lut[step];
+            overlay.data[pixel + 1] = lut[step + 1];
+            overlay.data[pixel + 2] = lut[step + 2];
+            overlay.data[pixel + 3] = 255;
+        }
+    }
+    return { grey, overlay };
+}
+
+const stages: HTMLCanvasElement[] = [];
+
+// A picture as something that can be drawn scaled; one scratch canvas a layer, because each is used up at once.
+function staged(pixels: ImageData, layer: number): HTMLCanvasElement {
+    const stage = (stages[layer] ??= document.createElement('canvas'));
+    stage.width = pixels.width;
+    stage.height = pixels.height;
+    stage.getContext('2d')!.putImageData(pixels, 0, 0);
+    return stage;
+}
+
+/** Draws both pictures of a slice into a rectangle of a canvas. */
+export function paintSlice(
+    context: CanvasRenderingContext2D, pixels: SlicePixels, look: Look, x: number, y: number, width: number,
+    height: number): void {
+    context.imageSmoothingEnabled = look.smooth;
+    context.imageSmoothingQuality = 'high';
+    context.drawImage(staged(pixels.grey, 0), x, y, width, height);
+    context.globalAlpha = look.opacity;
+    context.drawImage(staged(pixels.overlay, 1), x, y, width, height);
+    context.globalAlpha = 1;
+}

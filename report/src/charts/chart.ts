@@ -1,0 +1,73 @@
+// Chart.js: line and radar charts from one library, small when only the parts in use are bundled, redrawn without
+// animation in a few milliseconds. Its canvases get their text alternative here.
+import {
+    CategoryScale, Chart, type ChartConfiguration, Filler, Legend, LinearScale, LineController, LineElement,
+    LogarithmicScale, PointElement, RadarController, RadialLinearScale, Tooltip,
+} from 'chart.js';
+import { h } from '../dom';
+import { colour, onThemeChange } from '../theme';
+import { type Area, BAND_AREAS, setAreas } from './band_areas';
+
+Chart.register(BAND_AREAS, CategoryScale, Filler, Legend, LinearScale, LineController, LineElement, LogarithmicScale, PointElement,
+    RadarController, RadialLinearScale, Tooltip);
+Chart.defaults.animation = false;
+Chart.defaults.maintainAspectRatio = false;
+Chart.defaults.font.family = 'system-ui, -apple-system, "Segoe UI", Roboto, sans-serif';
+Chart.defaults.font.size = 12;
+
+/** A canvas that remembers its chart, for the print dialog and for tests. */
+export type ChartCanvas = HTMLCanvasElement & { chart?: Chart };
+
+/** A chart in a box of its own; drawn anew when its data or the theme change. */
+export class ChartBox {
+    readonly element: HTMLElement;
+    private readonly canvas: ChartCanvas;
+    private configuration: (() => ChartConfiguration) | null = null;
+
+    constructor(name: string) {
+        this.canvas = h('canvas', { role: 'img' });
+        this.element = h('div', { class: `chart chart-${name}` }, this.canvas);
+        onThemeChange(() => this.draw());
+        addEventListener('beforeprint', () => this.canvas.chart?.resize());
+    }
+
+    /** `text`: what the chart shows, for readers who do not see it; `areas`: shaded ranges of the horizontal axis. */
+    show(text: string, configuration: () => ChartConfiguration, areas: Area[] = []): void {
+        setAreas(this.canvas, areas);
+        this.canvas.setAttribute('aria-label', text);
+        this.configuration = configuration;
+        this.draw();
+    }
+
+    private draw(): void {
+        if (!this.configuration) return;
+        const next = this.configuration();
+        const { chart } = this.canvas;
+        if (chart) {
+            chart.data = next.data;
+            chart.options = next.options ?? {};
+            chart.update('none');
+        } else {
+            this.canvas.chart = new Chart(this.canvas, next);
+        }
+    }
+}
+
+/** The look of an axis with a title. */
+export function axis(title: string, step?: number): object {
+    return {
+        title: { display: true, text: title, color: colour('muted') },
+        ticks: { color: colour('muted'), maxRotation: 0, ...(step ? { stepSize: step } : {}) },
+        grid: { color: colour('line') },
+        border: { color: colour('line') },
+    };
+}
+
+/** The look of a legend; `visible` when there is more than one curve. */
+export function legend(visible: boolean): object {
+    return {
+        display: visible,
+        align: 'end',
+        labels: { color: colour('text'), boxWidth: 18, boxHeight: 2, usePointStyle: false },
+    };
+}

@@ -1,0 +1,66 @@
+import type { Bands } from '../data/bands';
+import { type Spectrum, welch } from '../data/spectrum';
+import type { Component } from '../data/run';
+import { colour } from '../theme';
+import { axis, ChartBox, legend } from './chart';
+
+const spectra = new Map<Component, Spectrum>();
+
+function spectrumOf(component: Component): Spectrum {
+    let spectrum = spectra.get(component);
+    if (!spectrum) spectra.set(component, (spectrum = welch(component.timeCourse)));
+    return spectrum;
+}
+
+/**
+ * Power over frequency with the bands shaded. The axis is the plug-in's own clock, whole seconds of the repetition time,
+ * because that is where its bands lie; a second axis on top has the true frequencies where the two differ.
+ */
+export function showSpectrum(
+    box: ChartBox, bands: Bands, trSeconds: number, component: Component, other: Component | null): string {
+    const trueNyquist = 0.5 / trSeconds;
+    const nyquist = Number.isNaN(bands.nyquistHz) ? trueNyquist : bands.nyquistHz;
+    const curve = (of: Component, name: string): object => {
+        const spectrum = spectrumOf(of);
+        return {
+            label: of.title,
+            data: spectrum.position.map((position, k) => ({ x: position * nyquist, y: spectrum.percent[k] })),
+            borderColor: colour(name), backgroundColor: colour(`${name}-fill`), fill: other === null, borderWidth: 1.6,
+            pointRadius: 0, pointHitRadius: 6, tension: 0,
+        };
+    };
+    const ranges = bands.ranges.map(([from, to], i) => ({ from: from * nyquist, to: to * nyquist, label: `${i + 1}` }));
+    const title = bands.exact || bands.ranges.length === 0
+        ? 'Frequency (Hz)' : `Frequency (Hz, repetition time taken as ${bands.wholeSeconds} s)`;
+    box.show(`Power spectrum of ${component.title} up to ${nyquist.toFixed(3)} Hz with ${ranges.length} bands`, () => ({
+        type: 'line',
+        data: {
+            datasets: [curve(component, 'curve'), ...(other ? [curve(other, 'curve-other')] : [])] as never,
+        },
+        options: {
+            parsing: false,
+            normalized: true,
+            interaction: { mode: 'index', intersect: false },
+            scales: {
+                x: { ...axis(title), type: 'linear', min: 0, max: nyquist },
+                y: { ...axis('Power (% of total)'), min: 0 },
+                ...(bands.exact ? {} : {
+                    top: { ...axis('True frequency (Hz)'), type: 'linear', position: 'top', min: 0, max: trueNyquist },
+                }),
+            },
+            plugins: {
+                legend: legend(other !== null),
+                tooltip: {
+                    callbacks: {
+                        title: (items: { parsed: { x: number } }[]) => `${items[0].parsed.x.toFixed(4)} Hz`,
+                        label: (item: { dataset: { label?: string }; parsed: { y: number } }) =>
+                            `${item.dataset.label}: ${item.parsed.y.toFixed(2)} %`,
+                    },
+                },
+            },
+        } as never,
+    }), ranges);
+    const { segmentVolumes, points } = spectrumOf(component);
+    return `For display: Welch's method, segments of ${segmentVolumes} volumes overlapping by half, Hamming window, `
+        + `${points}-point transform.`;
+}

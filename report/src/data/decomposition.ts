@@ -1,0 +1,49 @@
+/** What "..._desc-ICA_decomposition.json" says about a run. A key that a version of znica does not write is absent. */
+export interface Decomposition {
+    GeneratedBy: { Name: string; Version: string; Plugin: { Name: string; Version: string; File: string } };
+    Input: {
+        File: string;
+        Size: [number, number, number];
+        Volumes: number;
+        RepetitionTimeMilliseconds: number;
+        StoredType?: string;
+        VoxelsAnalysed: number;
+        VoxelsDropped?: number;
+        DummyScans?: number;
+    };
+    Settings: {
+        Mask: string | null;
+        Components: number;
+        FirstEigenvalue: number;
+        LastEigenvalue: number;
+        Nonlinearity: string;
+        Epsilon: number;
+        MaxIterations: number;
+        DesignMatrix: string | null;
+        Regions: string | null;
+        ClusterSize: number | null;
+        ZThreshold: number;
+        Label: string | null;
+        Seed?: number | null;
+        [key: string]: unknown;
+    };
+    Seed?: number | null;
+    ComponentsFound: number;
+    RetainedVariancePercent: number | null;
+    Predictors: string[];
+    Regions: string[];
+    Components: ComponentFacts[];
+    Eigenvalues: number[];
+    ElapsedSeconds: { Reading: number; Plugin: number; Total: number };
+    PeakMemoryBytes: number;
+    Repeats?: { Runs?: number; Converged?: number };
+}
+
+export interface ComponentFacts {
+    Name: string;
+    PluginName: string;
+    Iterations?: number;
+    Restarts?: number;
+    ElapsedSeconds?: number;
+    StabilityIndex?: number | null;
+}

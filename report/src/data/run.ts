@@ -1,0 +1,133 @@
+import type { Affine, Vector } from './affine';
+import { blocks } from './blocks';
+import { ComponentMaps } from './component_map';
+import type { ComponentFacts, Decomposition } from './decomposition';
+import { Grid } from './grid';
+import { METRICS } from './metrics';
+import { columnOf, numberIn, parseTable } from './table';
+
+interface RunBlock {
+    name: string;
+    decomposition: Decomposition;
+    columns: Record<string, { LongName?: string; Description?: string; Units?: string }>;
+    metrics_tsv: string;
+    mixing_tsv: string;
+    design_tsv: string;
+    grid: { size: Vector; voxel_to_mm: Affine };
+    voxels_inside: number;
+    has_mean: boolean;
+    maps: { decimals: number; lowest: number; highest: number }[];
+}
+
+/** One component with everything that the tables of the run say about it. */
+export interface Component {
+    index: number;
+    name: string; // "ICA_00", as in the files
+    title: string; // "IC 1", as the plug-in counts
+    values: number[]; // the sixteen parameters; NaN where the table has n/a
+    cells: string[]; // the same as written in the table
+    predictor: string | null; // best match by name
+    region: string | null;
+    timeCourse: number[];
+    lowest: number; // of the map
+    highest: number;
+    facts: ComponentFacts | undefined;
+}
+
+export interface Predictor {
+    name: string;
+    values: number[];
+}
+
+/** A finished run, read from the blocks of this file. */
+export interface Run {
+    name: string;
+    /** Tells this run's labels from another's in the browser's storage. */
+    id: string;
+    facts: Decomposition;
+    columns: RunBlock['columns'];
+    trSeconds: number;
+    components: Component[];
+    predictors: Predictor[];
+    grid: Grid;
+    voxelsInside: number;
+    insideOf: Int32Array; // grid index -> position inside the mask, -1 outside
+    gridOf: Int32Array; // position inside the mask -> grid index
+    grey: Uint8Array; // the mean image for display; the mask's outline where the run left none
+    hasMean: boolean;
+    maps: ComponentMaps;
+}
+
+// FNV-1a, 32 bits: enough to keep the labels of different runs apart.
+function hash(text: string): string {
+    let value = 0x811c9dc5;
+    for (let i = 0; i < text.length; ++i) value = Math.imul(value ^ text.charCodeAt(i), 0x01000193);
+    return (value >>> 0).toString(16);
+}
+
+function named(cell: string | undefined): string | null {
+    return cell === undefined || cell === '' || cell === 'n/a' ? null : cell;
+}
+
+function readComponents(block: RunBlock): Component[] {
+    const metrics = parseTable(block.metrics_tsv);
+    const mixing = parseTable(block.mixing_tsv);
+    const at = (column: string): number => metrics.columns.indexOf(column);
+    return metrics.rows.map((row, index) => {
+        const name = row[at('component')];
+        const cells = METRICS.map((metric) => row[at(metric.column)] ?? 'n/a');
+        const facts = block.decomposition.Components.find((component) => component.Name === name);
+        return {
+            index,
+            name,
+            title: `IC ${index + 1}`,
+            cells,
+            values: cells.map(numberIn),
+            predictor: named(row[at('dm_pred_name')]),
+            region: named(row[at('template_voi_name')]),
+            timeCourse: columnOf(mixing, mixing.columns.indexOf(name)),
+            lowest: block.maps[index].lowest,
+            highest: block.maps[index].highest,
+            facts,
+        };
+    });
+}
+
+function readPredictors(block: RunBlock): Predictor[] {
+    if (!block.design_tsv) return [];
+    const table = parseTable(block.design_tsv);
+    return table.columns.map((name, position) => ({ name, values: columnOf(table, position) }));
+}
+
+function indexMask(mask: Uint8Array, inside: number): Pick<Run, 'insideOf' | 'gridOf'> {
+    const insideOf = new Int32Array(mask.length).fill(-1);
+    const gridOf = new Int32Array(inside);
+    let next = 0;
+    for (let i = 0; i < mask.length; ++i) {
+        if (!mask[i]) continue;
+        gridOf[next] = i;
+        insideOf[i] = next++;
+    }
+    return { insideOf, gridOf };
+}
+
+export async function readRun(): Promise<Run> {
+    const [text, mask] = await Promise.all([blocks.text('run'), blocks.bytes('mask')]);
+    const block = JSON.parse(text) as RunBlock;
+    const grey = block.has_mean ? await blocks.bytes('mean') : mask.map((inside) => (inside ? 70 : 0));
+    return {
+        name: block.name,
+        id: hash(block.metrics_tsv + block.mixing_tsv),
+        facts: block.decomposition,
+        columns: block.columns,
+        trSeconds: block.decomposition.Input.RepetitionTimeMilliseconds / 1000,
+        components: readComponents(block),
+        predictors: readPredictors(block),
+        grid: new Grid(block.grid.size, block.grid.voxel_to_mm),
+        voxelsInside: block.voxels_inside,
+        ...indexMask(mask, block.voxels_inside),
+        grey,
+        hasMean: block.has_mean,
+        maps: new ComponentMaps(block.maps.map((map) => map.decimals)),
+    };
+}

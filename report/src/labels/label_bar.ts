@@ -1,0 +1,48 @@
+import { h } from '../dom';
+import type { Run } from '../data/run';
+import { LABELS, type Labels } from './labels';
+import { labelsTable, readLabelsTable } from './labels_table';
+
+function download(name: string, text: string): void {
+    const url = URL.createObjectURL(new Blob([text], { type: 'text/tab-separated-values' }));
+    h('a', { href: url, download: name }).click();
+    setTimeout(() => URL.revokeObjectURL(url), 1000);
+}
+
+/** How many components carry which label, and the ways out of the page and back into it. */
+export function labelBar(run: Run, labels: Labels): HTMLElement {
+    const components = run.components.map((component) => component.name);
+    const counts = h('span', { class: 'label-counts' });
+    const message = h('span', { class: 'label-message', role: 'status' });
+    const refresh = (): void => {
+        counts.replaceChildren(...LABELS.map(({ label, sign, title }) =>
+            h('span', { class: `chip chip-${label}` }, `${sign} ${labels.count(label)} ${title.toLowerCase()}`)));
+    };
+    const read = async (file: File): Promise<void> => {
+        try {
+            const entries = readLabelsTable(await file.text(), components);
+            labels.setAll(entries);
+            message.textContent = `${entries.length} components read from ${file.name}.`;
+        } catch (error) {
+            message.textContent = (error as Error).message;
+        }
+    };
+    const picker = h('input', { type: 'file', accept: '.tsv,.txt', class: 'visually-hidden', tabindex: -1,
+        'aria-label': 'Labels file', onchange: () => {
+            const file = picker.files?.[0];
+            picker.value = ''; // the same file can be read again
+            if (file) void read(file);
+        } });
+    const name = `${run.name}_desc-ICA_labels.tsv`;
+    labels.onChange(refresh);
+    refresh();
+    return h('div', { class: 'label-bar' },
+        counts,
+        h('button', { type: 'button', class: 'button', title: `Save ${name}`, 'data-action': 'export-labels',
+            onclick: () => download(name, labelsTable(components, labels)) }, 'Export labels'),
+        h('button', { type: 'button', class: 'button', title: 'Read a labels file', onclick: () => picker.click() },
+            'Import labels'),
+        picker,
+        message,
+        !labels.kept && h('span', { class: 'label-message' }, 'This browser keeps no data for files: export your labels.'));
+}

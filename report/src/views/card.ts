@@ -1,0 +1,86 @@
+import { drawMosaic, type Extent } from '../brain/mosaic';
+import type { Look } from '../brain/look';
+import { drawFingerprintGlyph } from '../charts/fingerprint_glyph';
+import { fingerprintOf } from '../charts/fingerprint_chart';
+import { drawSparkline } from '../charts/sparkline';
+import { matchedPredictor } from '../charts/time_course_chart';
+import { METRICS } from '../data/metrics';
+import type { Component, Run } from '../data/run';
+import { h } from '../dom';
+import { LABELS, type Labels } from '../labels/labels';
+import { fixed, short } from '../numbers';
+
+const MOSAIC_COLUMNS = 5;
+const MOSAIC_ROWS = 2;
+
+/** One component in the gallery. Its pictures are drawn when it comes into sight. */
+export class Card {
+    readonly element: HTMLElement;
+    drawn = false;
+    private readonly mosaic = h('canvas', { class: 'card-mosaic', role: 'img' });
+    private readonly course = h('canvas', { class: 'card-course', role: 'img' });
+    private readonly glyph = h('canvas', { class: 'card-glyph', role: 'img' });
+    private readonly label = h('span', { class: 'card-label' });
+    private readonly value = h('span', { class: 'card-value' });
+
+    constructor(private readonly run: Run, readonly component: Component, private readonly labels: Labels) {
+        const { name, title, predictor } = component;
+        this.mosaic.setAttribute('aria-label', `Map of ${title}, ten axial slices; values of z from `
+            + `${fixed(component.lowest, 1)} to ${fixed(component.highest, 1)}`);
+        this.course.setAttribute('aria-label', `Time course of ${title}`);
+        this.glyph.setAttribute('aria-label', `Fingerprint of ${title}`);
+        this.element = h('article', { class: 'card', 'data-component': name },
+            h('header', { class: 'card-head' },
+                h('h3', {}, h('a', { href: `#/component/${name}`, class: 'card-link' }, title)),
+                h('span', { class: 'card-name' }, name), this.label),
+            this.mosaic,
+            h('div', { class: 'card-charts' }, this.course, this.glyph),
+            h('footer', { class: 'card-foot' }, this.value,
+                predictor && h('span', { class: 'card-predictor', title: 'Best-matching predictor' }, predictor)));
+        this.refreshLabel();
+    }
+
+    refreshLabel(): void {
+        const { label, note } = this.labels.get(this.component.name);
+        const known = LABELS.find((entry) => entry.label === label);
+        this.label.className = known ? `card-label chip chip-${known.label}` : 'card-label';
+        this.label.textContent = known ? `${known.sign} ${known.title}` : '';
+        this.label.title = note;
+    }
+
+    /** Shows the parameter that the gallery is sorted by; nothing for the order of extraction. */
+    showValue(metric: number | null): void {
+        const { facts, cells, values } = this.component;
+        if (metric !== null) {
+            this.value.textContent = `${METRICS[metric].short} ${short(values[metric])}`;
+            this.value.title = cells[metric];
+        } else {
+            this.value.textContent = facts?.Iterations === undefined ? '' : `${facts.Iterations} iterations`;
+            this.value.title = '';
+        }
+    }
+
+    /** The curves, which need no map. */
+    drawCurves(): void {
+        this.fit(this.course);
+        this.fit(this.glyph);
+        const predictor = matchedPredictor(this.run, this.component);
+        drawSparkline(this.course, this.component.timeCourse, predictor?.values ?? null);
+        drawFingerprintGlyph(this.glyph, fingerprintOf(this.component));
+    }
+
+    async draw(look: Look, extent: Extent): Promise<void> {
+        this.drawn = true;
+        this.drawCurves();
+        const map = await this.run.maps.get(this.component.index);
+        this.fit(this.mosaic);
+        drawMosaic(this.mosaic, this.run, map, look, extent, MOSAIC_COLUMNS, MOSAIC_ROWS);
+        this.element.dataset.drawn = 'true';
+    }
+
+    private fit(canvas: HTMLCanvasElement): void {
+        const ratio = Math.min(2, window.devicePixelRatio || 1);
+        canvas.width = Math.max(1, Math.round(canvas.clientWidth * ratio));
+        canvas.height = Math.max(1, Math.round(canvas.clientHeight * ratio));
+    }
+}

@@ -1,0 +1,52 @@
+import type { Component, Run } from '../data/run';
+import { h } from '../dom';
+import type { Labels } from '../labels/labels';
+import { labelButtons } from '../labels/label_buttons';
+
+/** Name, neighbours, label, note and the choice of a second component. */
+export class ComponentHead {
+    readonly element: HTMLElement;
+    onStep: (by: 1 | -1) => void = () => {};
+    onCompare: (other: Component | null) => void = () => {};
+    private component: Component;
+    private readonly title = h('h2', { tabindex: -1 });
+    private readonly name = h('span', { class: 'component-name' });
+    private readonly note: HTMLInputElement;
+    private readonly compare: HTMLSelectElement;
+    private readonly buttons: { element: HTMLElement; refresh: () => void };
+
+    constructor(run: Run, private readonly labels: Labels) {
+        this.component = run.components[0];
+        this.buttons = labelButtons(labels, () => this.component.name);
+        this.note = h('input', { type: 'text', id: 'note', class: 'note', placeholder: 'Note', 'aria-label': 'Note',
+            oninput: () => {
+                const entry = labels.get(this.component.name);
+                labels.set(this.component.name, { ...entry, note: this.note.value });
+            } });
+        this.compare = h('select', { id: 'compare', onchange: () => {
+            this.onCompare(this.compare.value === '' ? null : run.components[Number(this.compare.value)]);
+        } }, h('option', { value: '' }, 'Compare with \u2026'),
+        ...run.components.map((component) => h('option', { value: component.index }, `Beside ${component.title}`)));
+        this.compare.setAttribute('aria-label', 'Compare with another component');
+        this.element = h('div', { class: 'component-head' },
+            h('a', { class: 'button', href: '#/' }, '\u2190 All components'),
+            h('div', { class: 'component-step' },
+                h('button', { type: 'button', class: 'button button-icon', 'aria-label': 'Previous component',
+                    title: 'Left arrow', onclick: () => this.onStep(-1) }, '\u2039'),
+                h('div', { class: 'component-title' }, this.title, this.name),
+                h('button', { type: 'button', class: 'button button-icon', 'aria-label': 'Next component',
+                    title: 'Right arrow', onclick: () => this.onStep(1) }, '\u203a')),
+            this.buttons.element, this.note, this.compare);
+        labels.onChange(() => {
+            if (document.activeElement !== this.note) this.note.value = labels.get(this.component.name).note;
+        });
+    }
+
+    show(component: Component, position: string): void {
+        this.component = component;
+        this.title.textContent = component.title;
+        this.name.textContent = `${component.name} \u00b7 ${position}`;
+        this.note.value = this.labels.get(component.name).note;
+        this.buttons.refresh();
+    }
+}

@@ -1,0 +1,67 @@
+import { defaultLook, type Look } from '../brain/look';
+import { extentOfMask } from '../brain/mosaic';
+import type { Run } from '../data/run';
+import { h } from '../dom';
+import type { Labels } from '../labels/labels';
+import { labelBar } from '../labels/label_bar';
+import { plural } from '../numbers';
+import { onThemeChange } from '../theme';
+import { Card } from './card';
+import { DrawQueue } from './draw_queue';
+import { galleryControls } from './gallery_controls';
+import { select, type Selection } from './order';
+
+/**
+ * Every component as a card. All cards are in the page, so that find-in-page, the keyboard and the printer reach them;
+ * their pictures, which are what costs, are drawn as they come into sight.
+ */
+export class Gallery {
+    readonly element: HTMLElement;
+    /** Components as shown, for stepping through them one by one. */
+    shown: Card[];
+    private readonly cards: Card[];
+    private readonly grid = h('div', { class: 'cards' });
+    private readonly count = h('span', { class: 'gallery-count', role: 'status' });
+    private readonly selection: Selection = { sort: 'order', falling: false, filters: [], label: 'all' };
+    private readonly queue: DrawQueue;
+
+    constructor(run: Run, labels: Labels, whenSeenDrawn: () => void) {
+        const look: Look = defaultLook(run.facts.Settings.ZThreshold || 2.5);
+        const extent = extentOfMask(run);
+        this.cards = run.components.map((component) => new Card(run, component, labels));
+        this.shown = this.cards;
+        this.queue = new DrawQueue((card) => card.draw(look, extent), whenSeenDrawn);
+        const observer = new IntersectionObserver((entries) => {
+            for (const { target, isIntersecting } of entries) {
+                const card = this.cards.find((candidate) => candidate.element === target)!;
+                if (isIntersecting) this.queue.inSight(card);
+                else this.queue.outOfSight(card);
+            }
+            this.queue.start();
+        }, { rootMargin: '200px' });
+        for (const card of this.cards) observer.observe(card.element);
+        this.queue.later(this.cards);
+
+        labels.onChange(() => {
+            for (const card of this.cards) card.refreshLabel();
+            if (this.selection.sort === 'label' || this.selection.label !== 'all') this.refresh(run, labels);
+        });
+        onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.drawCurves()));
+        this.element = h('section', { class: 'gallery', 'aria-labelledby': 'gallery-title' },
+            h('div', { class: 'gallery-head' }, h('h2', { id: 'gallery-title' }, 'Components'), labelBar(run, labels)),
+            galleryControls(this.selection, this.count, () => this.refresh(run, labels)),
+            this.grid);
+        this.refresh(run, labels);
+    }
+
+    private refresh(run: Run, labels: Labels): void {
+        const { sort } = this.selection;
+        this.shown = select(run.components, this.selection, labels).map((component) => this.cards[component.index]);
+        for (const card of this.cards) card.showValue(typeof sort === 'number' ? sort : null);
+        this.grid.replaceChildren(...this.shown.map((card) => card.element));
+        const all = this.cards.length;
+        this.count.textContent = this.shown.length === all
+            ? plural(all, 'component') : `${this.shown.length} of ${plural(all, 'component')}`;
+        if (this.shown.length === 0) this.grid.append(h('p', { class: 'empty' }, 'No component passes these filters.'));
+    }
+}

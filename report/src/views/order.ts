@@ -1,0 +1,49 @@
+import { METRICS } from '../data/metrics';
+import type { Component } from '../data/run';
+import { type Label, LABELS, type Labels } from '../labels/labels';
+
+/** What the gallery is sorted by: the order of extraction, a parameter by its position, or the label. */
+export type SortKey = 'order' | 'label' | number;
+
+export interface Filter {
+    metric: number;
+    least: number; // -Infinity: no lower limit
+    most: number;
+}
+
+export interface Selection {
+    sort: SortKey;
+    falling: boolean;
+    filters: Filter[];
+    label: Label | 'none' | 'all';
+}
+
+export const SORT_OPTIONS: { value: string; title: string }[] = [
+    { value: 'order', title: 'Order of extraction' },
+    ...METRICS.map((metric, i) => ({ value: String(i), title: metric.title })),
+    { value: 'label', title: 'Label' },
+];
+
+/** The components that pass every filter, in the wanted order; those without a number come last. */
+export function select(components: Component[], selection: Selection, labels: Labels): Component[] {
+    const { sort, falling, filters, label } = selection;
+    const passes = (component: Component): boolean => {
+        const own = labels.get(component.name).label;
+        if (label !== 'all' && (label === 'none' ? own !== null : own !== label)) return false;
+        return filters.every(({ metric, least, most }) => {
+            const value = component.values[metric];
+            return (least === -Infinity || value >= least) && (most === Infinity || value <= most);
+        });
+    };
+    const rank = (component: Component): number => {
+        if (sort === 'order') return component.index;
+        if (sort !== 'label') return component.values[sort];
+        const at = LABELS.findIndex((entry) => entry.label === labels.get(component.name).label);
+        return at < 0 ? NaN : at;
+    };
+    return components.filter(passes).sort((a, b) => {
+        const [x, y] = [rank(a), rank(b)];
+        if (Number.isNaN(x) || Number.isNaN(y)) return Number(Number.isNaN(x)) - Number(Number.isNaN(y)) || a.index - b.index;
+        return (falling ? y - x : x - y) || a.index - b.index;
+    });
+}

@@ -1,0 +1,26 @@
+import type { Run } from '../data/run';
+import { h } from '../dom';
+import type { Labels } from '../labels/labels';
+import { Gallery } from './gallery';
+import { summary } from './summary';
+import type { View } from './view';
+
+/** The first thing that is seen: the summary of the run, and all components below it. */
+export class Overview implements View {
+    readonly element: HTMLElement;
+    readonly gallery: Gallery;
+    private scroll = 0;
+
+    constructor(run: Run, labels: Labels, whenDrawn: () => void) {
+        this.gallery = new Gallery(run, labels, whenDrawn);
+        this.element = h('main', { class: 'view overview' }, summary(run), this.gallery.element);
+    }
+
+    enter(): void {
+        scrollTo(0, this.scroll); // back to the card that one came from
+    }
+
+    leave(): void {
+        this.scroll = scrollY;
+    }
+}

@@ -1,0 +1,55 @@
+import { h } from '../dom';
+import { ChartBox } from '../charts/chart';
+import { showEigenvalues } from '../charts/eigenvalue_chart';
+import { edges } from '../data/affine';
+import type { Run } from '../data/run';
+import { duration, grouped, short } from '../numbers';
+import { notesOf, warningsOf } from './warnings';
+
+function tile(value: string, unit: string, name: string, detail = ''): HTMLElement {
+    return h('div', { class: 'tile' },
+        h('dt', {}, name),
+        h('dd', {}, h('span', { class: 'tile-value' }, value), unit && h('span', { class: 'tile-unit' }, ` ${unit}`),
+            detail && h('span', { class: 'tile-detail' }, detail)));
+}
+
+export function seedOf(run: Run): string | null {
+    const seed = run.facts.Seed ?? run.facts.Settings.Seed;
+    return seed === undefined || seed === null ? null : String(seed);
+}
+
+function tiles(run: Run): HTMLElement {
+    const { facts } = run;
+    const { Input: input, Settings: settings, ElapsedSeconds: elapsed } = facts;
+    const mm = edges(run.grid.affine).map((edge) => short(edge)).join(' \u00d7 ');
+    const seed = seedOf(run);
+    const kept = facts.RetainedVariancePercent;
+    return h('dl', { class: 'tiles' },
+        tile(String(facts.ComponentsFound), `of ${settings.Components}`, 'Components found'),
+        tile(kept === null ? 'n/a' : kept.toFixed(1), '%', 'Variance kept',
+            `eigenvalues ${settings.FirstEigenvalue} to ${settings.LastEigenvalue}`),
+        tile(grouped(run.voxelsInside), '', 'Voxels', `of ${input.Size.join(' \u00d7 ')}, ${mm} mm`),
+        tile(grouped(input.Volumes), '', 'Volumes', duration(input.Volumes * run.trSeconds)),
+        tile(short(run.trSeconds, 4), 's', 'Repetition time'),
+        tile(duration(elapsed.Total), '', 'Run time', `${(facts.PeakMemoryBytes / 2 ** 20).toFixed(0)} MiB at most`),
+        seed !== null && tile(seed, '', 'Seed', 'the same seed gives the same maps'),
+        tile(facts.GeneratedBy.Plugin.Version, '', 'Plug-in version', `znica ${facts.GeneratedBy.Version}`));
+}
+
+/** What was done and how it went, on one screen. */
+export function summary(run: Run): HTMLElement {
+    const eigenvalues = new ChartBox('eigenvalues');
+    showEigenvalues(eigenvalues, run.facts);
+    const warnings = warningsOf(run);
+    const notes = notesOf(run);
+    return h('section', { class: 'summary', 'aria-labelledby': 'summary-title' },
+        h('h2', { id: 'summary-title', class: 'visually-hidden' }, 'Summary of the run'),
+        h('div', { class: 'panel summary-facts' },
+            tiles(run),
+            h('p', { class: 'summary-input' }, h('span', {}, 'Input '), h('code', {}, run.facts.Input.File)),
+            warnings.length > 0 && h('ul', { class: 'warnings', 'aria-label': 'Warnings' },
+                ...warnings.map((text) => h('li', {}, text))),
+            notes.length > 0 && h('p', { class: 'notes' }, notes.join(' '))),
+        h('figure', { class: 'panel summary-eigenvalues' },
+            h('figcaption', {}, 'Eigenvalues of the temporal covariance'), eigenvalues.element));
+}

@@ -1,0 +1,49 @@
+#include "headless/report/mean_image.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+namespace zn {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(MeanImage, IsTheMeanOverTheVolumesOfEveryVoxel) {
+    TimeSeries series;
+    series.voxels = 2;
+    series.volumes = 3;
+    series.shorts.reset(new std::int16_t[6]{1, 2, 6, -4, -4, -4}); // voxel after voxel
+    EXPECT_THAT(meanImage(series), ElementsAre(3.0f, -4.0f));
+}
+
+TEST(MeanImage, TakesSinglePrecisionAsWell) {
+    TimeSeries series;
+    series.voxels = 2;
+    series.volumes = 2;
+    series.floats.reset(new float[4]{0.25f, 0.75f, 1.0f, std::nanf("")});
+    const auto mean = meanImage(series);
+    EXPECT_EQ(mean[0], 0.5f);
+    EXPECT_TRUE(std::isnan(mean[1]));
+}
+
+TEST(GreyLevels, RiseFromZeroToTheBrightTissue) {
+    std::vector<float> mean(1000, 200.0f);
+    mean[0] = 100.0f;
+    mean[1] = 0.0f;
+    mean[2] = -5.0f;
+    mean[3] = 5000.0f; // a single bright voxel does not darken the rest
+    const auto levels = greyLevels(mean);
+    EXPECT_EQ(levels[0], 128); // half of 255, rounded
+    EXPECT_EQ(levels[1], 0);
+    EXPECT_EQ(levels[2], 0);
+    EXPECT_EQ(levels[3], 255);
+    EXPECT_EQ(levels[4], 255);
+}
+
+TEST(GreyLevels, AreBlackWhereThereIsNoNumber) {
+    EXPECT_THAT(greyLevels({std::nanf(""), 0.0f, INFINITY}), ElementsAre(0, 0, 0));
+}
+
+} // namespace
+} // namespace zn

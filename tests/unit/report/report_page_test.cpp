@@ -1,0 +1,67 @@
+#include "headless/report/report_page.h"
+
+#include "headless/failure/failure.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <iterator>
+
+#include <unistd.h>
+
+namespace zn {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ReportPageTest : public testing::Test {
+protected:
+    ReportPageTest() : folder(fs::temp_directory_path() / ("report-page-" + std::to_string(getpid()))) {
+        fs::create_directories(folder);
+    }
+    ~ReportPageTest() override { fs::remove_all(folder); }
+
+    fs::path file(const char* name, const std::string& text) {
+        std::ofstream(folder / name) << text;
+        return folder / name;
+    }
+    static std::string textOf(const fs::path& path) {
+        std::ifstream stream(path);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    fs::path folder;
+};
+
+TEST_F(ReportPageTest, PutsBlocksInThePlaceForTheData) {
+    ReportPage page(file("template.html", "<body><!-- the data of the run --></body>"));
+    page.add("mask", std::string_view("abc"));
+    page.write(folder / "report.html");
+    const std::string text = textOf(folder / "report.html");
+    EXPECT_THAT(text, StartsWith("<body><script type=\"text/plain\" data-block=\"mask\">H4sI")); // gzip in base64
+    EXPECT_THAT(text, EndsWith("</script>\n</body>"));
+}
+
+TEST_F(ReportPageTest, LeavesNothingBehindWhereItCannotBeWritten) {
+    const ReportPage page(file("template.html", "<!-- the data of the run -->"));
+    fs::create_directory(folder / "report.html"); // in the way
+    fs::create_directory(folder / "report.html/full");
+    EXPECT_THROW(page.write(folder / "report.html"), Failure);
+    EXPECT_FALSE(fs::exists(folder / "report.html.unfinished"));
+}
+
+TEST_F(ReportPageTest, RefusesATemplateWithoutAPlace) {
+    try {
+        ReportPage page(file("template.html", "<body></body>"));
+        FAIL() << "accepted";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.status(), ExitStatus::kOther);
+        EXPECT_THAT(failure.what(), HasSubstr("template.html is no template of a report"));
+    }
+}
+
+} // namespace
+} // namespace zn
