@@ -237,6 +237,28 @@ TEST_F(RunResult, EveryNonlinearityRunsToTheEnd) {
     }
 }
 
+TEST_F(RunResult, EveryNonlinearityFindsTheSourcesOfTheSampleThatIsAnalysedByDefault) {
+    const TemporaryFolder place;
+    const std::string stem = (place / "sample/sub-sim_task-blocks_").string();
+    ASSERT_EQ(znica({"simulate", "--out", (place / "sample").string()}).status, 0);
+    for (const char* name : {"tanh", "gauss", "cube"}) {
+        const std::string out = (place / name).string();
+        const CommandResult other =
+            znica({"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz", "--components", "9",
+                   "--nonlinearity", name, "--seed", "1", "--no-clustering", "--no-report", "--out", out});
+        ASSERT_EQ(other.status, 0) << other.err;
+        std::istringstream lines(znica({"score", out, "--truth", (place / "sample").string()}).out);
+        std::string line;
+        std::getline(lines, line); // the header
+        int sources = 0;
+        while (std::getline(lines, line) && !line.starts_with("lowest")) {
+            EXPECT_GT(std::stod(line.substr(line.find_last_of(' '))), 0.95) << name << ": " << line;
+            ++sources;
+        }
+        EXPECT_EQ(sources, 8);
+    }
+}
+
 TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
     // The 20 largest directions of white noise are alike in all but chance: thirty iterations do not suffice for all.
     NiftiBytes noise;
