@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <regex>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -55,7 +54,9 @@ TEST(Usage, TheBashCompletionCompletesCommandsAndOptions) {
     const auto completed = [&](const std::string& words, int position) {
         const std::string ask = script + "\nCOMP_WORDS=(" + words + ") COMP_CWORD=" + std::to_string(position) +
                                 "; _znica; echo \"${COMPREPLY[*]}\"";
-        FILE* bash = popen(("bash -c '" + std::regex_replace(ask, std::regex("'"), "'\\''") + "'").c_str(), "r");
+        std::string quoted; // for the shell: a quote ends the text, stands escaped, and begins it again
+        for (const char c : ask) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+        FILE* bash = popen(("bash -c '" + quoted + "'").c_str(), "r");
         char line[4096] = "";
         const char* read = std::fgets(line, sizeof line, bash);
         pclose(bash);
