@@ -97,9 +97,9 @@ protected:
     }
     CommandResult run(const std::string& out, const std::vector<std::string>& options,
                       const Surroundings& surroundings = {}) {
-        std::vector<std::string> arguments = {"run",          (folder / "s/sub-sim_task-blocks_bold.nii.gz").string(),
-                                              "--components", "2",
-                                              "--out",        out.front() == '/' ? out : (folder / out).string()};
+        std::vector<std::string> arguments = {
+            "run",   (folder / "s/sub-sim_task-blocks_bold.nii.gz").string(), "--components", "2", "--seed", "1",
+            "--out", out.front() == '/' ? out : (folder / out).string()};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return znica(arguments, surroundings);
     }

@@ -21,10 +21,11 @@ protected:
     }
     static void TearDownTestSuite() { delete folder; }
 
+    // Three components of this sample are found from any start: a run without a seed never gives up.
     static void run(const std::string& name, std::vector<std::string> options) {
         const std::string stem = (*folder / "s/sub-sim_task-blocks_").string();
         options.insert(options.begin(), {"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz",
-                                         "--components", "6", "--no-clustering", "--out", (*folder / name).string()});
+                                         "--components", "3", "--no-clustering", "--out", (*folder / name).string()});
         const CommandResult result = znica(options);
         ASSERT_EQ(result.status, 0) << result.err;
     }

@@ -27,10 +27,10 @@ protected:
     static void SetUpTestSuite() {
         folder = new TemporaryFolder;
         ASSERT_EQ(znica({"simulate", "--size", "tiny", "--sources", "4", "--out", sample("")}).status, 0);
-        run = new CommandResult(
-            znica({"run", sample("bold.nii.gz"), "--mask", sample("desc-brain_mask.nii.gz"), "--components", "6",
-                   "--design", sample("desc-task_design.tsv"), "--rois", sample("desc-sources_dseg.nii.gz"),
-                   "--roi-names", sample("desc-sources_dseg.tsv"), "--label", "S01", "--out", result("")}));
+        run = new CommandResult(znica(
+            {"run", sample("bold.nii.gz"), "--mask", sample("desc-brain_mask.nii.gz"), "--components", "6", "--design",
+             sample("desc-task_design.tsv"), "--rois", sample("desc-sources_dseg.nii.gz"), "--roi-names",
+             sample("desc-sources_dseg.tsv"), "--label", "S01", "--seed", "1", "--out", result("")}));
     }
     static void TearDownTestSuite() {
         delete run;
@@ -232,7 +232,7 @@ TEST_F(RunResult, EveryNonlinearityRunsToTheEnd) {
     for (const char* name : {"gauss", "cube"}) {
         const CommandResult other =
             znica({"run", sample("bold.nii.gz"), "--mask", sample("desc-brain_mask.nii.gz"), "--components", "5",
-                   "--nonlinearity", name, "--no-clustering", "--out", (*folder / name).string()});
+                   "--nonlinearity", name, "--seed", "1", "--no-clustering", "--out", (*folder / name).string()});
         EXPECT_EQ(other.status, 0) << other.err;
     }
 }
@@ -270,8 +270,9 @@ TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
         noise.append(static_cast<std::int16_t>(sum));
     }
     writeFile(*folder / "noise.nii", noise.bytes());
-    const CommandResult gaveUp = znica({"run", (*folder / "noise.nii").string(), "--components", "20",
-                                        "--max-iterations", "30", "--out", (*folder / "gave-up").string()});
+    const CommandResult gaveUp =
+        znica({"run", (*folder / "noise.nii").string(), "--components", "20", "--max-iterations", "30", "--seed", "1",
+               "--out", (*folder / "gave-up").string()});
     ASSERT_EQ(gaveUp.status, 4) << gaveUp.err << gaveUp.out;
     if (std::filesystem::exists(*folder / "gave-up")) {
         const json status = json::parse(textOf(*folder / "gave-up/status.json"));
@@ -290,7 +291,7 @@ TEST_F(RunResult, NamesMayHoldBlanksAndForeignLetters) {
     std::filesystem::create_directory(odd);
     writeFile(odd / "Scan \xE8\x84\xB3.nii", plainSeries(24).bytes());
     const CommandResult named =
-        znica({"run", "Scan \xE8\x84\xB3.nii", "--components", "1", "--out", "Aus gabe"}, {odd, {}, {}});
+        znica({"run", "Scan \xE8\x84\xB3.nii", "--components", "1", "--seed", "1", "--out", "Aus gabe"}, {odd, {}, {}});
     EXPECT_EQ(named.status, 0) << named.err;
     EXPECT_TRUE(std::filesystem::exists(odd / "Aus gabe" / "Scan \xE8\x84\xB3_desc-ICA_components.nii.gz"));
 }
@@ -298,8 +299,8 @@ TEST_F(RunResult, NamesMayHoldBlanksAndForeignLetters) {
 TEST_F(RunResult, EveryNumericTypeOfTheSameValuesGivesTheSameEigenvalues) {
     const auto eigenvalues = [&](const NiftiBytes& image, const std::string& name) {
         writeFile(*folder / (name + ".nii"), image.bytes());
-        const CommandResult typed = znica(
-            {"run", (*folder / (name + ".nii")).string(), "--components", "1", "--out", (*folder / name).string()});
+        const CommandResult typed = znica({"run", (*folder / (name + ".nii")).string(), "--components", "1", "--seed",
+                                           "1", "--out", (*folder / name).string()});
         EXPECT_EQ(typed.status, 0) << name << typed.err;
         return json::parse(textOf(*folder / name / (name + "_desc-ICA_decomposition.json")))["Eigenvalues"];
     };
