@@ -43,8 +43,13 @@ void sumContrast(Nonlinearity nonlinearity, const double* z, int dimension, int 
     for (int first = 0; first < voxels; first += kBlock) {
         const int count = std::min(kBlock, voxels - first);
         apply(y + first, count, slopes);
+        const double* row = z + first;
+        const double* nextBlock = count == kBlock ? row + kBlock : row;
         for (int k = 0; k < dimension; ++k) {
-            addProducts(z + static_cast<long long>(k) * voxels + first, y + first, count, partial.row(k));
+            // The memory's own foresight ends where a block of a row does.
+            const double* next = k + 1 < dimension ? row + voxels : nextBlock;
+            addProducts(row, next, y + first, count, partial.row(k));
+            row = next;
         }
     }
     for (int k = 0; k < dimension; ++k) sums[k] = addUp(partial.row(k));

@@ -153,11 +153,12 @@ template <int lanes> void gaussianKernel(double* y, int count, double* slopes) {
     apply<gaussianContrast>(y, count, slopes);
 }
 
-template <int lanes> void productKernel(const double* z, const double* g, int count, double* sums) {
+template <int lanes> void productKernel(const double* z, const double* next, const double* g, int count, double* sums) {
     Lanes partial[kParts];
     for (int i = 0; i < kParts; ++i) partial[i] = load(sums + i * kLanes);
     int v = 0;
     for (; v + kPartialSums <= count; v += kPartialSums) {
+        __builtin_prefetch(next + v); // eight numbers are one cache line
         for (int i = 0; i < kParts; ++i) partial[i] += load(z + v + i * kLanes) * load(g + v + i * kLanes);
     }
     for (int i = 0; i < kParts; ++i) store(partial[i], sums + i * kLanes);
@@ -174,7 +175,7 @@ template <int lanes> void expOnlyKernel(double* x, int count) {
 
 template void tanhKernel<kLanes>(double*, int, double*);
 template void gaussianKernel<kLanes>(double*, int, double*);
-template void productKernel<kLanes>(const double*, const double*, int, double*);
+template void productKernel<kLanes>(const double*, const double*, const double*, int, double*);
 template void tanhOnlyKernel<kLanes>(double*, int);
 template void expOnlyKernel<kLanes>(double*, int);
 

@@ -18,7 +18,9 @@ template <int lanes> void tanhKernel(double* y, int count, double* slopes);
 template <int lanes> void gaussianKernel(double* y, int count, double* slopes);
 
 /// sums[i] += z[i] g[i] + z[i + 8] g[i + 8] + ..., for 0 <= i < kPartialSums.
-template <int lanes> void productKernel(const double* z, const double* g, int count, double* sums);
+///
+///   next   [0..count-1]   what is read after z: called into the cache meanwhile
+template <int lanes> void productKernel(const double* z, const double* next, const double* g, int count, double* sums);
 
 /// tanh and exp as the kernels compute them, for 0 <= i < count, in place.
 template <int lanes> void tanhOnlyKernel(double* x, int count);

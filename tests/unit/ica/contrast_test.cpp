@@ -181,8 +181,8 @@ TEST(ContrastKernels, GiveTheSameBitsForEveryWidthOfTheVectorUnits) {
         EXPECT_EQ(std::memcmp(slopesA, slopesB, sizeof slopesA), 0);
         double sumsA[kPartialSums] = {};
         double sumsB[kPartialSums] = {};
-        productKernel<2>(a.data(), b.data(), voxels, sumsA);
-        productKernel<4>(a.data(), b.data(), voxels, sumsB);
+        productKernel<2>(a.data(), a.data(), b.data(), voxels, sumsA);
+        productKernel<4>(a.data(), a.data(), b.data(), voxels, sumsB);
         EXPECT_EQ(std::memcmp(sumsA, sumsB, sizeof sumsA), 0);
     };
     compare(tanhKernel<2>, tanhKernel<4>);
