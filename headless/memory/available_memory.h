@@ -1,11 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 
 namespace zn {
 
-/// Bytes that the machine can give without swapping: MemAvailable of /proc/meminfo. Nothing where it is not told.
-std::optional<std::int64_t> availableMemoryBytes();
+/// Bytes that this process can still take without swapping: MemAvailable of /proc/meminfo, or what the process's
+/// control group (a container, a batch job) has left, whichever is less. Nothing where neither is told.
+///
+///   root   where /proc and /sys are looked for
+std::optional<std::int64_t> availableMemoryBytes(const std::filesystem::path& root = "/");
 
 } // namespace zn

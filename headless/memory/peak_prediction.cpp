@@ -25,7 +25,10 @@ std::int64_t predictedPeakBytes(const RunSize& size) {
     const double centring = 12.0 * v * t + 28.0 * v + templates;
     const double separation = 8.0 * v * t + 8.0 * v * n + 36.0 * v + templates;
     const double keeping = std::max(12.0 * v * n, 4.0 * v * n + 4.0 * g * n) + 20.0 * v + templates;
-    return static_cast<std::int64_t>(everywhere + std::max({reading, extraction, centring, separation, keeping}));
+    const double all = n * size.repeats;
+    const double repeats = size.repeats > 1 ? 8.0 * v * all + 4.0 * g * n + 16.0 * all * all : 0.0;
+    return static_cast<std::int64_t>(everywhere + repeats +
+                                     std::max({reading, extraction, centring, separation, keeping}));
 }
 
 } // namespace zn

@@ -13,6 +13,7 @@ struct RunSize {
     int bytesPerValue = 2; ///< of the functional data as the host keeps them: 2 or 4
     int storedBytes = 0;   ///< of a value in the file that has to be converted; 0: none has
     int regions = 0;
+    int repeats = 1; ///< runs of the plug-in
 };
 
 /// The most memory that a run will have in use at once, in bytes: the largest of the stages below, each on top of the
@@ -24,6 +25,8 @@ struct RunSize {
 ///   centring     12 V T + 28 V                the same data in double precision beside it
 ///   separation   8 V T + 8 V n + 36 V         whitened data; the plug-in's components one after another
 ///   maps         8 V T + 8 V n, then 12 V n, then 4 V n + 4 G n for the maps that are kept
+///   repeats      8 V n R + 4 G n + 16 (n R)^2 throughout when there are R > 1 runs: all their maps, and their
+///                correlations twice
 std::int64_t predictedPeakBytes(const RunSize& size);
 
 } // namespace zn

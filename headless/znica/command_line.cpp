@@ -113,6 +113,17 @@ void CommandLine::addRun() {
     run->footer(kRunExamples);
 }
 
+std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {
+    const std::string help = " (see znica --help)";
+    if (error.get_name() != "RequiredError" || !app.get_subcommands().empty()) return error.what() + help;
+    std::string commands;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        commands += (commands.empty() ? "" : ", ") + command->get_name();
+    }
+    if (count < 2) return "name a command: " + commands + help;
+    return std::string(arguments[1]) + " is not a command; the commands are " + commands + help;
+}
+
 void CommandLine::addSimulate() {
     SimulateOptions& o = simulateOptions;
     simulate = app.add_subcommand("simulate", "Make a brain-shaped sample with known sources.");

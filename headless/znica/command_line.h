@@ -36,6 +36,9 @@ struct CommandLine {
     CompareOptions compareOptions;
     std::filesystem::path reportFolder;
 
+    /// What the user is told about arguments that do not parse, in one sentence.
+    std::string complaint(const CLI::ParseError& error, int count, const char* const* arguments) const;
+
 private:
     void addRun();
     void addSimulate();

@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
         line.app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return line.app.exit(error); // help and version
-        return complain(ExitStatus::kUsage, std::string(error.what()) + " (see znica --help)");
+        return complain(ExitStatus::kUsage, line.complaint(error, argc, argv));
     }
     try {
         zn::watchInterrupts();

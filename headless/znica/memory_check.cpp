@@ -46,6 +46,7 @@ std::int64_t MemoryCheck::predictedBytes(std::int64_t voxels) const {
     size.bytesPerValue = shorts ? 2 : 4;
     size.storedBytes = shorts ? 0 : functional_.image->nbyper;
     size.regions = regions_;
+    size.repeats = options_.control.repeats;
     return predictedPeakBytes(size);
 }
 

@@ -63,6 +63,7 @@ RepeatFacts repeatRuns(const PluginLibrary& library, Session& session, const Run
     VolumeMaps first = std::move(session.maps);
     SessionEvents* const events = session.events;
     Collection all{analysedVoxels(first), {}, {}};
+    all.maps.reserve(all.chosen.size() * static_cast<std::size_t>(options.components() * options.control.repeats));
     all.add(first, 0);
     RepeatFacts facts{{seed}, {static_cast<int>(first.maps().size())}, {}, 0};
 

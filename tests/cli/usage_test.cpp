@@ -73,6 +73,13 @@ TEST(Usage, TheVersionIsToldOnDemand) {
     EXPECT_EQ(result.out, "znica " ZNICA_VERSION "\n");
 }
 
+TEST(Usage, AWrongCommandIsNamedBesideTheRightOnes) {
+    EXPECT_EQ(znica({"rum", "bold.nii"}).err,
+              "znica: rum is not a command; the commands are run, simulate, score, info, "
+              "compare, report (see znica --help)\n");
+    EXPECT_EQ(znica({}).err, "znica: name a command: run, simulate, score, info, compare, report (see znica --help)\n");
+}
+
 TEST(Usage, WrongArgumentsEndWithStatusTwoAndOneLine) {
     const std::vector<std::vector<std::string>> wrong = {
         {},

@@ -1,0 +1,77 @@
+#include "headless/memory/control_group.h"
+
+#include <algorithm>
+#include <fstream>
+#include <string>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The files of one version of the interface.
+struct Interface {
+    const char* mount;
+    const char* limit;
+    const char* usage;
+    const char* droppable; // line of memory.stat
+};
+constexpr Interface kFirst = {"sys/fs/cgroup/memory", "memory.limit_in_bytes", "memory.usage_in_bytes",
+                              "total_inactive_file"};
+constexpr Interface kSecond = {"sys/fs/cgroup", "memory.max", "memory.current", "inactive_file"};
+
+// Nothing for a file that is absent or says "max".
+std::optional<std::int64_t> numberIn(const fs::path& file) {
+    std::ifstream stream(file);
+    std::int64_t number = 0;
+    if (stream >> number) return number;
+    return std::nullopt;
+}
+
+std::int64_t statistic(const fs::path& file, const std::string& wanted) {
+    std::ifstream stream(file);
+    std::int64_t value = 0;
+    for (std::string name; stream >> name >> value;) {
+        if (name == wanted) return value;
+    }
+    return 0;
+}
+
+std::optional<std::int64_t> leftIn(const fs::path& group, const Interface& files) {
+    const auto limit = numberIn(group / files.limit);
+    const auto usage = numberIn(group / files.usage);
+    if (!limit || !usage) return std::nullopt;
+    const std::int64_t held = *usage - statistic(group / "memory.stat", files.droppable);
+    return std::max<std::int64_t>(*limit - held, 0);
+}
+
+// The least that is left in the group and in those around it. Inside a container the group's own path may be that of
+// the machine outside; then the top of the mount is the container's group.
+std::optional<std::int64_t> leftAlong(const fs::path& root, fs::path group, const Interface& files) {
+    std::optional<std::int64_t> least;
+    for (group = group.relative_path();; group = group.parent_path()) {
+        const auto left = leftIn(root / files.mount / group, files);
+        if (left && (!least || *left < *least)) least = left;
+        if (group.empty()) return least;
+    }
+}
+
+} // namespace
+
+std::optional<std::int64_t> controlGroupMemoryLeft(const fs::path& root) {
+    std::ifstream lines(root / "proc/self/cgroup"); // number:controllers:/path
+    for (std::string line; std::getline(lines, line);) {
+        const auto first = line.find(':');
+        const auto second = line.find(':', first == line.npos ? first : first + 1);
+        if (second == line.npos) continue;
+        const std::string controllers = "," + line.substr(first + 1, second - first - 1) + ",";
+        const fs::path group = line.substr(second + 1);
+        const bool memory = controllers.find(",memory,") != controllers.npos;
+        if (!memory && controllers != ",,") continue;
+        if (const auto left = leftAlong(root, group, memory ? kFirst : kSecond)) return left;
+    }
+    return std::nullopt;
+}
+
+} // namespace zn

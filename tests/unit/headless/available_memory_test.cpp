@@ -1,0 +1,100 @@
+// How much memory there is, told by made-up files of the system.
+#include "headless/memory/available_memory.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace zn {
+namespace {
+
+namespace fs = std::filesystem;
+
+class AvailableMemory : public testing::Test {
+protected:
+    AvailableMemory() : root(fs::temp_directory_path() / ("available-memory-" + std::to_string(getpid()))) {
+        fs::create_directories(root);
+    }
+    ~AvailableMemory() override { fs::remove_all(root); }
+
+    void write(const std::string& file, const std::string& text) const {
+        fs::create_directories((root / file).parent_path());
+        std::ofstream(root / file) << text;
+    }
+    // 1000 KiB of the machine are free.
+    void writeMachine() const {
+        write("proc/meminfo", "MemTotal:        9000 kB\nMemFree:          500 kB\nMemAvailable:    1000 kB\n");
+    }
+
+    fs::path root;
+};
+
+TEST_F(AvailableMemory, IsNotKnownWhereNothingIsTold) {
+    EXPECT_EQ(availableMemoryBytes(root), std::nullopt);
+}
+
+TEST_F(AvailableMemory, IsWhatTheMachineCanGiveWithoutSwapping) {
+    writeMachine();
+    EXPECT_EQ(availableMemoryBytes(root), 1000 * 1024);
+}
+
+TEST_F(AvailableMemory, IsBoundByWhatTheControlGroupHasLeft) {
+    writeMachine();
+    write("proc/self/cgroup", "0::/job/step\n");
+    write("sys/fs/cgroup/job/step/memory.max", "600000\n");
+    write("sys/fs/cgroup/job/step/memory.current", "200000\n");
+    EXPECT_EQ(availableMemoryBytes(root), 400000);
+}
+
+TEST_F(AvailableMemory, CountsFileContentsThatCanBeDroppedAsFree) {
+    write("proc/self/cgroup", "0::/job\n");
+    write("sys/fs/cgroup/job/memory.max", "600000\n");
+    write("sys/fs/cgroup/job/memory.current", "500000\n");
+    write("sys/fs/cgroup/job/memory.stat", "anon 100000\ninactive_file 300000\nactive_file 100000\n");
+    EXPECT_EQ(availableMemoryBytes(root), 400000);
+}
+
+TEST_F(AvailableMemory, IsBoundByAnOuterGroupToo) {
+    write("proc/self/cgroup", "0::/job/step\n");
+    write("sys/fs/cgroup/job/memory.max", "300000\n");
+    write("sys/fs/cgroup/job/memory.current", "200000\n");
+    write("sys/fs/cgroup/job/step/memory.max", "600000\n");
+    write("sys/fs/cgroup/job/step/memory.current", "200000\n");
+    EXPECT_EQ(availableMemoryBytes(root), 100000);
+}
+
+TEST_F(AvailableMemory, ReadsTheFirstVersionOfTheInterface) {
+    write("proc/self/cgroup", "5:cpu,cpuacct:/\n4:cpuset,memory:/batch\n");
+    write("sys/fs/cgroup/memory/batch/memory.limit_in_bytes", "800000\n");
+    write("sys/fs/cgroup/memory/batch/memory.usage_in_bytes", "100000\n");
+    EXPECT_EQ(availableMemoryBytes(root), 700000);
+}
+
+TEST_F(AvailableMemory, FindsAContainersGroupAtTheTopOfTheMount) {
+    write("proc/self/cgroup", "4:memory:/docker/0123456789\n");
+    write("sys/fs/cgroup/memory/memory.limit_in_bytes", "800000\n");
+    write("sys/fs/cgroup/memory/memory.usage_in_bytes", "100000\n");
+    EXPECT_EQ(availableMemoryBytes(root), 700000);
+}
+
+TEST_F(AvailableMemory, AGroupWithoutALimitSetsNone) {
+    writeMachine();
+    write("proc/self/cgroup", "0::/\n");
+    write("sys/fs/cgroup/memory.max", "max\n");
+    write("sys/fs/cgroup/memory.current", "200000\n");
+    EXPECT_EQ(availableMemoryBytes(root), 1000 * 1024);
+}
+
+TEST_F(AvailableMemory, AGroupThatIsOverItsLimitHasNothingLeft) {
+    write("proc/self/cgroup", "0::/job\n");
+    write("sys/fs/cgroup/job/memory.max", "100\n");
+    write("sys/fs/cgroup/job/memory.current", "200\n");
+    EXPECT_EQ(availableMemoryBytes(root), 0);
+}
+
+} // namespace
+} // namespace zn
