@@ -6,10 +6,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
-#include <thread>
-
 namespace zn::test {
 namespace {
 
@@ -73,26 +69,6 @@ TEST_F(EarlyEnd, APluginThatRefusesToStartSaysWhy) {
 TEST_F(EarlyEnd, APluginThatEndsTheProcessLeavesNoUnfinishedFolder) {
     EXPECT_EQ(runWish("exit").status, 1);
     expectNothingLeft();
-}
-
-TEST_F(EarlyEnd, AnInterruptEndsWithinASecondAndLeavesNothing) {
-    for (const auto& [signal, status] : {std::pair(SIGINT, 130), std::pair(SIGTERM, 143)}) {
-        RunningCommand running(arguments(), {{}, {"ZN_FAKE_PLUGIN=wait"}, {}});
-        const auto waiting = [&] {
-            for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path())) {
-                if (entry.path().filename() == "waiting.txt") return true;
-            }
-            return false;
-        };
-        for (int i = 0; i < 500 && !waiting(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        ASSERT_TRUE(waiting()) << "the plug-in never started";
-        const auto start = std::chrono::steady_clock::now();
-        const CommandResult result = running.end(signal);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
-        EXPECT_EQ(result.status, status);
-        EXPECT_EQ(result.err, "znica: interrupted; no result was written.\n");
-        expectNothingLeft();
-    }
 }
 
 TEST_F(EarlyEnd, TheFilesOfAFailedRunAreKeptOnDemandAndMarkedPartial) {

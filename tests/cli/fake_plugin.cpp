@@ -3,12 +3,9 @@
 #include "host/voi_records.h"
 #include "host/vtc_header.h"
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string>
-#include <thread>
 
 #include <dlfcn.h>
 
@@ -99,12 +96,6 @@ bool tellEverything() {
     return false;
 }
 
-bool waitForever() {
-    std::ofstream("waiting.txt") << "here\n";
-    log("waiting");
-    while (true) std::this_thread::sleep_for(std::chrono::seconds(1));
-}
-
 class FakePlugin : public TMPluginInterface {
 public:
     bool initPlugin() override {
@@ -123,7 +114,6 @@ public:
         }
         if (wish() == "none found") return log("// Plugin>  No components found. Exiting plugin."), true;
         if (wish() == "exit") std::exit(1);
-        if (wish() == "wait") return waitForever();
         if (wish() == "tell") return tellEverything();
         if (wish() == "unavailable") {
             host<void*()>("znPlotBars")();

@@ -1,0 +1,97 @@
+// A run that the user stops in the middle of the search for a component.
+#include "cli/command.h"
+#include "cli/files.h"
+#include "cli/nifti_bytes.h"
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zn::test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class Interrupt : public testing::Test {
+protected:
+    Interrupt() { writeFile(folder / "bold.nii", plainSeries(24).bytes()); }
+
+    // The real plug-in, with a criterion that no component ever meets.
+    std::vector<std::string> endlessRun() {
+        return {"run",
+                (folder / "bold.nii").string(),
+                "--components",
+                "6",
+                "--epsilon",
+                "1e-30",
+                "--max-iterations",
+                "100000000",
+                "--out",
+                (folder / "out").string()};
+    }
+    bool searching() {
+        std::error_code vanished;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.path(), vanished)) {
+            if (entry.path().filename() == "log.txt" &&
+                textOf(entry.path()).find("Running FastICA") != std::string::npos) {
+                return true;
+            }
+        }
+        return false;
+    }
+    // Interrupts a run that is under way, which then has a second to end.
+    CommandResult interrupted(const std::vector<std::string>& arguments, int signal) {
+        RunningCommand running(arguments, {});
+        for (int i = 0; i < 1000 && !searching(); ++i) std::this_thread::sleep_for(10ms);
+        EXPECT_TRUE(searching()) << "the search never started";
+        const auto start = std::chrono::steady_clock::now();
+        CommandResult result = running.end(signal);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
+        return result;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(Interrupt, EndsTheRunWithinASecondAndLeavesNothing) {
+    for (const auto& [signal, status] : {std::pair(SIGINT, 130), std::pair(SIGTERM, 143)}) {
+        const CommandResult result = interrupted(endlessRun(), signal);
+        EXPECT_EQ(result.status, status);
+        EXPECT_EQ(result.err, "znica: interrupted; no result was written.\n");
+        EXPECT_THAT(namesIn(folder.path()), ElementsAre("bold.nii"));
+    }
+}
+
+TEST_F(Interrupt, LeavesTheResultThatWasToBeReplaced) {
+    std::filesystem::create_directory(folder / "out");
+    writeFile(folder / "out/log.txt", "earlier");
+    auto arguments = endlessRun();
+    arguments.emplace_back("--force");
+    EXPECT_EQ(interrupted(arguments, SIGINT).status, 130);
+    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("log.txt"));
+    EXPECT_EQ(textOf(folder / "out/log.txt"), "earlier");
+}
+
+TEST_F(Interrupt, KeepsThePartialFilesOnDemandAndSaysWhere) {
+    auto arguments = endlessRun();
+    arguments.emplace_back("--keep-partial");
+    const CommandResult result = interrupted(arguments, SIGINT);
+    EXPECT_EQ(result.status, 130);
+    const std::string start = "znica: interrupted; no result was written. The partial files are in ";
+    ASSERT_THAT(result.err, StartsWith(start));
+    const std::filesystem::path kept = result.err.substr(start.size(), result.err.size() - start.size() - 2);
+    EXPECT_EQ(kept.parent_path(), folder.path());
+    EXPECT_THAT(textOf(kept / "status.json"), HasSubstr("\"partial\": true"));
+    EXPECT_THAT(textOf(kept / "status.json"), HasSubstr("130"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "out"));
+}
+
+} // namespace
+} // namespace zn::test
