@@ -236,10 +236,11 @@ class WholeRun : public testing::Test {
 protected:
     std::string sample(const std::string& size, int sources) {
         const std::string name = size + std::to_string(sources);
-        EXPECT_EQ(
-            znica({"simulate", "--size", size, "--sources", std::to_string(sources), "--out", (folder / name).string()})
-                .status,
-            0);
+        if (!std::filesystem::exists(folder / name)) {
+            const CommandResult made = znica(
+                {"simulate", "--size", size, "--sources", std::to_string(sources), "--out", (folder / name).string()});
+            EXPECT_EQ(made.status, 0) << made.err;
+        }
         return (folder / name / "sub-sim_task-blocks_bold.nii.gz").string();
     }
     TemporaryFolder folder;
@@ -277,10 +278,10 @@ TEST_F(WholeRun, ThePredictedMemoryIsTheMemoryUsed) {
 #if defined(__SANITIZE_ADDRESS__)
     GTEST_SKIP() << "the sanitizer's own memory would be measured";
 #endif
-    const std::vector<std::pair<std::string, std::string>> cases = {{"small", "1"}, {"medium", "1"}, {"medium", "20"}};
+    const std::vector<std::pair<std::string, std::string>> cases = {{"small", "1"}, {"small", "20"}, {"medium", "1"}};
     for (const auto& [size, repeats] : cases) {
         const auto out = folder / (size + repeats);
-        ASSERT_EQ(znica({"run", sample(size.c_str(), 4), "--components", "5", "--seed", "1", "--repeats", repeats,
+        ASSERT_EQ(znica({"run", sample(size, 4), "--components", "5", "--seed", "1", "--repeats", repeats,
                          "--no-clustering", "--out", out.string()})
                       .status,
                   0);
