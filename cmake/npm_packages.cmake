@@ -1,0 +1,14 @@
+# zn_npm_packages(stamp comment)
+#
+# Fetches what package-lock.json of the current folder lists, once and after each change of it, and sets `stamp` to the
+# file to depend on. npm writes that file when it is done.
+function(zn_npm_packages stamp comment)
+    set(modules ${CMAKE_CURRENT_SOURCE_DIR}/node_modules/.package-lock.json)
+    add_custom_command(OUTPUT ${modules}
+        COMMAND ${ZN_NPM} ci --ignore-scripts --no-audit --no-fund --loglevel=error
+        COMMAND ${CMAKE_COMMAND} -E touch ${modules}
+        DEPENDS package.json package-lock.json
+        WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+        COMMENT ${comment} VERBATIM)
+    set(${stamp} ${modules} PARENT_SCOPE)
+endfunction()
