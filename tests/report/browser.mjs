@@ -2,10 +2,11 @@
 import { existsSync, mkdirSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
+import { fileURLToPath } from 'node:url';
 import { chromium } from 'playwright-core';
 
 export const CHROMIUM = process.env.CHROMIUM ?? '/usr/bin/chromium';
-export const SCREENSHOTS = process.env.REPORT_SCREENSHOTS ?? join(import.meta.dirname, 'screenshots');
+export const SCREENSHOTS = process.env.REPORT_SCREENSHOTS ?? fileURLToPath(new URL('screenshots', import.meta.url));
 
 /** Why no browser test can run here, or false. In CI a missing browser is an error, not a reason. */
 export const missingBrowser = existsSync(CHROMIUM) || process.env.CI

@@ -5,6 +5,7 @@
 //   node made_up_run.mjs DIR COMPONENTS [small|medium|brain]
 import { mkdirSync, writeFileSync } from 'node:fs';
 import { argv } from 'node:process';
+import { fileURLToPath } from 'node:url';
 import { writeNifti } from './nifti.mjs';
 
 export const COLUMNS = ['dm_pred_max', 'dm_pred_index', 'rms', 'template_max_corr', 'template_voi_index',
@@ -125,4 +126,4 @@ export function makeRun(folder, options) {
     return folder;
 }
 
-if (argv[1] === import.meta.filename) makeRun(argv[2], { components: Number(argv[3]), grid: argv[4] });
+if (argv[1] === fileURLToPath(import.meta.url)) makeRun(argv[2], { components: Number(argv[3]), grid: argv[4] });

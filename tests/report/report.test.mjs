@@ -320,6 +320,25 @@ describe('the page', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('shows the stability over the repeats and sorts by it, where there were any', async () => {
+        const page = await openReport(browser, real.report);
+        await page.selectOption('#sort', { label: 'Stability over repeats (Iq)' });
+        const rising = [...real.metrics].sort((a, b) => a.stability_iq - b.stability_iq).map((row) => row.component);
+        assert.deepEqual(await cardNames(page), rising);
+        await showComponent(page, 'ICA_00', 'webgl2');
+        const text = await page.locator('td[data-metric=stability_iq]').textContent();
+        const [, index, runs, all] = /^Iq ([0-9.]+), in (\d) of (\d) runs$/.exec(text);
+        assert.ok(Math.abs(index - real.metrics[0].stability_iq) < 5e-4, text);
+        assert.deepEqual([runs, all], [real.metrics[0].stability_runs, '3']);
+        await page.close();
+
+        const once = await openReport(browser, thirty.report);
+        assert.equal(await once.locator('#sort option[value=stability]').count(), 0);
+        await showComponent(once, 'ICA_00', 'webgl2');
+        assert.equal(await once.locator('td[data-metric=stability_iq]').count(), 0);
+        await once.close();
+    });
+
     test('says in plain words what limits a run', async () => {
         const limited = madeUp('limited', { components: 3, asked: 5, trMilliseconds: 2500, design: false });
         const page = await openReport(browser, limited.report);

@@ -3,10 +3,11 @@ import { execFileSync } from 'node:child_process';
 import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
+import { fileURLToPath } from 'node:url';
 import { makeRun, STEM } from './made_up_run.mjs';
 import { readNifti } from './nifti.mjs';
 
-export const ZNICA = process.env.ZNICA ?? join(import.meta.dirname, '../../build/release/bin/znica');
+export const ZNICA = process.env.ZNICA ?? fileURLToPath(new URL('../../build/release/bin/znica', import.meta.url));
 const scratch = mkdtempSync(join(tmpdir(), 'znica-report-runs-'));
 process.on('exit', () => rmSync(scratch, { recursive: true, force: true }));
 
@@ -32,7 +33,7 @@ export function madeUp(name, options) {
     return described(folder, STEM);
 }
 
-/** A simulated sample through the whole command: simulate, run, report. */
+/** A simulated sample through the whole command: simulate, run with two repeats, report. */
 export function analysed() {
     const sample = join(scratch, 'sample');
     const folder = join(scratch, 'analysed');
@@ -40,6 +41,6 @@ export function analysed() {
     execFileSync(ZNICA, ['simulate', '--out', sample, '--size', 'small']);
     execFileSync(ZNICA, ['run', `${stem}bold.nii.gz`, '--mask', `${stem}desc-brain_mask.nii.gz`, '--components', '8',
         '--design', `${stem}desc-task_design.tsv`, '--rois', `${stem}desc-sources_dseg.nii.gz`, '--roi-names',
-        `${stem}desc-sources_dseg.tsv`, '--out', folder]);
+        `${stem}desc-sources_dseg.tsv`, '--seed', '1', '--repeats', '3', '--out', folder]);
     return described(folder, 'sub-sim_task-blocks');
 }

@@ -45,5 +45,6 @@ export interface ComponentFacts {
     Iterations?: number;
     Restarts?: number;
     ElapsedSeconds?: number;
-    StabilityIndex?: number | null;
+    StabilityIndex?: number | null; // Iq over the repeats; absent when there were none
+    StabilityRuns?: number; // in how many of them the component's cluster appears
 }

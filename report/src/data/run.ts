@@ -34,6 +34,11 @@ export interface Component {
     facts: ComponentFacts | undefined;
 }
 
+/** Whether the analysis was repeated, so that there is a stability to show. */
+export function isRepeated(component: Component): boolean {
+    return component.facts?.StabilityIndex !== undefined;
+}
+
 export interface Predictor {
     name: string;
     values: number[];

@@ -9,6 +9,7 @@ import type { Component, Run } from '../data/run';
 import { h } from '../dom';
 import { LABELS, type Labels } from '../labels/labels';
 import { fixed, short } from '../numbers';
+import type { SortKey } from './order';
 
 const MOSAIC_COLUMNS = 5;
 const MOSAIC_ROWS = 2;
@@ -48,12 +49,15 @@ export class Card {
         this.label.title = note;
     }
 
-    /** Shows the parameter that the gallery is sorted by; nothing for the order of extraction. */
-    showValue(metric: number | null): void {
+    /** Shows what the gallery is sorted by; the iterations where that is no number of its own. */
+    showValue(sort: SortKey): void {
         const { facts, cells, values } = this.component;
-        if (metric !== null) {
-            this.value.textContent = `${METRICS[metric].short} ${short(values[metric])}`;
-            this.value.title = cells[metric];
+        if (typeof sort === 'number') {
+            this.value.textContent = `${METRICS[sort].short} ${short(values[sort])}`;
+            this.value.title = cells[sort];
+        } else if (sort === 'stability') {
+            this.value.textContent = `Stability ${short(facts?.StabilityIndex ?? NaN)}`;
+            this.value.title = '';
         } else {
             this.value.textContent = facts?.Iterations === undefined ? '' : `${facts.Iterations} iterations`;
             this.value.title = '';

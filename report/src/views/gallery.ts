@@ -49,7 +49,7 @@ export class Gallery {
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.drawCurves()));
         this.element = h('section', { class: 'gallery', 'aria-labelledby': 'gallery-title' },
             h('div', { class: 'gallery-head' }, h('h2', { id: 'gallery-title' }, 'Components'), labelBar(run, labels)),
-            galleryControls(this.selection, this.count, () => this.refresh(run, labels)),
+            galleryControls(run.components, this.selection, this.count, () => this.refresh(run, labels)),
             this.grid);
         this.refresh(run, labels);
     }
@@ -57,7 +57,7 @@ export class Gallery {
     private refresh(run: Run, labels: Labels): void {
         const { sort } = this.selection;
         this.shown = select(run.components, this.selection, labels).map((component) => this.cards[component.index]);
-        for (const card of this.cards) card.showValue(typeof sort === 'number' ? sort : null);
+        for (const card of this.cards) card.showValue(sort);
         this.grid.replaceChildren(...this.shown.map((card) => card.element));
         const all = this.cards.length;
         this.count.textContent = this.shown.length === all

@@ -1,7 +1,8 @@
 import { METRICS } from '../data/metrics';
+import type { Component } from '../data/run';
 import { h } from '../dom';
 import { LABELS } from '../labels/labels';
-import { type Filter, type Selection, SORT_OPTIONS } from './order';
+import { type Filter, type Selection, sortKey, sortOptions } from './order';
 
 function options(list: { value: string; title: string }[]): HTMLOptionElement[] {
     return list.map(({ value, title }) => h('option', { value }, title));
@@ -28,11 +29,12 @@ function filterRow(filter: Filter, changed: () => void, removed: () => void): HT
 }
 
 /** Sorting and filters of the gallery; calls back after every change of the selection. */
-export function galleryControls(selection: Selection, count: HTMLElement, changed: () => void): HTMLElement {
+export function galleryControls(components: Component[], selection: Selection, count: HTMLElement,
+    changed: () => void): HTMLElement {
     const sort = h('select', { id: 'sort', onchange: () => {
-        selection.sort = sort.value === 'order' || sort.value === 'label' ? sort.value : Number(sort.value);
+        selection.sort = sortKey(sort.value);
         changed();
-    } }, ...options(SORT_OPTIONS));
+    } }, ...options(sortOptions(components)));
     const direction = h('button', { type: 'button', class: 'button button-icon', id: 'direction', onclick: () => {
         selection.falling = !selection.falling;
         describe();

@@ -1,9 +1,9 @@
 import { METRICS } from '../data/metrics';
-import type { Component } from '../data/run';
+import { type Component, isRepeated } from '../data/run';
 import { type Label, LABELS, type Labels } from '../labels/labels';
 
-/** What the gallery is sorted by: the order of extraction, a parameter by its position, or the label. */
-export type SortKey = 'order' | 'label' | number;
+/** What the gallery is sorted by: the order of extraction, a parameter by its position, the label, or the stability. */
+export type SortKey = 'order' | 'label' | 'stability' | number;
 
 export interface Filter {
     metric: number;
@@ -18,11 +18,19 @@ export interface Selection {
     label: Label | 'none' | 'all';
 }
 
-export const SORT_OPTIONS: { value: string; title: string }[] = [
-    { value: 'order', title: 'Order of extraction' },
-    ...METRICS.map((metric, i) => ({ value: String(i), title: metric.title })),
-    { value: 'label', title: 'Label' },
-];
+/** By value as in the list; the stability only where the analysis was repeated. */
+export function sortOptions(components: Component[]): { value: string; title: string }[] {
+    return [
+        { value: 'order', title: 'Order of extraction' },
+        ...METRICS.map((metric, i) => ({ value: String(i), title: metric.title })),
+        ...(components.some(isRepeated) ? [{ value: 'stability', title: 'Stability over repeats (Iq)' }] : []),
+        { value: 'label', title: 'Label' },
+    ];
+}
+
+export function sortKey(value: string): SortKey {
+    return value === 'order' || value === 'label' || value === 'stability' ? value : Number(value);
+}
 
 /** The components that pass every filter, in the wanted order; those without a number come last. */
 export function select(components: Component[], selection: Selection, labels: Labels): Component[] {
@@ -37,6 +45,7 @@ export function select(components: Component[], selection: Selection, labels: La
     };
     const rank = (component: Component): number => {
         if (sort === 'order') return component.index;
+        if (sort === 'stability') return component.facts?.StabilityIndex ?? NaN;
         if (sort !== 'label') return component.values[sort];
         const at = LABELS.findIndex((entry) => entry.label === labels.get(component.name).label);
         return at < 0 ? NaN : at;

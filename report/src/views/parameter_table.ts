@@ -1,5 +1,5 @@
 import { FINGERPRINT, FINGERPRINT_START, METRICS } from '../data/metrics';
-import type { Component, Run } from '../data/run';
+import { type Component, isRepeated, type Run } from '../data/run';
 import { h } from '../dom';
 import { short } from '../numbers';
 
@@ -20,6 +20,15 @@ export function fingerprintTable(run: Run, shown: Component[]): HTMLElement {
             ...shown.map((component) => cell(component, FINGERPRINT_START + i))))));
 }
 
+/** How alike the component comes back from other starts. */
+function stabilityRow(run: Run, shown: Component[]): HTMLElement {
+    const { Runs } = run.facts.Repeats ?? {};
+    return h('tr', {},
+        h('th', { scope: 'row', title: 'Himberg et al. 2004: 1 means that all runs found the same component' }, 'Stability'),
+        ...shown.map(({ facts }) => h('td', { 'data-metric': 'stability_iq' },
+            `Iq ${short(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${Runs} runs`)));
+}
+
 /** What the component matches, by name: the best predictor, the best region, and the spread of the time course. */
 export function matchTable(run: Run, shown: Component[]): HTMLElement {
     const named = (component: Component, metric: number, name: string | null, number: number): HTMLElement => {
@@ -37,5 +46,6 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
         h('tbody', {},
             row('Design matrix', 0, (component) => named(component, 0, component.predictor, 1)),
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
-            row('RMS', 2, (component) => cell(component, 2))));
+            row('RMS', 2, (component) => cell(component, 2)),
+            ...(shown.some(isRepeated) ? [stabilityRow(run, shown)] : [])));
 }
