@@ -4,7 +4,7 @@
 need_packages() {
     missing=""
     for package in "$@"; do
-        status=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)
+        status=$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null) || status=unknown
         [ "$status" = installed ] || missing="$missing $package"
     done
     [ -n "$missing" ] || return 0
