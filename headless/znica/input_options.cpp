@@ -29,6 +29,13 @@ void setComponents(RunOptions& options, const std::string& text) {
     options.lastEigenvalue = count;
 }
 
+// Empty for a time that can be meant. Milliseconds are the usual slip.
+std::string repetitionTimeComplaint(const std::string& text) {
+    double seconds = 0.0;
+    if (CLI::detail::lexical_cast(text, seconds) && seconds >= 0.001 && seconds <= 20.0) return "";
+    return text + " is not a repetition time; give seconds from 0.001 to 20 (2000 ms are 2)";
+}
+
 } // namespace
 
 CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
@@ -44,7 +51,7 @@ CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
         ->check(CLI::Range(0, 1000000).description(""))
         ->type_name("N");
     run.add_option("--tr", o.secondsPerVolume, "seconds from volume to volume (JSON beside BOLD, header)")
-        ->check(CLI::Range(0.001, 20.0).description(""))
+        ->check(repetitionTimeComplaint)
         ->type_name("SECONDS");
     run.add_option("--memory", o.memoryGib, "refuse a run that needs more (what is free)")
         ->check(CLI::PositiveNumber.description(""))

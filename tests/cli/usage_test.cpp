@@ -80,6 +80,16 @@ TEST(Usage, AWrongCommandIsNamedBesideTheRightOnes) {
     EXPECT_EQ(znica({}).err, "znica: name a command: run, simulate, score, info, compare, report (see znica --help)\n");
 }
 
+TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithTheWayOut) {
+    for (const std::string time : {"2000", "0", "20.5", "two", "nan"}) {
+        const CommandResult result = znica({"run", "bold.nii", "--out", "o", "--tr", time});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.err, "znica: --tr: " + time +
+                                  " is not a repetition time; give seconds from 0.001 to 20 "
+                                  "(2000 ms are 2) (see znica --help)\n");
+    }
+}
+
 TEST(Usage, WrongArgumentsEndWithStatusTwoAndOneLine) {
     const std::vector<std::vector<std::string>> wrong = {
         {},
