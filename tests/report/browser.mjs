@@ -36,7 +36,7 @@ export async function openBrowser(renderer) {
     };
 }
 
-/** Opens a report from disk and waits until the cards in sight are drawn. `page.complaints` collects what went wrong. */
+/** Opens a report from disk, `at` a view if not the overview, and waits until that or the cards in sight are drawn. `page.complaints` collects what went wrong. */
 export async function openReport(browser, file, settings = {}) {
     const page = await browser.context.newPage();
     page.complaints = [];
@@ -49,8 +49,8 @@ export async function openReport(browser, file, settings = {}) {
     page.on('websocket', (socket) => page.requests.push(socket.url()));
     if (settings.viewport) await page.setViewportSize(settings.viewport);
     await page.emulateMedia({ colorScheme: settings.dark ? 'dark' : 'light' });
-    await page.goto(`file://${file}`);
-    await page.locator('.card[data-drawn]').first().waitFor();
+    await page.goto(`file://${file}${settings.at ?? ''}`);
+    await page.locator(settings.at ? 'body[data-shown]' : '.card[data-drawn]').first().waitFor();
     return page;
 }
 

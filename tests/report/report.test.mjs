@@ -320,6 +320,25 @@ describe('the page', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('draws the cards of the overview as large after other views as without', async () => {
+        const page = await openReport(browser, thirty.report, { at: '#/component/ICA_04' });
+        const away = () => page.waitForTimeout(1500); // in which the cards would be drawn if they were in the page
+        const allDrawn = async () => {
+            await page.evaluate(() => { location.hash = '#/'; });
+            await page.waitForFunction(() => {
+                const pictures = [...document.querySelectorAll('.card[data-drawn] canvas')];
+                return pictures.length === 90 && pictures.every(({ width }) => width > 30);
+            }, null, { timeout: 20000 });
+        };
+        await away();
+        await allDrawn();
+        await showComponent(page, 'ICA_05', 'webgl2');
+        await page.getByRole('button', { name: /colours$/ }).click();
+        await away();
+        await allDrawn();
+        await page.close();
+    });
+
     test('shows the stability over the repeats and sorts by it, where there were any', async () => {
         const page = await openReport(browser, real.report);
         await page.selectOption('#sort', { label: 'Stability over repeats (Iq)' });

@@ -64,8 +64,18 @@ export class Card {
         }
     }
 
-    /** The curves, which need no map. */
-    drawCurves(): void {
+    /** Whether the card stands in the page and has a size; pictures drawn without one would stay empty. */
+    hasPlace(): boolean {
+        return this.mosaic.clientWidth > 0;
+    }
+
+    /** Draws the curves, which need no map, in the colours of now; later if the card has no place now. */
+    recolour(): void {
+        if (this.hasPlace()) this.drawCurves();
+        else this.drawn = false;
+    }
+
+    private drawCurves(): void {
         this.fit(this.course);
         this.fit(this.glyph);
         const predictor = matchedPredictor(this.run, this.component);
@@ -77,6 +87,10 @@ export class Card {
         this.drawn = true;
         this.drawCurves();
         const map = await this.run.maps.get(this.component.index);
+        if (!this.hasPlace()) { // the reader went to another view meanwhile
+            this.drawn = false;
+            return;
+        }
         this.fit(this.mosaic);
         drawMosaic(this.mosaic, this.run, map, look, extent, MOSAIC_COLUMNS, MOSAIC_ROWS);
         this.element.dataset.drawn = 'true';

@@ -2,7 +2,8 @@ import type { Card } from './card';
 
 /**
  * Draws cards one after another: first the ones in sight, then, while the browser has nothing else to do, the rest, so
- * that scrolling and printing find them ready. Between two cards the page can react.
+ * that scrolling and printing find them ready. Between two cards the page can react. Cards that are not in the page,
+ * because a filter keeps them out or another view is shown, wait until they are.
  */
 export class DrawQueue {
     private seen: Card[] = [];
@@ -37,14 +38,14 @@ export class DrawQueue {
         for (;;) {
             const urgent = this.seen.shift();
             if (urgent) {
-                if (!urgent.drawn) await this.draw(urgent);
+                if (!urgent.drawn && urgent.hasPlace()) await this.draw(urgent);
                 if (this.seen.length === 0) this.whenSeenDrawn();
                 continue;
             }
-            const card = this.rest.find((candidate) => !candidate.drawn);
+            const card = this.rest.find((candidate) => !candidate.drawn && candidate.hasPlace());
             if (!card) return;
             await idle();
-            if (this.seen.length === 0 && !card.drawn) await this.draw(card);
+            if (this.seen.length === 0 && !card.drawn && card.hasPlace()) await this.draw(card);
         }
     }
 }

@@ -46,7 +46,7 @@ export class Gallery {
             for (const card of this.cards) card.refreshLabel();
             if (this.selection.sort === 'label' || this.selection.label !== 'all') this.refresh(run, labels);
         });
-        onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.drawCurves()));
+        onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
         this.element = h('section', { class: 'gallery', 'aria-labelledby': 'gallery-title' },
             h('div', { class: 'gallery-head' }, h('h2', { id: 'gallery-title' }, 'Components'), labelBar(run, labels)),
             galleryControls(run.components, this.selection, this.count, () => this.refresh(run, labels)),
