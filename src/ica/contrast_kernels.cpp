@@ -26,7 +26,7 @@ constexpr double kSeries[] = {
 constexpr int kTerms = sizeof kSeries / sizeof kSeries[0];
 
 [[gnu::always_inline]] inline Lanes select(Bits condition, Lanes yes, Lanes no) {
-    return (Lanes)((condition & (Bits)yes) | (~condition & (Bits)no));
+    return condition ? yes : no;
 }
 
 [[gnu::always_inline]] inline Lanes absolute(Lanes x) {
@@ -43,48 +43,55 @@ constexpr int kTerms = sizeof kSeries / sizeof kSeries[0];
     return (Lanes)((Bits)(k + (kWholeNumber + kExponentBias)) << 52);
 }
 
-// e^x = 2^k (1 + t): k whole and near x / ln 2.
-struct ReducedExp {
-    Lanes k;
-    Lanes t;
-};
-
-[[gnu::always_inline]] inline ReducedExp reduceExp(Lanes x) {
-    const Lanes k = (x * kLog2OfE + kWholeNumber) - kWholeNumber;
-    const Lanes r = (x - k * kLn2High) - k * kLn2Low;
-    Lanes series = broadcast(kSeries[kTerms - 1]);
-    for (int i = kTerms - 2; i >= 0; --i) series = series * r + kSeries[i];
-    return {k, r + r * r * series};
-}
-
+// e^x = 2^k e^r: k whole and near x / ln 2.
 [[gnu::always_inline]] inline Lanes exponential(Lanes x) {
     // Beyond these the result is 0 or infinity; a not-a-number passes both comparisons unchanged.
     x = select((Bits)(x < -746.0), broadcast(-746.0), x);
     x = select((Bits)(x > 710.0), broadcast(710.0), x);
-    const ReducedExp e = reduceExp(x);
+    const Lanes k = (x * kLog2OfE + kWholeNumber) - kWholeNumber;
+    const Lanes r = (x - k * kLn2High) - k * kLn2Low;
+    Lanes series = broadcast(kSeries[kTerms - 1]);
+    for (int i = kTerms - 2; i >= 0; --i) series = series * r + kSeries[i];
     // In two steps, because 2^k alone may be beyond the normal numbers while the result is not.
-    const Lanes half = (e.k * 0.5 + kWholeNumber) - kWholeNumber;
-    return (1.0 + e.t) * powerOfTwo(half) * powerOfTwo(e.k - half);
+    const Lanes half = (k * 0.5 + kWholeNumber) - kWholeNumber;
+    return (1.0 + (r + r * r * series)) * powerOfTwo(half) * powerOfTwo(k - half);
 }
 
-// Below kNearZero the continued fraction of tanh, z = x^2, cut after seven terms: off by less than 1e-17 of the value.
-// Elsewhere 1 - 2 / (e^2x + 1). Both as one sum and one division.
+// r coth(r) - 1 = z (1/3 - z/45 + ...), z = r^2: for |r| < 0.75 off by less than 1e-17. The coefficients come from
+// Chebyshev interpolation over that range, lowest power first. Summed in pairs, not by Horner's rule, so that few
+// operations wait for one another.
+[[gnu::always_inline]] inline Lanes cothSeries(Lanes z) {
+    constexpr double c[] = {
+        0x1.5555555555555p-2,   -0x1.6c16c16c1699dp-6,  0x1.1566abbfd6904p-9,
+        -0x1.bbd778f00879ep-13, 0x1.66a8df6b6dd30p-16,  -0x1.227d3c59f21f1p-19,
+        0x1.d642043baece4p-23,  -0x1.7505ccf314700p-26, 0x1.e147f62f94365p-30,
+    };
+    const Lanes z2 = z * z;
+    const Lanes z4 = z2 * z2;
+    const Lanes low = (c[0] + c[1] * z) + (c[2] + c[3] * z) * z2;
+    const Lanes high = (c[4] + c[5] * z) + (c[6] + c[7] * z) * z2 + c[8] * z4;
+    return (low + high * z4) * z;
+}
+
+// With c = r coth(r), e^2r = (c + r) / (c - r). So, for |x| = k ln(2) / 2 + r and p = 2^k,
+//   tanh |x| = 1 - 2 / (e^2|x| + 1) = 1 - (c - r) / (c (p + 1) / 2 + r (p - 1) / 2),
+// and near zero, where k is 0, tanh |x| = r / c = r - r (c - 1) / c. Both as one difference and one division.
 [[gnu::always_inline]] inline Lanes hyperbolicTangent(Lanes x) {
-    constexpr double kNearZero = 0.625;
+    constexpr double kNearZero = 0.75;
     constexpr double kSaturated = 20.0; // tanh rounds to 1 from 19.1 on
-    const Lanes a = absolute(x);
-    const Bits nearZero = (Bits)(a < kNearZero);
+    const Lanes magnitude = absolute(x);
+    const Bits nearZero = (Bits)(magnitude < kNearZero);
+    const Lanes a = select((Bits)(magnitude > kSaturated), broadcast(kSaturated), magnitude);
 
-    const Lanes z = a * a;
-    const Lanes nearTop = -(a * z) * (((z + 594.0) * z + 45045.0) * z + 675675.0);
-    const Lanes nearBottom = (((z + 630.0) * z + 51975.0) * z + 945945.0) * z + 2027025.0;
+    const Lanes k = select(nearZero, Lanes{}, (a * (2.0 * kLog2OfE) + kWholeNumber) - kWholeNumber);
+    const Lanes r = (a - k * (0.5 * kLn2High)) - k * (0.5 * kLn2Low);
+    const Lanes s = cothSeries(r * r);
 
-    const ReducedExp e = reduceExp(2.0 * select((Bits)(a > kSaturated), broadcast(kSaturated), a));
-    const Lanes farBottom = (1.0 + e.t) * powerOfTwo(e.k) + 1.0;
-
-    const Lanes top = select(nearZero, nearTop, broadcast(-2.0));
-    const Lanes bottom = select(nearZero, nearBottom, farBottom);
-    return withSignOf(select(nearZero, a, broadcast(1.0)) + top / bottom, x);
+    const Lanes halfPower = powerOfTwo(k - 1.0);
+    const Lanes half = halfPower + 0.5;
+    const Lanes bottom = half + (half * s + (halfPower - 0.5) * r);
+    const Lanes top = select(nearZero, r * s, 1.0 + (s - r));
+    return withSignOf(select(nearZero, r, broadcast(1.0)) - top / bottom, x);
 }
 
 struct Contrast {
