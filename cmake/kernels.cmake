@@ -1,8 +1,8 @@
 # zn_add_kernels(library source...)
 #
-# Compiles each kernel source once for every number of doubles that this platform's processors may handle together (2,
-# and 4 with AVX2), and adds the objects to the library. The source defines templates over the number of lanes, ZN_LANES, and instantiates
-# them for its own. Which one runs is decided at run time: numeric/instruction_set.h.
+# Compiles each kernel source once for every number of doubles that this platform's processors may handle together (2, 4
+# with AVX2, 8 with AVX-512), and adds the objects to the library. The source defines templates over the number of lanes,
+# ZN_LANES, and instantiates them for its own. Which one runs is decided at run time: numeric/instruction_set.h.
 #
 # A kernel source must not use inline functions of other headers that are not always inlined: the linker keeps one copy
 # of those, and that could be the one with instructions that the processor lacks.
@@ -11,11 +11,12 @@
 function(zn_add_kernels library)
     set(options_2 "")
     set(options_4 -mavx2)
+    set(options_8 -mavx512f -mavx512dq -mprefer-vector-width=512)
     set(lane_counts 2)
     if(WIN32)
         target_compile_definitions(${library} PUBLIC ZN_BASELINE_KERNELS_ONLY)
     else()
-        list(APPEND lane_counts 4)
+        list(APPEND lane_counts 4 8)
     endif()
     foreach(lanes IN LISTS lane_counts)
         set(kernels ${library}_kernels_${lanes})

@@ -6,7 +6,7 @@ namespace zn {
 
 /// Rows that are walked side by side. A sum in index order is one long chain of additions, each waiting for the one
 /// before; eight independent chains at a time keep the processor busy while the order within each row stays.
-inline constexpr int kLanes = 8;
+constexpr int kLanes = 8;
 
 /// Calls walk(lanes, first) for the rows first .. first + lanes - 1, from row 0 to row `rows` - 1: groups of kLanes
 /// rows, then single rows. `lanes` is a std::integral_constant, so that its value can size an array.

@@ -62,14 +62,14 @@ void settleRows(const JacobiState& state, int p, int first, int last, const Swee
     const PlaneRotation* next = firstBehind(pass, last);
     settleOneByOne({firstBehind(pass, first), next}, shared, rows, first, count);
 
-    double tile[kTileColumns * kTileRows];
+    TileColumn tile[kTileColumns];
     for (int from = last + 1; next != pass.end(); from += kTileColumns) {
         const int to = std::min(from + kTileColumns - 1, state.n);
         const PlaneRotation* end = firstBehind({next, pass.end()}, to);
         if (count == kTileRows && end - next >= kTileColumns / 4) {
-            fillTile(rows, count, from, to, tile - from * kTileRows);
-            rotateTile({next, end}, shared, tile - from * kTileRows);
-            emptyTile(tile - from * kTileRows, count, from, to, rows);
+            fillTile(rows, count, from, to, tile - from);
+            rotateTile({next, end}, shared, tile - from);
+            emptyTile(tile - from, count, from, to, rows);
         } else {
             settleOneByOne({next, end}, shared, rows, first, count);
         }

@@ -1,40 +1,66 @@
 #include "ica/rotate_rows.h"
 
 #include "ica/rotation_tile.h"
-#include "numeric/array_owners.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace zn {
 
 namespace {
 
-// The passes from firstPass on, for rows `first` .. `first` + count - 1.
-void rotateRowGroup(double** m, int first, int count, int firstPass, int n, const SweepRotations& rotations,
-                    double* tile) {
-    fillTile(m + first, count, firstPass, n, tile);
-    for (int p = firstPass; p < n; ++p) rotateTile(rotations.pass(p), tile + p * kTileRows, tile);
-    emptyTile(tile, count, firstPass, n, m + first);
+// Up to kTileRows rows of a matrix, all of which take the passes from firstPass on.
+struct RowGroup {
+    double** rows;
+    int count;
+    int firstPass;
+};
+
+void rotateGroup(const RowGroup& group, int n, const SweepRotations& rotations, TileColumn* tile) {
+    fillTile(group.rows, group.count, group.firstPass, n, tile);
+    for (int p = group.firstPass; p < n; ++p) rotateTile(rotations.pass(p), tile[p].row, tile);
+    emptyTile(tile, group.count, group.firstPass, n, group.rows);
 }
 
-OffsetVector<double> makeTile(int n) {
-    OffsetVector<double> tile(0, (n + 1) * kTileRows - 1);
-    tile.fill(0.0); // rows that a last, smaller group does not have
-    return tile;
+// Two groups, the second of which starts no earlier than the first.
+void rotateTwoGroups(const RowGroup& a, const RowGroup& b, int n, const SweepRotations& rotations, TileColumn* tileA,
+                     TileColumn* tileB) {
+    fillTile(a.rows, a.count, a.firstPass, n, tileA);
+    fillTile(b.rows, b.count, b.firstPass, n, tileB);
+    for (int p = a.firstPass; p < b.firstPass; ++p) rotateTile(rotations.pass(p), tileA[p].row, tileA);
+    TileColumn* const tiles[] = {tileA, tileB};
+    for (int p = b.firstPass; p < n; ++p) {
+        double* const shared[] = {tileA[p].row, tileB[p].row};
+        rotateTwoTiles(rotations.pass(p), shared, tiles);
+    }
+    emptyTile(tileA, a.count, a.firstPass, n, a.rows);
+    emptyTile(tileB, b.count, b.firstPass, n, b.rows);
+}
+
+// Rotates the groups that makeGroup gives for the rows 1, 1 + kTileRows, ... before `end`.
+template <class MakeGroup> void rotateGroups(int end, MakeGroup makeGroup, int n, const SweepRotations& rotations) {
+    // Zeroed for the rows that a last, smaller group does not have.
+    std::vector<TileColumn> tileA(static_cast<std::size_t>(n) + 1);
+    std::vector<TileColumn> tileB(tileA);
+    int first = 1;
+    if (twoTilesAreFaster()) {
+        for (; first + kTileRows < end; first += 2 * kTileRows) {
+            const RowGroup group = makeGroup(first);
+            rotateTwoGroups(group, makeGroup(first + kTileRows), n, rotations, tileA.data(), tileB.data());
+        }
+    }
+    for (; first < end; first += kTileRows) rotateGroup(makeGroup(first), n, rotations, tileA.data());
 }
 
 } // namespace
 
 void rotateRows(double** m, int rows, int n, const SweepRotations& rotations) {
-    const OffsetVector<double> tile = makeTile(n);
-    for (int first = 1; first <= rows; first += kTileRows) {
-        rotateRowGroup(m, first, std::min(kTileRows, rows - first + 1), 1, n, rotations, tile.get());
-    }
+    const auto makeGroup = [&](int first) { return RowGroup{m + first, std::min(kTileRows, rows - first + 1), 1}; };
+    rotateGroups(rows + 1, makeGroup, n, rotations);
 }
 
 void rotateRowsAboveDiagonal(double** a, int n, const SweepRotations& rotations) {
-    const OffsetVector<double> tile = makeTile(n);
-    for (int first = 1; first < n; first += kTileRows) {
+    const auto makeGroup = [&](int first) {
         const int count = std::min(kTileRows, n - first + 1);
         // The first passes go past some rows of the group but not past others; from the last row on all take part.
         const int common = std::min(first + count, n);
@@ -43,8 +69,9 @@ void rotateRowsAboveDiagonal(double** a, int n, const SweepRotations& rotations)
                 for (int j = first; j < p; ++j) rotate(rotation, a[j][p], a[j][rotation.q]);
             }
         }
-        rotateRowGroup(a, first, count, common, n, rotations, tile.get());
-    }
+        return RowGroup{a + first, count, common};
+    };
+    rotateGroups(n, makeGroup, n, rotations);
 }
 
 } // namespace zn

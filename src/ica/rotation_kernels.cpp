@@ -6,17 +6,21 @@ namespace zn {
 
 namespace {
 
-// A square block of numbers, one Lanes a row, becomes its transpose.
-[[gnu::always_inline]] inline void transpose(Lanes (&block)[kLanes]) {
+// Blocks of 2 x 2 or 4 x 4 numbers are turned as a whole, for any width of the vectors.
+constexpr int kBlock = kLanes < 4 ? kLanes : 4;
+using BlockRow = double __attribute__((vector_size(kBlock * sizeof(double))));
+
+// A square block of numbers becomes its transpose.
+[[gnu::always_inline]] inline void transpose(BlockRow (&block)[kBlock]) {
 #if ZN_LANES == 2
-    const Lanes left = __builtin_shufflevector(block[0], block[1], 0, 2);
+    const BlockRow left = __builtin_shufflevector(block[0], block[1], 0, 2);
     block[1] = __builtin_shufflevector(block[0], block[1], 1, 3);
     block[0] = left;
 #else
-    const Lanes even01 = __builtin_shufflevector(block[0], block[1], 0, 4, 2, 6);
-    const Lanes odd01 = __builtin_shufflevector(block[0], block[1], 1, 5, 3, 7);
-    const Lanes even23 = __builtin_shufflevector(block[2], block[3], 0, 4, 2, 6);
-    const Lanes odd23 = __builtin_shufflevector(block[2], block[3], 1, 5, 3, 7);
+    const BlockRow even01 = __builtin_shufflevector(block[0], block[1], 0, 4, 2, 6);
+    const BlockRow odd01 = __builtin_shufflevector(block[0], block[1], 1, 5, 3, 7);
+    const BlockRow even23 = __builtin_shufflevector(block[2], block[3], 0, 4, 2, 6);
+    const BlockRow odd23 = __builtin_shufflevector(block[2], block[3], 1, 5, 3, 7);
     block[0] = __builtin_shufflevector(even01, even23, 0, 1, 4, 5);
     block[1] = __builtin_shufflevector(odd01, odd23, 0, 1, 4, 5);
     block[2] = __builtin_shufflevector(even01, even23, 2, 3, 6, 7);
@@ -24,55 +28,75 @@ namespace {
 #endif
 }
 
+template <int count>
+[[gnu::always_inline]] inline void rotateTiles(const PlaneRotation* first, const PlaneRotation* last,
+                                               double* const* shared, TileColumn* const* tiles) {
+    constexpr int kParts = kTileRows / kLanes;
+    Lanes x[count][kParts];
+    TileColumn* tile[count]; // a copy, which no store can change
+    for (int t = 0; t < count; ++t) {
+        tile[t] = tiles[t];
+        for (int i = 0; i < kParts; ++i) x[t][i] = load(shared[t] + i * kLanes);
+    }
+    for (const PlaneRotation* rotation = first; rotation != last; ++rotation) {
+        const Lanes s = broadcast(rotation->s);
+        const Lanes tau = broadcast(rotation->tau);
+        for (int t = 0; t < count; ++t) {
+            double* column = tile[t][rotation->q].row;
+            for (int i = 0; i < kParts; ++i) {
+                const Lanes g = x[t][i];
+                const Lanes h = load(column + i * kLanes);
+                x[t][i] = g - s * (h + g * tau);
+                store(h + s * (g - h * tau), column + i * kLanes);
+            }
+        }
+    }
+    for (int t = 0; t < count; ++t) {
+        for (int i = 0; i < kParts; ++i) store(x[t][i], shared[t] + i * kLanes);
+    }
+}
+
 } // namespace
 
-template <int lanes> void fillTileKernel(const double* const* rows, int first, int last, double* tile) {
-    for (int i = 0; i < kTileRows; i += lanes) {
+template <int lanes> void fillTileKernel(const double* const* rows, int first, int last, TileColumn* tile) {
+    for (int i = 0; i < kTileRows; i += kBlock) {
         int q = first;
-        for (; q + lanes <= last + 1; q += lanes) {
-            Lanes block[kLanes];
-            for (int j = 0; j < lanes; ++j) block[j] = load(rows[i + j] + q);
+        for (; q + kBlock <= last + 1; q += kBlock) {
+            BlockRow block[kBlock];
+            for (int j = 0; j < kBlock; ++j) block[j] = load<BlockRow>(rows[i + j] + q);
             transpose(block);
-            for (int j = 0; j < lanes; ++j) store(block[j], tile + (q + j) * kTileRows + i);
+            for (int j = 0; j < kBlock; ++j) store(block[j], tile[q + j].row + i);
         }
         for (; q <= last; ++q) {
-            for (int j = 0; j < lanes; ++j) tile[q * kTileRows + i + j] = rows[i + j][q];
+            for (int j = 0; j < kBlock; ++j) tile[q].row[i + j] = rows[i + j][q];
         }
     }
 }
 
-template <int lanes> void emptyTileKernel(const double* tile, int first, int last, double* const* rows) {
-    for (int i = 0; i < kTileRows; i += lanes) {
+template <int lanes> void emptyTileKernel(const TileColumn* tile, int first, int last, double* const* rows) {
+    for (int i = 0; i < kTileRows; i += kBlock) {
         int q = first;
-        for (; q + lanes <= last + 1; q += lanes) {
-            Lanes block[kLanes];
-            for (int j = 0; j < lanes; ++j) block[j] = load(tile + (q + j) * kTileRows + i);
+        for (; q + kBlock <= last + 1; q += kBlock) {
+            BlockRow block[kBlock];
+            for (int j = 0; j < kBlock; ++j) block[j] = load<BlockRow>(tile[q + j].row + i);
             transpose(block);
-            for (int j = 0; j < lanes; ++j) store(block[j], rows[i + j] + q);
+            for (int j = 0; j < kBlock; ++j) store(block[j], rows[i + j] + q);
         }
         for (; q <= last; ++q) {
-            for (int j = 0; j < lanes; ++j) rows[i + j][q] = tile[q * kTileRows + i + j];
+            for (int j = 0; j < kBlock; ++j) rows[i + j][q] = tile[q].row[i + j];
         }
     }
 }
 
 template <int lanes>
-void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, double* tile) {
-    constexpr int kParts = kTileRows / lanes;
-    Lanes x[kParts];
-    for (int i = 0; i < kParts; ++i) x[i] = load(shared + i * lanes);
-    for (const PlaneRotation* rotation = first; rotation != last; ++rotation) {
-        double* column = tile + rotation->q * kTileRows;
-        const Lanes s = broadcast(rotation->s);
-        const Lanes tau = broadcast(rotation->tau);
-        for (int i = 0; i < kParts; ++i) {
-            const Lanes g = x[i];
-            const Lanes h = load(column + i * lanes);
-            x[i] = g - s * (h + g * tau);
-            store(h + s * (g - h * tau), column + i * lanes);
-        }
-    }
-    for (int i = 0; i < kParts; ++i) store(x[i], shared + i * lanes);
+void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, TileColumn* tile) {
+    rotateTiles<1>(first, last, &shared, &tile);
+}
+
+template <int lanes>
+void rotateTwoTilesKernel(const PlaneRotation* first, const PlaneRotation* last, double* const* shared,
+                          TileColumn* const* tiles) {
+    rotateTiles<2>(first, last, shared, tiles);
 }
 
 template <int lanes>
@@ -88,9 +112,11 @@ void rotateStretchKernel(double* __restrict x, double* __restrict y, int first, 
     }
 }
 
-template void fillTileKernel<kLanes>(const double* const*, int, int, double*);
-template void emptyTileKernel<kLanes>(const double*, int, int, double* const*);
-template void rotateTileKernel<kLanes>(const PlaneRotation*, const PlaneRotation*, double*, double*);
+template void fillTileKernel<kLanes>(const double* const*, int, int, TileColumn*);
+template void emptyTileKernel<kLanes>(const TileColumn*, int, int, double* const*);
+template void rotateTileKernel<kLanes>(const PlaneRotation*, const PlaneRotation*, double*, TileColumn*);
+template void rotateTwoTilesKernel<kLanes>(const PlaneRotation*, const PlaneRotation*, double* const*,
+                                           TileColumn* const*);
 template void rotateStretchKernel<kLanes>(double*, double*, int, int, const PlaneRotation&);
 
 } // namespace zn

@@ -13,14 +13,24 @@ struct PlaneRotation {
 /// Rows of a matrix that are rotated side by side: enough to hide the latency of one rotation behind the others.
 constexpr int kTileRows = 16;
 
+/// The elements of one column in these rows. Begins a cache line, which vectors then never straddle.
+struct alignas(64) TileColumn {
+    double row[kTileRows];
+};
+
 /// Applies rotations first .. last - 1 of one pass to kTileRows rows: each mixes shared[i], the element p of row i,
-/// with its element q at tile[q * kTileRows + i].
+/// with its element q, tile[q].row[i].
 template <int lanes>
-void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, double* tile);
+void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, TileColumn* tile);
+
+/// The same for two tiles side by side, which hides the latency of wider vectors, given the registers for it.
+template <int lanes>
+void rotateTwoTilesKernel(const PlaneRotation* first, const PlaneRotation* last, double* const* shared,
+                          TileColumn* const* tiles);
 
 /// Copies columns first .. last of kTileRows rows into a tile as above, and back.
-template <int lanes> void fillTileKernel(const double* const* rows, int first, int last, double* tile);
-template <int lanes> void emptyTileKernel(const double* tile, int first, int last, double* const* rows);
+template <int lanes> void fillTileKernel(const double* const* rows, int first, int last, TileColumn* tile);
+template <int lanes> void emptyTileKernel(const TileColumn* tile, int first, int last, double* const* rows);
 
 /// Rotates the elements x[j] and y[j], first <= j <= last; x and y do not overlap.
 template <int lanes> void rotateStretchKernel(double* x, double* y, int first, int last, const PlaneRotation& rotation);

@@ -4,15 +4,19 @@
 
 namespace zn {
 
-/// A stretch of kTileRows rows with the rows next to each other: element q of row i stands at tile[q * kTileRows + i].
+/// A stretch of kTileRows rows with the rows next to each other: element q of row i stands at tile[q].row[i].
 ///
 /// Copies columns first .. last of the rows into the tile. Rows beyond `count` are left as they are.
-void fillTile(const double* const* rows, int count, int first, int last, double* tile);
+void fillTile(const double* const* rows, int count, int first, int last, TileColumn* tile);
 
 /// Copies them back.
-void emptyTile(const double* tile, int count, int first, int last, double* const* rows);
+void emptyTile(const TileColumn* tile, int count, int first, int last, double* const* rows);
 
 /// Applies rotations of one pass to all rows of a tile: each mixes shared[i], the element p of row i, with element q.
-void rotateTile(SweepRotations::Range rotations, double* shared, double* tile);
+void rotateTile(SweepRotations::Range rotations, double* shared, TileColumn* tile);
+
+/// The same for two tiles. Whether that is faster than one after the other depends on the processor.
+void rotateTwoTiles(SweepRotations::Range rotations, double* const* shared, TileColumn* const* tiles);
+bool twoTilesAreFaster();
 
 } // namespace zn

@@ -9,16 +9,16 @@
 namespace zn {
 
 /// Number of doubles that a kernel handles together. Each lane computes exactly what scalar code would.
-inline constexpr int kLanes = ZN_LANES;
+constexpr int kLanes = ZN_LANES;
 using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
 
-[[gnu::always_inline]] inline Lanes load(const double* from) {
-    Lanes lanes;
+template <class Vector = Lanes> [[gnu::always_inline]] inline Vector load(const double* from) {
+    Vector lanes;
     std::memcpy(&lanes, from, sizeof lanes);
     return lanes;
 }
 
-[[gnu::always_inline]] inline void store(const Lanes& lanes, double* to) {
+template <class Vector> [[gnu::always_inline]] inline void store(const Vector& lanes, double* to) {
     std::memcpy(to, &lanes, sizeof lanes);
 }
 

@@ -2,6 +2,8 @@
 
 #include "ica/contrast_kernels.h"
 
+#include "unit/ica/kernel_forms.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -166,29 +168,30 @@ TEST(SumContrast, AddsEightPartialSumsInItsFixedOrder) {
     EXPECT_EQ(ours.slope, total(slopes));
 }
 
-#ifndef ZN_BASELINE_KERNELS_ONLY
-TEST(ContrastKernels, GiveTheSameBitsForEveryWidthOfTheVectorUnits) {
-    if (__builtin_cpu_supports("avx2") == 0) GTEST_SKIP() << "this processor has no AVX2";
+template <class Form> class ContrastKernels : public tests::KernelForm<Form> {};
+TYPED_TEST_SUITE(ContrastKernels, tests::KernelForms, tests::NameOfKernelForm);
+
+TYPED_TEST(ContrastKernels, GiveTheBitsOfTheBaseline) {
+    constexpr int lanes = TypeParam::value;
     const int voxels = 1003;
-    const auto compare = [&](void (*narrow)(double*, int, double*), void (*wide)(double*, int, double*)) {
+    const auto compare = [&](void (*baseline)(double*, int, double*), void (*form)(double*, int, double*)) {
         std::vector<double> a = randomNumbers(voxels, 5);
         std::vector<double> b = a;
         double slopesA[kPartialSums] = {};
         double slopesB[kPartialSums] = {};
-        narrow(a.data(), voxels, slopesA);
-        wide(b.data(), voxels, slopesB);
+        baseline(a.data(), voxels, slopesA);
+        form(b.data(), voxels, slopesB);
         EXPECT_EQ(std::memcmp(a.data(), b.data(), voxels * sizeof(double)), 0);
         EXPECT_EQ(std::memcmp(slopesA, slopesB, sizeof slopesA), 0);
         double sumsA[kPartialSums] = {};
         double sumsB[kPartialSums] = {};
         productKernel<2>(a.data(), a.data(), b.data(), voxels, sumsA);
-        productKernel<4>(a.data(), a.data(), b.data(), voxels, sumsB);
+        productKernel<lanes>(a.data(), a.data(), b.data(), voxels, sumsB);
         EXPECT_EQ(std::memcmp(sumsA, sumsB, sizeof sumsA), 0);
     };
-    compare(tanhKernel<2>, tanhKernel<4>);
-    compare(gaussianKernel<2>, gaussianKernel<4>);
+    compare(tanhKernel<2>, tanhKernel<lanes>);
+    compare(gaussianKernel<2>, gaussianKernel<lanes>);
 }
-#endif
 
 } // namespace
 } // namespace zn

@@ -1,5 +1,7 @@
 #include "ica/rotation_kernels.h"
 
+#include "unit/ica/kernel_forms.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -12,75 +14,95 @@ namespace {
 
 constexpr int kColumns = 23; // 0 .. 22, not a multiple of any number of lanes
 
-// Sixteen rows, their elements p and some rotations of one pass.
-struct Case {
-    std::vector<std::vector<double>> rows;
+// Some rotations of one pass.
+std::vector<PlaneRotation> someRotations() {
+    std::vector<PlaneRotation> rotations;
+    for (int q : {2, 3, 7, 15, 22}) {
+        const double angle = 0.4 - 0.1 * q;
+        rotations.push_back({std::sin(angle), std::tan(angle / 2), q});
+    }
+    return rotations;
+}
+
+// The rows of a tile and their elements p.
+struct Rows {
+    std::vector<std::vector<double>> elements;
     std::vector<double*> handles;
     std::vector<double> shared;
-    std::vector<PlaneRotation> rotations;
 
-    Case() : rows(kTileRows, std::vector<double>(kColumns)), shared(kTileRows) {
-        std::mt19937 random(11);
+    explicit Rows(unsigned seed) : elements(kTileRows, std::vector<double>(kColumns)), shared(kTileRows) {
+        std::mt19937 random(seed);
         const auto number = [&] { return static_cast<double>(random()) / 4294967296.0 - 0.5; };
-        for (auto& row : rows) {
+        for (auto& row : elements) {
             for (double& value : row) value = number();
             handles.push_back(row.data());
         }
         for (double& value : shared) value = number();
-        for (int q : {2, 3, 7, 15, 22}) {
-            const double angle = number();
-            rotations.push_back({std::sin(angle), std::tan(angle / 2), q});
-        }
-    }
-
-    template <int lanes> void rotate() {
-        std::vector<double> tile(kTileRows * kColumns);
-        fillTileKernel<lanes>(handles.data(), 2, kColumns - 1, tile.data());
-        rotateTileKernel<lanes>(rotations.data(), rotations.data() + rotations.size(), shared.data(), tile.data());
-        emptyTileKernel<lanes>(tile.data(), 2, kColumns - 1, handles.data());
-        rotateStretchKernel<lanes>(handles[0], handles[1], 3, kColumns - 2, rotations[0]);
-    }
-
-    // One rotation after the other, one row after the other.
-    void rotatePlainly() {
-        const auto apply = [](const PlaneRotation& r, double& x, double& y) {
-            const double g = x;
-            const double h = y;
-            x = g - r.s * (h + g * r.tau);
-            y = h + r.s * (g - h * r.tau);
-        };
-        for (const auto& r : rotations) {
-            for (std::size_t i = 0; i < rows.size(); ++i) apply(r, shared[i], rows[i][static_cast<std::size_t>(r.q)]);
-        }
-        for (std::size_t j = 3; j <= kColumns - 2; ++j) apply(rotations[0], rows[0][j], rows[1][j]);
     }
 };
 
-void expectSameBits(const Case& a, const Case& b) {
+// One pair of elements after the other.
+void rotatePair(const PlaneRotation& r, double& x, double& y) {
+    const double g = x;
+    const double h = y;
+    x = g - r.s * (h + g * r.tau);
+    y = h + r.s * (g - h * r.tau);
+}
+
+Rows plainlyRotated(Rows rows) {
+    for (const auto& r : someRotations()) {
+        for (std::size_t i = 0; i < rows.elements.size(); ++i) {
+            rotatePair(r, rows.shared[i], rows.elements[i][static_cast<std::size_t>(r.q)]);
+        }
+    }
+    return rows;
+}
+
+void expectSameBits(const Rows& a, const Rows& b) {
     EXPECT_EQ(std::memcmp(a.shared.data(), b.shared.data(), a.shared.size() * sizeof(double)), 0);
-    for (std::size_t i = 0; i < a.rows.size(); ++i) {
-        EXPECT_EQ(std::memcmp(a.rows[i].data(), b.rows[i].data(), kColumns * sizeof(double)), 0) << "row " << i;
+    for (std::size_t i = 0; i < a.elements.size(); ++i) {
+        EXPECT_EQ(std::memcmp(a.elements[i].data(), b.elements[i].data(), kColumns * sizeof(double)), 0) << "row " << i;
     }
 }
 
-TEST(RotationKernels, OfTheBaselineEqualOneRotationAfterTheOther) {
-    Case plain;
-    plain.rotatePlainly();
-    Case tiled;
-    tiled.rotate<2>();
-    expectSameBits(tiled, plain);
+template <class Form> class RotationKernels : public tests::KernelForm<Form> {};
+TYPED_TEST_SUITE(RotationKernels, tests::KernelForms, tests::NameOfKernelForm);
+
+TYPED_TEST(RotationKernels, OfATileEqualOneRotationAfterTheOther) {
+    constexpr int lanes = TypeParam::value;
+    Rows rows(11);
+    const Rows expected = plainlyRotated(Rows(11));
+    const auto rotations = someRotations();
+    std::vector<TileColumn> tile(kColumns);
+    fillTileKernel<lanes>(rows.handles.data(), 2, kColumns - 1, tile.data());
+    rotateTileKernel<lanes>(rotations.data(), rotations.data() + rotations.size(), rows.shared.data(), tile.data());
+    emptyTileKernel<lanes>(tile.data(), 2, kColumns - 1, rows.handles.data());
+    expectSameBits(rows, expected);
 }
 
-#ifndef ZN_BASELINE_KERNELS_ONLY
-TEST(RotationKernels, OfAvx2EqualOneRotationAfterTheOther) {
-    if (__builtin_cpu_supports("avx2") == 0) GTEST_SKIP() << "this processor has no AVX2";
-    Case plain;
-    plain.rotatePlainly();
-    Case tiled;
-    tiled.rotate<4>();
-    expectSameBits(tiled, plain);
+TYPED_TEST(RotationKernels, OfTwoTilesEqualOneRotationAfterTheOther) {
+    constexpr int lanes = TypeParam::value;
+    Rows rows[] = {Rows(11), Rows(12)};
+    const Rows expected[] = {plainlyRotated(Rows(11)), plainlyRotated(Rows(12))};
+    const auto rotations = someRotations();
+    std::vector<TileColumn> tiles[] = {std::vector<TileColumn>(kColumns), std::vector<TileColumn>(kColumns)};
+    TileColumn* const tileOf[] = {tiles[0].data(), tiles[1].data()};
+    double* const shared[] = {rows[0].shared.data(), rows[1].shared.data()};
+    for (int t = 0; t < 2; ++t) fillTileKernel<lanes>(rows[t].handles.data(), 2, kColumns - 1, tileOf[t]);
+    rotateTwoTilesKernel<lanes>(rotations.data(), rotations.data() + rotations.size(), shared, tileOf);
+    for (int t = 0; t < 2; ++t) emptyTileKernel<lanes>(tileOf[t], 2, kColumns - 1, rows[t].handles.data());
+    for (int t = 0; t < 2; ++t) expectSameBits(rows[t], expected[t]);
 }
-#endif
+
+TYPED_TEST(RotationKernels, OfAStretchEqualOnePairAfterTheOther) {
+    Rows rows(13);
+    Rows expected(13);
+    const PlaneRotation rotation = someRotations()[0];
+    for (std::size_t j = 3; j <= kColumns - 2; ++j)
+        rotatePair(rotation, expected.elements[0][j], expected.elements[1][j]);
+    rotateStretchKernel<TypeParam::value>(rows.handles[0], rows.handles[1], 3, kColumns - 2, rotation);
+    expectSameBits(rows, expected);
+}
 
 } // namespace
 } // namespace zn
