@@ -5,25 +5,28 @@
 # ZN_LANES, and instantiates them for its own. Which one runs is decided at run time: numeric/instruction_set.h.
 #
 # A kernel source must not use inline functions of other headers that are not always inlined: the linker keeps one copy
-# of those, and that could be the one with instructions that the processor lacks.
-#
-# Windows has the baseline alone: its g++ does not keep the stack aligned for wider registers.
+# of those, and that could be the one with instructions that the processor lacks. Nor any header of the standard library:
+# for Windows the wider forms are compiled by clang, which does not have it there. MinGW's g++ would not keep the stack
+# aligned for their registers.
+set(ZN_KERNEL_OPTIONS_2 "")
+set(ZN_KERNEL_OPTIONS_4 -mavx2)
+set(ZN_KERNEL_OPTIONS_8 -mavx512f -mavx512dq -mprefer-vector-width=512)
+
 function(zn_add_kernels library)
-    set(options_2 "")
-    set(options_4 -mavx2)
-    set(options_8 -mavx512f -mavx512dq -mprefer-vector-width=512)
-    set(lane_counts 2)
-    if(WIN32)
-        target_compile_definitions(${library} PUBLIC ZN_BASELINE_KERNELS_ONLY)
-    else()
-        list(APPEND lane_counts 4 8)
-    endif()
-    foreach(lanes IN LISTS lane_counts)
+    foreach(lanes 2 4 8)
+        set(options -DZN_LANES=${lanes} ${ZN_KERNEL_OPTIONS_${lanes}})
+        if(WIN32 AND lanes GREATER 2)
+            foreach(source IN LISTS ARGN)
+                zn_add_clang_object(${library} ${source}
+                                    ${CMAKE_CURRENT_BINARY_DIR}/${library}.kernels/${source}.${lanes}.obj
+                                    FOR x86_64-w64-windows-gnu OPTIONS -O3 -ffp-contract=off ${options})
+            endforeach()
+            continue()
+        endif()
         set(kernels ${library}_kernels_${lanes})
         add_library(${kernels} OBJECT ${ARGN})
         target_include_directories(${kernels} PRIVATE ${PROJECT_SOURCE_DIR}/src)
-        target_compile_definitions(${kernels} PRIVATE ZN_LANES=${lanes})
-        target_compile_options(${kernels} PRIVATE ${options_${lanes}})
+        target_compile_options(${kernels} PRIVATE ${options})
         target_link_libraries(${kernels} PRIVATE zn_warnings)
         set_target_properties(${kernels} PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden
                                                     VISIBILITY_INLINES_HIDDEN ON)

@@ -2,13 +2,11 @@
 
 #include "numeric/lanes.h"
 
-#include <cstdint>
-
 namespace zn {
 
 namespace {
 
-using Bits = std::int64_t __attribute__((vector_size(kLanes * sizeof(std::int64_t))));
+using Bits = long long __attribute__((vector_size(kLanes * sizeof(long long))));
 
 // Adding this to a whole number leaves it in the low bits of the sum's mantissa; adding and subtracting rounds.
 constexpr double kWholeNumber = 6755399441055744.0; // 1.5 * 2^52
@@ -30,7 +28,7 @@ constexpr int kTerms = sizeof kSeries / sizeof kSeries[0];
 }
 
 [[gnu::always_inline]] inline Lanes absolute(Lanes x) {
-    return (Lanes)((Bits)x & (Bits)(std::int64_t{0x7fffffffffffffff} - Bits{}));
+    return (Lanes)((Bits)x & (Bits)(0x7fffffffffffffffLL - Bits{}));
 }
 
 [[gnu::always_inline]] inline Lanes withSignOf(Lanes magnitude, Lanes x) {

@@ -5,23 +5,15 @@ namespace zn {
 /// Number of doubles that the kernels handle together on this processor: 2, 4 with AVX2, or 8 with AVX-512. All forms
 /// of a kernel compute the same bits.
 inline int kernelLanes() {
-#ifdef ZN_BASELINE_KERNELS_ONLY // see cmake/kernels.cmake
-    return 2;
-#else
     static const int lanes = [] {
         // The first processors with AVX-512 slow down where they use it; those that have VBMI2 do not.
         if (__builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vbmi2") != 0) return 8;
         return __builtin_cpu_supports("avx2") != 0 ? 4 : 2;
     }();
     return lanes;
-#endif
 }
 
 /// Picks the kernel for the processor from the instantiations of a template over the number of lanes.
-#ifdef ZN_BASELINE_KERNELS_ONLY
-#define ZN_PICK_KERNEL(kernel) (&kernel<2>)
-#else
 #define ZN_PICK_KERNEL(kernel) (zn::kernelLanes() == 8 ? &kernel<8> : zn::kernelLanes() == 4 ? &kernel<4> : &kernel<2>)
-#endif
 
 } // namespace zn

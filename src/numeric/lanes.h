@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstring>
-
 #ifndef ZN_LANES
 #error "for kernels only, which are compiled once for each number of lanes: see cmake/kernels.cmake"
 #endif
+
+// No header of the standard library: see cmake/kernels.cmake.
 
 namespace zn {
 
@@ -14,12 +14,12 @@ using Lanes = double __attribute__((vector_size(kLanes * sizeof(double))));
 
 template <class Vector = Lanes> [[gnu::always_inline]] inline Vector load(const double* from) {
     Vector lanes;
-    std::memcpy(&lanes, from, sizeof lanes);
+    __builtin_memcpy(&lanes, from, sizeof lanes);
     return lanes;
 }
 
 template <class Vector> [[gnu::always_inline]] inline void store(const Vector& lanes, double* to) {
-    std::memcpy(to, &lanes, sizeof lanes);
+    __builtin_memcpy(to, &lanes, sizeof lanes);
 }
 
 /// The same value in all lanes; subtracting zero leaves every value as it is, -0 included.

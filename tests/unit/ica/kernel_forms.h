@@ -10,12 +10,8 @@
 namespace zn::tests {
 
 /// The forms of every kernel that were built, by the number of doubles that they handle together.
-#ifdef ZN_BASELINE_KERNELS_ONLY
-using KernelForms = testing::Types<std::integral_constant<int, 2>>;
-#else
 using KernelForms =
     testing::Types<std::integral_constant<int, 2>, std::integral_constant<int, 4>, std::integral_constant<int, 8>>;
-#endif
 
 struct NameOfKernelForm {
     template <class Form> static std::string GetName(int) { return std::to_string(Form::value) + "Lanes"; }
