@@ -69,10 +69,10 @@ struct Search {
     }
 };
 
-// One attempt at one component; the number of iterations, or kNotConverged at the limit.
+// One attempt at one component; the number of iterations, or kNotConverged at the limit. A limit below 0 is none.
 int attempt(Search& search) {
     search.start();
-    for (int iteration = 0; iteration < search.parameters.iterationLimit; ++iteration) {
+    for (int iteration = 0; iteration != search.parameters.iterationLimit; ++iteration) {
         search.deflateAndNormalise();
         if (search.isSame(+1.0) || search.isSame(-1.0)) return iteration + 1;
         // A not-a-number stays one and passes no test: the iterations left could only repeat it.
