@@ -2,10 +2,12 @@
 
 #include "host/host_api.h"
 #include "host/log.h"
+#include "numeric/nrerror.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <memory>
 
 namespace zn {
@@ -63,6 +65,7 @@ VoiTemplates VoiTemplates::fetch(bool loaded, const Vtc& vtc) {
     logLine("// Plugin>  Number of VOIs currently defined (for spatial template): %i", set->count);
     if (set->count < 1) return templates;
 
+    if (vtc.grid.voxels() > std::numeric_limits<int>::max()) nrerror("allocation failure 2 in matrix()");
     templates.count_ = set->count;
     templates.indicators_ = OffsetMatrix<int>(0, set->count - 1, 0, static_cast<int>(vtc.grid.voxels()) - 1);
     templates.templates_ = OffsetMatrix<float>(0, set->count - 1, 0, vtc.voxels - 1);

@@ -73,6 +73,18 @@ TEST_F(VoiTemplatesTest, OfTheCentredSpaceRunDownwardsFrom128InTheOrderYZX) {
     EXPECT_EQ(indexOf(128, 128, 128, kCentredSpace), 0);
 }
 
+TEST_F(VoiTemplatesTest, OfTheCentredSpaceStartAtExactly128) {
+    vtc.header.resolution = 1;
+    vtc.header.xStart = vtc.header.yStart = vtc.header.zStart = 0;
+    EXPECT_EQ(indexOf(128, 128, 128, kCentredSpace), 0);
+    EXPECT_EQ(indexOf(127, 128, 128, kCentredSpace), 12); // z
+    EXPECT_EQ(indexOf(128, 127, 128, kCentredSpace), 1);  // x
+    EXPECT_EQ(indexOf(128, 128, 127, kCentredSpace), 4);  // y
+    EXPECT_EQ(indexOf(129, 128, 128, kCentredSpace), -1);
+    EXPECT_EQ(indexOf(128, 129, 128, kCentredSpace), -1);
+    EXPECT_EQ(indexOf(128, 128, 129, kCentredSpace), -1);
+}
+
 TEST_F(VoiTemplatesTest, FollowTheOrderOfTheDataMatrix) {
     host.vois = {{57, 52, 59, 63, 52, 59}, {60, 55, 62}};
     auto templates = VoiTemplates::fetch(true, vtc);
