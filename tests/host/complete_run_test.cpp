@@ -1,9 +1,10 @@
 // Whole runs through the plug-in file.
 
+#include "host/has_form.h"
 #include "host/host_fixture.h"
 
 #include <algorithm>
-#include <string_view>
+#include <cstring>
 
 namespace zn::testing {
 namespace {
@@ -19,18 +20,6 @@ using ::testing::SizeIs;
 using ::testing::StartsWith;
 
 class CompleteRun : public HostFixture {};
-
-// A text in which '~' stands for one or more digits. (GoogleTest's regular expressions differ between platforms.)
-MATCHER_P(HasForm, form, "has the form " + std::string(form)) {
-    std::string_view text = arg;
-    for (const char wanted : std::string_view(form)) {
-        const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-        const std::size_t length = wanted == '~' ? digits : (text.starts_with(wanted) ? 1 : 0);
-        if (length == 0) return false;
-        text.remove_prefix(length);
-    }
-    return text.empty();
-}
 
 TEST_F(CompleteRun, CallsTheHostInTheOrderOfItsStages) {
     ASSERT_TRUE(run());
@@ -168,6 +157,25 @@ TEST_F(CompleteRun, AddsUpFailuresOfDifferentComponentsAndKeepsWhatWasFound) {
     EXPECT_THAT(host.maps, SizeIs(5));
     EXPECT_THAT(host.log(), Contains("// Plugin>  Too many failures to converge....giving up!"));
     EXPECT_THAT(host.calls, Contains("znCreateNRVMPsForCurrentVMR(5, 20, 16)"));
+}
+
+TEST_F(CompleteRun, ClearsTheResultOfEveryProductWithAVector) {
+    run();
+    EXPECT_GT(host.matrixVectorCalls, 0);
+    EXPECT_EQ(host.unclearedResults, 0);
+}
+
+TEST_F(CompleteRun, TakesASingleVolume) {
+    // The covariance is one number, its eigenvector 1; its one component is the volume itself.
+    sources = giveSimulatedVtc(host, 8, 6, 5, 1, 1);
+    host.dialogIntegers[7] = host.dialogIntegers[9] = 1;
+    EXPECT_TRUE(run());
+    EXPECT_EQ(host.maps.size(), 1U);
+    const std::string bytes = contentOf("run1.eig");
+    ASSERT_EQ(bytes.size(), 2 * sizeof(double));
+    double vector = 0.0;
+    std::memcpy(&vector, bytes.data() + sizeof(double), sizeof vector);
+    EXPECT_EQ(vector, 1.0);
 }
 
 TEST_F(CompleteRun, KeepsTheWholeVarianceWithAllEigenvalues) {

@@ -3,6 +3,7 @@
 #include "host/host_fixture.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace zn::testing {
@@ -50,6 +51,23 @@ protected:
     }
 };
 
+// Voxels enough for every random start to lead to the sources.
+class FingerprintOfSources : public FingerprintStage {
+protected:
+    static constexpr int kX = 16, kY = 12, kZ = 10;
+    FingerprintOfSources() { sources = giveSimulatedVtc(host, kX, kY, kZ, 12, 3); }
+
+    // Anatomical voxels x, y, z where a source is strong and positive.
+    std::vector<std::array<int, 3>> strongVoxels(std::size_t source) const {
+        std::vector<std::array<int, 3>> voxels;
+        for (int g = 0; g < kX * kY * kZ; ++g) {
+            if (sources.maps[source][static_cast<std::size_t>(g)] < 1.0) continue;
+            voxels.push_back({57 + 3 * (g % kX), 52 + 3 * (g / kX % kY), 59 + 3 * (g / (kX * kY))});
+        }
+        return voxels;
+    }
+};
+
 TEST_F(FingerprintStage, AsksForTheThresholdsWithTheMouseFree) {
     run();
     const auto asked = std::find_if(host.calls.begin(), host.calls.end(),
@@ -68,6 +86,12 @@ TEST_F(FingerprintStage, SkipsTheClusteringWhenTheFirstQuestionIsCancelled) {
                                 "Component fingerprint will thus miss one parameter and may not be usable!"));
         EXPECT_THAT(host.calls, Not(Contains(StartsWith("znGetFloatInput"))));
         EXPECT_THAT(values(kClustering), Each(0.0F));
+        std::istringstream file(textOf("ParamsMatrix.txt"));
+        std::string line;
+        for (std::size_t k = 0; k < host.maps.size(); ++k) {
+            ASSERT_TRUE(std::getline(file, line));
+            EXPECT_EQ(std::stod(line), 0.0) << line;
+        }
     }
 }
 
@@ -112,7 +136,7 @@ TEST_F(FingerprintStage, SaysThatTheDesignMatrixWasNotFoundAndGoesOn) {
     EXPECT_THAT(values(kDesignIndex), Each(1.0F));
 }
 
-TEST_F(FingerprintStage, FindsThePredictorOfEachComponent) {
+TEST_F(FingerprintOfSources, FindTheirPredictors) {
     host.dialogStrings[3] = "design.rtc";
     host.predictors = {timeCourse(2), timeCourse(0), timeCourse(1)};
     run();
@@ -169,25 +193,38 @@ TEST_F(FingerprintStage, LoadsTheVoisBeforeTheVtcAndFetchesThemAfterTheVoxelCoun
               position("znLogText(// Plugin>  Number of VOIs currently defined (for spatial template): 1)"));
 }
 
-TEST_F(FingerprintStage, FindsTheRegionOfEachComponent) {
-    // Each region holds the voxels where its source is strong and positive; the second region is empty.
+TEST_F(FingerprintOfSources, FindTheirRegions) {
     host.dialogStrings[4] = "regions.voi";
-    std::vector<std::vector<int>> regions(4);
+    host.vois.resize(4); // the second one stays empty
+    const std::size_t regionOf[3] = {1, 3, 4};
     for (std::size_t s = 0; s < 3; ++s) {
-        for (int g = 0; g < 240; ++g) {
-            if (sources.maps[s][static_cast<std::size_t>(g)] < 1.0) continue;
-            for (int c : {57 + 3 * (g % 8), 52 + 3 * (g / 8 % 6), 59 + 3 * (g / 48)}) {
-                regions[s == 0 ? 0 : s + 1].push_back(c);
-            }
+        for (const auto& [x, y, z] : strongVoxels(s)) {
+            for (int c : {x, y, z}) host.vois[regionOf[s] - 1].push_back(c);
         }
     }
-    host.vois = regions;
     run();
-    const float regionOf[3] = {1, 3, 4};
     for (std::size_t s = 0; s < 3; ++s) {
         const auto& parameters = host.maps[componentOf(s)].parameters;
         EXPECT_GT(parameters[kTemplateMax], 0.5F);
-        EXPECT_EQ(parameters[kTemplateIndex], regionOf[s]);
+        EXPECT_EQ(parameters[kTemplateIndex], static_cast<float>(regionOf[s]));
+    }
+}
+
+TEST_F(FingerprintOfSources, FindTheRegionsOfAHostThatCountsFromTheCentre) {
+    // The same voxels, in the order z, x, y and counted down from 128.
+    host.dialogStrings[4] = "regions.voi";
+    host.voiSpace = 3;
+    host.vois.resize(3);
+    for (std::size_t s = 0; s < 3; ++s) {
+        for (const auto& [x, y, z] : strongVoxels(s)) {
+            for (int c : {128 - z, 128 - x, 128 - y}) host.vois[s].push_back(c);
+        }
+    }
+    run();
+    for (std::size_t s = 0; s < 3; ++s) {
+        const auto& parameters = host.maps[componentOf(s)].parameters;
+        EXPECT_GT(parameters[kTemplateMax], 0.5F);
+        EXPECT_EQ(parameters[kTemplateIndex], static_cast<float>(s + 1));
     }
 }
 
@@ -223,6 +260,33 @@ TEST_F(FingerprintStage, GivesNotANumberForOneComponentAndGoesOn) {
     EXPECT_EQ(host.maps.size(), 1U);
     EXPECT_TRUE(std::isnan(host.maps[0].parameters[kFirstOfFile])); // 0 / 0 after the rescaling
     EXPECT_EQ(host.log().back(), " ");
+}
+
+TEST_F(FingerprintStage, CountsTheRepetitionTimeInWholeSeconds) {
+    // The fifth band needs less than 6 s, the fourth less than 11 s; without it 0 / 0 comes of the rescaling. With 200
+    // volumes the spectrum is fine enough for a band that exists to hold something.
+    sources = giveSimulatedVtc(host, 8, 6, 5, 200, 3);
+    const auto exists = [&](int milliseconds, std::size_t band) {
+        host.header.repetitionTime = milliseconds;
+        run();
+        return !std::isnan(host.maps.front().parameters[10 + band]);
+    };
+    EXPECT_TRUE(exists(5999, 5));
+    EXPECT_FALSE(exists(6000, 5));
+    EXPECT_TRUE(exists(10999, 4));
+    EXPECT_FALSE(exists(11000, 4));
+}
+
+TEST_F(FingerprintStage, GivesTheStandardDeviationOfTheTimeCourse) {
+    run();
+    for (const auto& map : host.maps) {
+        const auto count = static_cast<double>(map.timeCourse.size());
+        double sum = 0.0;
+        for (float value : map.timeCourse) sum += static_cast<double>(value);
+        double squares = 0.0;
+        for (float value : map.timeCourse) squares += std::pow(static_cast<double>(value) - sum / count, 2);
+        EXPECT_NEAR(static_cast<double>(map.parameters[kRms]), std::sqrt(squares / (count - 1)), 1e-5);
+    }
 }
 
 TEST_F(FingerprintStage, LivesWithRepetitionTimesThatNoScannerHas) {

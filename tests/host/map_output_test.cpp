@@ -145,6 +145,23 @@ TEST_F(MapOutput, SkipsWhatTheHostHasNoRoomFor) {
     EXPECT_THAT(host.maps.front().timeCourse, IsEmpty());
 }
 
+TEST_F(MapOutput, LeavesOutOnlyWhatTheHostHasNoRoomFor) {
+    for (const bool givesTimeCourses : {true, false}) {
+        host.givesTimeCourses = givesTimeCourses;
+        host.givesParameters = !givesTimeCourses;
+        EXPECT_TRUE(run());
+        ASSERT_THAT(host.maps, SizeIs(3));
+        for (const auto& map : host.maps) {
+            EXPECT_THAT(map.timeCourse, SizeIs(givesTimeCourses ? 12 : 0));
+            EXPECT_THAT(map.parameters, SizeIs(givesTimeCourses ? 0 : 16));
+            EXPECT_THAT(map.voxels, ::testing::Contains(::testing::Gt(1.0F)));
+            EXPECT_EQ(map.type, 12);
+            EXPECT_EQ(map.timesSet, 1);
+        }
+        EXPECT_THAT(host.calls, ::testing::Contains("znSaveNRVMPsOfCurrentVMR(maps.ica)"));
+    }
+}
+
 TEST_F(MapOutput, SurvivesAHostThatHandsOutNoPointers) {
     host.givesTimeCourses = host.givesParameters = host.givesNames = host.givesMaps = false;
     EXPECT_TRUE(run());

@@ -46,6 +46,17 @@ TEST_F(RunFiles, ListTheVoxelsOfTheMaskInGridOrder) {
                                  "    8     6     5 \n");
 }
 
+TEST_F(RunFiles, CountWholeVoxelsOfABoundingBoxWithARemainder) {
+    run();
+    const std::string whole = textOf("ICA.vox");
+    host.header.xEnd += 1;
+    host.header.yEnd += 2;
+    host.header.zEnd += 2;
+    run();
+    EXPECT_THAT(host.log(), ::testing::Contains("// Plugin>  Number of used VTC voxels: 240"));
+    EXPECT_EQ(textOf("ICA.vox"), whole);
+}
+
 TEST_F(RunFiles, HoldTheCovarianceOfTheCentredData) {
     run();
     const auto rows = numbersIn(textOf("Covariance.txt"));

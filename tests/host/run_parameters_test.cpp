@@ -2,6 +2,9 @@
 
 #include "host/host_fixture.h"
 
+#include <cstring>
+#include <numeric>
+
 namespace zn::testing {
 namespace {
 
@@ -66,8 +69,45 @@ TEST_F(RunParameters, OfTheWildestKindDoNoHarm) {
     EXPECT_THAT(adjustments(least, most, most), ::testing::SizeIs(2));
     EXPECT_THAT(adjustments(most, least, least), ::testing::SizeIs(2));
     EXPECT_THAT(adjustments(most, most, 1), IsEmpty());
-    host.dialogIntegers[8] = least; // an iteration limit below 0 is as good as 0
-    EXPECT_THAT(adjustments(1, 3, 3), IsEmpty());
+}
+
+// The number of components that a run finds with this range and number.
+class FoundComponents : public RunParameters {
+protected:
+    FoundComponents() { host.dialogIntegers[8] = 200; }
+    std::size_t found(int first, int last, int components) {
+        adjustments(first, last, components);
+        return host.maps.size();
+    }
+};
+
+TEST_F(FoundComponents, AreAsManyAsTheRangeIsLong) {
+    EXPECT_EQ(found(1, 3, 3), 3U);
+    EXPECT_EQ(found(1, 3, 20), 3U);
+    EXPECT_EQ(found(1, 3, 1), 3U);
+    EXPECT_EQ(found(2, 2, 5), 1U);
+}
+
+TEST_F(FoundComponents, NeedNoLimitOfIterations) {
+    host.dialogIntegers[8] = -1;
+    EXPECT_EQ(found(1, 3, 3), 3U);
+}
+
+TEST_F(FoundComponents, OfARangeThatWasTurnedRoundBelongToItsLastEigenvalue) {
+    adjustments(5, 3, 3);
+    const std::string bytes = contentOf("run1.eig");
+    std::vector<double> values(12);
+    ASSERT_GE(bytes.size(), 12 * sizeof(double));
+    std::memcpy(values.data(), bytes.data(), 12 * sizeof(double));
+    const double share = values[2] / std::accumulate(values.begin(), values.end(), 0.0) * 100.0;
+    const std::string start = "// Plugin>  Retained variance after dimensionality reduction: ";
+    for (const auto& line : host.log()) {
+        if (line.starts_with(start)) {
+            EXPECT_NEAR(std::stod(line.substr(start.size())), share, 1e-5);
+            return;
+        }
+    }
+    FAIL() << "no line says the retained variance";
 }
 
 } // namespace

@@ -304,6 +304,9 @@ ZN_HOST_FUNCTION void zn_intel_matrix_vector_mult_d(const double* a, const doubl
                                                     bool transpose) {
     const Call entered;
     ++scripted().matrixVectorCalls;
+    if (std::any_of(y, y + (transpose ? n : m), [](double value) { return value != 0.0; })) {
+        ++scripted().unclearedResults;
+    }
     multiply(a, x, y, m, n, transpose);
     if (scripted().afterMatrixVector) scripted().afterMatrixVector(y, transpose ? n : m);
 }

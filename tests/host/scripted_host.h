@@ -61,6 +61,7 @@ struct ScriptedHost {
     // --- records ----------------------------------------------------------------------------------------------------
     std::vector<std::string> calls; ///< name and arguments of every call but the matrix-vector products
     int matrixVectorCalls = 0;
+    int unclearedResults = 0; ///< of these, the calls whose result held something before
     std::vector<ScriptedMap> maps;
     std::array<int, 4> displayRange{};
     std::array<int, 7> mapBox{}; ///< bounding box and resolution of the maps

@@ -117,6 +117,16 @@ TEST_F(Engine, ReconstructsMapsAndTimeCoursesInSinglePrecision) {
     EXPECT_EQ(x.get(), nullptr) << "the data are given back";
 }
 
+TEST_F(Engine, KeepsTheSignThatTheVectorHas) {
+    ZeroedBlock x = block(3, 2, {1, 2, 3, 4, -4, -6});
+    Separation separation{block(2, 1, {-0.5, -2.5}), block(1, 2, {-1, 1}), 1}; // the negative of the test above
+    const Components c = reconstruct(x, 3, 2, separation);
+    EXPECT_EQ(c.maps[0][0], 1.0F);
+    EXPECT_EQ(c.maps[0][2], -2.0F);
+    EXPECT_EQ(c.rawTimeCourses[0][0], -0.5F);
+    EXPECT_EQ(c.rawTimeCourses[0][1], -2.5F);
+}
+
 TEST(TransposeMatrix, SwapsRowsAndColumns) {
     OffsetMatrix<float> source(0, 1, 0, 2);
     for (int i = 0; i < 6; ++i) source[0][i] = static_cast<float>(i);
