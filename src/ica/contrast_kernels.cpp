@@ -113,24 +113,24 @@ constexpr int kParts = kPartialSums / kLanes;
 // Eight voxels at a time; of a last, shorter group only the voxels that exist are stored and counted.
 template <Contrast (*contrast)(Lanes)> [[gnu::always_inline]] inline void apply(double* y, int count, double* slopes) {
     Lanes sums[kParts];
-    for (int i = 0; i < kParts; ++i) sums[i] = load(slopes + i * kLanes);
+    for (int i = 0; i < kParts; ++i) sums[i] = load(group(slopes, i));
     int v = 0;
     for (; v + kPartialSums <= count; v += kPartialSums) {
         for (int i = 0; i < kParts; ++i) {
-            const Contrast c = contrast(load(y + v + i * kLanes));
-            store(c.g, y + v + i * kLanes);
+            const Contrast c = contrast(load(group(y + v, i)));
+            store(c.g, group(y + v, i));
             sums[i] += c.slope;
         }
     }
-    for (int i = 0; i < kParts; ++i) store(sums[i], slopes + i * kLanes);
+    for (int i = 0; i < kParts; ++i) store(sums[i], group(slopes, i));
 
     double rest[kPartialSums] = {};
     double restSlopes[kPartialSums];
     for (int i = 0; v + i < count; ++i) rest[i] = y[v + i];
     for (int i = 0; i < kParts; ++i) {
-        const Contrast c = contrast(load(rest + i * kLanes));
-        store(c.g, rest + i * kLanes);
-        store(c.slope, restSlopes + i * kLanes);
+        const Contrast c = contrast(load(group(rest, i)));
+        store(c.g, group(rest, i));
+        store(c.slope, group(restSlopes, i));
     }
     for (int i = 0; v + i < count; ++i) {
         y[v + i] = rest[i];
@@ -160,13 +160,13 @@ template <int lanes> void gaussianKernel(double* y, int count, double* slopes) {
 
 template <int lanes> void productKernel(const double* z, const double* next, const double* g, int count, double* sums) {
     Lanes partial[kParts];
-    for (int i = 0; i < kParts; ++i) partial[i] = load(sums + i * kLanes);
+    for (int i = 0; i < kParts; ++i) partial[i] = load(group(sums, i));
     int v = 0;
     for (; v + kPartialSums <= count; v += kPartialSums) {
         __builtin_prefetch(next + v); // eight numbers are one cache line
-        for (int i = 0; i < kParts; ++i) partial[i] += load(z + v + i * kLanes) * load(g + v + i * kLanes);
+        for (int i = 0; i < kParts; ++i) partial[i] += load(group(z + v, i)) * load(group(g + v, i));
     }
-    for (int i = 0; i < kParts; ++i) store(partial[i], sums + i * kLanes);
+    for (int i = 0; i < kParts; ++i) store(partial[i], group(sums, i));
     for (int i = 0; v + i < count; ++i) sums[i] += z[v + i] * g[v + i];
 }
 

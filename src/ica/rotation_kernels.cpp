@@ -36,7 +36,7 @@ template <int count>
     TileColumn* tile[count]; // a copy, which no store can change
     for (int t = 0; t < count; ++t) {
         tile[t] = tiles[t];
-        for (int i = 0; i < kParts; ++i) x[t][i] = load(shared[t] + i * kLanes);
+        for (int i = 0; i < kParts; ++i) x[t][i] = load(group(shared[t], i));
     }
     for (const PlaneRotation* rotation = first; rotation != last; ++rotation) {
         const Lanes s = broadcast(rotation->s);
@@ -45,14 +45,14 @@ template <int count>
             double* column = tile[t][rotation->q].row;
             for (int i = 0; i < kParts; ++i) {
                 const Lanes g = x[t][i];
-                const Lanes h = load(column + i * kLanes);
+                const Lanes h = load(group(column, i));
                 x[t][i] = g - s * (h + g * tau);
-                store(h + s * (g - h * tau), column + i * kLanes);
+                store(h + s * (g - h * tau), group(column, i));
             }
         }
     }
     for (int t = 0; t < count; ++t) {
-        for (int i = 0; i < kParts; ++i) store(x[t][i], shared[t] + i * kLanes);
+        for (int i = 0; i < kParts; ++i) store(x[t][i], group(shared[t], i));
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <limits>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -133,29 +134,22 @@ public:
         constexpr long long most = std::numeric_limits<std::ptrdiff_t>::max() / static_cast<long long>(sizeof(double));
         if (rows < 0 || columns < 0 || (columns > 0 && rows > most / columns)) throw std::bad_alloc();
         const auto elements = static_cast<std::size_t>(rows * columns);
-        block_ = static_cast<double*>(std::calloc(elements > 0 ? elements : 1, sizeof(double)));
+        block_.reset(static_cast<double*>(std::calloc(elements > 0 ? elements : 1, sizeof(double))));
         if (!block_) throw std::bad_alloc();
     }
-    ZeroedBlock(ZeroedBlock&& other) noexcept { swap(other); }
-    ZeroedBlock& operator=(ZeroedBlock&& other) noexcept {
-        ZeroedBlock(std::move(other)).swap(*this);
-        return *this;
-    }
-    ~ZeroedBlock() { std::free(block_); }
 
-    double* get() const { return block_; }
-    double* row(long long index) const { return block_ + index * columns_; }
+    double* get() const { return block_.get(); }
+    double* row(long long index) const { return block_.get() + index * columns_; }
     /// Gives the block back before the owner's end.
-    void release() { ZeroedBlock().swap(*this); }
+    void release() { block_.reset(); }
 
 private:
-    void swap(ZeroedBlock& other) noexcept {
-        std::swap(columns_, other.columns_);
-        std::swap(block_, other.block_);
-    }
+    struct Free {
+        void operator()(double* block) const { std::free(block); }
+    };
 
     long long columns_ = 0;
-    double* block_ = nullptr;
+    std::unique_ptr<double[], Free> block_;
 };
 
 } // namespace zn

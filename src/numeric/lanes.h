@@ -22,6 +22,11 @@ template <class Vector> [[gnu::always_inline]] inline void store(const Vector& l
     __builtin_memcpy(to, &lanes, sizeof lanes);
 }
 
+/// Group `part` of kLanes numbers behind an address.
+template <class Number> [[gnu::always_inline]] inline Number* group(Number* from, int part) {
+    return from + static_cast<long long>(part) * kLanes;
+}
+
 /// The same value in all lanes; subtracting zero leaves every value as it is, -0 included.
 [[gnu::always_inline]] inline Lanes broadcast(double value) {
     return value - Lanes{};

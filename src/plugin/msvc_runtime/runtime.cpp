@@ -26,6 +26,7 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return malloc(size);
 }
 
+// NOLINTNEXTLINE(misc-new-delete-overloads): nothing here throws
 void operator delete(void* block) noexcept {
     free(block);
 }
