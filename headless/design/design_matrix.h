@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace zn {
+
+/// The plug-in compares time courses with the first 16 predictors and passes over any further one in silence.
+constexpr std::size_t kMostPredictors = 16;
 
 /// Predictors that time courses are compared with.
 struct DesignMatrix {
@@ -17,7 +21,7 @@ struct DesignMatrix {
 ///
 ///   volumes   how many values every predictor must have
 ///
-/// Throws Failure (kInput) naming file, line and column.
+/// Throws Failure (kInput) naming file, line and column; also for more than kMostPredictors.
 DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes);
 
 } // namespace zn

@@ -70,6 +70,29 @@ TEST_F(DesignAndRegions, DesignMatricesThatDoNotFitAreRefused) {
     EXPECT_THAT(run({"--design", (folder / "none.tsv").string()}).err, HasSubstr("none.tsv does not exist"));
 }
 
+// Names p1 to p`count` and four rows of values.
+std::string tableOf(int count) {
+    std::string names;
+    std::string values;
+    for (int p = 1; p <= count; ++p) {
+        names += (p > 1 ? "\tp" : "p") + std::to_string(p);
+        values += p > 1 ? "\t1" : "1";
+    }
+    return names + "\n" + values + "\n" + values + "\n" + values + "\n" + values + "\n";
+}
+
+TEST_F(DesignAndRegions, MorePredictorsThanThePluginComparesWithAreRefused) {
+    EXPECT_EQ(errorWithDesign(tableOf(16)), accepted);
+    EXPECT_EQ(errorWithDesign(tableOf(17)), "znica: " + (folder / "design.txt").string() +
+                                                " has 17 predictors; the plug-in compares with at most 16: keep the "
+                                                "columns that matter.\n");
+    const std::string rtc = "FileVersion: 2\nNrOfPredictors: 17\nNrOfDataPoints: 4\n\n";
+    std::string names;
+    for (int p = 1; p <= 17; ++p) names += "\"p" + std::to_string(p) + "\" ";
+    const std::string row = "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17\n";
+    EXPECT_THAT(errorWithDesign(rtc + names + "\n" + row + row + row + row), HasSubstr("has 17 predictors"));
+}
+
 TEST_F(DesignAndRegions, NamesOfRegionsNeedTheirTwoColumns) {
     EXPECT_EQ(errorWithNames("index\tname\n1\tcortex\n"), accepted);
     EXPECT_EQ(errorWithNames("name\tcolour\tindex\ncortex\tred\t1\n"), accepted);
