@@ -94,7 +94,8 @@ void CommandLine::addRun() {
     run->add_option("--max-iterations", o.maxIterations, "start a component anew after these (500)")
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N");
-    run->add_option("--design", o.design, "up to 16 predictors, as RTC text or a table with a header")->type_name("FILE");
+    run->add_option("--design", o.design, "up to 16 predictors, as RTC text or a table with a header")
+        ->type_name("FILE");
     auto* rois =
         run->add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     run->add_option("--roi-names", o.regionNames, "table with columns index and name")->type_name("TSV")->needs(rois);

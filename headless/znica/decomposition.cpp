@@ -51,12 +51,27 @@ Json inputOf(const RunFacts& facts) {
             {"RepetitionTimeMilliseconds", facts.session->millisecondsPerVolume},
             {"StoredType", nifti_datatype_to_string(image.image->datatype)},
             {"Scaled", isScaled(*image.image)},
-            {"VoxelsAnalysed", facts.voxels()}};
+            {"VoxelsAnalysed", facts.voxels()},
+            {"VoxelsDropped", {{"NotFinite", facts.left.notFinite}, {"Constant", facts.left.constant}}},
+            {"Notes", facts.inputNotes}};
 }
 
 std::string maskText(const RunOptions& options) {
     if (options.maskSource == MaskSource::kFile) return options.mask.string();
     return options.maskSource == MaskSource::kAutomatic ? "auto" : "none";
+}
+
+// The option as given: the number that it came to stands beside it.
+Json componentsAsked(const RunOptions& options) {
+    switch (options.componentCount) {
+    case ComponentCount::kEstimated:
+        return "auto";
+    case ComponentCount::kMost:
+        return "max";
+    case ComponentCount::kGiven:
+        break;
+    }
+    return options.components();
 }
 
 Json estimateOf(const ComponentEstimate* estimate) {
@@ -69,6 +84,7 @@ Json estimateOf(const ComponentEstimate* estimate) {
 
 Json settingsOf(const RunOptions& options) {
     return {{"Mask", maskText(options)},
+            {"ComponentsAsked", componentsAsked(options)},
             {"Components", options.components()},
             {"FirstEigenvalue", options.firstEigenvalue},
             {"LastEigenvalue", options.lastEigenvalue},

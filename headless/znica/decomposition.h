@@ -3,6 +3,7 @@
 #include "headless/dimension/component_estimate.h"
 #include "headless/failure/failure.h"
 #include "headless/host/session.h"
+#include "headless/mask/voxel_summary.h"
 #include "headless/nifti/image_header.h"
 #include "headless/result/plugin_log.h"
 #include "headless/znica/plugin_library.h"
@@ -12,6 +13,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 namespace zn {
 
@@ -21,6 +24,8 @@ struct RunFacts {
     const ImageHeader* functional = nullptr;
     const Session* session = nullptr;
     const RepetitionTime* repetition = nullptr;
+    std::vector<std::string> inputNotes;         ///< sentences that the user was told about the input
+    LeftVoxels left;                             ///< the mask, because they cannot be analysed
     const ComponentEstimate* estimate = nullptr; ///< null: the number of components was given
     const PluginLibrary* library = nullptr;
     const PluginLog* log = nullptr;

@@ -68,7 +68,8 @@ ExitStatus runCommand(const RunOptions& asked) {
     Session session = makeSession(options, functional, repetition.seconds);
     InputNotes notes(options.control.quiet && !options.dryRun); // a dry run is asked for its notes
     notes.say(inputNote(options, functional, repetition));
-    for (const std::string& disagreement : repetition.disagreements) notes.say(disagreement);
+    for (const std::string& disagreement : repetition.disagreements) notes.remark(disagreement);
+    for (const std::string& note : bandNotes(session.millisecondsPerVolume)) notes.remark(note);
     const MemoryCheck memory(options, functional, session);
     const std::int64_t expected = expectedVoxels(options, functional, session);
     notes.say(memory.note(expected));
@@ -127,6 +128,8 @@ ExitStatus runCommand(const RunOptions& asked) {
     facts.functional = &functional;
     facts.session = &session;
     facts.repetition = &repetition;
+    facts.inputNotes = notes.remarks();
+    facts.left = mask.left;
     facts.estimate = estimate ? &*estimate : nullptr;
     facts.predictedMemoryBytes = memory.predictedBytes(mask.count);
     facts.library = &library;

@@ -130,6 +130,8 @@ TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
         EXPECT_THAT(result.out, HasSubstr(note));
         EXPECT_THAT(textOf(folder / "out/log.txt"), HasSubstr(note));
         EXPECT_THAT(result.out, HasSubstr("117 voxels x 24 volumes analysed\n"));
+        const json facts = json::parse(textOf(folder / "out/a_desc-ICA_decomposition.json"));
+        EXPECT_EQ(facts["Input"]["VoxelsDropped"], (json{{"NotFinite", 2}, {"Constant", 1}}));
     }
 }
 

@@ -1,0 +1,82 @@
+// What a result says about its input: the repetition time and its frequency bands, the components asked for.
+#include "cli/command.h"
+#include "cli/files.h"
+#include "cli/nifti_bytes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zn::test {
+namespace {
+
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class RecordedInput : public testing::Test {
+protected:
+    json factsOf(const std::vector<std::string>& options) {
+        writeFile(folder / "a_bold.nii", plainSeries(24).bytes()); // 2 s
+        std::vector<std::string> arguments = {
+            "run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(), "--seed", "1", "--no-report"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        result = znica(arguments);
+        EXPECT_THAT(result.err, IsEmpty());
+        return json::parse(textOf(folder / "out/a_desc-ICA_decomposition.json"));
+    }
+    json notesAt(const std::string& seconds) {
+        return factsOf({"--components", "1", "--tr", seconds, "--force"})["Input"]["Notes"];
+    }
+    json columns() { return json::parse(textOf(folder / "out/a_desc-ICA_metrics.json")); }
+
+    TemporaryFolder folder;
+    CommandResult result;
+};
+
+TEST_F(RecordedInput, TheComponentsAskedForStandBesideTheNumberTaken) {
+    const json count = factsOf({"--components", "2"})["Settings"];
+    EXPECT_EQ(count["ComponentsAsked"], 2);
+    const json range = factsOf({"--eigenvalues", "2:4", "--force"})["Settings"];
+    EXPECT_EQ(range["ComponentsAsked"], 3);
+    const json estimated = factsOf({"--components", "auto", "--force"})["Settings"];
+    EXPECT_EQ(estimated["ComponentsAsked"], "auto");
+    EXPECT_GE(estimated["Components"], 1);
+}
+
+TEST_F(RecordedInput, AllVolumesAreRecordedAsAskedFor) {
+    const json most = factsOf({"--components", "max", "--epsilon", "0.9"})["Settings"]; // converges at once
+    EXPECT_EQ(most["ComponentsAsked"], "max");
+    EXPECT_EQ(most["Components"], 24);
+}
+
+TEST_F(RecordedInput, ATimeThatThePluginsBandsFitIsWorthNoNote) {
+    const json notes = factsOf({"--components", "1"})["Input"]["Notes"];
+    EXPECT_TRUE(notes.is_array());
+    EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST_F(RecordedInput, DisagreeingTimesAreNoted) {
+    writeFile(folder / "a_bold.json", R"({"RepetitionTime": 3})");
+    EXPECT_THAT(factsOf({"--components", "1"})["Input"]["Notes"],
+                ElementsAre("TR: a_bold.json says 3 s and is used; the header says 2 s."));
+}
+
+TEST_F(RecordedInput, ATimeThatThePluginsBandsDoNotFitIsSaidAndRecorded) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"0.8", "TR: 0.8 s is below 1 s, which the plug-in counts as 0: its frequency bands mean nothing here, band 1 "
+                "is 1 and the others are n/a."},
+        {"2.5", "TR: 2.5 s is not a whole number of seconds; the plug-in counts with 2 s in its frequency bands."},
+        {"6", "TR: 6 s leaves the plug-in 4 of its 5 frequency bands; the others are n/a."},
+        {"11", "TR: 11 s leaves the plug-in 3 of its 5 frequency bands; the others are n/a."}};
+    for (const auto& [seconds, note] : cases) {
+        const json notes = notesAt(seconds);
+        EXPECT_THAT(notes, testing::Contains(json(note)));
+        EXPECT_THAT(result.out, HasSubstr(note + "\n"));
+        EXPECT_THAT(textOf(folder / "out/log.txt"), HasSubstr(note + "\n"));
+    }
+}
+
+} // namespace
+} // namespace zn::test
