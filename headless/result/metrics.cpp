@@ -2,7 +2,14 @@
 
 namespace zn {
 
-// Bands in fractions of the Nyquist frequency, which is half the sampling rate in whole seconds of the TR.
+namespace {
+
+constexpr char kShareOfPower[] = ", divided by the component's own largest share, and then by the largest that a "
+                                 "component of the run has in this band.";
+constexpr char kBandUnits[] = "rescaled to 0..1 across the components of the run";
+
+} // namespace
+
 const std::array<Metric, 16> kMetrics = {{
     {"dm_pred_max", "DM pred max",
      "Largest absolute correlation of the component's time course with a predictor of the design matrix; 0 without "
@@ -20,13 +27,15 @@ const std::array<Metric, 16> kMetrics = {{
      "Number of that region in ascending order of the labels, counted from 1; 0 for none.", "region number"},
     {"degree_of_clustering", "Degree of Clustering",
      "Share of the voxels beyond the z threshold, of either sign, that lie in clusters of at least the minimum size; "
-     "0 when clustering was skipped.",
+     "n/a when no voxel lies beyond it; 0 when clustering was skipped.",
      "fraction, 0 to 1"},
     {"skewness", "Skewness",
-     "Skewness of the map values; the logarithm of its ratio to the smallest one of the run, divided by the largest.",
+     "Absolute skewness of the map values; the logarithm of its ratio to the smallest one of the run, divided by the "
+     "largest.",
      "rescaled to 0..1 across the components of the run"},
     {"kurtosis", "Kurtosis",
-     "Excess kurtosis of the map values; absolute logarithm, rescaled; n/a where a kurtosis is negative.",
+     "Excess kurtosis of the map values; absolute logarithm, rescaled; n/a where a kurtosis is negative, and in the "
+     "whole column when the first one is.",
      "rescaled to 0..1 across the components of the run"},
     {"spatial_entropy", "Spatial Entropy", "Histogram entropy of the map values; absolute logarithm, rescaled.",
      "rescaled to 0..1 across the components of the run"},
@@ -34,23 +43,23 @@ const std::array<Metric, 16> kMetrics = {{
      "correlation"},
     {"temporal_entropy", "Temporal Entropy", "Histogram entropy of the time course; exponential, rescaled.",
      "rescaled to 0..1 across the components of the run"},
-    {"power_band_1", "Power Spectrum Band 1",
-     "Share of the time course's power from 0 to 0.032 of the Nyquist frequency.",
-     "rescaled to 0..1 across the components of the run"},
-    {"power_band_2", "Power Spectrum Band 1",
-     "Share of the time course's power from 0.032 to 0.08 of the Nyquist frequency. The plug-in names it like the "
-     "first "
-     "band.",
-     "rescaled to 0..1 across the components of the run"},
-    {"power_band_3", "Power Spectrum Band 3",
-     "Share of the time course's power from 0.08 to 0.2 of the Nyquist frequency.",
-     "rescaled to 0..1 across the components of the run"},
-    {"power_band_4", "Power Spectrum Band 4",
-     "Share of the time course's power from 0.2 to 0.4 of the Nyquist frequency.",
-     "rescaled to 0..1 across the components of the run"},
-    {"power_band_5", "Power Spectrum Band 5",
-     "Share of the time course's power from 0.4 of the Nyquist frequency upwards.",
-     "rescaled to 0..1 across the components of the run"},
+    {"power_band_1", "Power Spectrum Band 1", kShareOfPower, kBandUnits},
+    {"power_band_2", "Power Spectrum Band 1", kShareOfPower, kBandUnits},
+    {"power_band_3", "Power Spectrum Band 3", kShareOfPower, kBandUnits},
+    {"power_band_4", "Power Spectrum Band 4", kShareOfPower, kBandUnits},
+    {"power_band_5", "Power Spectrum Band 5", kShareOfPower, kBandUnits},
 }};
+
+std::string metricDescription(std::size_t position, const FrequencyBands& bands) {
+    if (position < kFirstBand) return kMetrics[position].description;
+    const int band = static_cast<int>(position - kFirstBand) + 1;
+    const std::string note = band == 2 ? " The plug-in names it like the first band." : "";
+    if (!bands.defined()) {
+        return "Not defined: the plug-in counts with whole seconds, and the repetition time is below one. " +
+               std::string(band == 1 ? "1 for every component." : "n/a for every component.") + note;
+    }
+    if (band > bands.used) return "Not in use at this repetition time; n/a for every component." + note;
+    return "Share of the time course's power " + bands.range(band) + kShareOfPower + note;
+}
 
 } // namespace zn

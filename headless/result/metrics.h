@@ -1,6 +1,9 @@
 #pragma once
 
+#include "headless/result/frequency_bands.h"
+
 #include <array>
+#include <string>
 
 namespace zn {
 
@@ -8,14 +11,18 @@ namespace zn {
 struct Metric {
     const char* column;      ///< name in the tables of a result
     const char* pluginName;  ///< name that the plug-in gives the parameter; positions 11 and 12 share theirs
-    const char* description; ///< what it says, and how it was rescaled
+    const char* description; ///< what it says, and how it was rescaled; the same for every band
     const char* units;
 };
 
 extern const std::array<Metric, 16> kMetrics;
 
+/// The description of a parameter; of a band with the limits that it has in this run.
+std::string metricDescription(std::size_t position, const FrequencyBands& bands);
+
 /// Positions that the tables need by themselves.
 constexpr std::size_t kPredictorIndex = 1; ///< 1-based; 1 also when there is no design matrix
 constexpr std::size_t kRegionIndex = 4;    ///< 1-based; 0: none
+constexpr std::size_t kFirstBand = 11;
 
 } // namespace zn

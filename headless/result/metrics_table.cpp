@@ -18,6 +18,13 @@ std::string stabilityCells(const Stability& stability) {
     return "\t" + cellText(static_cast<float>(stability.index)) + "\t" + std::to_string(stability.runs);
 }
 
+// {"1": "face", "2": "house"}
+nlohmann::ordered_json levelsOf(const std::vector<std::string>& names) {
+    auto levels = nlohmann::ordered_json::object();
+    for (std::size_t i = 0; i < names.size(); ++i) levels[std::to_string(i + 1)] = names[i];
+    return levels;
+}
+
 } // namespace
 
 std::string ReferenceNames::at(const std::vector<std::string>& names, float number) {
@@ -45,16 +52,29 @@ void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps
     writeTextFile(file, text);
 }
 
-void writeMetricsDescription(const std::filesystem::path& file, bool withStability) {
+void writeMetricsDescription(const std::filesystem::path& file, const ReferenceNames& names,
+                             const FrequencyBands& bands, bool withStability) {
     nlohmann::ordered_json columns;
-    columns["component"] = {{"Description", "Component, in the order of extraction, counted from ICA_00."}};
-    for (const Metric& metric : kMetrics) {
-        columns[metric.column] = {
-            {"LongName", metric.pluginName}, {"Description", metric.description}, {"Units", metric.units}};
+    columns["component"] = {{"Description", "Component, in the order of extraction, counted from ICA_00."},
+                            {"Units", "name"}};
+    for (std::size_t position = 0; position < kMetrics.size(); ++position) {
+        const Metric& metric = kMetrics[position];
+        columns[metric.column] = {{"LongName", metric.pluginName},
+                                  {"Description", metricDescription(position, bands)},
+                                  {"Units", metric.units}};
     }
-    columns["dm_pred_name"] = {{"Description", "Name of the predictor in dm_pred_index; n/a without a design matrix."}};
-    columns["template_voi_name"] = {{"Description", "Name of the region in template_voi_index; n/a without regions."}};
-    columns["classification"] = {{"Description", "For the reader to fill in: signal or noise. Left empty (n/a) here."}};
+    if (!names.predictors.empty()) columns[kMetrics[kPredictorIndex].column]["Levels"] = levelsOf(names.predictors);
+    if (!names.regions.empty()) columns[kMetrics[kRegionIndex].column]["Levels"] = levelsOf(names.regions);
+    columns["dm_pred_name"] = {{"Description", "Name of the predictor in dm_pred_index; n/a without a design matrix."},
+                               {"Units", "name"}};
+    columns["template_voi_name"] = {{"Description", "Name of the region in template_voi_index; n/a without regions."},
+                                    {"Units", "name"}};
+    columns["classification"] = {
+        {"Description", "For the reader to fill in; n/a, as here, where there is no judgement yet."},
+        {"Levels",
+         {{"signal", "the component is of neuronal origin or otherwise of interest"},
+          {"noise", "the component is of no interest"},
+          {"unsure", "the reader cannot tell"}}}};
     if (withStability) {
         columns["stability_iq"] = {
             {"LongName", "Stability index Iq"},
@@ -64,7 +84,7 @@ void writeMetricsDescription(const std::filesystem::path& file, bool withStabili
             {"Units", "difference of correlations, at most 1"}};
         columns["stability_runs"] = {{"Description", "Runs that have a component in that cluster."}, {"Units", "runs"}};
     }
-    writeTextFile(file, columns.dump(2) + "\n");
+    writeTextFile(file, columns.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
 }
 
 } // namespace zn

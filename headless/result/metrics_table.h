@@ -1,6 +1,7 @@
 #pragma once
 
 #include "headless/host/volume_maps.h"
+#include "headless/result/frequency_bands.h"
 #include "headless/result/stability.h"
 
 #include <filesystem>
@@ -25,6 +26,10 @@ void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps
                        const std::vector<Stability>& stability);
 
 /// Writes what the columns of that table mean, as JSON in the manner of BIDS. Throws Failure (kOther).
-void writeMetricsDescription(const std::filesystem::path& file, bool withStability);
+///
+///   names   what the numbers of predictors and regions stand for: their levels
+///   bands   of the run's repetition time
+void writeMetricsDescription(const std::filesystem::path& file, const ReferenceNames& names,
+                             const FrequencyBands& bands, bool withStability);
 
 } // namespace zn

@@ -120,7 +120,8 @@ ExitStatus runCommand(const RunOptions& asked) {
     }
     writeMetricsTable(file("metrics.tsv"), session.maps, referenceNames(session),
                       repeats ? repeats->stability : std::vector<Stability>());
-    writeMetricsDescription(file("metrics.json"), repeats.has_value());
+    writeMetricsDescription(file("metrics.json"), referenceNames(session),
+                            frequencyBands(session.millisecondsPerVolume), repeats.has_value());
 
     RunFacts facts;
     facts.repeats = repeats ? &*repeats : nullptr;

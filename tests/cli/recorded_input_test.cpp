@@ -78,5 +78,24 @@ TEST_F(RecordedInput, ATimeThatThePluginsBandsDoNotFitIsSaidAndRecorded) {
     }
 }
 
+// The limits of bands and their number: as the plug-in lays them for a flat spectrum, in the tests of its bands.
+TEST_F(RecordedInput, TheDescriptionOfABandHasTheLimitsOfThisRun) {
+    const auto band = [this](int number) {
+        return columns()["power_band_" + std::to_string(number)]["Description"].get<std::string>();
+    };
+    notesAt("2");
+    EXPECT_THAT(band(4), HasSubstr("power from 0.2 to 0.4 of the Nyquist frequency, divided by the component's own"));
+    EXPECT_THAT(band(5), HasSubstr("power from 0.4 of the Nyquist frequency upwards,"));
+    notesAt("6");
+    EXPECT_THAT(band(4), HasSubstr("power from 0.2 of the Nyquist frequency upwards,"));
+    EXPECT_THAT(band(5), HasSubstr("Not in use"));
+    notesAt("0.8");
+    EXPECT_THAT(band(1), HasSubstr("1 for every component"));
+    EXPECT_THAT(band(5), HasSubstr("n/a for every component"));
+    const auto table = tableIn(folder / "out/a_desc-ICA_metrics.tsv");
+    EXPECT_THAT(std::vector(table[1].begin() + 12, table[1].begin() + 17),
+                ElementsAre("1", "n/a", "n/a", "n/a", "n/a"));
+}
+
 } // namespace
 } // namespace zn::test

@@ -181,8 +181,11 @@ TEST_F(RunResult, TheMetricsTableHasARowAComponentAndADescriptionAColumn) {
     for (const std::string& column : table[0]) {
         ASSERT_TRUE(description.contains(column)) << column;
         EXPECT_FALSE(description[column].value("Description", "").empty()) << column;
+        EXPECT_TRUE(description[column].contains("Units") || description[column].contains("Levels")) << column;
     }
     EXPECT_EQ(description.size(), table[0].size());
+    EXPECT_EQ(description["dm_pred_index"]["Levels"], (json{{"1", "blocks"}, {"2", "blocks-b"}}));
+    EXPECT_EQ(description["template_voi_index"]["Levels"]["3"], "pulse");
     ASSERT_EQ(table[0].size(), 20U); // component, sixteen parameters, two names, classification
     for (std::size_t row = 1; row < table.size(); ++row) {
         ASSERT_EQ(table[row].size(), 20U);
