@@ -58,6 +58,16 @@ void printSummary(const RunFacts& facts, const fs::path& out) {
     std::printf("result: %s\n", out.c_str());
 }
 
+// On the standard error and with --quiet as well: the exit status alone does not say where to look.
+void explainMissing(const RunFacts& facts, const fs::path& out) {
+    std::fflush(stdout);
+    std::fprintf(
+        stderr,
+        "znica: %d of %d components found; allow more iterations with --max-iterations or a larger change with "
+        "--epsilon; the partial result is in %s.\n",
+        facts.found(), facts.options->components(), out.c_str());
+}
+
 } // namespace
 
 ExitStatus runCommand(const RunOptions& asked) {
@@ -150,6 +160,7 @@ ExitStatus runCommand(const RunOptions& asked) {
     folder.commit();
     progress.clear();
     if (!options.control.quiet) printSummary(facts, options.out);
+    if (status != ExitStatus::kDone) explainMissing(facts, options.out);
     return status;
 }
 

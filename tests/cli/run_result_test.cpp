@@ -273,9 +273,19 @@ TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
         noise.append(static_cast<std::int16_t>(sum));
     }
     writeFile(*folder / "noise.nii", noise.bytes());
-    const CommandResult gaveUp =
-        znica({"run", (*folder / "noise.nii").string(), "--components", "20", "--max-iterations", "30", "--seed", "1",
-               "--out", (*folder / "gave-up").string()});
+    std::vector<std::string> arguments = {"run",
+                                          (*folder / "noise.nii").string(),
+                                          "--components",
+                                          "20",
+                                          "--max-iterations",
+                                          "30",
+                                          "--seed",
+                                          "1",
+                                          "--force",
+                                          "--no-report",
+                                          "--out",
+                                          (*folder / "gave-up").string()};
+    const CommandResult gaveUp = znica(arguments);
     ASSERT_EQ(gaveUp.status, 4) << gaveUp.err << gaveUp.out;
     if (std::filesystem::exists(*folder / "gave-up")) {
         const json status = json::parse(textOf(*folder / "gave-up/status.json"));
@@ -284,9 +294,18 @@ TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
         EXPECT_LT(status["components_found"].get<int>(), 20);
         EXPECT_GE(status["components_found"].get<int>(), 1);
         EXPECT_THAT(gaveUp.out, HasSubstr("the others did not converge"));
+        EXPECT_EQ(gaveUp.err, "znica: " + std::to_string(status["components_found"].get<int>()) +
+                                  " of 20 components found; allow more iterations with --max-iterations or a larger "
+                                  "change with --epsilon; the partial result is in " +
+                                  (*folder / "gave-up").string() + ".\n");
     } else {
         EXPECT_THAT(gaveUp.err, HasSubstr("no component converged"));
     }
+    arguments.emplace_back("--quiet");
+    const CommandResult quiet = znica(arguments);
+    EXPECT_EQ(quiet.status, 4);
+    EXPECT_EQ(quiet.out, "");
+    EXPECT_EQ(quiet.err, gaveUp.err);
 }
 
 TEST_F(RunResult, NamesMayHoldBlanksAndForeignLetters) {
