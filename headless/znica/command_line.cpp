@@ -2,9 +2,10 @@
 
 #include "headless/znica/help_pages.h"
 #include "headless/znica/input_options.h"
+#include "headless/znica/number_checks.h"
 
-#include <array>
 #include <charconv>
+#include <limits>
 #include <map>
 #include <string>
 
@@ -50,6 +51,19 @@ void setEigenvalues(RunOptions& options, const std::string& range) {
         throw CLI::ValidationError("--eigenvalues", "FIRST:LAST counts from 1 and rises, as in 2:21; got " + range);
 }
 
+// The plug-in takes it in single precision, where the smallest numbers are 0: no component would ever converge.
+bool isEpsilon(double epsilon) {
+    return static_cast<float>(epsilon) > 0.0f && epsilon <= 1.0;
+}
+
+void setNonlinearity(RunOptions& options, const std::string& name) {
+    const std::map<std::string, Nonlinearity> known = {
+        {"tanh", Nonlinearity::kTanh}, {"gauss", Nonlinearity::kGauss}, {"cube", Nonlinearity::kCube}};
+    const auto found = known.find(name);
+    if (found == known.end()) throw CLI::ValidationError("--nonlinearity", "needs tanh, gauss or cube; got " + name);
+    options.nonlinearity = found->second;
+}
+
 } // namespace
 
 CommandLine::CommandLine() : app(kAbout, "znica") {
@@ -80,16 +94,11 @@ void CommandLine::addRun() {
            "keep these eigenvalues, as in 2:21")
         ->type_name("FIRST:LAST")
         ->excludes(components);
-    const std::map<std::string, Nonlinearity> nonlinearities = {
-        {"tanh", Nonlinearity::kTanh}, {"gauss", Nonlinearity::kGauss}, {"cube", Nonlinearity::kCube}};
-    run->add_option("--nonlinearity", o.nonlinearity, "tanh, gauss or cube (tanh)")
-        ->transform(CLI::Transformer(nonlinearities).description(""))
-        ->check(
-            CLI::IsMember(std::array<Nonlinearity, 3>{Nonlinearity::kTanh, Nonlinearity::kGauss, Nonlinearity::kCube})
-                .description(""))
+    run->add_option_function<std::string>(
+           "--nonlinearity", [&o](const std::string& name) { setNonlinearity(o, name); }, "tanh, gauss or cube (tanh)")
         ->type_name("NAME");
     run->add_option("--epsilon", o.epsilon, "a component has converged below this change (0.0001)")
-        ->check(CLI::Range(1e-30f, 1.0f).description(""))
+        ->check(finiteNumber("a number above 0 and up to 1", isEpsilon))
         ->type_name("E");
     run->add_option("--max-iterations", o.maxIterations, "start a component anew after these (500)")
         ->check(CLI::Range(1, 100000000).description(""))
@@ -105,7 +114,7 @@ void CommandLine::addRun() {
            "--no-clustering", [&o] { o.clusterSize.reset(); }, "leave out the degree of clustering")
         ->excludes(clusterSize);
     run->add_option("--z-threshold", o.zThreshold, "voxels of a cluster lie beyond it, 0.1 to 100 (2.5)")
-        ->check(CLI::Range(0.1f, 100.0f).description(""))
+        ->check(finiteNumber("a number from 0.1 to 100", [](double z) { return z >= 0.1 && z <= 100.0; }))
         ->type_name("Z");
     run->add_option("--label", o.label, "subject or session, for the maps' names")->type_name("TEXT");
     run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")->type_name("FILE");
@@ -136,9 +145,11 @@ void CommandLine::addSimulate() {
         ->check(CLI::Range(1, 24).description(""))
         ->type_name("N");
     simulate->add_option("--noise", o.noisePercent, "noise in per cent of the mean signal (1)")
-        ->check(CLI::Range(0.0, 100.0).description(""))
+        ->check(finiteNumber("a number from 0 to 100", [](double s) { return s >= 0.0 && s <= 100.0; }))
         ->type_name("S");
-    simulate->add_option("--seed", o.seed, "another seed, another sample (1)")->type_name("N");
+    simulate->add_option("--seed", o.seed, "another seed, another sample (1)")
+        ->check(wholeNumber(std::numeric_limits<std::uint64_t>::max()))
+        ->type_name("N");
     simulate->add_flag("--force", o.force, "replace an earlier sample in DIR");
     simulate->footer(kSimulateExamples);
 }

@@ -1,5 +1,7 @@
 #include "headless/znica/input_options.h"
 
+#include "headless/znica/number_checks.h"
+
 #include <charconv>
 #include <string>
 
@@ -54,7 +56,7 @@ CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
         ->check(repetitionTimeComplaint)
         ->type_name("SECONDS");
     run.add_option("--memory", o.memoryGib, "refuse a run that needs more (what is free)")
-        ->check(CLI::PositiveNumber.description(""))
+        ->check(finiteNumber("a number above 0, in GiB", [](double gib) { return gib > 0.0; }))
         ->type_name("GIB");
     run.add_flag("--dry-run", o.dryRun, "tell what would be read and the memory needed, and stop");
     return components;

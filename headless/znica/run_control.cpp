@@ -1,11 +1,15 @@
 #include "headless/znica/run_control.h"
 
-#include <CLI/CLI.hpp>
+#include "headless/znica/number_checks.h"
+
+#include <limits>
 
 namespace zn {
 
 void addRunControl(CLI::App& command, RunControl& control) {
-    command.add_option("--seed", control.seed, "replay the run that recorded this seed (new)")->type_name("N");
+    command.add_option("--seed", control.seed, "replay the run that recorded this seed (new)")
+        ->check(wholeNumber(std::numeric_limits<std::uint32_t>::max()))
+        ->type_name("N");
     command.add_option("--threads", control.threads, "threads of the matrix products (all)")
         ->check(CLI::Range(1, 1024).description(""))
         ->type_name("N");

@@ -90,6 +90,27 @@ TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithTheWayOut) {
     }
 }
 
+TEST(Usage, ANumberThatIsNoneOrOutOfRangeIsRefusedWithWhatIsNeeded) {
+    const std::vector<std::vector<std::string>> cases = {
+        {"run", "--epsilon", "a number above 0 and up to 1", "nan", "inf", "0", "2", "1e-60", "0.1x"},
+        {"run", "--z-threshold", "a number from 0.1 to 100", "nan", "0.09", "101", "-inf"},
+        {"run", "--memory", "a number above 0, in GiB", "nan", "inf", "0", "-1", "1GB"},
+        {"run", "--seed", "a whole number from 0 to 4294967295", "-1", "4294967296", "1.5", "soon"},
+        {"run", "--nonlinearity", "tanh, gauss or cube", "0", "1", "2", "pow3", "TANH"},
+        {"simulate", "--noise", "a number from 0 to 100", "nan", "-1", "100.5"},
+        {"simulate", "--seed", "a whole number from 0 to 18446744073709551615", "-1", "18446744073709551616", "x"}};
+    for (const auto& refused : cases) {
+        for (std::size_t i = 3; i < refused.size(); ++i) {
+            std::vector<std::string> arguments = {refused[0], "--out", "o", refused[1] + "=" + refused[i]};
+            if (refused[0] == "run") arguments.emplace_back("bold.nii");
+            const CommandResult result = znica(arguments);
+            EXPECT_EQ(result.status, 2) << refused[1] << refused[i];
+            EXPECT_THAT(result.err, StartsWith("znica: " + refused[1] + ": needs " + refused[2] + "; got " +
+                                               refused[i] + " (see "));
+        }
+    }
+}
+
 TEST(Usage, WrongArgumentsEndWithStatusTwoAndOneLine) {
     const std::vector<std::vector<std::string>> wrong = {
         {},
