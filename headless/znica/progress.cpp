@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace zn {
@@ -23,6 +24,13 @@ constexpr Opening kOpenings[] = {{"Computing covariance matrix", "covariance"},
                                  {"Computing eigenvalues", "eigenvalues"},
                                  {"Running FastICA", "components"},
                                  {"Computing parameters", "fingerprint"}};
+
+// In columns; without an answer, as many as any line has.
+std::size_t terminalWidth() {
+    winsize size{};
+    const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? size.ws_col : 1000;
+}
 
 } // namespace
 
@@ -51,15 +59,21 @@ void Progress::logLine(std::string_view line) {
         if (line.find(opening.words) != line.npos) stage(opening.stage);
     }
     if (!seeking_) return;
-    if (line.find("(restarting)") != line.npos) iterations_ = 0;
-    if (line.find("IC #:") != line.npos && line.find("(restarting)") == line.npos) componentFound();
+    int number = 0;
+    int iterations = 0;
+    if (line.find("(restarting)") != line.npos) {
+        iterations_ = 0;
+    } else if (std::sscanf(std::string(line).c_str(), "// Plugin> IC #: %d Number of Iterations: %d", &number,
+                           &iterations) == 2) {
+        componentFound(iterations);
+    }
     if (found_ == components_) seeking_ = false;
 }
 
-void Progress::componentFound() {
+void Progress::componentFound(int iterations) {
     ++found_;
     if (display_ == Display::kLines) {
-        std::printf("%s\n", text().c_str());
+        std::printf("%s\n", componentText(found_, iterations).c_str());
         std::fflush(stdout);
     }
     iterations_ = 0;
@@ -79,22 +93,22 @@ void Progress::clear() {
     drawn_ = false;
 }
 
+// A line that wraps cannot be taken back by a carriage return; the last column makes some terminals wrap.
 void Progress::draw() {
     if (display_ != Display::kBar) return;
-    std::printf("\r\033[K%s", text().c_str());
+    std::printf("\r\033[K%s", text().substr(0, terminalWidth() - 1).c_str());
     std::fflush(stdout);
     drawn_ = true;
     sinceDrawing_ = Stopwatch();
 }
 
-std::string Progress::text() const {
-    if (stage_ != "components") return stage_;
-    std::string line = "component " + std::to_string(found_) + " of " + std::to_string(components_);
+std::string Progress::componentText(int number, int iterations) const {
+    std::string line = "component " + std::to_string(number) + " of " + std::to_string(components_);
     if (display_ == Display::kBar) {
         const auto done = static_cast<std::size_t>(kBarWidth * found_ / std::max(components_, 1));
         line += " [" + std::string(done, '#') + std::string(kBarWidth - done, '.') + "]";
     }
-    line += ", " + std::to_string(iterations_) + " iterations";
+    line += ", " + std::to_string(iterations) + " iterations";
     if (found_ > 0 && found_ < components_) {
         const double left = sinceStage_.seconds() / found_ * (components_ - found_);
         char seconds[48];
@@ -102,6 +116,12 @@ std::string Progress::text() const {
         line += seconds;
     }
     return line;
+}
+
+// The component that is being sought is the one after those found.
+std::string Progress::text() const {
+    if (stage_ != "components") return stage_;
+    return componentText(std::min(found_ + 1, components_), iterations_);
 }
 
 } // namespace zn

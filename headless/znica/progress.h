@@ -10,8 +10,9 @@ namespace zn {
 /// Where a run is, on standard output: a bar that is redrawn on a terminal, else a line a stage.
 ///
 /// Everything comes from what the host sees of the plug-in: its log lines open the stages (covariance, eigenvalues,
-/// components, fingerprint) and count the components, its products with a transposed matrix count the iterations. The
-/// time left is the mean time of a component so far times the components to come, and is not shown before the first.
+/// components, fingerprint) and count the components and their iterations; while a component is sought, the products
+/// with a transposed matrix count its iterations. The time left is the mean time of a component so far times the
+/// components to come, and is not shown before the first. A bar is never wider than the terminal.
 class Progress {
 public:
     enum class Display { kNone, kLines, kBar };
@@ -34,8 +35,9 @@ public:
     void clear();
 
 private:
-    void componentFound();
+    void componentFound(int iterations);
     void draw();
+    std::string componentText(int number, int iterations) const;
     std::string text() const;
 
     Display display_;

@@ -35,6 +35,15 @@ protected:
         return result;
     }
 
+    // `script` gives the command a terminal. Everything that it writes there.
+    std::string onATerminal(int columns) {
+        std::string command = "stty cols " + std::to_string(columns) + "; " + ZNICA_FILE;
+        for (const std::string& argument : arguments()) command += " '" + argument + "'";
+        const auto screen = folder / "screen.txt";
+        EXPECT_EQ(std::system(("TERM=xterm script -qec \"" + command + "\" /dev/null >" + screen.string()).c_str()), 0);
+        return textOf(screen);
+    }
+
     TemporaryFolder folder;
 };
 
@@ -69,27 +78,34 @@ TEST_F(TerminalOutput, VerboseRepeatsTheLog) {
     EXPECT_THAT(result.out, testing::StartsWith(textOf(folder / "out/log.txt")));
 }
 
-TEST_F(TerminalOutput, TheCountedIterationsAreThoseOfThePluginsLog) {
+TEST_F(TerminalOutput, TheIterationsAreThoseOfThePluginsLog) {
     const CommandResult result = znica(arguments());
     const auto facts = nlohmann::json::parse(textOf(folder / "out/sub-sim_task-blocks_desc-ICA_decomposition.json"));
-    for (std::size_t i = 0; i < 2; ++i) { // the plug-in also counts the test that ends the search
-        const int counted = facts["Components"][i]["Iterations"].get<int>() - 1;
+    for (std::size_t i = 0; i < 2; ++i) {
+        const int counted = facts["Components"][i]["Iterations"].get<int>();
         EXPECT_THAT(result.out, HasSubstr("component " + std::to_string(i + 1) + " of 2, " + std::to_string(counted) +
                                           " iterations"));
     }
 }
 
-// `script` gives the command a terminal.
 TEST_F(TerminalOutput, ATerminalGetsABarThatIsTakenAway) {
-    std::string command = ZNICA_FILE;
-    for (const std::string& argument : arguments()) command += " '" + argument + "'";
-    const auto screen = folder / "screen.txt";
-    ASSERT_EQ(std::system(("TERM=xterm script -qec \"" + command + "\" /dev/null >" + screen.string()).c_str()), 0);
-    const std::string text = textOf(screen);
-    EXPECT_THAT(text, HasSubstr("\r\033[Kcomponent 1 of 2 [############............]"));
+    const std::string text = onATerminal(100);
+    EXPECT_THAT(text, HasSubstr("\r\033[Kcomponent 1 of 2 [........................], 0 iterations"));
+    EXPECT_THAT(text, HasSubstr("\r\033[Kcomponent 2 of 2 [############............], 0 iterations"));
     EXPECT_THAT(text, HasSubstr("\r\033[K")); // the last drawing is wiped before the summary
     EXPECT_LT(text.rfind("\033[K"), text.find(" voxels x 80 volumes"));
     EXPECT_THAT(text.substr(text.rfind("\033[K") + 3), MatchesRegex("[0-9]+ voxels x (.|\r|\n)*"));
+}
+
+TEST_F(TerminalOutput, ABarStaysWithinANarrowTerminal) {
+    const std::string text = onATerminal(30);
+    EXPECT_THAT(text, HasSubstr("\r\033[Kcomponent 1 of 2 [........."));
+    for (std::size_t at = 0; (at = text.find("\033[K", at)) != text.npos;) {
+        at += 3;
+        const std::size_t length = text.find_first_of("\r\n", at) - at;
+        if (text.compare(at, 9, "component") != 0) continue;
+        EXPECT_LT(length, 30U) << text.substr(at, length);
+    }
 }
 
 } // namespace
