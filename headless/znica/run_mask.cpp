@@ -56,11 +56,11 @@ RunMask settleMask(const RunOptions& options, Session& session) {
 }
 
 std::vector<std::string> maskNotes(const RunOptions& options, const RunMask& mask) {
-    const char* source = options.maskSource == MaskSource::kFile        ? "the given mask"
-                         : options.maskSource == MaskSource::kAutomatic ? "a brain mask from the mean image"
-                                                                        : "no mask";
+    const char* source = options.maskSource == MaskSource::kFile        ? "by the given mask"
+                         : options.maskSource == MaskSource::kAutomatic ? "by a brain mask from the mean image"
+                                                                        : "no mask was asked for";
     std::vector<std::string> notes = {"Mask: " + std::to_string(mask.count) + " of " +
-                                      std::to_string(mask.voxels.size()) + " voxels, by " + source + "."};
+                                      std::to_string(mask.voxels.size()) + " voxels, " + source + "."};
     if (mask.left.all() > 0) {
         notes.push_back("Mask: " + std::to_string(mask.left.all()) +
                         " voxels left it: " + std::to_string(mask.left.notFinite) +

@@ -114,7 +114,7 @@ TEST_F(Input, AGivenMaskIsTakenAsItIs) {
 TEST_F(Input, WithoutAMaskThePluginGetsNone) {
     const CommandResult told = tell(waves(24, [](int x, int, int) { return x < 3; }), {"--mask", "none"});
     EXPECT_THAT(told.out, HasSubstr("text 1 []\n"));
-    EXPECT_THAT(told.out, HasSubstr("Mask: 120 of 120 voxels, by no mask.\n"));
+    EXPECT_THAT(told.out, HasSubstr("Mask: 120 of 120 voxels, no mask was asked for.\n"));
 }
 
 TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
