@@ -1,12 +1,24 @@
 #include "headless/result/result_names.h"
 
+#include <algorithm>
+#include <cctype>
+
 namespace zn {
+
+namespace {
+
+bool endsWith(std::string_view name, std::string_view lowerCaseEnding) {
+    if (name.size() < lowerCaseEnding.size()) return false;
+    return std::equal(lowerCaseEnding.begin(), lowerCaseEnding.end(), name.end() - lowerCaseEnding.size(),
+                      [](char wanted, char c) { return wanted == std::tolower(static_cast<unsigned char>(c)); });
+}
+
+} // namespace
 
 std::string imageStem(const std::filesystem::path& image) {
     std::string name = image.filename().string();
-    for (const char* ending : {".gz", ".nii", ".hdr", ".img"}) {
-        const std::string_view text(ending);
-        if (name.size() > text.size() && name.ends_with(text)) name.resize(name.size() - text.size());
+    for (const std::string_view ending : {".gz", ".nii", ".hdr", ".img"}) {
+        if (name.size() > ending.size() && endsWith(name, ending)) name.resize(name.size() - ending.size());
     }
     return name;
 }

@@ -5,7 +5,7 @@
 
 namespace zn {
 
-/// A file's name without folder and without ".nii", ".nii.gz", ".hdr" or ".img".
+/// A file's name without folder and without ".nii", ".nii.gz", ".hdr" or ".img", in letters of any case.
 std::string imageStem(const std::filesystem::path& image);
 
 /// What the names of a result begin with, in the manner of BIDS derivatives: the stem without its suffix "_bold" and

@@ -21,6 +21,8 @@ TEST(ResultNames, FollowTheInputsName) {
     EXPECT_EQ(resultStem("bold.nii.gz"), "bold");
     EXPECT_EQ(resultStem("scan.hdr"), "scan");
     EXPECT_EQ(resultStem("run.1.v2.nii"), "run.1.v2");
+    EXPECT_EQ(resultStem("SUB-01.NII.GZ"), "SUB-01");
+    EXPECT_EQ(resultStem("Scan_bold.Nii"), "Scan");
 }
 
 TEST(ResultNames, ComponentsCountFromZeroWithTwoDigitsOrMore) {
