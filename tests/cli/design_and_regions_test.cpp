@@ -101,6 +101,29 @@ TEST_F(DesignAndRegions, NamesOfRegionsNeedTheirTwoColumns) {
     EXPECT_THAT(errorWithNames("index\tname\n1\n"), HasSubstr("line 2, has 1 cells, its header 2"));
 }
 
+TEST_F(DesignAndRegions, LabelsInATableAreWholeAndUnique) {
+    EXPECT_EQ(errorWithNames("index\tname\n1.0\tcortex\n-2\tother\n16777217\tfar\n16777216\taway\n"), accepted);
+    EXPECT_THAT(errorWithNames("index\tname\n1.7\tcortex\n"),
+                HasSubstr("line 2, holds \"1.7\" where the whole number of a label is needed"));
+    EXPECT_THAT(errorWithNames("index\tname\n3e9\tcortex\n"), HasSubstr("line 2, holds \"3e9\""));
+    EXPECT_THAT(errorWithNames("index\tname\n1\tcortex\n2\tother\n1\tagain\n"),
+                HasSubstr("line 4, names the label 1 again, after line 2; keep one of the two"));
+}
+
+TEST_F(DesignAndRegions, ARegionWithoutANameGoesByItsNumber) {
+    NiftiBytes labels = plainMask();
+    for (std::size_t v = 0; v < labels.data.size(); ++v) labels.data[v] = v < 60 ? '\7' : '\2';
+    writeFile(folder / "labels.nii", labels.bytes());
+    writeFile(folder / "names.tsv", "index\tname\n7\t\n2\tcortex\n");
+    writeFile(folder / "long.nii", plainSeries(24).bytes());
+    const CommandResult result =
+        znica({"run", (folder / "long.nii").string(), "--components", "1", "--rois", (folder / "labels.nii").string(),
+               "--roi-names", (folder / "names.tsv").string(), "--no-report", "--out", (folder / "out").string()});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(textOf(folder / "out/long_desc-ICA_decomposition.json"),
+                testing::ContainsRegex("\"Regions\": \\[[[:space:]]*\"cortex\",[[:space:]]*\"7\"[[:space:]]*\\]"));
+}
+
 TEST_F(DesignAndRegions, LabelImagesThatDoNotFitAreRefused) {
     NiftiBytes labels = plainMask();
     labels.data.assign(labels.data.size(), '\0');
