@@ -82,6 +82,7 @@ ExitStatus runCommand(const RunOptions& asked) {
     for (const std::string& note : bandNotes(session.millisecondsPerVolume)) notes.remark(note);
     const MemoryCheck memory(options, functional, session);
     const std::int64_t expected = expectedVoxels(options, functional, session);
+    requireVoxelsForVolumes(options, expected, functional.volumes - options.dummyScans);
     notes.say(memory.note(expected));
     memory.requireEnough(expected);
     if (options.dryRun) return ExitStatus::kDone;

@@ -34,12 +34,32 @@ std::vector<unsigned char> askedFor(const RunOptions& options, const VoxelSummar
                                           " never change" + check);
 }
 
+constexpr std::int64_t kMostVoxels = 5'000'000; // of the plug-in
+
+[[noreturn]] void refuseTooFew(std::int64_t voxels, int volumes) {
+    throw Failure(ExitStatus::kInput, std::to_string(voxels) + " voxels are fewer than the " + std::to_string(volumes) +
+                                          " volumes; analyse more voxels, or leave volumes out with --dummy-scans.");
+}
+
+void requireCount(std::int64_t voxels, int volumes) {
+    if (voxels < volumes) refuseTooFew(voxels, volumes);
+    if (voxels <= kMostVoxels) return;
+    throw Failure(ExitStatus::kInput, std::to_string(voxels) + " voxels are more than the " +
+                                          std::to_string(kMostVoxels) +
+                                          " that the plug-in takes; use a smaller mask with --mask FILE.");
+}
+
 } // namespace
 
 std::int64_t expectedVoxels(const RunOptions& options, const ImageHeader& functional, const Session& session) {
     if (options.maskSource == MaskSource::kFile) return countOnes(session.mask);
     if (options.maskSource == MaskSource::kNone) return functional.voxels();
     return countOnes(brainMask(readVolume(functional, options.dummyScans), functional.size));
+}
+
+void requireVoxelsForVolumes(const RunOptions& options, std::int64_t expectedVoxels, int volumes) {
+    // The automatic mask of the first volume is a guess; the other two can only lose voxels.
+    if (options.maskSource != MaskSource::kAutomatic && expectedVoxels < volumes) refuseTooFew(expectedVoxels, volumes);
 }
 
 RunMask settleMask(const RunOptions& options, Session& session) {
@@ -49,6 +69,7 @@ RunMask settleMask(const RunOptions& options, Session& session) {
     mask.left = removeUnusable(summary, mask.voxels);
     mask.count = countOnes(mask.voxels);
     if (mask.count == 0) refuseEmpty(options, mask.left);
+    requireCount(mask.count, session.series.volumes);
     if (options.maskSource == MaskSource::kNone && mask.left.all() == 0) return mask;
     session.mask = mask.voxels;
     session.dialog.texts[1] = "mask.msk";

@@ -22,9 +22,12 @@ struct RunMask {
 /// volume for --mask auto, which that one volume is read for; else all.
 std::int64_t expectedVoxels(const RunOptions& options, const ImageHeader& functional, const Session& session);
 
+/// Refuses a given mask, or an image taken whole, with fewer voxels than volumes before the data are read.
+void requireVoxelsForVolumes(const RunOptions& options, std::int64_t expectedVoxels, int volumes);
+
 /// Settles the mask from the data: makes it for --mask auto, takes out what cannot be analysed, and gives it to the
 /// session, where it stays absent for --mask none if every voxel can be analysed. Throws Failure (kInput) when no voxel
-/// is left.
+/// is left, and for a number of voxels that the plug-in would refuse: fewer than volumes, more than 5,000,000.
 RunMask settleMask(const RunOptions& options, Session& session);
 
 /// "2336 of 8640 voxels are analysed ...", with what left the mask.

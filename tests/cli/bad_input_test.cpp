@@ -207,11 +207,43 @@ TEST_F(BadInput, AMaskOfSeveralVolumes) {
     expectRefusal(runWithMask(plainSeries(3)), "holds 3 volumes");
 }
 
-TEST_F(BadInput, FewerVoxelsThanVolumesInTheWordsOfThePlugin) {
+TEST_F(BadInput, FewerVoxelsThanVolumes) {
     NiftiBytes mask = plainMask();
     mask.data.assign(mask.data.size(), '\0');
     mask.data[7] = mask.data[8] = mask.data[9] = 1;
-    expectRefusal(runWithMask(mask), "Too few voxels (less than number of time points) selected in the current VTC!");
+    expectRefusal(runWithMask(mask), "3 voxels are fewer than the 12 volumes; analyse more voxels");
+}
+
+TEST_F(BadInput, FewerVoxelsThanVolumesAreFoundBeforeTheDataAreRead) {
+    NiftiBytes mask = plainMask();
+    mask.data.assign(mask.data.size(), '\0');
+    mask.data[7] = 1;
+    writeFile(folder / "mask.nii", mask.bytes());
+    writeCompressed(folder / "whole.nii.gz", plainSeries(24).bytes());
+    const std::string bytes = textOf(folder / "whole.nii.gz");
+    writeFile(folder / "bold.nii.gz", bytes.substr(0, bytes.size() / 2)); // reading it would tell
+    expectRefusal(run({(folder / "bold.nii.gz").string(), "--mask", (folder / "mask.nii").string()}),
+                  "1 voxels are fewer than the 24 volumes");
+}
+
+TEST_F(BadInput, FewerVoxelsThanVolumesOnceThoseThatNeverChangeAreOut) {
+    NiftiBytes image = plainSeries(24);
+    for (std::size_t t = 0; t < 24; ++t) { // all but 20 of 120 voxels, two bytes each
+        image.data.replace(2 * 120 * t, 2 * 100, 2 * 100, '\0');
+    }
+    writeFile(folder / "bold.nii", image.bytes());
+    expectRefusal(run({(folder / "bold.nii").string(), "--mask", "none"}), "20 voxels are fewer than the 24 volumes");
+}
+
+TEST_F(BadInput, MoreVoxelsThanThePluginTakes) {
+    NiftiBytes image;
+    image.dim = {4, 250, 200, 101, 2, 1, 1, 1};
+    image.dataType = 2;
+    image.bitsPerVoxel = 8;
+    image.data = std::string(5050000, '\0') + std::string(5050000, '\1');
+    writeFile(folder / "bold.nii", image.bytes());
+    expectRefusal(run({(folder / "bold.nii").string(), "--mask", "none", "--components", "1"}),
+                  "5050000 voxels are more than the 5000000 that the plug-in takes");
 }
 
 TEST_F(BadInput, APluginThatIsMissing) {
