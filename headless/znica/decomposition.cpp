@@ -175,8 +175,10 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
     json["Regions"] = namesOf(facts.session->regions);
     json["Components"] = componentsOf(facts);
     json["Eigenvalues"] = readEigenvalues(facts.pluginFolder / eigenvalueFile, facts.session->series.volumes);
-    json["ElapsedSeconds"] = {
-        {"Reading", facts.secondsReading}, {"Plugin", facts.secondsPlugin}, {"Total", facts.secondsTotal}};
+    json["ElapsedSeconds"] = {{"Reading", facts.secondsReading},
+                              {"Plugin", facts.secondsPlugin},
+                              {"Writing", facts.secondsWriting},
+                              {"Total", facts.secondsTotal}};
     json["PeakMemoryBytes"] = facts.peakMemoryBytes;
     json["PredictedPeakMemoryBytes"] = facts.predictedMemoryBytes;
     writeTextFile(file, dump(json));

@@ -34,8 +34,9 @@ struct RunFacts {
     std::uint32_t seed = 0;               ///< of the plug-in's random numbers
     int threads = 1;                      ///< of the matrix products
     double secondsReading = 0.0;
-    double secondsPlugin = 0.0;
-    double secondsTotal = 0.0;
+    double secondsPlugin = 0.0;  ///< all runs, without the writing of maps in their midst
+    double secondsWriting = 0.0; ///< component maps and time courses
+    double secondsTotal = 0.0;   ///< up to the moment of writing this down
     std::int64_t peakMemoryBytes = 0;
     std::int64_t predictedMemoryBytes = 0;
 

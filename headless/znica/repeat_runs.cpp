@@ -5,6 +5,7 @@
 #include "headless/znica/random_border.h"
 #include "headless/znica/run_log.h"
 #include "headless/znica/run_plugin.h"
+#include "headless/znica/stopwatch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,7 +66,7 @@ RepeatFacts repeatRuns(const PluginLibrary& library, Session& session, const Run
     Collection all{analysedVoxels(first), {}, {}};
     all.maps.reserve(all.chosen.size() * static_cast<std::size_t>(options.components() * options.control.repeats));
     all.add(first, 0);
-    RepeatFacts facts{{seed}, {static_cast<int>(first.maps().size())}, {}, 0};
+    RepeatFacts facts{{seed}, {static_cast<int>(first.maps().size())}, {}};
 
     Progress unseen(Progress::Display::kNone);
     const std::string of = " of " + std::to_string(options.control.repeats);
@@ -76,7 +77,9 @@ RepeatFacts repeatRuns(const PluginLibrary& library, Session& session, const Run
         facts.seeds.push_back(seed + static_cast<std::uint32_t>(number));
         log.logLine("znica: run " + std::to_string(number + 1) + of + ", seed " + std::to_string(facts.seeds.back()));
         beginRandomNumbers(facts.seeds.back());
+        const Stopwatch running;
         runAgain(library, session, log, folder / "plugin" / "again");
+        facts.secondsPlugin += running.seconds();
         facts.found.push_back(static_cast<int>(session.maps.maps().size()));
         all.add(session.maps, number);
     }

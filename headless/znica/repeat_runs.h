@@ -18,6 +18,7 @@ struct RepeatFacts {
     std::vector<int> found;           ///< [run], components found
     std::vector<Stability> stability; ///< [component of the first run]
     int converged = 0;                ///< runs that found all components
+    double secondsPlugin = 0.0;       ///< of the runs after the first
 };
 
 /// Runs the plug-in again until there are `options.control.repeats` runs, the k-th one (from 0) with the first seed +

@@ -111,10 +111,13 @@ ExitStatus runCommand(const RunOptions& asked) {
         writeEstimateTable(file("dimension.tsv"), *estimate);
     }
 
+    double secondsWriting = 0.0;
     RunLog log(folder.path() / "log.txt", options.control.verbose, progress, [&](const VolumeMaps& maps) {
+        const Stopwatch writing;
         progress.stage("writing");
         writeComponentImage(file("components.nii.gz"), maps, functional);
         writeMixingTable(file("mixing.tsv"), maps);
+        secondsWriting = writing.seconds();
     });
     for (const std::string& note : notes.all()) log.keep(note);
     progress.expect(options.components());
@@ -124,6 +127,7 @@ ExitStatus runCommand(const RunOptions& asked) {
     beginRandomNumbers(seed);
     const Stopwatch running;
     runPlugin(library, session, log, folder.path() / "plugin");
+    const double secondsFirstRun = running.seconds() - secondsWriting; // the maps are written while the plug-in waits
 
     std::optional<RepeatFacts> repeats;
     if (options.control.repeats > 1) {
@@ -150,7 +154,8 @@ ExitStatus runCommand(const RunOptions& asked) {
     facts.seed = seed;
     facts.threads = productThreads();
     facts.secondsReading = secondsReading;
-    facts.secondsPlugin = running.seconds();
+    facts.secondsPlugin = secondsFirstRun + (repeats ? repeats->secondsPlugin : 0.0);
+    facts.secondsWriting = secondsWriting;
     facts.secondsTotal = total.seconds();
     facts.peakMemoryBytes = peakMemoryBytes();
     writeDecomposition(file("decomposition.json"), facts);
@@ -160,6 +165,8 @@ ExitStatus runCommand(const RunOptions& asked) {
     if (options.control.report) addReport(folder.path(), resultStem(options.functional), session, functional);
     folder.commit();
     progress.clear();
+    facts.secondsTotal = total.seconds(); // the page comes after what it shows
+    facts.peakMemoryBytes = peakMemoryBytes();
     if (!options.control.quiet) printSummary(facts, options.out);
     if (status != ExitStatus::kDone) explainMissing(facts, options.out);
     return status;

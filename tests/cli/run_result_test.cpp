@@ -220,6 +220,16 @@ TEST_F(RunResult, TheDecompositionTellsSettingsEigenvaluesAndComponents) {
     EXPECT_NEAR(facts["RetainedVariancePercent"].get<double>(), 100.0 * kept / all, 1e-4);
 }
 
+TEST_F(RunResult, NoTimeOfThePartsIsCountedTwice) {
+    const json seconds = json::parse(textOf(result("decomposition.json")))["ElapsedSeconds"];
+    double parts = 0.0;
+    for (const char* part : {"Reading", "Plugin", "Writing"}) {
+        EXPECT_GE(seconds[part].get<double>(), 0.0) << part;
+        parts += seconds[part].get<double>();
+    }
+    EXPECT_LE(parts, seconds["Total"].get<double>());
+}
+
 TEST_F(RunResult, TheStatusSaysDone) {
     const json status = json::parse(textOf(*folder / "result/status.json"));
     EXPECT_EQ(status["status"], "done");
