@@ -23,13 +23,15 @@ constexpr char kExitStatus[] = "Exit status:\n"
                                "  3    an input or a setting does not fit\n"
                                "  4    fewer components found than asked for (what was found is written)\n"
                                "  5    not enough memory\n"
-                               "  130  interrupted\n";
+                               "  129  hung up (128 + the number of the signal)\n"
+                               "  130  interrupted\n"
+                               "  143  terminated\n";
 
 constexpr char kRunExamples[] = "Examples:\n"
                                 "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
                                 "  znica run bold.nii.gz --mask mask.nii.gz --components 30 --out ica\n"
-                                "  znica run bold.nii.gz --out ica --design blocks.tsv --rois atlas.nii.gz "
-                                "--roi-names atlas.tsv\n";
+                                "  znica run bold.nii.gz --out ica --design blocks.tsv \\\n"
+                                "      --rois atlas.nii.gz --roi-names atlas.tsv\n";
 
 constexpr char kSimulateExamples[] = "Example:\n"
                                      "  znica simulate --out sample\n"
@@ -103,8 +105,7 @@ void CommandLine::addRun() {
     run->add_option("--max-iterations", o.maxIterations, "start a component anew after these (500)")
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N");
-    run->add_option("--design", o.design, "up to 16 predictors, as RTC text or a table with a header")
-        ->type_name("FILE");
+    run->add_option("--design", o.design, "up to 16 predictors: RTC text, or table with header")->type_name("FILE");
     auto* rois =
         run->add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     run->add_option("--roi-names", o.regionNames, "table with columns index and name")->type_name("TSV")->needs(rois);
@@ -124,8 +125,11 @@ void CommandLine::addRun() {
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {
+    if (!app.get_subcommands().empty()) {
+        return std::string(error.what()) + " (see znica " + app.get_subcommands().front()->get_name() + " --help)";
+    }
     const std::string help = " (see znica --help)";
-    if (error.get_name() != "RequiredError" || !app.get_subcommands().empty()) return error.what() + help;
+    if (error.get_name() != "RequiredError") return error.what() + help;
     std::string commands;
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
         commands += (commands.empty() ? "" : ", ") + command->get_name();
@@ -138,7 +142,7 @@ void CommandLine::addSimulate() {
     SimulateOptions& o = simulateOptions;
     simulate = app.add_subcommand("simulate", "Make a brain-shaped sample with known sources.");
     simulate->add_option("--out", o.out, "folder to make for the sample")->required()->type_name("DIR");
-    simulate->add_option("--size", o.size, "tiny, small, medium or large (small: 22,000 voxels,\n150 volumes)")
+    simulate->add_option("--size", o.size, "tiny, small, medium or large (small: 22,000 voxels, 150 volumes)")
         ->check(CLI::IsMember(SimulateOptions::sizeNames()).description(""))
         ->type_name("NAME");
     simulate->add_option("--sources", o.sources, "how many, 1 to 24 (8)")
@@ -158,6 +162,7 @@ void CommandLine::addScore() {
     score = app.add_subcommand("score", "Tell how well a result recovers the sources of a simulated sample.");
     score->add_option("RESULT", scoreOptions.result, "folder that znica run made")->required()->type_name("DIR");
     score->add_option("--truth", scoreOptions.truth, "folder that znica simulate made")->required()->type_name("DIR");
+    score->footer(kSimulateExamples);
 }
 
 void CommandLine::addInfo() {

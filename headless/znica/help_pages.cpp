@@ -7,14 +7,9 @@ namespace zn {
 
 namespace {
 
-constexpr std::size_t kTextColumn = 28;
-
-std::string oneLine(std::string text) {
-    for (char& c : text) {
-        if (c == '\n') c = ' ';
-    }
-    return text;
-}
+constexpr std::size_t kWidth = 80; // of a terminal
+constexpr std::size_t kOptionColumn = 28;
+constexpr std::size_t kCommandColumn = 12;
 
 // "--tr SECONDS", "-h,--help", "BOLD"
 std::string synopsis(const CLI::Option& option) {
@@ -23,10 +18,26 @@ std::string synopsis(const CLI::Option& option) {
     return valued ? name + " " + option.get_type_name() : name;
 }
 
-std::string row(const std::string& left, const std::string& right) {
-    std::string line = "  " + left;
-    line.resize(std::max(line.size() + 1, kTextColumn), ' ');
-    return line + oneLine(right) + "\n";
+// `begin` and the words of the text in lines of at most kWidth; those after the first begin at `column`.
+std::string wrapped(std::string begin, const std::string& text, std::size_t column) {
+    std::istringstream words(text);
+    std::string result;
+    bool fresh = true; // no word in this line yet
+    for (std::string word; words >> word; fresh = false) {
+        if (!fresh && begin.size() + 1 + word.size() > kWidth) {
+            result += begin + "\n";
+            begin.assign(column, ' ');
+            fresh = true;
+        }
+        begin += (fresh ? "" : " ") + word;
+    }
+    return result + begin + "\n";
+}
+
+std::string row(const std::string& left, const std::string& right, std::size_t column) {
+    std::string begin = "  " + left;
+    begin.resize(std::max(begin.size() + 1, column), ' ');
+    return wrapped(begin, right, column);
 }
 
 std::vector<const CLI::Option*> shownOptions(const CLI::App& app) {
@@ -39,7 +50,7 @@ std::vector<const CLI::App*> shownCommands(const CLI::App& app) {
 class CompactHelp : public CLI::Formatter {
 public:
     std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode) const override {
-        std::string text = app->get_description() + "\n";
+        std::string text = wrapped("", app->get_description(), 0);
         if (app->get_parent()) name = app->get_parent()->get_name() + " " + app->get_name();
         text += "Usage: " + name;
         for (const auto* option : shownOptions(*app)) {
@@ -47,9 +58,13 @@ public:
         }
         const auto commands = shownCommands(*app);
         text += commands.empty() ? " [option...]\n" : " COMMAND [option...]\n";
-        for (const auto* option : shownOptions(*app)) text += row(synopsis(*option), option->get_description());
+        for (const auto* option : shownOptions(*app)) {
+            text += row(synopsis(*option), option->get_description(), kOptionColumn);
+        }
         if (!commands.empty()) text += "Commands (each has its own --help):\n";
-        for (const auto* command : commands) text += row(command->get_name(), command->get_description());
+        for (const auto* command : commands) {
+            text += row(command->get_name(), command->get_description(), kCommandColumn);
+        }
         return text + app->get_footer();
     }
 };
@@ -67,7 +82,7 @@ std::string roff(const std::string& text) {
 
 void describeOptions(const CLI::App& app, std::ostringstream& page) {
     for (const auto* option : shownOptions(app)) {
-        page << ".TP\n.B " << roff(synopsis(*option)) << '\n' << roff(oneLine(option->get_description())) << '\n';
+        page << ".TP\n.B " << roff(synopsis(*option)) << '\n' << roff(option->get_description()) << '\n';
     }
 }
 

@@ -7,7 +7,8 @@
 
 namespace zn {
 
-/// Lays out the help of a command in few lines: description, usage, one line an option, examples.
+/// Lays out the help of a command in few lines: description, usage, one line an option if it suffices, examples.
+/// At most 80 columns wide.
 std::shared_ptr<CLI::FormatterBase> compactHelp();
 
 /// The manual page (section 1, roff) of a command with all its subcommands, from the texts of their help.

@@ -43,22 +43,22 @@ std::string repetitionTimeComplaint(const std::string& text) {
 CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
     run.add_option_function<std::string>(
            "--mask", [&o](const std::string& text) { setMask(o, text); },
-           "analyse the voxels that are not 0 in this image; auto: a\nbrain mask from the mean image; none: all (auto)")
+           "voxels to analyse: not 0 in this image; auto: a brain mask from the mean image; none: all (auto)")
         ->type_name("FILE|auto|none");
     auto* components = run.add_option_function<std::string>(
         "--components", [&o](const std::string& text) { setComponents(o, text); },
-        "how many, from as many largest eigenvalues; auto:\nestimated from them; max: one a volume (20)");
+        "how many, from as many largest eigenvalues; auto: estimated from them; max: one a volume (20)");
     components->type_name("N|auto|max");
     run.add_option("--dummy-scans", o.dummyScans, "leave out the first N volumes (0)")
         ->check(CLI::Range(0, 1000000).description(""))
         ->type_name("N");
-    run.add_option("--tr", o.secondsPerVolume, "seconds from volume to volume (JSON beside BOLD, header)")
+    run.add_option("--tr", o.secondsPerVolume, "seconds a volume (JSON beside BOLD, else header)")
         ->check(repetitionTimeComplaint)
         ->type_name("SECONDS");
     run.add_option("--memory", o.memoryGib, "refuse a run that needs more (what is free)")
         ->check(finiteNumber("a number above 0, in GiB", [](double gib) { return gib > 0.0; }))
         ->type_name("GIB");
-    run.add_flag("--dry-run", o.dryRun, "tell what would be read and the memory needed, and stop");
+    run.add_flag("--dry-run", o.dryRun, "tell the input and the memory needed, and stop");
     return components;
 }
 

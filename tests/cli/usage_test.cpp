@@ -13,19 +13,27 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
+// 80 columns, 40 lines.
+void expectToFitOnAScreen(const std::string& help) {
+    EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 40) << help;
+    std::istringstream lines(help);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
+}
+
 TEST(Usage, HelpOfEveryCommandFitsOnAScreenAndSucceeds) {
-    for (const char* command : {"run", "simulate", "score", "info", "compare"}) {
+    for (const char* command : {"run", "simulate", "score", "info", "compare", "report"}) {
         const CommandResult result = znica({command, "--help"});
         EXPECT_EQ(result.status, 0);
-        EXPECT_LE(std::count(result.out.begin(), result.out.end(), '\n'), 40) << command;
+        expectToFitOnAScreen(result.out);
         EXPECT_THAT(result.out, HasSubstr("Usage: znica "));
+        EXPECT_THAT(result.out, HasSubstr("\n  znica " + std::string(command))) << "no example";
     }
 }
 
 TEST(Usage, TheFirstHelpFitsOnAScreenAndListsEveryExitStatus) {
     const CommandResult result = znica({"--help"});
-    EXPECT_LE(std::count(result.out.begin(), result.out.end(), '\n'), 40);
-    for (const char* status : {"  0 ", "  1 ", "  2 ", "  3 ", "  4 ", "  5 ", "  130 "}) {
+    expectToFitOnAScreen(result.out);
+    for (const char* status : {"  0 ", "  1 ", "  2 ", "  3 ", "  4 ", "  5 ", "  129 ", "  130 ", "  143 "}) {
         EXPECT_THAT(result.out, HasSubstr(status));
     }
 }
@@ -86,7 +94,7 @@ TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithTheWayOut) {
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.err, "znica: --tr: " + time +
                                   " is not a repetition time; give seconds from 0.001 to 20 "
-                                  "(2000 ms are 2) (see znica --help)\n");
+                                  "(2000 ms are 2) (see znica run --help)\n");
     }
 }
 
@@ -106,7 +114,7 @@ TEST(Usage, ANumberThatIsNoneOrOutOfRangeIsRefusedWithWhatIsNeeded) {
             const CommandResult result = znica(arguments);
             EXPECT_EQ(result.status, 2) << refused[1] << refused[i];
             EXPECT_THAT(result.err, StartsWith("znica: " + refused[1] + ": needs " + refused[2] + "; got " +
-                                               refused[i] + " (see "));
+                                               refused[i] + " (see znica " + refused[0] + " --help)"));
         }
     }
 }
