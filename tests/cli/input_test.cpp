@@ -296,10 +296,8 @@ TEST_F(WholeRun, ThePredictedMemoryIsTheMemoryUsed) {
 }
 
 TEST_F(WholeRun, MeasuredDataWithNoOptionsAtAll) {
-    const auto shared = std::filesystem::path(SOURCE_FOLDER) / "../shared/data/studyforrest-oneback-small";
-    const auto beside = std::filesystem::path(SOURCE_FOLDER) / "../../shared/data/studyforrest-oneback-small";
-    const auto data = std::filesystem::exists(shared) ? shared : beside;
-    if (!std::filesystem::exists(data)) GTEST_SKIP() << "no measured data beside the project";
+    const std::filesystem::path data = MEASURED_DATA_FOLDER;
+    if (data.empty()) GTEST_SKIP() << "configure with -DZN_MEASURED_DATA=FOLDER to run this test";
     const CommandResult run = znica(
         {"run", (data / "oneback_small_bold.nii.gz").string(), "--seed", "1", "--out", (folder / "out").string()});
     ASSERT_EQ(run.status, 0) << run.err;
