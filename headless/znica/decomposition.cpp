@@ -1,5 +1,6 @@
 #include "headless/znica/decomposition.h"
 
+#include "headless/host/blas_library.h"
 #include "headless/nifti/voxel_values.h"
 #include "headless/result/eigenvalue_file.h"
 #include "headless/result/metrics.h"
@@ -162,6 +163,7 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
     json["ComponentEstimate"] = estimateOf(facts.estimate);
     json["Seed"] = facts.seed;
     json["Threads"] = facts.threads;
+    json["BLAS"] = {{"Library", blasLibrary()}, {"Kernels", blasKernels()}};
     if (facts.repeats) {
         json["Repeats"] = {{"Runs", facts.repeats->seeds.size()},
                            {"Converged", facts.repeats->converged},

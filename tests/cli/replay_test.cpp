@@ -34,6 +34,12 @@ protected:
         EXPECT_TRUE(std::filesystem::exists(file)) << file;
         return textOf(file);
     }
+    static CommandResult runWithKernels(const std::string& kernels, const std::string& name) {
+        const std::string stem = (*folder / "s/sub-sim_task-blocks_").string();
+        return znica({"run", stem + "bold.nii.gz", "--components", "1", "--seed", "1", "--no-clustering", "--no-report",
+                      "--out", (*folder / name).string()},
+                     {{}, {"OPENBLAS_CORETYPE=" + kernels}, {}});
+    }
     static json facts(const std::string& name) { return json::parse(bytes(name, "decomposition.json")); }
     static void expectSameResult(const std::string& a, const std::string& b) {
         for (const char* ending : {"components.nii.gz", "mixing.tsv", "metrics.tsv"}) {
@@ -68,6 +74,22 @@ TEST_F(Replay, RunsWithoutASeedDiffer) {
     run("two", {});
     EXPECT_NE(facts("one")["Seed"], facts("two")["Seed"]); // alike once in four thousand million times
     EXPECT_NE(bytes("one", "components.nii.gz"), bytes("two", "components.nii.gz"));
+}
+
+// The BLAS is told by its own environment variable which kernels to take.
+TEST_F(Replay, TheBlasAndItsKernelsAreRecorded) {
+#if !defined(__x86_64__)
+    GTEST_SKIP() << "the kernels named here are those of one processor family";
+#endif
+    for (const std::string kernels : {"Nehalem", "Prescott"}) {
+        ASSERT_EQ(runWithKernels(kernels, kernels).status, 0);
+        const json blas = facts(kernels)["BLAS"];
+        const std::string library = blas["Library"];
+        if (library.find("DYNAMIC_ARCH") == library.npos)
+            GTEST_SKIP() << "this BLAS has kernels of one kind: " << library;
+        EXPECT_THAT(library, testing::ContainsRegex("[0-9]+\\.[0-9]+"));
+        EXPECT_EQ(blas["Kernels"], kernels);
+    }
 }
 
 } // namespace
