@@ -99,7 +99,7 @@ std::shared_ptr<CLI::FormatterBase> compactHelp() {
 
 std::string manualPage(const CLI::App& app, const std::string& version) {
     std::ostringstream page;
-    const std::string name = app.get_name();
+    const std::string& name = app.get_name();
     page << ".TH ZNICA 1 \"\" \"" << name << ' ' << version << "\"\n.SH NAME\n"
          << name << " \\- spatial independent component analysis of functional MRI data\n"
          << ".SH SYNOPSIS\n.B " << name << "\nCOMMAND [option...]\n"
