@@ -297,7 +297,7 @@ TEST_F(WholeRun, ThePredictedMemoryIsTheMemoryUsed) {
 
 TEST_F(WholeRun, MeasuredDataWithNoOptionsAtAll) {
     const std::filesystem::path data = MEASURED_DATA_FOLDER;
-    if (data.empty()) GTEST_SKIP() << "configure with -DZN_MEASURED_DATA=FOLDER to run this test";
+    if (!std::filesystem::exists(data)) GTEST_SKIP() << "no measured data in " << data << "; see CONTRIBUTING.md";
     const CommandResult run = znica(
         {"run", (data / "oneback_small_bold.nii.gz").string(), "--seed", "1", "--out", (folder / "out").string()});
     ASSERT_EQ(run.status, 0) << run.err;
