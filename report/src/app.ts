@@ -19,6 +19,7 @@ class App {
     private methods: Methods | null = null;
     private view: View | null = null;
     private last: string; // component shown last
+    private routes = 0; // taken so far
     private readonly head: ReturnType<typeof pageHead>;
 
     constructor(private readonly run: Run, private readonly place: HTMLElement) {
@@ -37,6 +38,7 @@ class App {
 
     async route(): Promise<void> {
         const start = performance.now();
+        const own = ++this.routes;
         const [, part = '', name = this.last] = location.hash.replace(/^#/, '').split('/');
         this.head.mark(`/${part}`);
         const component = this.run.components.find((candidate) => candidate.name === name);
@@ -47,7 +49,9 @@ class App {
                 (next) => location.replace(`#/component/${next.name}`)));
             this.enter(view);
             await view.show(component);
-            performance.measure('component change', { start, end: await painted() });
+            const end = await painted();
+            if (own !== this.routes) return; // the reader went on meanwhile
+            performance.measure('component change', { start, end });
             document.body.dataset.shown = component.name;
         } else if (part === 'methods') {
             this.enter((this.methods ??= new Methods(this.run)));

@@ -36,7 +36,10 @@ export async function openBrowser(renderer) {
     };
 }
 
-/** Opens a report from disk, `at` a view if not the overview, and waits until that or the cards in sight are drawn. `page.complaints` collects what went wrong. */
+/**
+ * Opens a report from disk, `at` a view if not the overview, and waits until that or the cards in sight are drawn.
+ * `first` runs in the page before its own scripts. `page.complaints` collects what went wrong.
+ */
 export async function openReport(browser, file, settings = {}) {
     const page = await browser.context.newPage();
     page.complaints = [];
@@ -48,6 +51,7 @@ export async function openReport(browser, file, settings = {}) {
     page.on('request', (request) => page.requests.push(request.url()));
     page.on('websocket', (socket) => page.requests.push(socket.url()));
     if (settings.viewport) await page.setViewportSize(settings.viewport);
+    if (settings.first) await page.addInitScript(settings.first);
     await page.emulateMedia({ colorScheme: settings.dark ? 'dark' : 'light' });
     await page.goto(`file://${file}${settings.at ?? ''}`);
     await page.locator(settings.at ? 'body[data-shown]' : '.card[data-drawn]').first().waitFor();

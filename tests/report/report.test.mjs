@@ -6,11 +6,11 @@ import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { measures, missingBrowser, openBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
 import { COLUMNS } from './made_up_run.mjs';
+import { cardNames, CHART, chartData, checkCrosshair } from './page_contents.mjs';
 import { colouredPixels, readPng } from './png.mjs';
 import { analysed, madeUp } from './runs.mjs';
 
 const NAMES = (count) => Array.from({ length: count }, (_, c) => `ICA_${String(c).padStart(2, '0')}`);
-const CHART = (name) => `.chart-${name} canvas`;
 
 let thirty;
 let one;
@@ -24,34 +24,6 @@ before(() => {
     twoHundred = madeUp('two-hundred', { components: 200, grid: 'medium' });
     real = analysed();
 });
-
-/** Component names in the order of the cards. */
-const cardNames = (page) => page.locator('.card').evaluateAll((cards) => cards.map((card) => card.dataset.component));
-const readout = async (page, field) => (await page.locator(`[data-readout="${field}"]`).first().textContent()).trim();
-const numberOf = (text) => Number(text.replace('\u2212', '-'));
-const chartData = (page, name) => page.locator(CHART(name)).evaluate((canvas) => JSON.parse(JSON.stringify({
-    labels: canvas.chart.data.labels, datasets: canvas.chart.data.datasets.map(({ label, data }) => ({ label, data })),
-})));
-
-/** The crosshair's voxel, position and value against the files. */
-async function checkCrosshair(page, run, component) {
-    const map = run.components();
-    const voxel = (await readout(page, 'voxel')).split(', ').map(Number);
-    const shown = await readout(page, 'value');
-    const held = map.at(voxel, component);
-    if (shown === 'outside the mask') {
-        assert.equal(held, 0, `voxel ${voxel} is outside`);
-    } else {
-        const decimals = shown.split('.')[1].length;
-        assert.ok(decimals >= 2, `at least two decimals in ${shown}`);
-        // half a unit of the last digit shown, and the rounding of the float itself
-        assert.ok(Math.abs(numberOf(shown) - held) <= 0.5 * 10 ** -decimals + 1e-6, `${shown} for ${held} at ${voxel}`);
-    }
-    const mm = map.affine.map((row) => row[0] * voxel[0] + row[1] * voxel[1] + row[2] * voxel[2] + row[3]);
-    const position = (await readout(page, 'mm')).match(/[-\u2212]?\d+\.\d/g).map(numberOf);
-    position.forEach((value, axis) => assert.ok(Math.abs(value - mm[axis]) <= 0.0501, `${position} for ${mm}`));
-    return { voxel, mm, held };
-}
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer}`, { skip: missingBrowser }, () => {

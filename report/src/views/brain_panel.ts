@@ -21,6 +21,7 @@ export class BrainPanel {
     private readonly readout = h('div', { class: 'brain-readout' });
     private view: BrainView | null = null;
     private look: Look | null = null;
+    private wanted: Component | null = null;
     private map: ComponentMap | null = null;
     private voxel: Vector = [0, 0, 0];
 
@@ -29,11 +30,14 @@ export class BrainPanel {
             h('div', { class: 'brain-foot' }, this.readout, this.bar));
     }
 
-    /** Draws a component; resolves when it is on the screen's next picture. */
+    /** Draws a component, unless another is asked for meanwhile; resolves when it is on the screen's next picture. */
     async show(component: Component, look: Look, voxelOf: (map: ComponentMap) => Vector): Promise<void> {
+        this.wanted = component;
+        const map = await this.run.maps.get(component.index);
+        if (this.wanted !== component) return; // maps may be unpacked in another order than they were asked for
         this.title.textContent = component.title;
-        this.map = await this.run.maps.get(component.index);
-        this.voxel = voxelOf(this.map);
+        this.map = map;
+        this.voxel = voxelOf(map);
         this.setLook(look);
         this.readOut();
     }

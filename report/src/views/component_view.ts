@@ -69,7 +69,7 @@ export class ComponentView implements View {
         this.head.show(component, at < 0 ? 'not in the selection' : `${at + 1} of ${list.length}`);
         this.drawCharts();
         await this.brain.show(component, this.look, (map) => (this.voxel = this.peakOf(map)));
-        if (this.other && this.compared) await this.other.show(this.compared, this.look, () => this.voxel!);
+        if (this.component === component && this.compared) await this.showCompared();
     }
 
     key(event: KeyboardEvent): boolean {
@@ -103,7 +103,11 @@ export class ComponentView implements View {
         this.brains.classList.toggle('brains-two', other !== null);
         if (this.other) this.other.element.hidden = other === null;
         this.drawCharts();
-        if (other && this.other) await this.other.show(other, this.look, () => this.voxel!);
+        if (other) await this.showCompared();
+    }
+
+    private async showCompared(): Promise<void> {
+        if (this.compared) await this.other?.show(this.compared, this.look, (map) => this.voxel ?? this.peakOf(map));
     }
 
     private drawCharts(): void {

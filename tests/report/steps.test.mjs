@@ -1,0 +1,66 @@
+// Going from component to component.
+import assert from 'node:assert/strict';
+import { after, before, describe, test } from 'node:test';
+import { missingBrowser, openBrowser, openReport, painted } from './browser.mjs';
+import { checkCrosshair } from './page_contents.mjs';
+import { madeUp } from './runs.mjs';
+
+/** In the page: holds one block of the file back until `window.release()`. */
+function holdBack(held) {
+    let given;
+    const released = new Promise((resolve) => { window.release = resolve; });
+    Object.defineProperty(window, 'znBlocks', {
+        get: () => given,
+        set: (blocks) => {
+            given = { ...blocks, bytes: async (name) => {
+                if (name === held) await released;
+                return blocks.bytes(name);
+            } };
+        },
+    });
+}
+
+describe('stepping through the components', { skip: missingBrowser }, () => {
+    let browser;
+    let run;
+    before(async () => {
+        run = madeUp('steps', { components: 6 });
+        browser = await openBrowser('canvas');
+    });
+    after(async () => { await browser.close(); });
+
+    const goTo = (page, hash) => page.evaluate((next) => { location.hash = next; }, hash);
+    const release = async (page) => {
+        await page.evaluate(() => window.release());
+        for (let i = 0; i < 5; ++i) await painted(page);
+    };
+
+    test('keeps the map of the component named, also when the one passed by is unpacked later', async () => {
+        const page = await openReport(browser, run.report, { at: '#/component/ICA_00',
+            first: `(${holdBack})('map-1')` });
+        const { voxel } = await checkCrosshair(page, run, 0);
+        await page.keyboard.press('ArrowRight');
+        await page.locator('h2', { hasText: /^IC 2$/ }).waitFor();
+        await page.keyboard.press('ArrowLeft');
+        await page.locator('h2', { hasText: /^IC 1$/ }).waitFor();
+        await release(page);
+        assert.deepEqual((await checkCrosshair(page, run, 0)).voxel, voxel);
+        assert.equal(await page.evaluate(() => document.body.dataset.shown), 'ICA_00');
+        await page.close();
+    });
+
+    test('keeps the map of the component compared last', async () => {
+        const page = await openReport(browser, run.report, { at: '#/component/ICA_00',
+            first: `(${holdBack})('map-1')` });
+        await page.selectOption('#compare', '1');
+        await page.selectOption('#compare', '2');
+        const second = page.locator('.brain:nth-child(2)');
+        await second.locator('.brain-title', { hasText: /^IC 3$/ }).waitFor();
+        const value = () => second.locator('[data-readout=value]').textContent();
+        const before = await value();
+        await release(page);
+        assert.equal(await second.locator('.brain-title').textContent(), 'IC 3');
+        assert.equal(await value(), before);
+        await page.close();
+    });
+});
