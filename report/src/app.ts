@@ -1,5 +1,5 @@
 import { readRun, type Run } from './data/run';
-import { Labels } from './labels/labels';
+import { labelNamed, Labels } from './labels/labels';
 import { startTheme } from './theme';
 import { ComponentView } from './views/component_view';
 import { Methods } from './views/methods';
@@ -23,7 +23,8 @@ class App {
     private readonly head: ReturnType<typeof pageHead>;
 
     constructor(private readonly run: Run, private readonly place: HTMLElement) {
-        this.labels = new Labels(run.id);
+        this.labels = new Labels(run.id, new Map(run.components.map(({ name, classification }) =>
+            [name, labelNamed(classification ?? '')])));
         this.last = run.components[0]?.name ?? '';
         let opened = false;
         this.overview = new Overview(run, this.labels, () => {

@@ -197,7 +197,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             const changed = join(thirty.folder, 'labels.tsv');
             writeFileSync(changed, lines.join('\n').replace('ICA_08\tn/a', 'ICA_08\tunsure').replace('ICA_06\tsignal', 'ICA_06\tnoise'));
             await page.setInputFiles('.label-bar input[type="file"]', changed);
-            await page.locator('.label-message', { hasText: '30 components read' }).waitFor();
+            await page.locator('.label-message', { hasText: '30 components read from labels.tsv, 2 changed.' }).waitFor();
             assert.equal(await page.locator('.card[data-component="ICA_08"] .card-label').textContent(), '? Unsure');
             assert.equal(await page.locator('.card[data-component="ICA_06"] .card-label').textContent(), '\u2715 Noise');
 

@@ -28,6 +28,7 @@ export interface Component {
     cells: string[]; // the same as written in the table
     predictor: string | null; // best match by name
     region: string | null;
+    classification: string | null; // as somebody filled it in, in the metrics table
     timeCourse: number[];
     lowest: number; // of the map
     highest: number;
@@ -47,7 +48,7 @@ export interface Predictor {
 /** A finished run, read from the blocks of this file. */
 export interface Run {
     name: string;
-    /** Tells this run's labels from another's in the browser's storage. */
+    /** Tells this run's labels from another's in the browser's storage; from numbers alone, not from what people fill in. */
     id: string;
     facts: Decomposition;
     columns: RunBlock['columns'];
@@ -90,6 +91,7 @@ function readComponents(block: RunBlock): Component[] {
             values: cells.map(numberIn),
             predictor: named(row[at('dm_pred_name')]),
             region: named(row[at('template_voi_name')]),
+            classification: named(row[at('classification')]),
             timeCourse: columnOf(mixing, mixing.columns.indexOf(name)),
             lowest: block.maps[index].lowest,
             highest: block.maps[index].highest,
@@ -119,14 +121,15 @@ function indexMask(mask: Uint8Array, inside: number): Pick<Run, 'insideOf' | 'gr
 export async function readRun(): Promise<Run> {
     const [text, mask] = await Promise.all([blocks.text('run'), blocks.bytes('mask')]);
     const block = JSON.parse(text) as RunBlock;
+    const components = readComponents(block);
     const grey = block.has_mean ? await blocks.bytes('mean') : mask.map((inside) => (inside ? 70 : 0));
     return {
         name: block.name,
-        id: hash(block.metrics_tsv + block.mixing_tsv),
+        id: hash([block.mixing_tsv, ...components.flatMap(({ cells }) => cells)].join('\t')),
         facts: block.decomposition,
         columns: block.columns,
         trSeconds: block.decomposition.Input.RepetitionTimeMilliseconds / 1000,
-        components: readComponents(block),
+        components,
         predictors: readPredictors(block),
         grid: new Grid(block.grid.size, block.grid.voxel_to_mm),
         voxelsInside: block.voxels_inside,

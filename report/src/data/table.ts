@@ -10,6 +10,29 @@ export function parseTable(text: string): Table {
     return { columns: header.split('\t'), rows: rest.map((line) => line.split('\t')) };
 }
 
+/** The same for a table that went through a spreadsheet: a cell may stand in quotes, with its own quotes doubled. */
+export function parseQuotedTable(text: string): Table {
+    const [columns = [], ...rows] = quotedLines(text.replace(/^\uFEFF/, ''));
+    return { columns, rows };
+}
+
+// Between quotes, tabs and line ends belong to the cell. A quote that is not closed is one of the text.
+function quotedLines(text: string): string[][] {
+    const cells = /(?:"((?:[^"]|"")*)"(?=[\t\r\n]|$)|([^\t\r\n]*))(\t|\r?\n|\r|$)/gy;
+    const lines: string[][] = [[]];
+    for (let match = cells.exec(text); match; match = cells.exec(text)) {
+        lines[lines.length - 1].push(match[1]?.replaceAll('""', '"') ?? match[2]);
+        if (cells.lastIndex >= text.length && match[3] !== '\t') break;
+        if (match[3] !== '\t') lines.push([]);
+    }
+    return lines.filter((line) => line.some((cell) => cell !== ''));
+}
+
+/** A cell as such a table holds it: in quotes where it has quotes of its own, which readers would take for theirs. */
+export function quoted(cell: string): string {
+    return cell.includes('"') ? `"${cell.replaceAll('"', '""')}"` : cell;
+}
+
 /** A cell as a number; "n/a" and anything else that is none become NaN. */
 export function numberIn(cell: string | undefined): number {
     return cell === undefined || cell.trim() === '' ? NaN : Number(cell);

@@ -1,5 +1,6 @@
 import { h } from '../dom';
 import type { Run } from '../data/run';
+import { plural } from '../numbers';
 import { LABELS, type Labels } from './labels';
 import { labelsTable, readLabelsTable } from './labels_table';
 
@@ -21,8 +22,8 @@ export function labelBar(run: Run, labels: Labels): HTMLElement {
     const read = async (file: File): Promise<void> => {
         try {
             const entries = readLabelsTable(await file.text(), components);
-            labels.setAll(entries);
-            message.textContent = `${entries.length} components read from ${file.name}.`;
+            const changed = labels.change(entries);
+            message.textContent = `${plural(entries.length, 'component')} read from ${file.name}, ${changed} changed.`;
         } catch (error) {
             message.textContent = (error as Error).message;
         }

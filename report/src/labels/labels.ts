@@ -12,63 +12,90 @@ export const LABELS: { label: Label; key: string; sign: string; title: string }[
     { label: 'unsure', key: 'u', sign: '?', title: 'Unsure' },
 ];
 
-/** The reader's labels of one run, by component name, kept in the browser's storage. */
+/** The label that a word of a table stands for; null for n/a and for any other word. */
+export function labelNamed(word: string): Label | null {
+    return LABELS.find(({ label }) => label === word)?.label ?? null;
+}
+
+/**
+ * The reader's labels of one run, by component name, kept in the browser's storage. A component that the reader has not
+ * touched has the label that the metrics table gives it.
+ */
 export class Labels {
     /** False where the browser keeps nothing: then the labels last until the page is closed. */
-    readonly kept: boolean;
+    kept = true;
     private readonly key: string;
-    private readonly entries = new Map<string, Entry>();
+    private entries = new Map<string, Entry>(); // of the components that the reader has touched
     private readonly listeners = new Set<() => void>();
 
-    constructor(runId: string) {
+    /** `initial`: every component of the run with its label in the metrics table. */
+    constructor(runId: string, private readonly initial: Map<string, Label | null>) {
         this.key = `znica-report-labels-${runId}`;
-        this.kept = this.read();
+        this.read();
+        this.write(); // tells whether the browser keeps anything
+        addEventListener('storage', ({ key }) => { // the report is open in another tab as well
+            if (key !== this.key && key !== null) return;
+            this.read();
+            this.tell();
+        });
     }
 
     get(component: string): Entry {
-        return this.entries.get(component) ?? { label: null, note: '' };
+        return this.entries.get(component) ?? { label: this.initial.get(component) ?? null, note: '' };
     }
 
-    set(component: string, entry: Entry): void {
-        this.setAll([[component, entry]]);
-    }
-
-    setAll(entries: Iterable<[string, Entry]>): void {
-        for (const [component, entry] of entries) this.entries.set(component, entry);
+    /** Changes label, note or both of components; returns how many of them are other than before. */
+    change(changes: Iterable<[string, Partial<Entry>]>): number {
+        this.read(); // the other components as they are now, whoever labelled them
+        let changed = 0;
+        for (const [component, part] of changes) {
+            const before = this.get(component);
+            const after = { ...before, ...part };
+            if (after.label === before.label && after.note === before.note) continue;
+            this.entries.set(component, after);
+            ++changed;
+        }
         this.write();
-        for (const listener of this.listeners) listener();
+        this.tell();
+        return changed;
+    }
+
+    setNote(component: string, note: string): void {
+        this.change([[component, { note }]]);
     }
 
     /** Sets a label, or takes it away when it is set already. */
     toggle(component: string, label: Label): void {
-        const entry = this.get(component);
-        this.set(component, { ...entry, label: entry.label === label ? null : label });
+        this.change([[component, { label: this.get(component).label === label ? null : label }]]);
     }
 
     count(label: Label): number {
-        return [...this.entries.values()].filter((entry) => entry.label === label).length;
+        return [...this.initial.keys()].filter((component) => this.get(component).label === label).length;
     }
 
     onChange(listener: () => void): void {
         this.listeners.add(listener);
     }
 
-    private read(): boolean {
+    private tell(): void {
+        for (const listener of this.listeners) listener();
+    }
+
+    private read(): void {
+        if (!this.kept) return;
         try {
-            const stored = JSON.parse(localStorage.getItem(this.key) ?? '{}') as Record<string, Entry>;
-            for (const [component, entry] of Object.entries(stored)) this.entries.set(component, entry);
-            localStorage.setItem(this.key, JSON.stringify(stored));
-            return true;
+            this.entries = new Map(Object.entries(JSON.parse(localStorage.getItem(this.key) ?? '{}') as Record<string, Entry>));
         } catch {
-            return false;
+            this.kept = false;
         }
     }
 
     private write(): void {
+        if (!this.kept) return;
         try {
             localStorage.setItem(this.key, JSON.stringify(Object.fromEntries(this.entries)));
         } catch {
-            // `kept` has told the reader
+            this.kept = false;
         }
     }
 }

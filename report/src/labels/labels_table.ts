@@ -1,5 +1,5 @@
-import { parseTable } from '../data/table';
-import { type Entry, type Label, LABELS, type Labels } from './labels';
+import { parseQuotedTable, quoted } from '../data/table';
+import { type Entry, labelNamed, type Labels } from './labels';
 
 /**
  * The labels as a table that joins the metrics table on its column `component`:
@@ -11,28 +11,37 @@ import { type Entry, type Label, LABELS, type Labels } from './labels';
 export function labelsTable(components: string[], labels: Labels): string {
     const rows = components.map((component) => {
         const { label, note } = labels.get(component);
-        return [component, label ?? 'n/a', note.replace(/\s+/g, ' ').trim() || 'n/a'].join('\t');
+        return [component, label ?? 'n/a', quoted(note.replace(/\s+/g, ' ').trim()) || 'n/a'].join('\t');
     });
     return ['component\tclassification\tnote', ...rows].join('\n') + '\n';
 }
 
-/** Reads such a table back, or a metrics table with its classification filled in. Throws in words for the reader. */
-export function readLabelsTable(text: string, components: string[]): [string, Entry][] {
-    const table = parseTable(text);
+function isNothing(cell: string): boolean {
+    return cell === '' || cell === 'n/a';
+}
+
+/**
+ * Reads such a table back, or a metrics table with its classification filled in: what it says about each component. An
+ * n/a, an empty cell or a column that is not there say nothing, so that a table can be added to labels already given.
+ * Throws in words for the reader.
+ */
+export function readLabelsTable(text: string, components: string[]): [string, Partial<Entry>][] {
+    const table = parseQuotedTable(text);
     const at = (column: string): number => table.columns.indexOf(column);
     if (at('component') < 0 || at('classification') < 0) {
         throw new Error('The file has no columns "component" and "classification".');
     }
     const known = new Set(components);
-    const words = new Set<string>(LABELS.map(({ label }) => label));
-    return table.rows.map((row): [string, Entry] => {
-        const component = row[at('component')];
+    return table.rows.map((row): [string, Partial<Entry>] => {
+        const cell = (column: string): string => (row[at(column)] ?? '').trim();
+        const component = cell('component');
         if (!known.has(component)) throw new Error(`This run has no component "${component}"; is it another run's file?`);
-        const word = row[at('classification')] ?? 'n/a';
-        if (word !== 'n/a' && word !== '' && !words.has(word)) {
-            throw new Error(`"${word}" is none of signal, noise, unsure and n/a (${component}).`);
-        }
-        const note = at('note') < 0 ? '' : (row[at('note')] ?? '');
-        return [component, { label: words.has(word) ? (word as Label) : null, note: note === 'n/a' ? '' : note }];
+        const said: Partial<Entry> = {};
+        const word = cell('classification');
+        const label = labelNamed(word);
+        if (label) said.label = label;
+        else if (!isNothing(word)) throw new Error(`"${word}" is none of signal, noise, unsure and n/a (${component}).`);
+        if (!isNothing(cell('note'))) said.note = cell('note').replace(/\s+/g, ' ');
+        return [component, said];
     });
 }

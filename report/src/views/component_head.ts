@@ -19,10 +19,7 @@ export class ComponentHead {
         this.component = run.components[0];
         this.buttons = labelButtons(labels, () => this.component.name);
         this.note = h('input', { type: 'text', id: 'note', class: 'note', placeholder: 'Note', 'aria-label': 'Note',
-            oninput: () => {
-                const entry = labels.get(this.component.name);
-                labels.set(this.component.name, { ...entry, note: this.note.value });
-            } });
+            oninput: () => labels.setNote(this.component.name, this.note.value) });
         this.compare = h('select', { id: 'compare', onchange: () => {
             this.onCompare(this.compare.value === '' ? null : run.components[Number(this.compare.value)]);
         } }, h('option', { value: '' }, 'Compare with \u2026'),

@@ -1,0 +1,115 @@
+// Labels and notes: kept whoever else writes them, and through tables out of the page and back.
+import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
+import { readFileSync, writeFileSync } from 'node:fs';
+import { join } from 'node:path';
+import { after, before, describe, test } from 'node:test';
+import { missingBrowser, openBrowser, openReport } from './browser.mjs';
+import { STEM } from './made_up_run.mjs';
+import { madeUp, ZNICA } from './runs.mjs';
+
+describe('labels', { skip: missingBrowser }, () => {
+    let browser;
+    before(async () => { browser = await openBrowser('canvas'); });
+    after(async () => { await browser.close(); });
+
+    const open = (run, component) => openReport(browser, run.report, { at: `#/component/${component}` });
+    const pressed = (page) => page.locator('.label-button[aria-pressed=true]').allTextContents();
+    const chips = (page) => page.locator('.card').evaluateAll((cards) => Object.fromEntries(cards
+        .map((card) => [card.dataset.component, card.querySelector('.card-label').textContent]).filter(([, text]) => text)));
+    const overview = async (page) => {
+        await page.evaluate(() => { location.hash = '#/'; });
+        await page.locator('.card').first().waitFor();
+        return page;
+    };
+    const read = async (page, file, text) => {
+        writeFileSync(file, text);
+        await page.setInputFiles('.label-bar input[type=file]', file);
+        const message = page.locator('.label-bar .label-message').first();
+        await message.filter({ hasText: /./ }).waitFor();
+        return message.textContent();
+    };
+
+    test('of two tabs with the same report do not overwrite each other', async () => {
+        const run = madeUp('two-tabs', { components: 4 });
+        const [left, right] = [await open(run, 'ICA_00'), await open(run, 'ICA_01')];
+        await left.keyboard.press('s');
+        await right.keyboard.press('n');
+        await left.reload();
+        assert.deepEqual(await chips(await overview(left)), { ICA_00: '\u2713 Signal', ICA_01: '\u2715 Noise' });
+        await left.close();
+        await right.close();
+    });
+
+    test('given in one tab are shown in the other', async () => {
+        const run = madeUp('shared', { components: 4, volumes: 90 });
+        const [left, right] = [await open(run, 'ICA_02'), await open(run, 'ICA_02')];
+        await left.keyboard.press('u');
+        await right.locator('.label-unsure[aria-pressed=true]').waitFor();
+        await left.close();
+        await right.close();
+    });
+
+    test('stay when the metrics table is classified and the report made again, and begin with its classes', async () => {
+        const run = madeUp('classified', { components: 4, volumes: 100 });
+        const page = await open(run, 'ICA_00');
+        await page.keyboard.press('s');
+        const table = join(run.folder, `${STEM}_desc-ICA_metrics.tsv`);
+        const lines = readFileSync(table, 'utf8').split('\n');
+        const classes = [, 'noise', 'noise', 'unsure', 'n/a']; // the header has none
+        writeFileSync(table, lines.map((line, i) => (classes[i] ? line.replace(/\tn\/a$/, `\t${classes[i]}`) : line)).join('\n'));
+        execFileSync(ZNICA, ['report', run.folder]);
+        await page.reload();
+        await page.locator('body[data-shown]').waitFor();
+        assert.deepEqual(await chips(await overview(page)),
+            { ICA_00: '\u2713 Signal', ICA_01: '\u2715 Noise', ICA_02: '? Unsure' });
+        await page.evaluate(() => { location.hash = '#/component/ICA_01'; });
+        await page.locator('body[data-shown=ICA_01]').waitFor();
+        await page.keyboard.press('n'); // taken away, and that is kept too
+        await page.reload();
+        await page.locator('body[data-shown=ICA_01]').waitFor();
+        assert.deepEqual(await pressed(page), []);
+        await page.close();
+    });
+
+    test('and notes stay when a table without them is read', async () => {
+        const run = madeUp('unlabelled-table', { components: 4, volumes: 110 });
+        const page = await open(run, 'ICA_00');
+        await page.keyboard.press('s');
+        await page.fill('#note', 'default mode');
+        await overview(page);
+        const table = readFileSync(join(run.folder, `${STEM}_desc-ICA_metrics.tsv`), 'utf8');
+        const file = join(run.folder, 'read.tsv');
+        assert.equal(await read(page, file, table), '4 components read from read.tsv, 0 changed.');
+        assert.deepEqual(await chips(page), { ICA_00: '\u2713 Signal' });
+        const one = 'component\tclassification\nICA_00\tnoise\n';
+        await read(page, file, one);
+        await page.locator('.label-message', { hasText: '1 component read from read.tsv, 1 changed.' }).waitFor();
+        await page.evaluate(() => { location.hash = '#/component/ICA_00'; });
+        assert.equal(await page.inputValue('#note'), 'default mode');
+        assert.deepEqual(await pressed(page), ['\u2715Noise']);
+        await page.close();
+    });
+
+    test('leave with notes in quotes that table readers undo, and come back from a spreadsheet', async () => {
+        const run = madeUp('quotes', { components: 4, volumes: 95 });
+        const page = await open(run, 'ICA_00');
+        await page.fill('#note', '"left" motor');
+        await overview(page);
+        const [download] = await Promise.all([page.waitForEvent('download'), page.click('[data-action="export-labels"]')]);
+        assert.equal(readFileSync(await download.path(), 'utf8').split('\n')[1], 'ICA_00\tn/a\t"""left"" motor"');
+
+        const lines = ['"component"\t"classification"\t"note"', '"ICA_00"\t"noise"\t"a ""second"" look"',
+            'ICA_01\tsignal\t"two\nlines"', 'ICA_02\tunsure\t"open', 'ICA_03\tn/a\t'];
+        await read(page, join(run.folder, 'read.tsv'), lines.join('\r\n'));
+        assert.deepEqual(await chips(page), { ICA_00: '\u2715 Noise', ICA_01: '\u2713 Signal', ICA_02: '? Unsure' });
+        const notes = [];
+        for (const name of ['ICA_00', 'ICA_01', 'ICA_02']) {
+            await page.evaluate((next) => { location.hash = `#/component/${next}`; }, name);
+            await page.locator(`body[data-shown=${name}]`).waitFor();
+            notes.push(await page.inputValue('#note'));
+        }
+        assert.deepEqual(notes, ['a "second" look', 'two lines', '"open']);
+        await page.close();
+    });
+});
