@@ -15,7 +15,9 @@ Chart.defaults.maintainAspectRatio = false;
 Chart.defaults.font.family = 'system-ui, -apple-system, "Segoe UI", Roboto, sans-serif';
 Chart.defaults.font.size = 12;
 
-/** A canvas that remembers its chart, for the print dialog and for tests. */
+const PAPER_RATIO = 3; // dots a CSS pixel, 288 an inch
+
+/** A canvas that remembers its chart, for tests. */
 export type ChartCanvas = HTMLCanvasElement & { chart?: Chart };
 
 /** A chart in a box of its own; drawn anew when its data or the theme change. */
@@ -24,11 +26,13 @@ export class ChartBox {
     private readonly canvas: ChartCanvas;
     private configuration: (() => ChartConfiguration) | null = null;
 
-    constructor(name: string) {
+    /** `paper`: width and height in print, in CSS pixels; the style sheet scales what does not fit its panel after all. */
+    constructor(name: string, private readonly paper: [number, number]) {
         this.canvas = h('canvas', { role: 'img' });
         this.element = h('div', { class: `chart chart-${name}` }, this.canvas);
         onThemeChange(() => this.draw());
-        addEventListener('beforeprint', () => this.canvas.chart?.resize());
+        addEventListener('beforeprint', () => this.resize(PAPER_RATIO, this.paper));
+        addEventListener('afterprint', () => this.resize(undefined, []));
     }
 
     /** `text`: what the chart shows, for readers who do not see it; `areas`: shaded ranges of the horizontal axis. */
@@ -37,6 +41,14 @@ export class ChartBox {
         this.canvas.setAttribute('aria-label', text);
         this.configuration = configuration;
         this.draw();
+    }
+
+    // There is no layout for paper yet when scripts are told of it, so the size is given.
+    private resize(ratio: number | undefined, size: [number, number] | []): void {
+        const { chart } = this.canvas;
+        if (!chart) return;
+        chart.options.devicePixelRatio = ratio;
+        chart.resize(...size);
     }
 
     private draw(): void {

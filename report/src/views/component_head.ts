@@ -12,6 +12,7 @@ export class ComponentHead {
     private readonly title = h('h2', { tabindex: -1 });
     private readonly name = h('span', { class: 'component-name' });
     private readonly note: HTMLInputElement;
+    private readonly noteText = h('p', { class: 'note-text' });
     private readonly compare: HTMLSelectElement;
     private readonly buttons: { element: HTMLElement; refresh: () => void };
 
@@ -33,10 +34,8 @@ export class ComponentHead {
                 h('div', { class: 'component-title' }, this.title, this.name),
                 h('button', { type: 'button', class: 'button button-icon', 'aria-label': 'Next component',
                     title: 'Right arrow', onclick: () => this.onStep(1) }, '\u203a')),
-            this.buttons.element, this.note, this.compare);
-        labels.onChange(() => {
-            if (document.activeElement !== this.note) this.note.value = labels.get(this.component.name).note;
-        });
+            this.buttons.element, this.note, this.noteText, this.compare);
+        labels.onChange(() => this.showNote());
     }
 
     show(component: Component, position: string): void {
@@ -44,6 +43,13 @@ export class ComponentHead {
         this.title.textContent = component.title;
         this.name.textContent = `${component.name} \u00b7 ${position}`;
         this.note.value = this.labels.get(component.name).note;
+        this.showNote();
         this.buttons.refresh();
+    }
+
+    private showNote(): void {
+        const { note } = this.labels.get(this.component.name);
+        if (document.activeElement !== this.note) this.note.value = note;
+        this.noteText.textContent = note;
     }
 }

@@ -24,10 +24,10 @@ export class ComponentView implements View {
     private readonly brain: BrainPanel;
     private other: BrainPanel | null = null;
     private readonly brains = h('div', { class: 'brains' });
-    private readonly course = new ChartBox('course');
-    private readonly spectrum = new ChartBox('spectrum');
+    private readonly course = new ChartBox('course', [660, 200]);
+    private readonly spectrum = new ChartBox('spectrum', [310, 240]);
     private readonly spectrumNote = h('p', { class: 'chart-note' });
-    private readonly fingerprint = new ChartBox('fingerprint');
+    private readonly fingerprint = new ChartBox('fingerprint', [310, 270]);
     private readonly tables = h('div', { class: 'tables' });
     private readonly look: Look;
     private component: Component | null = null;

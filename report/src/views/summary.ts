@@ -38,7 +38,7 @@ function tiles(run: Run): HTMLElement {
 
 /** What was done and how it went, on one screen. */
 export function summary(run: Run): HTMLElement {
-    const eigenvalues = new ChartBox('eigenvalues');
+    const eigenvalues = new ChartBox('eigenvalues', [220, 170]);
     showEigenvalues(eigenvalues, run.facts);
     const warnings = warningsOf(run);
     const notes = notesOf(run);

@@ -1,0 +1,96 @@
+// The report on paper.
+import assert from 'node:assert/strict';
+import { after, before, describe, test } from 'node:test';
+import { missingBrowser, openBrowser, openReport, painted, screenshot } from './browser.mjs';
+import { madeUp } from './runs.mjs';
+
+const PAPER = 703; // CSS pixels: A4 without margins of 12 mm
+
+/** In the page: sizes that change from now on are not told to scripts, as on paper. */
+function observeUntilPrinted() {
+    const Observer = window.ResizeObserver;
+    window.ResizeObserver = class extends Observer {
+        constructor(callback) {
+            super((...about) => { if (!window.printed) callback(...about); });
+        }
+    };
+    addEventListener('resize', (event) => { if (window.printed) event.stopImmediatePropagation(); }, { capture: true });
+}
+
+/** Lays the page out for paper after the scripts have had their last word. */
+async function onPaper(page) {
+    await painted(page);
+    await page.evaluate(() => {
+        dispatchEvent(new Event('beforeprint'));
+        window.printed = true;
+    });
+    await page.emulateMedia({ media: 'print' });
+    await page.setViewportSize({ width: PAPER, height: 1000 });
+    await painted(page);
+}
+
+/** Boxes of the panels, and of the charts and planes in them, by class; those that are shown. */
+const boxes = (page, selector) => page.locator(selector).evaluateAll((all) => all.map((element) => {
+    const { left, right, top, bottom } = element.getBoundingClientRect();
+    const panel = element.parentElement.closest('.panel')?.getBoundingClientRect();
+    return { name: element.parentElement.className, left, right, top, bottom, panel: panel?.toJSON() };
+}).filter(({ left, right }) => right > left));
+
+const inside = (box, frame) => box.left >= frame.left && box.right <= frame.right && box.top >= frame.top
+    && box.bottom <= frame.bottom;
+const overlap = (a, b) => a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+
+for (const renderer of ['webgl2', 'canvas']) {
+    describe(`on paper, with ${renderer}`, { skip: missingBrowser }, () => {
+        let browser;
+        let run;
+        before(async () => {
+            run = madeUp('paper', { components: 4 });
+            browser = await openBrowser(renderer);
+        });
+        after(async () => { await browser.close(); });
+
+        const open = async (at) => {
+            const page = await openReport(browser, run.report, { at, first: `(${observeUntilPrinted})()`,
+                viewport: { width: 1100, height: 900 } }); // charts over the whole width, more than the paper has
+            if (at) await page.locator(`.planes[data-renderer=${renderer}]:not(.planes-waiting)`).waitFor();
+            return page;
+        };
+
+        test('a component keeps every picture in its panel and the panels apart', async () => {
+            const page = await open('#/component/ICA_01');
+            await onPaper(page);
+            await screenshot(page, `component-paper-${renderer}`);
+            const panels = await boxes(page, '.panel');
+            const pictures = await boxes(page, '.panel canvas');
+            assert.equal(panels.length, 4);
+            assert.ok(pictures.length >= 4);
+            for (const picture of pictures) assert.ok(inside(picture, picture.panel), JSON.stringify(picture));
+            for (const panel of panels) {
+                assert.ok(panel.left >= 0 && panel.right <= PAPER, JSON.stringify(panel));
+                for (const other of panels) assert.ok(panel === other || !overlap(panel, other), JSON.stringify([panel, other]));
+            }
+            await page.close();
+        });
+
+        test('the eigenvalues fill their panel', async () => {
+            const page = await open(undefined);
+            await onPaper(page);
+            const [{ left, right, panel }] = await boxes(page, '.chart-eigenvalues canvas');
+            assert.ok(right - left > 0.85 * panel.width && right <= panel.right, `${left} to ${right} in ${JSON.stringify(panel)}`);
+            await page.close();
+        });
+
+        test('a component has its label and its whole note, and nothing to press', async () => {
+            const page = await open('#/component/ICA_02');
+            const note = 'a note as long as they are where two networks meet in one component, '.repeat(4).trim();
+            await page.click('.label-unsure');
+            await page.fill('#note', note);
+            await onPaper(page);
+            assert.deepEqual(await page.locator('.label-button:visible').allTextContents(), ['?Unsure']);
+            assert.equal(await page.locator('.component-head input:visible, .component-head select:visible').count(), 0);
+            assert.equal((await page.locator('.component-head').innerText()).includes(note), true);
+            await page.close();
+        });
+    });
+}
