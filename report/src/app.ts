@@ -72,7 +72,8 @@ class App {
 
     private key(event: KeyboardEvent): void {
         const target = event.target as HTMLElement;
-        const typing = target.matches('input:not([type=checkbox]), select, textarea');
+        const sliding = target.matches('input[type=range]') && event.key.startsWith('Arrow');
+        const typing = sliding || target.matches('input:not([type=checkbox], [type=range]), select, textarea');
         if (typing || event.ctrlKey || event.altKey || event.metaKey) return;
         if (this.view?.key?.(event)) event.preventDefault();
     }

@@ -63,4 +63,30 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         assert.equal(await value(), before);
         await page.close();
     });
+
+    test('goes on from where the component stood that a label took out of the selection', async () => {
+        const page = await openReport(browser, run.report);
+        await page.selectOption('#label-filter', 'none');
+        await page.locator('.card-link', { hasText: 'IC 3' }).click();
+        await page.locator('body[data-shown=ICA_02]').waitFor();
+        await page.keyboard.press('n');
+        await page.keyboard.press('ArrowRight');
+        await page.locator('body[data-shown=ICA_03]').waitFor();
+        await page.keyboard.press('n');
+        await page.keyboard.press('ArrowLeft');
+        await page.locator('body[data-shown=ICA_01]').waitFor();
+        await page.evaluate(() => localStorage.clear());
+        await page.close();
+    });
+
+    test('sets labels also while the threshold has the focus, and leaves it the arrows', async () => {
+        const page = await openReport(browser, run.report, { at: '#/component/ICA_02' });
+        await page.locator('#threshold').focus();
+        await page.keyboard.press('ArrowRight');
+        assert.equal(await page.inputValue('#threshold'), '2.6');
+        await page.keyboard.press('u');
+        assert.deepEqual(await page.locator('.label-button[aria-pressed=true]').allTextContents(), ['?Unsure']);
+        assert.equal(await page.locator('h2').textContent(), 'IC 3');
+        await page.close();
+    });
 });

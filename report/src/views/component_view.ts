@@ -34,6 +34,7 @@ export class ComponentView implements View {
     private compared: Component | null = null;
     private voxel: Vector | null = null;
     private activePlane: PlaneName = 'axial';
+    private position = 0; // in the gallery's order, where the component last stood
     private redraw = 0;
 
     /** `neighbours`: the components in the gallery's order; `open`: goes to another one. */
@@ -66,6 +67,7 @@ export class ComponentView implements View {
         const list = this.neighbours();
         const at = list.indexOf(component);
         this.component = component;
+        if (at >= 0) this.position = at;
         this.head.show(component, at < 0 ? 'not in the selection' : `${at + 1} of ${list.length}`);
         this.drawCharts();
         await this.brain.show(component, this.look, (map) => (this.voxel = this.peakOf(map)));
@@ -143,10 +145,12 @@ export class ComponentView implements View {
         this.moveTo(grid.moved(this.voxel, through, grid.along(through, this.voxel) + by));
     }
 
+    // A component that a new label took out of the selection has left its place to the one after it.
     private step(by: 1 | -1): void {
         const list = this.neighbours();
-        const at = list.indexOf(this.component!);
-        if (list.length > 0) this.open(list[(Math.max(at, 0) + by + list.length) % list.length]);
+        const own = list.indexOf(this.component!);
+        const next = own >= 0 ? own + by : this.position + (by > 0 ? 0 : -1);
+        if (list.length > 0) this.open(list[(next + list.length) % list.length]);
     }
 
     // Sliders send more changes than the screen has pictures.
