@@ -1,30 +1,20 @@
 import { colour } from '../theme';
-import type { Component, Predictor, Run } from '../data/run';
+import { type PredictorMatch, predictorMatch } from '../data/predictor_match';
+import type { Component, Run } from '../data/run';
 import { axis, ChartBox, legend } from './chart';
-
-// Only its sign is used, to turn the predictor the way the component runs.
-function covariance(x: number[], y: number[]): number {
-    const mean = (values: number[]): number => values.reduce((sum, value) => sum + value, 0) / values.length;
-    const mx = mean(x);
-    const my = mean(y);
-    return x.reduce((sum, value, t) => sum + (value - mx) * (y[t] - my), 0);
-}
 
 interface Curve {
     label: string;
     values: number[];
 }
 
-/** The best-matching predictor brought to the range of the time course; upside down where they run against each other. */
-export function matchedPredictor(run: Run, component: Component): Curve | null {
-    const predictor: Predictor | undefined = run.predictors[component.values[1] - 1];
-    if (!predictor || !component.predictor) return null;
-    const low = Math.min(...predictor.values);
-    const range = Math.max(...predictor.values) - low || 1;
-    const inverted = covariance(component.timeCourse, predictor.values) < 0;
+/** A predictor brought to the range of the time course; upside down where they run against each other. */
+export function scaledPredictor({ predictor: { name, values }, against }: PredictorMatch): Curve {
+    const low = Math.min(...values);
+    const range = Math.max(...values) - low || 1;
     return {
-        label: `${component.predictor}${inverted ? ', upside down' : ''} (scaled)`,
-        values: predictor.values.map((value) => (inverted ? 1 - (value - low) / range : (value - low) / range)),
+        label: `${name}${against ? ', upside down' : ''} (scaled)`,
+        values: values.map((value) => (against ? 1 - (value - low) / range : (value - low) / range)),
     };
 }
 
@@ -32,7 +22,8 @@ export function matchedPredictor(run: Run, component: Component): Curve | null {
 export function showTimeCourse(box: ChartBox, run: Run, component: Component, other: Component | null): void {
     const points = (values: number[]): { x: number; y: number }[] =>
         values.map((y, t) => ({ x: Number((t * run.trSeconds).toFixed(3)), y }));
-    const predictor = matchedPredictor(run, component);
+    const match = predictorMatch(run, component);
+    const predictor = match && scaledPredictor(match);
     const seconds = (component.timeCourse.length - 1) * run.trSeconds;
     const line = (curve: Curve, name: string, width: number, dash: number[] = []): object => ({
         label: curve.label, data: points(curve.values), borderColor: colour(name), borderWidth: width, borderDash: dash,

@@ -6,10 +6,10 @@ export interface Metric {
 }
 
 export const METRICS: Metric[] = [
-    { column: 'dm_pred_max', short: 'Predictor r', title: 'Design matrix: largest correlation' },
+    { column: 'dm_pred_max', short: 'Predictor |r|', title: 'Design matrix: largest |r|' },
     { column: 'dm_pred_index', short: 'Predictor no.', title: 'Design matrix: predictor number' },
     { column: 'rms', short: 'RMS', title: 'Time-course spread (RMS)' },
-    { column: 'template_max_corr', short: 'Template r', title: 'Spatial template: largest correlation' },
+    { column: 'template_max_corr', short: 'Template |r|', title: 'Spatial template: largest |r|' },
     { column: 'template_voi_index', short: 'Template no.', title: 'Spatial template: region number' },
     { column: 'degree_of_clustering', short: 'Clustering', title: 'Degree of clustering' },
     { column: 'skewness', short: 'Skewness', title: 'Skewness' },

@@ -3,8 +3,9 @@ import type { Look } from '../brain/look';
 import { drawFingerprintGlyph } from '../charts/fingerprint_glyph';
 import { fingerprintOf } from '../charts/fingerprint_chart';
 import { drawSparkline } from '../charts/sparkline';
-import { matchedPredictor } from '../charts/time_course_chart';
+import { scaledPredictor } from '../charts/time_course_chart';
 import { METRICS } from '../data/metrics';
+import { isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
 import { h } from '../dom';
 import { LABELS, type Labels } from '../labels/labels';
@@ -14,6 +15,11 @@ import type { SortKey } from './order';
 const MOSAIC_COLUMNS = 5;
 const MOSAIC_ROWS = 2;
 
+function predictorText({ predictor: { name }, strength, against }: PredictorMatch): HTMLElement {
+    return h('span', { class: 'card-predictor', title: `Best-matching predictor${against ? ', runs against it' : ''}` },
+        `${name} |r| ${strength.toFixed(2)}`);
+}
+
 /** One component in the gallery. Its pictures are drawn when it comes into sight. */
 export class Card {
     readonly element: HTMLElement;
@@ -21,11 +27,14 @@ export class Card {
     private readonly mosaic = h('canvas', { class: 'card-mosaic', role: 'img' });
     private readonly course = h('canvas', { class: 'card-course', role: 'img' });
     private readonly glyph = h('canvas', { class: 'card-glyph', role: 'img' });
+    private readonly match: PredictorMatch | null; // none that is weak
     private readonly label = h('span', { class: 'card-label' });
     private readonly value = h('span', { class: 'card-value' });
 
     constructor(private readonly run: Run, readonly component: Component, private readonly labels: Labels) {
-        const { name, title, predictor } = component;
+        const { name, title } = component;
+        const match = predictorMatch(run, component);
+        this.match = match && !isWeak(match) ? match : null;
         this.mosaic.setAttribute('aria-label', `Map of ${title}, ten axial slices; values of z from `
             + `${fixed(component.lowest, 1)} to ${fixed(component.highest, 1)}`);
         this.course.setAttribute('aria-label', `Time course of ${title}`);
@@ -37,7 +46,7 @@ export class Card {
             this.mosaic,
             h('div', { class: 'card-charts' }, this.course, this.glyph),
             h('footer', { class: 'card-foot' }, this.value,
-                predictor && h('span', { class: 'card-predictor', title: 'Best-matching predictor' }, predictor)));
+                this.match && predictorText(this.match)));
         this.refreshLabel();
     }
 
@@ -78,8 +87,7 @@ export class Card {
     private drawCurves(): void {
         this.fit(this.course);
         this.fit(this.glyph);
-        const predictor = matchedPredictor(this.run, this.component);
-        drawSparkline(this.course, this.component.timeCourse, predictor?.values ?? null);
+        drawSparkline(this.course, this.component.timeCourse, this.match && scaledPredictor(this.match).values);
         drawFingerprintGlyph(this.glyph, fingerprintOf(this.component));
     }
 

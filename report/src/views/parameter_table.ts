@@ -1,4 +1,5 @@
 import { FINGERPRINT, FINGERPRINT_START, METRICS } from '../data/metrics';
+import { predictorMatch } from '../data/predictor_match';
 import { type Component, isRepeated, type Run } from '../data/run';
 import { h } from '../dom';
 import { short } from '../numbers';
@@ -31,9 +32,9 @@ function stabilityRow(run: Run, shown: Component[]): HTMLElement {
 
 /** What the component matches, by name: the best predictor, the best region, and the spread of the time course. */
 export function matchTable(run: Run, shown: Component[]): HTMLElement {
-    const named = (component: Component, metric: number, name: string | null, number: number): HTMLElement => {
-        const value = component.values[metric];
-        const text = name === null ? 'none' : `${name} (no. ${component.cells[number]}), r ${short(value)}`;
+    const named = (component: Component, metric: number, name: string | null, number: number, against = false): HTMLElement => {
+        const strength = `|r| ${short(component.values[metric])}${against ? ', runs against it' : ''}`;
+        const text = name === null ? 'none' : `${name} (no. ${component.cells[number]}), ${strength}`;
         return h('td', { 'data-metric': METRICS[metric].column, title: component.cells[metric] }, text);
     };
     const row = (title: string, metric: number, make: (component: Component) => HTMLElement): HTMLElement =>
@@ -44,7 +45,8 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
         h('thead', {}, h('tr', {}, h('th', { scope: 'col' }, 'Best match'),
             ...shown.map((component) => h('th', { scope: 'col' }, component.title)))),
         h('tbody', {},
-            row('Design matrix', 0, (component) => named(component, 0, component.predictor, 1)),
+            row('Design matrix', 0, (component) => named(component, 0, component.predictor, 1,
+                predictorMatch(run, component)?.against)),
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
             row('RMS', 2, (component) => cell(component, 2)),
             ...(shown.some(isRepeated) ? [stabilityRow(run, shown)] : [])));

@@ -1,0 +1,29 @@
+import type { Component, Predictor, Run } from './run';
+
+/** The predictor that a component's time course follows best, and how. */
+export interface PredictorMatch {
+    predictor: Predictor;
+    strength: number; // |r|
+    against: boolean; // the two run against each other, so r itself is negative
+}
+
+// Only its sign is used.
+function covariance(x: number[], y: number[]): number {
+    const mean = (values: number[]): number => values.reduce((sum, value) => sum + value, 0) / values.length;
+    const mx = mean(x);
+    const my = mean(y);
+    return x.reduce((sum, value, t) => sum + (value - mx) * (y[t] - my), 0);
+}
+
+export function predictorMatch(run: Run, component: Component): PredictorMatch | null {
+    const [strength, number] = component.values;
+    const predictor = run.predictors[number - 1];
+    if (!predictor || !component.predictor) return null;
+    return { predictor, strength, against: covariance(component.timeCourse, predictor.values) < 0 };
+}
+
+const WEAK = 0.3; // |r|; the two share less than a tenth of their variance
+
+export function isWeak(match: PredictorMatch): boolean {
+    return !(match.strength >= WEAK);
+}
