@@ -73,10 +73,11 @@ function table(columns, rows) {
 
 /**
  * Writes a run into a folder. `options`: components, grid (small, medium, brain), trMilliseconds (2000), volumes (120),
- * asked (as many as found), design (true).
+ * asked (as many as found), design (true); input, settings, facts: what the description of the run says besides.
  */
 export function makeRun(folder, options) {
-    const { components, grid = 'small', trMilliseconds = 2000, volumes = 120, asked = components, design = true } = options;
+    const { components, grid = 'small', trMilliseconds = 2000, volumes = 120, asked = components, design = true,
+        input = {}, settings = {}, facts = {} } = options;
     const { size, affine } = GRIDS[grid];
     const random = randomNumbers(components);
     const mask = makeMask(size);
@@ -114,14 +115,14 @@ export function makeRun(folder, options) {
     writeFileSync(file('desc-ICA_decomposition.json'), JSON.stringify({
         GeneratedBy: { Name: 'znica', Version: '2.0', Plugin: { Name: 'Made up', Version: '2.0', File: 'none' } },
         Input: { File: `${STEM}_bold.nii.gz`, Size: size, Volumes: volumes, RepetitionTimeMilliseconds: trMilliseconds,
-            VoxelsAnalysed: mask.reduce((sum, inside) => sum + inside, 0) },
+            VoxelsAnalysed: mask.reduce((sum, inside) => sum + inside, 0), ...input },
         Settings: { Mask: 'mask.nii.gz', Components: asked, FirstEigenvalue: 1, LastEigenvalue: asked, Nonlinearity: 'tanh',
             Epsilon: 1e-4, MaxIterations: 500, DesignMatrix: design ? 'design.tsv' : null, Regions: null,
-            RegionNames: null, ClusterSize: 10, ZThreshold: 2.5, Label: null },
+            RegionNames: null, ClusterSize: 10, ZThreshold: 2.5, Label: null, ...settings },
         ComponentsFound: components, RetainedVariancePercent: 87.25, Predictors: design ? PREDICTORS : [], Regions: [],
         Components: names.map((Name, c) => ({ Name, PluginName: `IC ${c + 1}`, Iterations: 20 + c, Restarts: 0, ElapsedSeconds: 1 })),
         Eigenvalues: Array.from({ length: volumes }, (_, i) => 1e4 / (i + 1) ** 1.5),
-        ElapsedSeconds: { Reading: 1, Plugin: 20, Total: 23 }, PeakMemoryBytes: 5e8,
+        ElapsedSeconds: { Reading: 1, Plugin: 20, Total: 23 }, PeakMemoryBytes: 5e8, ...facts,
     }));
     return folder;
 }

@@ -1,6 +1,6 @@
 // The reports that the tests open: made by the real command from made-up runs, and once from a real analysis.
 import { execFileSync } from 'node:child_process';
-import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { existsSync, mkdtempSync, readFileSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -17,12 +17,14 @@ function rows(file) {
 }
 
 function described(folder, stem) {
+    const design = `${folder}/${stem}_desc-ICA_design.tsv`;
     return {
         folder,
         report: join(folder, 'report.html'),
         components: () => readNifti(`${folder}/${stem}_desc-ICA_components.nii.gz`),
         metrics: rows(`${folder}/${stem}_desc-ICA_metrics.tsv`),
         mixing: rows(`${folder}/${stem}_desc-ICA_mixing.tsv`),
+        design: existsSync(design) ? rows(design) : [],
     };
 }
 

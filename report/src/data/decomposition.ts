@@ -8,12 +8,14 @@ export interface Decomposition {
         RepetitionTimeMilliseconds: number;
         StoredType?: string;
         VoxelsAnalysed: number;
-        VoxelsDropped?: number;
+        VoxelsDropped?: { NotFinite?: number; Constant?: number };
+        Notes?: string[]; // what znica said about the input
         DummyScans?: number;
     };
     Settings: {
-        Mask: string | null;
+        Mask: string; // "auto", "none" or a path
         Components: number;
+        ComponentsAsked?: number | string; // a number, "auto" or "max"
         FirstEigenvalue: number;
         LastEigenvalue: number;
         Nonlinearity: string;
@@ -28,6 +30,7 @@ export interface Decomposition {
         [key: string]: unknown;
     };
     Seed?: number | null;
+    ComponentEstimate?: { MDL: number; Laplace: number; OptimalThreshold: number; EffectiveSamples: number } | null;
     ComponentsFound: number;
     RetainedVariancePercent: number | null;
     Predictors: string[];
@@ -47,4 +50,13 @@ export interface ComponentFacts {
     ElapsedSeconds?: number;
     StabilityIndex?: number | null; // Iq over the repeats; absent when there were none
     StabilityRuns?: number; // in how many of them the component's cluster appears
+}
+
+/**
+ * Share of the first eigenvalue in the variance, in per cent; null where it is not among the kept ones. Voxels keep their
+ * mean over time, so the first eigenvalue is little else than the mean image, and most of the variance.
+ */
+export function meanImageShare({ Settings, Eigenvalues }: Decomposition): number | null {
+    const total = Eigenvalues.reduce((sum, value) => sum + value, 0);
+    return Settings.FirstEigenvalue === 1 && total > 0 ? (100 * Eigenvalues[0]) / total : null;
 }

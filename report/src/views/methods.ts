@@ -1,7 +1,8 @@
 import { METRICS } from '../data/metrics';
 import type { Run } from '../data/run';
 import { h } from '../dom';
-import { methodsText, REFERENCES } from './methods_text';
+import { methodsText } from './methods_text';
+import { referencesOf } from './references';
 import type { View } from './view';
 
 /** How it was done: the paragraph to paste, the references, what the parameters mean, how the pictures are made. */
@@ -10,11 +11,12 @@ export class Methods implements View {
 
     constructor(run: Run) {
         const text = methodsText(run);
+        const references = referencesOf(run);
         const paragraph = h('p', { class: 'methods-text', id: 'methods-text' }, text);
         const done = h('span', { class: 'label-message', role: 'status' });
         const copy = async (): Promise<void> => {
             try {
-                await navigator.clipboard.writeText(`${text}\n\n${REFERENCES.join('\n')}\n`);
+                await navigator.clipboard.writeText(`${text}\n\n${references.join('\n')}\n`);
                 done.textContent = 'Copied with the references.';
             } catch {
                 getSelection()?.selectAllChildren(paragraph); // not allowed: at least it is selected
@@ -27,7 +29,7 @@ export class Methods implements View {
                 h('p', { class: 'methods-actions' },
                     h('button', { type: 'button', class: 'button', onclick: () => void copy() }, 'Copy'), done),
                 h('h3', {}, 'References'),
-                h('ul', { class: 'references' }, ...REFERENCES.map((reference) => h('li', {}, reference)))),
+                h('ul', { class: 'references' }, ...references.map((reference) => h('li', {}, reference)))),
             h('section', { class: 'panel' }, h('h2', {}, 'The sixteen parameters'), parameterList(run)),
             h('section', { class: 'panel' }, h('h2', {}, 'How the pictures are made'), ...pictures().map((line) => h('p', {}, line))));
     }
@@ -35,7 +37,7 @@ export class Methods implements View {
 
 function parameterList(run: Run): HTMLElement {
     return h('div', { class: 'table-scroll' }, h('table', { class: 'parameters parameter-list' },
-        h('thead', {}, h('tr', {}, ...['Column', 'Name of the plug-in', 'What it says', 'Unit'].map((name) =>
+        h('thead', {}, h('tr', {}, ...['Column', 'Name in the plug-in', 'What it says', 'Unit'].map((name) =>
             h('th', { scope: 'col' }, name)))),
         h('tbody', {}, ...METRICS.map(({ column }) => {
             const { LongName = '', Description = '', Units = '' } = run.columns[column] ?? {};
@@ -54,5 +56,6 @@ function pictures(): string[] {
         'Brain views are drawn by NiiVue where the browser offers WebGL2, otherwise on a 2D canvas; curves by Chart.js.',
         'Time courses are those of the mixing table, rescaled to 0\u20131. A predictor is scaled to the same range, and turned '
         + 'upside down where it runs against the component.',
+        'The sign of a component is arbitrary: map and time course may be turned around together.',
     ];
 }

@@ -2,6 +2,7 @@ import { h } from '../dom';
 import { ChartBox } from '../charts/chart';
 import { showEigenvalues } from '../charts/eigenvalue_chart';
 import { edges } from '../data/affine';
+import { meanImageShare } from '../data/decomposition';
 import type { Run } from '../data/run';
 import { duration, grouped, short } from '../numbers';
 import { notesOf, warningsOf } from './warnings';
@@ -24,10 +25,12 @@ function tiles(run: Run): HTMLElement {
     const mm = edges(run.grid.affine).map((edge) => short(edge)).join(' \u00d7 ');
     const seed = seedOf(run);
     const kept = facts.RetainedVariancePercent;
+    const mean = meanImageShare(facts);
     return h('dl', { class: 'tiles' },
         tile(String(facts.ComponentsFound), `of ${settings.Components}`, 'Components found'),
         tile(kept === null ? 'n/a' : kept.toFixed(1), '%', 'Variance kept',
-            `eigenvalues ${settings.FirstEigenvalue} to ${settings.LastEigenvalue}`),
+            `eigenvalues ${settings.FirstEigenvalue} to ${settings.LastEigenvalue}`
+            + (mean === null ? '' : `, mean image included: the first alone ${mean.toFixed(1)} %`)),
         tile(grouped(run.voxelsInside), '', 'Voxels', `of ${input.Size.join(' \u00d7 ')}, ${mm} mm`),
         tile(grouped(input.Volumes), '', 'Volumes', duration(input.Volumes * run.trSeconds)),
         tile(short(run.trSeconds, 4), 's', 'Repetition time'),

@@ -1,4 +1,5 @@
 import { FINGERPRINT, METRICS } from '../data/metrics';
+import type { Decomposition } from '../data/decomposition';
 import type { Run } from '../data/run';
 import { grouped, plural } from '../numbers';
 
@@ -11,14 +12,24 @@ export function warningsOf(run: Run): string[] {
         warnings.push(`The run gave up early: ${facts.ComponentsFound} of ${asked} components converged within `
             + `${facts.Settings.MaxIterations} iterations. The others may still be mixed into the ones shown.`);
     }
-    if (facts.Input.VoxelsDropped) {
-        warnings.push(`${plural(facts.Input.VoxelsDropped, 'voxel')} of the mask were left out, because they are `
-            + 'constant or not finite in some volume.');
+    warnings.push(...droppedWarning(facts));
+    if (facts.Settings.Mask === 'none') {
+        warnings.push('No mask was used: every voxel of the grid was analysed, also those outside the head.');
     }
-    if (!facts.Settings.Mask) warnings.push('No mask was given: every voxel of the grid was analysed unless the run chose its own mask.');
-    warnings.push(...repetitionTimeWarning(run.trSeconds), ...degenerateWarnings(run));
+    warnings.push(...(facts.Input.Notes ?? []), ...repetitionTimeWarning(run.trSeconds), ...degenerateWarnings(run));
     if (!run.hasMean) warnings.push('The result holds no mean image; the maps are drawn over the outline of the mask.');
     return warnings;
+}
+
+function droppedWarning({ Input: { VoxelsDropped: dropped } }: Decomposition): string[] {
+    const notFinite = dropped?.NotFinite ?? 0;
+    const constant = dropped?.Constant ?? 0;
+    if (notFinite + constant === 0) return [];
+    const reasons = [
+        notFinite > 0 && `${grouped(notFinite)} not finite in some volume`,
+        constant > 0 && `${grouped(constant)} constant over time`,
+    ].filter((reason) => reason !== false);
+    return [`${plural(notFinite + constant, 'voxel')} of the mask ${notFinite + constant === 1 ? 'was' : 'were'} left out: ${reasons.join(', ')}.`];
 }
 
 function repetitionTimeWarning(seconds: number): string[] {
@@ -55,8 +66,12 @@ function degenerateWarnings(run: Run): string[] {
 /** Notes that are no warnings: what was simply not asked for. */
 export function notesOf(run: Run): string[] {
     const notes: string[] = [];
+    if (run.facts.Settings.Mask === 'auto') notes.push('The mask was made from the mean image over time.');
     if (!run.facts.Settings.DesignMatrix) notes.push('No design matrix was given, so no predictor can match.');
     if (!run.facts.Settings.Regions) notes.push('No regions were given, so no spatial template can match.');
-    if (run.facts.Input.DummyScans) notes.push(`${grouped(run.facts.Input.DummyScans)} volumes at the start were left out.`);
+    if (run.facts.Input.DummyScans) {
+        const { DummyScans: dummies } = run.facts.Input;
+        notes.push(`${plural(dummies, 'volume')} at the start ${dummies === 1 ? 'was' : 'were'} left out.`);
+    }
     return notes;
 }

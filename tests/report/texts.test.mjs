@@ -1,0 +1,119 @@
+// What the page says about a run in words.
+import assert from 'node:assert/strict';
+import { after, before, describe, test } from 'node:test';
+import { missingBrowser, openBrowser, openReport } from './browser.mjs';
+import { madeUp } from './runs.mjs';
+
+function pearson(x, y) {
+    const mean = (values) => values.reduce((sum, value) => sum + value, 0) / values.length;
+    const [dx, dy] = [x, y].map((values) => values.map((value) => value - mean(values)));
+    const dot = (a, b) => a.reduce((sum, value, i) => sum + value * b[i], 0);
+    return dot(dx, dy) / Math.sqrt(dot(dx, dx) * dot(dy, dy));
+}
+
+describe('the page says', { skip: missingBrowser }, () => {
+    let browser;
+    let made = 0;
+    before(async () => { browser = await openBrowser('canvas'); });
+    after(async () => { await browser.close(); });
+
+    const open = (options, at) => openReport(browser, madeUp(`texts-${++made}`, { components: 3, ...options }).report, { at });
+    const textOf = async (options, selector, hash = '#/') => {
+        const page = await open(options);
+        await page.evaluate((next) => { location.hash = next; }, hash);
+        const text = (await page.locator(selector).allTextContents()).join('\n');
+        await page.close();
+        return text;
+    };
+    const warnings = (options) => textOf(options, '.warnings li');
+    const methods = (options) => textOf(options, '#methods-text', '#/methods');
+    const references = (options) => textOf(options, '.references li', '#/methods');
+
+    test('how many voxels were left out, and why', async () => {
+        const text = (NotFinite, Constant) => warnings({ input: { VoxelsDropped: { NotFinite, Constant } } });
+        assert.match(await text(1200, 34), /1,234 voxels of the mask were left out: 1,200 not finite in some volume, 34 constant over time\./);
+        assert.match(await text(0, 1), /1 voxel of the mask was left out: 1 constant over time\./);
+        assert.doesNotMatch(await text(0, 0), /left out/);
+        assert.doesNotMatch(await warnings({}), /left out/); // a result that does not tell
+    });
+
+    test('what was noted about the input', async () => {
+        const Notes = ['The header says 3 s, the sidecar 2 s.', 'Volume 7 is dark.'];
+        assert.equal((await warnings({ input: { Notes } })).includes(Notes.join('\n')), true);
+        assert.equal(await warnings({ components: 2, input: { Notes: [] } }), '');
+    });
+
+    test('where the voxels come from', async () => {
+        const none = { settings: { Mask: 'none' } };
+        assert.match(await methods(none), /voxels of the whole grid, without a mask,/);
+        assert.match(await warnings(none), /No mask was used/);
+        const auto = { settings: { Mask: 'auto' } };
+        assert.match(await methods(auto), /voxels inside a brain mask made from the mean image/);
+        assert.equal(await warnings({ components: 2, ...auto }), '');
+        assert.match(await methods({}), /voxels inside a mask entered/);
+    });
+
+    test('which frequency bands there are and on what clock', async () => {
+        assert.match(await methods({}), /in five frequency bands \(Welch, 1967\), relative/);
+        assert.match(await methods({ trMilliseconds: 2500 }), /five frequency bands \(Welch, 1967\) with the repetition time taken as 2 s,/);
+        assert.match(await methods({ trMilliseconds: 6000 }), /in four frequency bands/); // up to 0.083 Hz
+        assert.match(await methods({ trMilliseconds: 11000 }), /in three frequency bands/); // up to 0.045 Hz
+        assert.match(await methods({ trMilliseconds: 720 }), /not defined at a repetition time below one second/);
+    });
+
+    test('which parameters were rescaled across components', async () => {
+        const [, before, rescaled] = /the spread(.*)each rescaled across the components of the run,([^.]*)\./.exec(await methods({}));
+        assert.match(before, /clustering.*lag-1 autocorrelation/);
+        assert.match(rescaled, /skewness.*kurtosis and entropy of its map and the entropy of its time course/);
+    });
+
+    test('how often the run was repeated, what was left out and how the number of components was found', async () => {
+        assert.match(await methods({ facts: { Repeats: { Runs: 7 } } }), /extraction was done 7 times.*Iq.*Himberg et al\., 2004/);
+        assert.match(await references({ facts: { Repeats: { Runs: 7 } } }), /Himberg.*NeuroImage, 22/);
+        assert.doesNotMatch(await references({}), /Himberg|Wax/);
+        assert.match(await methods({ input: { DummyScans: 4 } }), /4 volumes before them were left out/);
+        const ComponentEstimate = { MDL: 3, Laplace: 5, OptimalThreshold: 4, EffectiveSamples: 2407.3 };
+        assert.match(await methods({ facts: { ComponentEstimate } }),
+            /number of components, 3, was estimated .* minimum description length \(Wax & Kailath, 1985\) at 2407 /);
+        assert.match(await methods({}), /at most five restarts in the whole run/);
+    });
+
+    test('what share of the variance is the mean image', async () => {
+        const facts = { Eigenvalues: [80, 10, 6, 4], RetainedVariancePercent: 96 };
+        assert.match(await methods({ facts }), /\(96\.0 % of the variance; the first, which holds the mean image, alone 80\.0 %\)/);
+        assert.match(await textOf({ facts }, '.tile-detail'), /eigenvalues 1 to 3, mean image included: the first alone 80\.0 %/);
+        const without = { facts, settings: { FirstEigenvalue: 2, LastEigenvalue: 4 } };
+        assert.doesNotMatch(await methods(without), /mean image,? alone/);
+        assert.match(await methods({ components: 1, settings: { LastEigenvalue: 1 } }), /reduced to the largest principal component of/);
+    });
+
+    test('where a component runs against its best predictor', async () => {
+        const run = madeUp('signs', { components: 12 });
+        const page = await openReport(browser, run.report);
+        let against = 0;
+        for (const [c, row] of run.metrics.entries()) {
+            const r = pearson(run.mixing.map((line) => Number(line[row.component])), run.design.map((line) => Number(line[row.dm_pred_name])));
+            await page.evaluate((name) => { location.hash = `#/component/${name}`; }, row.component);
+            await page.locator('h2', { hasText: new RegExp(`^IC ${c + 1}$`) }).waitFor();
+            const text = await page.locator('.matches [data-metric=dm_pred_max]').textContent();
+            assert.match(text, /, \|r\| [0-9.e-]+(, runs against it)?$/);
+            assert.equal(text.endsWith('runs against it'), r < 0, `${text}, r ${r}`);
+            against += r < 0 ? 1 : 0;
+        }
+        assert.ok(against > 0 && against < 12); // both kinds were there
+        assert.match(await page.locator('.sign-note').textContent(), /sign of a component is arbitrary/);
+        await page.close();
+        assert.match(await methods({}), /sign of a component is arbitrary/);
+    });
+
+    test('on a card how strong the predictor is, and no weak one', async () => {
+        const run = madeUp('strengths', { components: 12 });
+        const page = await openReport(browser, run.report);
+        for (const { component, dm_pred_name: name, dm_pred_max: strength } of run.metrics) {
+            const text = await page.locator(`.card[data-component=${component}] .card-predictor`).allTextContents();
+            assert.deepEqual(text, strength < 0.3 ? [] : [`${name} |r| ${Number(strength).toFixed(2)}`], strength);
+        }
+        assert.ok(run.metrics.some(({ dm_pred_max: strength }) => strength < 0.3));
+        await page.close();
+    });
+});
