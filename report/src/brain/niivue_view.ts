@@ -42,6 +42,17 @@ interface Location {
 const ROW_WIDTH = 620; // pixels
 const PLANE_OF_SLICE_TYPE: (PlaneName | undefined)[] = ['axial', 'coronal', 'sagittal'];
 
+// The crosshair follows the left button. The library's other buttons and keys would change the greys of the mean image,
+// push the brain out of sight or open a dialog, and nothing on this page would bring it back.
+function leaveOutGestures(nv: NiivueType): void {
+    const press = nv.mouseDownListener.bind(nv);
+    nv.mouseDownListener = (event) => {
+        if (event.button === 0 && !event.shiftKey) press(event);
+    };
+    nv.keyDownListener = nv.keyUpListener = () => {};
+    nv.resetBriCon = () => {}; // at a double click
+}
+
 /** The planes, and the volume rendered when asked for, drawn by NiiVue with WebGL2. */
 export class NiivueView implements BrainView {
     readonly element = h('div', { class: 'planes planes-webgl', 'data-renderer': 'webgl2' });
@@ -91,11 +102,12 @@ export class NiivueView implements BrainView {
         overlay.cal_minNeg = -overlay.cal_max;
         overlay.cal_maxNeg = -overlay.cal_min;
         overlay.opacity = look.opacity;
-        nv.opts.isNearestInterpolation = !look.smooth;
+        if (nv.opts.isNearestInterpolation === look.smooth) nv.setInterpolation(!look.smooth); // of the mean image too
         nv.opts.isRadiologicalConvention = look.radiological;
         nv.opts.multiplanarShowRender = look.render ? this.library.SHOW_RENDER.ALWAYS : this.library.SHOW_RENDER.NEVER;
         this.render = look.render;
         this.arrange();
+        nv.scene.pan2Dxyzmm = [0, 0, 0, 1]; // two fingers may have moved it
         nv.scene.crosshairPos = this.fractionOf(voxel);
         if (look.colourMap !== this.colours) nv.refreshColormaps();
         this.colours = look.colourMap;
@@ -117,7 +129,7 @@ export class NiivueView implements BrainView {
 
     private async start(): Promise<void> {
         this.library = await loadLibrary();
-        const { MULTIPLANAR_TYPE, Niivue, NVImage, SHOW_RENDER } = this.library;
+        const { DRAG_MODE, MULTIPLANAR_TYPE, Niivue, NVImage, SHOW_RENDER } = this.library;
         this.nv = new Niivue({
             logLevel: 'silent',
             dragAndDropEnabled: false,
@@ -135,7 +147,10 @@ export class NiivueView implements BrainView {
             viewModeHotKey: '',
             clipPlaneHotKey: '',
             cycleClipPlaneHotKey: '',
+            dragMode: DRAG_MODE.none,
+            touchEventConfig: { singleTouch: DRAG_MODE.crosshair, doubleTouch: DRAG_MODE.none },
         });
+        leaveOutGestures(this.nv);
         for (const map of COLOUR_MAPS) {
             this.nv.addColormap(`${map.id}+`, niivueColours(map.positive));
             this.nv.addColormap(`${map.id}-`, niivueColours(map.negative));
