@@ -1,3 +1,4 @@
+import { defaultLook, type Look } from './brain/look';
 import { readRun, type Run } from './data/run';
 import { labelNamed, Labels } from './labels/labels';
 import { startTheme } from './theme';
@@ -14,6 +15,7 @@ function painted(): Promise<number> {
 
 class App {
     private readonly labels: Labels;
+    private readonly look: Look; // of all maps, wherever they are shown
     private readonly overview: Overview;
     private component: ComponentView | null = null;
     private methods: Methods | null = null;
@@ -27,7 +29,8 @@ class App {
             [name, labelNamed(classification ?? '')])));
         this.last = run.components[0]?.name ?? '';
         let opened = false;
-        this.overview = new Overview(run, this.labels, () => {
+        this.look = defaultLook(run.facts.Settings.ZThreshold || 2.5);
+        this.overview = new Overview(run, this.labels, this.look, () => {
             if (!opened) void painted().then((end) => performance.measure('first view', { start: 0, end }));
             opened = true;
         });
@@ -45,7 +48,7 @@ class App {
         const component = this.run.components.find((candidate) => candidate.name === name);
         if (part === 'component' && component) {
             this.last = component.name;
-            const view = (this.component ??= new ComponentView(this.run, this.labels,
+            const view = (this.component ??= new ComponentView(this.run, this.labels, this.look,
                 () => this.overview.gallery.shown.map((card) => card.component),
                 (next) => location.replace(`#/component/${next.name}`)));
             this.enter(view);

@@ -5,6 +5,7 @@ import { h } from '../dom';
 import type { BrainView } from './brain_view';
 import type { Look } from './look';
 import { PLANES, type PlaneName, planeOf } from './plane';
+import { drawSideMark } from './side_mark';
 import { acrossAt, drawSlice, paintSlice, wholeFrame } from './slice';
 
 /** The planes drawn with the 2D canvas, for browsers without WebGL2. */
@@ -110,15 +111,13 @@ export class CanvasView implements BrainView {
         context: CanvasRenderingContext2D, marks: { left: string; right: string; top: string; bottom: string },
         ratio: number): void {
         const { width, height } = context.canvas;
-        context.font = `600 ${13 * ratio}px system-ui, sans-serif`;
-        context.fillStyle = '#d7dce3';
-        context.textBaseline = 'middle';
+        const size = 13 * ratio;
         context.textAlign = 'left';
-        context.fillText(marks.left, 6 * ratio, height / 2);
+        drawSideMark(context, marks.left, 6 * ratio, height / 2, size);
         context.textAlign = 'right';
-        context.fillText(marks.right, width - 6 * ratio, height / 2);
+        drawSideMark(context, marks.right, width - 6 * ratio, height / 2, size);
         context.textAlign = 'center';
-        context.fillText(marks.top, width / 2, 11 * ratio);
-        context.fillText(marks.bottom, width / 2, height - 10 * ratio);
+        drawSideMark(context, marks.top, width / 2, 11 * ratio, size);
+        drawSideMark(context, marks.bottom, width / 2, height - 10 * ratio, size);
     }
 }

@@ -3,6 +3,7 @@ import type { BodyAxis, Grid } from '../data/grid';
 import type { Run } from '../data/run';
 import type { Look } from './look';
 import { planeOf } from './plane';
+import { drawSideMark } from './side_mark';
 import { drawSlice, paintSlice } from './slice';
 
 /** First and last position of the mask along the three body axes. */
@@ -35,7 +36,7 @@ export function mosaicPositions(grid: Grid, extent: Extent, count: number): numb
         Math.min(grid.body[2].size - 1, Math.round(from + length * (0.12 + (0.8 * (i + 0.5)) / many))));
 }
 
-/** Draws axial slices of a map over the mean image side by side, from bottom to top, to fill the canvas's width. */
+/** Draws axial slices of a map over the mean image side by side, from bottom to top, to fill the canvas's width; left and right are marked. */
 export function drawMosaic(
     canvas: HTMLCanvasElement, run: Run, map: ComponentMap, look: Look, extent: Extent, columns: number,
     rows: number): void {
@@ -57,4 +58,15 @@ export function drawMosaic(
         const y = Math.floor(i / columns) * cellHeight + (cellHeight - height) / 2;
         paintSlice(context, drawSlice(run, map, look, plane, position, frame), look, x, y, width, height);
     });
+    drawSides(context, plane.marks, cellWidth, cellHeight);
+}
+
+// At the first slice alone: it says it for all.
+function drawSides(context: CanvasRenderingContext2D, marks: { left: string; right: string }, cellWidth: number,
+    cellHeight: number): void {
+    const size = cellHeight * 0.16;
+    context.textAlign = 'left';
+    drawSideMark(context, marks.left, size * 0.2, cellHeight / 2, size);
+    context.textAlign = 'right';
+    drawSideMark(context, marks.right, cellWidth - size * 0.2, cellHeight / 2, size);
 }

@@ -21,7 +21,6 @@ export class BrainPanel {
     private readonly readout = h('div', { class: 'brain-readout' });
     private view: BrainView | null = null;
     private look: Look | null = null;
-    private wanted: Component | null = null;
     private map: ComponentMap | null = null;
     private voxel: Vector = [0, 0, 0];
 
@@ -30,14 +29,11 @@ export class BrainPanel {
             h('div', { class: 'brain-foot' }, this.readout, this.bar));
     }
 
-    /** Draws a component, unless another is asked for meanwhile; resolves when it is on the screen's next picture. */
-    async show(component: Component, look: Look, voxelOf: (map: ComponentMap) => Vector): Promise<void> {
-        this.wanted = component;
-        const map = await this.run.maps.get(component.index);
-        if (this.wanted !== component) return; // maps may be unpacked in another order than they were asked for
+    /** Draws the map of a component with the crosshair at a voxel. */
+    show(component: Component, map: ComponentMap, look: Look, voxel: Vector): void {
         this.title.textContent = component.title;
         this.map = map;
-        this.voxel = voxelOf(map);
+        this.voxel = voxel;
         this.setLook(look);
         this.readOut();
     }

@@ -78,6 +78,11 @@ export class Card {
         return this.mosaic.clientWidth > 0;
     }
 
+    isInSight(): boolean {
+        const { top, bottom } = this.element.getBoundingClientRect();
+        return bottom > 0 && top < innerHeight;
+    }
+
     /** Draws the curves, which need no map, in the colours of now; later if the card has no place now. */
     recolour(): void {
         if (this.hasPlace()) this.drawCurves();

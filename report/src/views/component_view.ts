@@ -1,4 +1,4 @@
-import { defaultLook, type Look } from '../brain/look';
+import { ceilingOf, type Look } from '../brain/look';
 import type { PlaneName } from '../brain/plane';
 import { planeOf } from '../brain/plane';
 import { ChartBox } from '../charts/chart';
@@ -21,6 +21,7 @@ import type { View } from './view';
 export class ComponentView implements View {
     readonly element: HTMLElement;
     private readonly head: ComponentHead;
+    private readonly controls: ReturnType<typeof lookControls>;
     private readonly brain: BrainPanel;
     private other: BrainPanel | null = null;
     private readonly brains = h('div', { class: 'brains' });
@@ -29,22 +30,23 @@ export class ComponentView implements View {
     private readonly spectrumNote = h('p', { class: 'chart-note' });
     private readonly fingerprint = new ChartBox('fingerprint', [310, 270]);
     private readonly tables = h('div', { class: 'tables' });
-    private readonly look: Look;
     private component: Component | null = null;
     private compared: Component | null = null;
+    private drawn: Component | null = null; // the one that the crosshair was set for
+    private high = 0; // of the maps shown
     private voxel: Vector | null = null;
     private activePlane: PlaneName = 'axial';
     private position = 0; // in the gallery's order, where the component last stood
     private redraw = 0;
 
     /** `neighbours`: the components in the gallery's order; `open`: goes to another one. */
-    constructor(private readonly run: Run, private readonly labels: Labels,
+    constructor(private readonly run: Run, private readonly labels: Labels, private readonly look: Look,
         private readonly neighbours: () => Component[], private readonly open: (component: Component) => void) {
-        this.look = defaultLook(run.facts.Settings.ZThreshold || 2.5);
         const highest = Math.max(...run.components.map((c) => Math.max(Math.abs(c.lowest), Math.abs(c.highest))));
         this.head = new ComponentHead(run, labels);
         this.head.onStep = (by) => this.step(by);
         this.head.onCompare = (other) => void this.compare(other);
+        this.controls = lookControls(this.look, highest, () => this.lookChanged());
         this.brain = this.makePanel();
         this.brains.append(this.brain.element);
         const figure = (title: string, ...content: HTMLElement[]): HTMLElement =>
@@ -52,7 +54,7 @@ export class ComponentView implements View {
         this.element = h('main', { class: 'view component' },
             this.head.element,
             h('section', { class: 'panel brain-panel', 'aria-label': 'Map' }, this.brains,
-                lookControls(this.look, highest, () => this.lookChanged()),
+                this.controls.element,
                 h('p', { class: 'chart-note sign-note' },
                     'The sign of a component is arbitrary: only map and time course together have a meaning.')),
             h('div', { class: 'component-side' },
@@ -72,8 +74,12 @@ export class ComponentView implements View {
         if (at >= 0) this.position = at;
         this.head.show(component, at < 0 ? 'not in the selection' : `${at + 1} of ${list.length}`);
         this.drawCharts();
-        await this.brain.show(component, this.look, (map) => (this.voxel = this.peakOf(map)));
-        if (this.component === component && this.compared) await this.showCompared();
+        await this.drawMaps();
+    }
+
+    enter(): void {
+        scrollTo(0, 0);
+        this.controls.refresh();
     }
 
     key(event: KeyboardEvent): boolean {
@@ -107,11 +113,25 @@ export class ComponentView implements View {
         this.brains.classList.toggle('brains-two', other !== null);
         if (this.other) this.other.element.hidden = other === null;
         this.drawCharts();
-        if (other) await this.showCompared();
+        await this.drawMaps();
     }
 
-    private async showCompared(): Promise<void> {
-        if (this.compared) await this.other?.show(this.compared, this.look, (map) => this.voxel ?? this.peakOf(map));
+    // Maps may be unpacked in another order than they were asked for: only what is wanted then is drawn.
+    private async drawMaps(): Promise<void> {
+        const { component, compared } = this;
+        if (!component) return;
+        const [map, second] = await Promise.all([component, compared].map((shown) => shown && this.run.maps.get(shown.index)));
+        if (!map || component !== this.component || compared !== this.compared) return;
+        this.high = Math.max(map.high, second?.high ?? 0);
+        if (this.drawn !== component || !this.voxel) this.voxel = this.peakOf(map);
+        this.drawn = component;
+        this.brain.show(component, map, this.commonLook(), this.voxel);
+        if (compared && second) this.other?.show(compared, second, this.commonLook(), this.voxel);
+    }
+
+    /** The look with one end of the colours for both maps. */
+    private commonLook(): Look {
+        return { ...this.look, ceiling: ceilingOf(this.look, this.high) };
     }
 
     private drawCharts(): void {
@@ -159,8 +179,8 @@ export class ComponentView implements View {
     private lookChanged(): void {
         cancelAnimationFrame(this.redraw);
         this.redraw = requestAnimationFrame(() => {
-            this.brain.setLook(this.look);
-            if (this.compared) this.other?.setLook(this.look);
+            this.brain.setLook(this.commonLook());
+            if (this.compared) this.other?.setLook(this.commonLook());
         });
     }
 }

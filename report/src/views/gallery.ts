@@ -4,11 +4,12 @@ import type { Run } from '../data/run';
 import { h } from '../dom';
 import type { Labels } from '../labels/labels';
 import { labelBar } from '../labels/label_bar';
-import { plural } from '../numbers';
+import { plural, short } from '../numbers';
 import { onThemeChange } from '../theme';
 import { Card } from './card';
 import { DrawQueue } from './draw_queue';
 import { galleryControls } from './gallery_controls';
+import { lookSwitch } from './look_switch';
 import { select, type Selection } from './order';
 
 /**
@@ -24,13 +25,17 @@ export class Gallery {
     private readonly count = h('span', { class: 'gallery-count', role: 'status' });
     private readonly selection: Selection = { sort: 'order', falling: false, filters: [], label: 'all' };
     private readonly queue: DrawQueue;
+    private readonly own: Look;
+    private readonly sides: ReturnType<typeof lookSwitch>;
+    private readonly legend = h('p', { class: 'gallery-legend' });
 
-    constructor(run: Run, labels: Labels, whenSeenDrawn: () => void) {
-        const look: Look = defaultLook(run.facts.Settings.ZThreshold || 2.5);
+    /** `look`: of the reader's; the cards follow only the side that the left is on, and stay comparable in the rest. */
+    constructor(run: Run, labels: Labels, private readonly look: Look, whenSeenDrawn: () => void) {
+        this.own = defaultLook(look.threshold);
         const extent = extentOfMask(run);
         this.cards = run.components.map((component) => new Card(run, component, labels));
         this.shown = this.cards;
-        this.queue = new DrawQueue((card) => card.draw(look, extent), whenSeenDrawn);
+        this.queue = new DrawQueue((card) => card.draw(this.own, extent), whenSeenDrawn);
         const observer = new IntersectionObserver((entries) => {
             for (const { target, isIntersecting } of entries) {
                 const card = this.cards.find((candidate) => candidate.element === target)!;
@@ -47,11 +52,35 @@ export class Gallery {
             if (this.selection.sort === 'label' || this.selection.label !== 'all') this.refresh(run, labels);
         });
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
+        this.sides = lookSwitch(look, 'radiological', 'Left on the right', () => this.turn());
+        this.describe();
         this.element = h('section', { class: 'gallery', 'aria-labelledby': 'gallery-title' },
             h('div', { class: 'gallery-head' }, h('h2', { id: 'gallery-title' }, 'Components'), labelBar(run, labels)),
-            galleryControls(run.components, this.selection, this.count, () => this.refresh(run, labels)),
-            this.grid);
+            galleryControls(run.components, this.selection, this.count, () => this.refresh(run, labels), this.sides.element),
+            this.legend, this.grid);
         this.refresh(run, labels);
+    }
+
+    enter(): void {
+        this.sides.refresh();
+        this.turn();
+    }
+
+    // Cards in sight are drawn anew first.
+    private turn(): void {
+        if (this.own.radiological === this.look.radiological) return;
+        this.own.radiological = this.look.radiological;
+        this.describe();
+        for (const card of this.cards) {
+            card.drawn = false;
+            if (card.isInSight()) this.queue.inSight(card);
+        }
+        this.queue.start();
+    }
+
+    private describe(): void {
+        this.legend.textContent = `Axial slices from bottom to top; in colour where |z| > ${short(this.own.threshold)}, up to the large values `
+            + `of each map; left is ${this.own.radiological ? 'on the right' : 'left'}.`;
     }
 
     private refresh(run: Run, labels: Labels): void {

@@ -28,9 +28,9 @@ function filterRow(filter: Filter, changed: () => void, removed: () => void): HT
             '\u2715'));
 }
 
-/** Sorting and filters of the gallery; calls back after every change of the selection. */
+/** Sorting and filters of the gallery, beside the switch for its `sides`; calls back after every change of the selection. */
 export function galleryControls(components: Component[], selection: Selection, count: HTMLElement,
-    changed: () => void): HTMLElement {
+    changed: () => void, sides: HTMLElement): HTMLElement {
     const sort = h('select', { id: 'sort', onchange: () => {
         selection.sort = sortKey(sort.value);
         changed();
@@ -69,5 +69,5 @@ export function galleryControls(components: Component[], selection: Selection, c
         h('div', { class: 'control' }, label),
         h('div', { class: 'control' },
             h('button', { type: 'button', class: 'button', id: 'add-filter', onclick: add }, '+ Filter')),
-        filters, count);
+        filters, sides, count);
 }

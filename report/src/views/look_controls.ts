@@ -1,9 +1,10 @@
 import { COLOUR_MAPS } from '../brain/colour_maps';
 import type { Look } from '../brain/look';
 import { h } from '../dom';
+import { lookSwitch } from './look_switch';
 
-/** Threshold, ceiling, opacity and colours of the maps; calls back with every movement of a slider. */
-export function lookControls(look: Look, highest: number, changed: () => void): HTMLElement {
+/** Threshold, ceiling, opacity and colours of the maps; calls back with every movement of a slider. `refresh`: after changes from elsewhere. */
+export function lookControls(look: Look, highest: number, changed: () => void): { element: HTMLElement; refresh: () => void } {
     const slider = (id: string, title: string, min: number, max: number, step: number, value: number,
         set: (value: number) => void): HTMLElement => {
         const output = h('output', { for: id }, value.toFixed(step < 0.1 ? 2 : 1));
@@ -14,13 +15,6 @@ export function lookControls(look: Look, highest: number, changed: () => void): 
         } });
         return h('div', { class: 'slider' }, h('label', { for: id }, title), input, output);
     };
-    const switched = (id: string, title: string, on: boolean, set: (on: boolean) => void): HTMLElement => {
-        const input = h('input', { type: 'checkbox', id, checked: on, onchange: () => {
-            set(input.checked);
-            changed();
-        } });
-        return h('label', { class: `switch switch-${id}`, for: id }, input, title);
-    };
     const colours = h('select', { id: 'colour-map', onchange: () => {
         look.colourMap = colours.value;
         changed();
@@ -29,13 +23,17 @@ export function lookControls(look: Look, highest: number, changed: () => void): 
         look.ceiling = ceiling.value === '' ? null : ceiling.valueAsNumber;
         changed();
     } });
-    return h('div', { class: 'look-controls' },
+    const switches = [
+        lookSwitch(look, 'smooth', 'Smooth', changed),
+        lookSwitch(look, 'radiological', 'Left on the right', changed),
+        lookSwitch(look, 'render', '3D', changed),
+    ];
+    const element = h('div', { class: 'look-controls' },
         slider('threshold', 'Threshold |z|', 0, Math.min(15, Math.max(5, Math.ceil(highest))), 0.1, look.threshold,
             (value) => { look.threshold = value; }),
         slider('opacity', 'Opacity', 0, 1, 0.05, look.opacity, (value) => { look.opacity = value; }),
         h('div', { class: 'control' }, h('label', { for: 'ceiling' }, 'Colours up to |z|'), ceiling),
         h('div', { class: 'control' }, h('label', { for: 'colour-map' }, 'Colours'), colours),
-        switched('smooth', 'Smooth', look.smooth, (on) => { look.smooth = on; }),
-        switched('radiological', 'Left on the right', look.radiological, (on) => { look.radiological = on; }),
-        switched('render', '3D', look.render, (on) => { look.render = on; }));
+        ...switches.map((each) => each.element));
+    return { element, refresh: () => switches.forEach((each) => each.refresh()) };
 }

@@ -1,3 +1,4 @@
+import type { Look } from '../brain/look';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import type { Labels } from '../labels/labels';
@@ -11,12 +12,13 @@ export class Overview implements View {
     readonly gallery: Gallery;
     private scroll = 0;
 
-    constructor(run: Run, labels: Labels, whenDrawn: () => void) {
-        this.gallery = new Gallery(run, labels, whenDrawn);
+    constructor(run: Run, labels: Labels, look: Look, whenDrawn: () => void) {
+        this.gallery = new Gallery(run, labels, look, whenDrawn);
         this.element = h('main', { class: 'view overview' }, summary(run), this.gallery.element);
     }
 
     enter(): void {
+        this.gallery.enter();
         scrollTo(0, this.scroll); // back to the card that one came from
     }
 

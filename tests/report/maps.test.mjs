@@ -1,0 +1,135 @@
+// How maps are drawn: colours, sides of the body, and what the mouse may do.
+import assert from 'node:assert/strict';
+import { after, before, describe, test } from 'node:test';
+import { missingBrowser, openBrowser, openReport, painted, showComponent } from './browser.mjs';
+import { checkCrosshair } from './page_contents.mjs';
+import { madeUp } from './runs.mjs';
+
+const card = (page) => page.locator('.card[data-component=ICA_00] .card-mosaic');
+const picture = (page) => card(page).evaluate((canvas) => canvas.toDataURL());
+const sides = (page) => page.getByLabel('Left on the right').filter({ visible: true });
+
+for (const renderer of ['webgl2', 'canvas']) {
+    describe(`maps with ${renderer}`, { skip: missingBrowser }, () => {
+        let browser;
+        let run;
+        before(async () => {
+            run = madeUp('maps', { components: 6 });
+            browser = await openBrowser(renderer);
+        });
+        after(async () => { await browser.close(); });
+
+        test('have one scale of colours while two are compared', async () => {
+            const page = await openReport(browser, run.report);
+            const bars = () => page.locator('.brain:visible .colour-bar').evaluateAll((all) => all.map((bar) => bar.textContent));
+            const alone = [];
+            for (const name of ['ICA_00', 'ICA_01', 'ICA_02', 'ICA_03', 'ICA_04', 'ICA_05']) {
+                await showComponent(page, name, renderer);
+                alone.push((await bars())[0]);
+            }
+            const end = (bar) => Number(/[\d.]+$/.exec(bar)[0].slice(-3));
+            const largest = alone.reduce((best, bar, i) => (end(bar) > end(alone[best]) ? i : best), 0);
+            const smallest = alone.reduce((best, bar, i) => (end(bar) < end(alone[best]) ? i : best), 0);
+            assert.notEqual(alone[largest], alone[smallest]);
+            await showComponent(page, `ICA_0${smallest}`, renderer);
+            await page.selectOption('#compare', String(largest));
+            await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
+            assert.deepEqual(await bars(), [alone[largest], alone[largest]]);
+            await page.selectOption('#compare', '');
+            await page.locator('.brain:nth-child(2)').waitFor({ state: 'hidden' });
+            assert.deepEqual(await bars(), [alone[smallest]]);
+            await page.close();
+        });
+
+        test('answer to the left button alone', async () => {
+            const page = await openReport(browser, run.report);
+            await showComponent(page, 'ICA_01', renderer);
+            const dialogs = [];
+            page.on('dialog', async (dialog) => { dialogs.push(dialog.message()); await dialog.dismiss(); });
+            const place = page.locator('.brain-place').first();
+            const box = await page.locator('.planes:not(.planes-waiting)').first().boundingBox();
+            const at = [box.x + box.width * 0.15, box.y + box.height * 0.5];
+            await page.mouse.click(...at);
+            await painted(page);
+            const before = await place.screenshot();
+            const { voxel } = await checkCrosshair(page, run, 1);
+            const drag = async (button) => {
+                await page.mouse.move(...at);
+                await page.mouse.down({ button });
+                await page.mouse.move(at[0] + 30, at[1] - 40, { steps: 4 });
+                await page.mouse.up({ button });
+                await page.mouse.move(...at);
+            };
+            await drag('right');
+            await drag('middle');
+            await page.keyboard.down('Shift');
+            await drag('left');
+            await page.keyboard.up('Shift');
+            for (const key of ['?', 'h', 'j', 'k', 'l', 'm', 'v', 'c']) await page.keyboard.press(key);
+            await page.mouse.dblclick(...at);
+            await painted(page);
+            assert.deepEqual((await checkCrosshair(page, run, 1)).voxel, voxel);
+            assert.ok(before.equals(await place.screenshot()), 'the picture is the same');
+            assert.deepEqual(dialogs, []);
+            await page.close();
+        });
+
+        test('are drawn voxel by voxel when smoothing is off, the mean image too', async () => {
+            const page = await openReport(browser, run.report);
+            await showComponent(page, 'ICA_01', renderer);
+            await page.locator('#opacity').fill('0'); // the mean image alone
+            await painted(page);
+            const place = page.locator('.brain-place').first();
+            const smooth = await place.screenshot();
+            await page.getByLabel('Smooth').uncheck();
+            await painted(page);
+            assert.ok(!smooth.equals(await place.screenshot()));
+            await page.close();
+        });
+    });
+}
+
+describe('mosaics of the gallery', { skip: missingBrowser }, () => {
+    let browser;
+    let run;
+    before(async () => {
+        run = madeUp('mosaics', { components: 6 });
+        browser = await openBrowser('canvas');
+    });
+    after(async () => { await browser.close(); });
+
+    test('mark left and right at the first slice', async () => {
+        const page = await openReport(browser, run.report);
+        // Letters are a light grey with a touch of blue, which tissue has not.
+        const letters = await card(page).evaluate((canvas) => {
+            const [width, height] = [canvas.width / 5, canvas.height / 2];
+            const count = (x) => {
+                const { data } = canvas.getContext('2d').getImageData(Math.round(x), height / 3, width * 0.15, height / 3);
+                return data.filter((red, i) => i % 4 === 0 && red > 200 && data[i + 2] - red > 4).length;
+            };
+            return [0, 0.85 * width, width, 1.85 * width].map(count);
+        });
+        assert.ok(letters[0] > 5 && letters[1] > 5, `letters: ${letters}`);
+        assert.deepEqual(letters.slice(2), [0, 0]); // none at the second slice
+        await page.close();
+    });
+
+    test('say from where on they are coloured and share the switch of the sides', async () => {
+        const page = await openReport(browser, run.report);
+        const legend = page.locator('.gallery-legend');
+        assert.match(await legend.textContent(), /\|z\| > 2\.5.*left is left\.$/);
+        const left = await picture(page);
+        await sides(page).check();
+        await page.waitForFunction((before) =>
+            document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() !== before, left);
+        assert.match(await legend.textContent(), /left is on the right\.$/);
+        await showComponent(page, 'ICA_02', 'canvas');
+        assert.equal(await sides(page).isChecked(), true);
+        await sides(page).uncheck();
+        await page.evaluate(() => { location.hash = '#/'; });
+        await page.waitForFunction((before) =>
+            document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() === before, left);
+        assert.match(await legend.textContent(), /left is left\.$/);
+        await page.close();
+    });
+});
