@@ -1,0 +1,52 @@
+// The report on a telephone.
+import assert from 'node:assert/strict';
+import { after, before, describe, test } from 'node:test';
+import { missingBrowser, openBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
+import { madeUp } from './runs.mjs';
+
+/** What is shown and reaches over the right edge of the window or of the box that cuts it off. */
+const cutOff = (page) => page.evaluate(() => {
+    const scrolls = (element) => element.closest('.table-scroll, .visually-hidden, .page-title');
+    return [...document.querySelectorAll('#app *')].filter((element) => {
+        const { right, width, height } = element.getBoundingClientRect();
+        if (width === 0 || height === 0 || scrolls(element) || element.closest('[hidden]')) return false;
+        const clip = element.parentElement.closest('.panel, .card') ?? document.documentElement;
+        const edge = Math.min(innerWidth, clip.getBoundingClientRect().right);
+        return right > edge + 0.5;
+    }).map((element) => `${element.tagName} ${element.className} ${element.id}: ${element.getBoundingClientRect().right}`);
+});
+
+describe('in a narrow window', { skip: missingBrowser }, () => {
+    let browser;
+    let run;
+    before(async () => {
+        run = madeUp('narrow', { components: 6 });
+        browser = await openBrowser('canvas');
+    });
+    after(async () => { await browser.close(); });
+
+    for (const width of [400, 320]) {
+        test(`of ${width} pixels nothing sticks out or is cut off`, async () => {
+            const page = await openReport(browser, run.report, { viewport: { width, height: 800 } });
+            await page.click('#add-filter');
+            await page.selectOption('#sort', { label: 'Design matrix: predictor number' });
+            await painted(page);
+            assert.deepEqual(await cutOff(page), []);
+            await screenshot(page, `gallery-${width}`);
+            await showComponent(page, 'ICA_01', 'canvas');
+            await page.locator('#threshold').fill('3');
+            await page.locator('#ceiling').fill('12.5');
+            await painted(page);
+            assert.deepEqual(await cutOff(page), []);
+            await screenshot(page, `component-${width}`);
+            await page.selectOption('#compare', '3');
+            await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
+            await painted(page);
+            assert.deepEqual(await cutOff(page), []);
+            await page.evaluate(() => { location.hash = '#/methods'; });
+            await page.locator('#methods-text').waitFor();
+            assert.deepEqual(await cutOff(page), []);
+            await page.close();
+        });
+    }
+});
