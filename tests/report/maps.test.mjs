@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import { after, before, describe, test } from 'node:test';
 import { missingBrowser, openBrowser, openReport, painted, showComponent } from './browser.mjs';
 import { checkCrosshair } from './page_contents.mjs';
+import { contrast, readPng } from './png.mjs';
 import { madeUp } from './runs.mjs';
 
 const card = (page) => page.locator('.card[data-component=ICA_00] .card-mosaic');
@@ -84,6 +85,33 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.getByLabel('Smooth').uncheck();
             await painted(page);
             assert.ok(!smooth.equals(await place.screenshot()));
+            await page.close();
+        });
+
+        test('have strong ends that stand out from the brightest tissue, by lightness and by hue', async () => {
+            const page = await openReport(browser, run.report);
+            await showComponent(page, 'ICA_01', renderer);
+            const ends = await page.locator('.colour-strip').evaluateAll((strips) => strips.map((strip, i) => {
+                const stops = getComputedStyle(strip).backgroundImage.match(/rgb\(\d+, \d+, \d+\)/g);
+                return stops.at(i === 0 ? 0 : -1).match(/\d+/g).map(Number); // blue ends at the left, orange at the right
+            }));
+            await page.locator('#opacity').fill('0'); // the mean image alone
+            await painted(page);
+            const image = readPng(await page.locator('.brain-place').first().screenshot());
+            let grey = 0;
+            for (let y = 0; y < image.height; ++y) {
+                for (let x = 0; x < image.width; ++x) {
+                    const [r, g, b] = image.at(x, y);
+                    if (r === g && g === b) grey = Math.max(grey, r);
+                }
+            }
+            const [blue, orange] = ends;
+            assert.ok(blue[2] - blue[0] > 30 && orange[0] - orange[2] > 30, `${blue} and ${orange}`);
+            assert.ok(grey > 100, `${grey}`); // the tissue was there
+            for (const end of ends) {
+                const ratio = contrast(end, [grey, grey, grey]);
+                assert.ok(ratio > 1.6, `${ratio} of ${end} over ${grey}`);
+            }
             await page.close();
         });
     });

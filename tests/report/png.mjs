@@ -42,3 +42,12 @@ export function colouredPixels(image) {
     }
     return count;
 }
+
+/** Contrast ratio of two colours, 1 to 21, by the formula of the Web Content Accessibility Guidelines 2. */
+export function contrast(one, other) {
+    const luminance = (rgb) => rgb.map((value) => value / 255)
+        .map((value) => (value <= 0.04045 ? value / 12.92 : ((value + 0.055) / 1.055) ** 2.4))
+        .reduce((sum, value, i) => sum + value * [0.2126, 0.7152, 0.0722][i], 0);
+    const [light, dark] = [luminance(one), luminance(other)].sort((a, b) => b - a);
+    return (light + 0.05) / (dark + 0.05);
+}

@@ -40,8 +40,8 @@ export const COLOUR_MAPS: ColourMap[] = [
     {
         id: 'orange-blue',
         title: 'Orange and blue (YlOrBr, Blues)',
-        positive: lut(interpolateYlOrBr, 0.72, 0.06),
-        negative: lut(interpolateBlues, 0.86, 0.12),
+        positive: lut(interpolateYlOrBr, 0.72, 0.14),
+        negative: lut(interpolateBlues, 0.86, 0.2),
         signed: true,
     },
     unsigned('viridis', 'Viridis (magnitude)', interpolateViridis, 0.25),

@@ -1,3 +1,6 @@
+/** The lightest grey of the mean image, as a share of white: the strong ends of the colours are lighter. */
+export const LIGHTEST_GREY = 0.65;
+
 /** How maps are drawn: set by the reader, the same for every component. */
 export interface Look {
     threshold: number; // on the magnitude of z; voxels below it show the mean image alone

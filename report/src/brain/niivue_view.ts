@@ -7,7 +7,7 @@ import type { Run } from '../data/run';
 import { h } from '../dom';
 import type { BrainView } from './brain_view';
 import { COLOUR_MAPS, type Lut } from './colour_maps';
-import { ceilingOf, type Look } from './look';
+import { ceilingOf, LIGHTEST_GREY, type Look } from './look';
 import { niftiBuffer } from './nifti_buffer';
 import type { PlaneName } from './plane';
 
@@ -165,7 +165,7 @@ export class NiivueView implements BrainView {
         await this.nv.attachToCanvas(this.canvas);
         const { grid, grey } = this.run;
         const open = NVImage.new as unknown as OpenImage; // everything after the sixth argument has a default
-        const mean = await open(niftiBuffer(grid, grey, 1), 'mean.nii', 'gray', 1, null, 0, 255);
+        const mean = await open(niftiBuffer(grid, grey, 1), 'mean.nii', 'gray', 1, null, 0, 255 / LIGHTEST_GREY);
         this.overlay = await open(niftiBuffer(grid, this.dense, 1), 'map.nii', `${COLOUR_MAPS[0].id}+`, 1, null, 1, 2);
         this.nv.addVolume(mean);
         this.nv.addVolume(this.overlay);

@@ -1,7 +1,7 @@
 import type { Run } from '../data/run';
 import { NO_VALUE, type ComponentMap } from '../data/component_map';
 import { colourMap } from './colour_maps';
-import { ceilingOf, type Look } from './look';
+import { ceilingOf, LIGHTEST_GREY, type Look } from './look';
 import type { Plane } from './plane';
 
 /** A part of a plane, in voxels along its axes, limits included. */
@@ -43,7 +43,7 @@ export function drawSlice(
         const line = base + run.grid.offset(plane.up, frame.upTo - row);
         for (let column = 0; column < width; ++column, pixel += 4) {
             const index = line + columns[column];
-            const level = run.grey[index];
+            const level = LIGHTEST_GREY * run.grey[index];
             grey.data[pixel] = grey.data[pixel + 1] = grey.data[pixel + 2] = level;
             grey.data[pixel + 3] = 255;
             const inside = run.insideOf[index];

@@ -49,7 +49,8 @@ function parameterList(run: Run): HTMLElement {
 function pictures(): string[] {
     return [
         'Maps are kept in this file rounded to the decimals that are shown, so every value under the crosshair is the one '
-        + 'of the map file to its last shown digit. The mean image is kept in 256 shades, for display only.',
+        + 'of the map file to its last shown digit. The mean image is kept in 256 shades, for display only, and drawn '
+        + 'darker than the strong ends of the colours.',
         'Colours: orange is positive and blue negative (ColorBrewer YlOrBr and Blues), a pair that readers with any common '
         + 'form of colour blindness tell apart; viridis, cividis and inferno show the magnitude and rise evenly in '
         + 'lightness. Curves use blue, orange and green of the palette by Okabe and Ito.',
