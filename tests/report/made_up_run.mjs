@@ -73,11 +73,11 @@ function table(columns, rows) {
 
 /**
  * Writes a run into a folder. `options`: components, grid (small, medium, brain), trMilliseconds (2000), volumes (120),
- * asked (as many as found), design (true); input, settings, facts: what the description of the run says besides.
+ * asked (as many as found), design (true); constant: parameters that are the same for all components, by column; input, settings, facts: what the description of the run says besides.
  */
 export function makeRun(folder, options) {
     const { components, grid = 'small', trMilliseconds = 2000, volumes = 120, asked = components, design = true,
-        input = {}, settings = {}, facts = {} } = options;
+        constant = {}, input = {}, settings = {}, facts = {} } = options;
     const { size, affine } = GRIDS[grid];
     const random = randomNumbers(components);
     const mask = makeMask(size);
@@ -104,6 +104,7 @@ export function makeRun(folder, options) {
         values[1] = design ? 1 + (c % 2) : 1;
         values[4] = 0;
         if (!design) values[0] = 0;
+        for (const [column, value] of Object.entries(constant)) values[COLUMNS.indexOf(column)] = value;
         const cells = values.map(String);
         if (c === 2) cells[7] = 'n/a'; // one kurtosis that could not be rescaled
         return [name, ...cells, design ? PREDICTORS[c % 2] : 'n/a', 'n/a', 'n/a'];

@@ -87,6 +87,32 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(await methods({ components: 1, settings: { LastEigenvalue: 1 } }), /reduced to the largest principal component of/);
     });
 
+    test('that parameters rescaled across components say nothing of a single one', async () => {
+        assert.match(await warnings({ components: 1 }), /a single component: .* say nothing about it/);
+        assert.doesNotMatch(await warnings({ components: 2 }), /single component/);
+    });
+
+    test('which parameters are the same for every component, also when clustering was skipped', async () => {
+        const same = { constant: { power_band_3: 1, degree_of_clustering: 0 } };
+        assert.match(await warnings(same), /^Clustering, Band\u00a03: the same for every component/m);
+        const skipped = await warnings({ ...same, settings: { ClusterSize: null } });
+        assert.match(skipped, /^Band\u00a03: the same for every component/m);
+        assert.match(skipped, /clustering was skipped/);
+    });
+
+    test('no value of a frequency band that the repetition time does not have', async () => {
+        const bands = async (trMilliseconds) => {
+            const page = await open({ trMilliseconds }, '#/component/ICA_00');
+            const cells = await page.locator('td[data-metric^=power_band]').allTextContents();
+            await page.close();
+            return cells.map((cell) => cell === 'n/a');
+        };
+        assert.deepEqual(await bands(720), [true, true, true, true, true]);
+        assert.deepEqual(await bands(6000), [false, false, false, false, true]);
+        assert.deepEqual(await bands(2000), [false, false, false, false, false]);
+        assert.match(await warnings({ trMilliseconds: 6000 }), /ends at 0\.083 Hz: 4 of the five power bands are used/);
+    });
+
     test('where a component runs against its best predictor', async () => {
         const run = madeUp('signs', { components: 12 });
         const page = await openReport(browser, run.report);

@@ -75,6 +75,11 @@ export function axis(title: string, step?: number): object {
     };
 }
 
+/** The look of an axis that ends where the data end: ticks at round numbers alone, none at an end that is not one. */
+export function wholeAxis(title: string): object {
+    return { ...axis(title), ticks: { color: colour('muted'), maxRotation: 0, includeBounds: false } };
+}
+
 /** The look of a legend; `visible` when there is more than one curve. */
 export function legend(visible: boolean): object {
     return {

@@ -15,7 +15,7 @@ export function showFingerprint(box: ChartBox, component: Component, other: Comp
         label: of.title,
         data: fingerprintOf(of),
         borderColor: colour(name), backgroundColor: colour(`${name}-fill`), borderWidth: 2,
-        pointRadius: 2.5, pointBackgroundColor: colour(name), spanGaps: true,
+        pointRadius: 2.5, pointBackgroundColor: colour(name), spanGaps: false, // an n/a is no value between its neighbours'
     });
     const values = FINGERPRINT.map((metric, i) => `${metric.short} ${short(fingerprintOf(component)[i])}`).join(', ');
     box.show(`Fingerprint of ${component.title}: ${values}`, () => ({

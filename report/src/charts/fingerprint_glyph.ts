@@ -1,6 +1,6 @@
 import { colour } from '../theme';
 
-/** A fingerprint in small: the eleven values as a star, clockwise from the top; values without number sit in the middle. */
+/** A fingerprint in small: the eleven values as a star, clockwise from the top; values without number leave a gap. */
 export function drawFingerprintGlyph(canvas: HTMLCanvasElement, values: number[]): void {
     const context = canvas.getContext('2d')!;
     const { width, height } = canvas;
@@ -22,10 +22,22 @@ export function drawFingerprintGlyph(canvas: HTMLCanvasElement, values: number[]
         shape(values.map(() => ring));
         context.stroke();
     }
-    shape(values.map((value) => Math.min(1, Math.max(0, Number.isFinite(value) ? value : 0))));
+    const shares = values.map((value) => Math.min(1, Math.max(0, value)));
     context.fillStyle = colour('curve-fill');
-    context.fill();
     context.lineWidth = 1.5 * ratio;
     context.strokeStyle = colour('curve');
-    context.stroke();
+    if (shares.every(Number.isFinite)) {
+        shape(shares);
+        context.fill();
+        context.stroke();
+        return;
+    }
+    shares.forEach((share, i) => {
+        const next = (i + 1) % shares.length;
+        if (!Number.isFinite(share) || !Number.isFinite(shares[next])) return;
+        context.beginPath();
+        context.moveTo(...corner(share, i));
+        context.lineTo(...corner(shares[next], next));
+        context.stroke();
+    });
 }

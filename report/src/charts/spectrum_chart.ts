@@ -2,7 +2,7 @@ import type { Bands } from '../data/bands';
 import { type Spectrum, welch } from '../data/spectrum';
 import type { Component } from '../data/run';
 import { colour } from '../theme';
-import { axis, ChartBox, legend } from './chart';
+import { axis, ChartBox, legend, wholeAxis } from './chart';
 
 const spectra = new Map<Component, Spectrum>();
 
@@ -14,12 +14,16 @@ function spectrumOf(component: Component): Spectrum {
 
 /**
  * Power over frequency with the bands shaded. The axis is the plug-in's own clock, whole seconds of the repetition time,
- * because that is where its bands lie; a second axis on top has the true frequencies where the two differ.
+ * because that is where its bands lie; a second axis on top has the true frequencies where the two differ. Without bands
+ * there is the true one alone.
  */
 export function showSpectrum(
     box: ChartBox, bands: Bands, trSeconds: number, component: Component, other: Component | null): string {
     const trueNyquist = 0.5 / trSeconds;
-    const nyquist = Number.isNaN(bands.nyquistHz) ? trueNyquist : bands.nyquistHz;
+    const twoClocks = !bands.exact && bands.ranges.length > 0;
+    const nyquist = twoClocks ? bands.nyquistHz : trueNyquist;
+    const inHz = (x: number, digits: number): string => `${((x * trueNyquist) / nyquist).toFixed(digits)} Hz`
+        + (twoClocks ? ` (${x.toFixed(digits)} Hz on the clock of the plug-in)` : '');
     const curve = (of: Component, name: string): object => {
         const spectrum = spectrumOf(of);
         return {
@@ -30,9 +34,8 @@ export function showSpectrum(
         };
     };
     const ranges = bands.ranges.map(([from, to], i) => ({ from: from * nyquist, to: to * nyquist, label: `${i + 1}` }));
-    const title = bands.exact || bands.ranges.length === 0
-        ? 'Frequency (Hz)' : `Frequency (Hz, repetition time taken as ${bands.wholeSeconds} s)`;
-    box.show(`Power spectrum of ${component.title} up to ${nyquist.toFixed(3)} Hz with ${ranges.length} bands`, () => ({
+    const title = twoClocks ? `Frequency (Hz, repetition time taken as ${bands.wholeSeconds} s)` : 'Frequency (Hz)';
+    box.show(`Power spectrum of ${component.title} up to ${inHz(nyquist, 3)} with ${ranges.length} bands`, () => ({
         type: 'line',
         data: {
             datasets: [curve(component, 'curve'), ...(other ? [curve(other, 'curve-other')] : [])] as never,
@@ -42,17 +45,17 @@ export function showSpectrum(
             normalized: true,
             interaction: { mode: 'index', intersect: false },
             scales: {
-                x: { ...axis(title), type: 'linear', min: 0, max: nyquist },
+                x: { ...wholeAxis(title), type: 'linear', min: 0, max: nyquist },
                 y: { ...axis('Power (% of total)'), min: 0 },
-                ...(bands.exact ? {} : {
-                    top: { ...axis('True frequency (Hz)'), type: 'linear', position: 'top', min: 0, max: trueNyquist },
+                ...(!twoClocks ? {} : {
+                    top: { ...wholeAxis('True frequency (Hz)'), type: 'linear', position: 'top', min: 0, max: trueNyquist },
                 }),
             },
             plugins: {
                 legend: legend(other !== null),
                 tooltip: {
                     callbacks: {
-                        title: (items: { parsed: { x: number } }[]) => `${items[0].parsed.x.toFixed(4)} Hz`,
+                        title: (items: { parsed: { x: number } }[]) => inHz(items[0].parsed.x, 4),
                         label: (item: { dataset: { label?: string }; parsed: { y: number } }) =>
                             `${item.dataset.label}: ${item.parsed.y.toFixed(2)} %`,
                     },

@@ -1,7 +1,7 @@
 import { colour } from '../theme';
 import { type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
-import { axis, ChartBox, legend } from './chart';
+import { axis, ChartBox, legend, wholeAxis } from './chart';
 
 interface Curve {
     label: string;
@@ -45,7 +45,7 @@ export function showTimeCourse(box: ChartBox, run: Run, component: Component, ot
             normalized: true,
             interaction: { mode: 'index', intersect: false },
             scales: {
-                x: { ...axis('Time (s)'), type: 'linear', min: 0, max: seconds },
+                x: { ...wholeAxis('Time (s)'), type: 'linear', min: 0, max: seconds },
                 y: { ...axis('Rescaled to 0\u20131', 0.2), min: 0, max: 1 },
             },
             plugins: {

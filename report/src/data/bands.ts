@@ -9,6 +9,12 @@ export interface Bands {
     exact: boolean; // the repetition time is a whole number of seconds
 }
 
+/** Whether a parameter means something at the repetition time: bands beyond the last one that is used do not. */
+export function isDefined(column: string, { ranges }: Bands): boolean {
+    const band = /^power_band_(\d)$/.exec(column);
+    return band === null || Number(band[1]) <= ranges.length;
+}
+
 const EDGES = [0.032, 0.08, 0.2, 0.4];
 
 export function bandsFor(trSeconds: number): Bands {

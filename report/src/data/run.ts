@@ -1,4 +1,5 @@
 import type { Affine, Vector } from './affine';
+import { bandsFor, isDefined } from './bands';
 import { blocks } from './blocks';
 import { ComponentMaps } from './component_map';
 import type { ComponentFacts, Decomposition } from './decomposition';
@@ -24,7 +25,7 @@ export interface Component {
     index: number;
     name: string; // "ICA_00", as in the files
     title: string; // "IC 1", as the plug-in counts
-    values: number[]; // the sixteen parameters; NaN where the table has n/a
+    values: number[]; // the sixteen parameters; NaN where the table has n/a and for bands that the repetition time has not
     cells: string[]; // the same as written in the table
     predictor: string | null; // best match by name
     region: string | null;
@@ -79,6 +80,7 @@ function readComponents(block: RunBlock): Component[] {
     const metrics = parseTable(block.metrics_tsv);
     const mixing = parseTable(block.mixing_tsv);
     const at = (column: string): number => metrics.columns.indexOf(column);
+    const bands = bandsFor(block.decomposition.Input.RepetitionTimeMilliseconds / 1000);
     return metrics.rows.map((row, index) => {
         const name = row[at('component')];
         const cells = METRICS.map((metric) => row[at(metric.column)] ?? 'n/a');
@@ -88,7 +90,7 @@ function readComponents(block: RunBlock): Component[] {
             name,
             title: `IC ${index + 1}`,
             cells,
-            values: cells.map(numberIn),
+            values: cells.map((cell, m) => (isDefined(METRICS[m].column, bands) ? numberIn(cell) : NaN)),
             predictor: named(row[at('dm_pred_name')]),
             region: named(row[at('template_voi_name')]),
             classification: named(row[at('classification')]),

@@ -10,14 +10,14 @@ export interface Spectrum {
 
 /**
  * Welch (1967): segments of T / 4.5 volumes, overlapping by half, a symmetric Hamming window, zero-padded to a power of
- * two of at least 256. The same setup as the plug-in's bands have, so that the shaded areas are what they sum.
+ * two of at least 256; a segment longer than that is wrapped around. The same setup as the plug-in's bands have, so that
+ * the shaded areas are what they sum.
  */
 export function welch(timeCourse: number[]): Spectrum {
     const volumes = timeCourse.length;
     const length = Math.max(2, Math.floor(volumes / 4.5));
     const step = length - Math.floor(length / 2);
     const points = Math.max(256, 2 ** Math.floor(Math.log2(length) + 0.5));
-    const used = Math.min(length, points);
     const mean = timeCourse.reduce((sum, value) => sum + value, 0) / volumes;
     const window = Array.from({ length }, (_, n) => 0.54 - 0.46 * Math.cos((2 * Math.PI * n) / (length - 1)));
     const cosine = Array.from({ length: points }, (_, n) => Math.cos((2 * Math.PI * n) / points));
@@ -28,7 +28,7 @@ export function welch(timeCourse: number[]): Spectrum {
         for (let k = 0; k < power.length; ++k) {
             let real = 0;
             let imaginary = 0;
-            for (let n = 0; n < used; ++n) {
+            for (let n = 0; n < length; ++n) {
                 real += segment[n] * cosine[(k * n) % points];
                 imaginary += segment[n] * sine[(k * n) % points];
             }

@@ -1,7 +1,10 @@
 import { FINGERPRINT, METRICS } from '../data/metrics';
+import { bandsFor, isDefined } from '../data/bands';
 import type { Decomposition } from '../data/decomposition';
 import type { Run } from '../data/run';
 import { grouped, plural } from '../numbers';
+
+const CLUSTERING = 'degree_of_clustering';
 
 /** What a reader has to know before believing the numbers, in plain words. */
 export function warningsOf(run: Run): string[] {
@@ -33,33 +36,37 @@ function droppedWarning({ Input: { VoxelsDropped: dropped } }: Decomposition): s
 }
 
 function repetitionTimeWarning(seconds: number): string[] {
-    const whole = Math.floor(seconds);
-    if (whole === seconds) return [];
+    const { exact, nyquistHz, ranges, wholeSeconds: whole } = bandsFor(seconds);
     if (whole < 1) {
         return [`The repetition time of ${seconds} s is below one second, which the plug-in counts as 0: the five power `
             + 'bands are undefined.'];
     }
-    return [`The plug-in counts the repetition time of ${seconds} s as ${whole} s for the power spectrum: its `
+    const few = ranges.length === 5 ? [] : [`At a repetition time of ${seconds} s the spectrum ends at ${nyquistHz.toFixed(3)} Hz: `
+        + `${ranges.length} of the five power bands are used, the others mean nothing.`];
+    return exact ? few : [...few, `The plug-in counts the repetition time of ${seconds} s as ${whole} s for the power spectrum: its `
         + `frequencies, and the limits of the bands, are ${((seconds / whole - 1) * 100).toFixed(0)} % too high.`];
 }
 
 function degenerateWarnings(run: Run): string[] {
     const { components } = run;
-    const without = METRICS.filter((_, m) => components.some((component) => !Number.isFinite(component.values[m])));
+    const bands = bandsFor(run.trSeconds);
+    const without = METRICS.filter((metric, m) => isDefined(metric.column, bands)
+        && components.some((component) => !Number.isFinite(component.values[m])));
     const warnings: string[] = [];
     if (without.length > 0) {
         const names = without.map((metric) => metric.short).join(', ');
         warnings.push(`Some components have no number (n/a) for ${names}: the value behind it could not be rescaled.`);
     }
-    const same = METRICS.filter((metric, m) => components.length > 1 && FINGERPRINT.includes(metric)
+    const skipped = run.facts.Settings.ClusterSize === null;
+    const same = METRICS.filter((metric, m) => FINGERPRINT.includes(metric) && !(skipped && metric.column === CLUSTERING)
         && components.every((component) => component.values[m] === components[0].values[m]));
-    if (same.length > 0 && run.facts.Settings.ClusterSize !== null) {
+    if (components.length === 1) {
+        warnings.push('There is a single component: the parameters that are rescaled across components say nothing about it.');
+    } else if (same.length > 0) {
         warnings.push(`${same.map((metric) => metric.short).join(', ')}: the same for every component, so of no help to `
             + 'tell them apart.');
     }
-    if (run.facts.Settings.ClusterSize === null) {
-        warnings.push('The degree of clustering was skipped; it is 0 for every component.');
-    }
+    if (skipped) warnings.push('The degree of clustering was skipped; it is 0 for every component.');
     return warnings;
 }
 

@@ -1,0 +1,94 @@
+// What the charts show, held against numbers that do not come from the page.
+import assert from 'node:assert/strict';
+import { after, before, describe, test } from 'node:test';
+import { missingBrowser, openBrowser, openReport } from './browser.mjs';
+import { CHART, chartData } from './page_contents.mjs';
+import { madeUp } from './runs.mjs';
+
+/**
+ * Welch's estimate in per cent of the total, the plain way: the Fourier integral of every whole segment of T / 4.5
+ * volumes at the frequencies k / points, however long the segment is. With `points` frequencies a segment that is longer
+ * than the transform is the same as one that is wrapped around.
+ */
+function welchPerCent(course, points) {
+    const length = Math.floor(course.length / 4.5);
+    const step = length - Math.floor(length / 2);
+    const mean = course.reduce((sum, value) => sum + value, 0) / course.length;
+    const power = Array.from({ length: points / 2 + 1 }, (_, k) => {
+        let sum = 0;
+        for (let start = 0; start + length <= course.length; start += step) {
+            let [re, im] = [0, 0];
+            for (let n = 0; n < length; ++n) {
+                const weighted = (course[start + n] - mean) * (0.54 - 0.46 * Math.cos((2 * Math.PI * n) / (length - 1)));
+                re += weighted * Math.cos((2 * Math.PI * k * n) / points);
+                im += weighted * Math.sin((2 * Math.PI * k * n) / points);
+            }
+            sum += re ** 2 + im ** 2;
+        }
+        return sum;
+    });
+    const total = power.reduce((sum, value) => sum + value, 0);
+    return power.map((value) => (100 * value) / total);
+}
+
+describe('charts', { skip: missingBrowser }, () => {
+    let browser;
+    before(async () => { browser = await openBrowser('canvas'); });
+    after(async () => { await browser.close(); });
+
+    const open = (name, options, at = '#/component/ICA_00') =>
+        openReport(browser, madeUp(`charts-${name}`, { components: 3, ...options }).report, { at });
+    const spectrum = (page) => page.locator(CHART('spectrum')).evaluate((canvas) => {
+        const { x, top } = canvas.chart.scales;
+        const labels = (scale) => scale?.ticks.map(({ label }) => label) ?? null;
+        const title = canvas.chart.options.plugins.tooltip.callbacks.title([{ parsed: { x: 0.1 } }]);
+        return { x: labels(x), end: x.max, top: labels(top), title, text: canvas.getAttribute('aria-label') };
+    });
+
+    test('of spectra give the true frequency first where the plug-in has another clock', async () => {
+        const page = await open('clock', { trMilliseconds: 2500 }); // counted as 2 s: 0.25 Hz stand for 0.2 Hz
+        const { title, text } = await spectrum(page);
+        assert.equal(title, '0.0800 Hz (0.1000 Hz on the clock of the plug-in)');
+        assert.match(text, /up to 0\.200 Hz \(0\.250 Hz on the clock of the plug-in\)/);
+        await page.close();
+        const exact = await open('exact', {});
+        assert.equal((await spectrum(exact)).title, '0.1000 Hz');
+        await exact.close();
+    });
+
+    test('of spectra end where the frequencies end, without a rounded number there', async () => {
+        const page = await open('fast', { trMilliseconds: 720 });
+        const { x, end, top } = await spectrum(page);
+        assert.ok(Math.abs(end - 1 / 1.44) < 1e-12);
+        for (const label of x) assert.ok(Number(label) <= end, `${label} on an axis up to ${end}`);
+        assert.equal(top, null); // without bands there is one clock
+        await page.close();
+    });
+
+    test('of spectra of long runs use the whole segments', async () => {
+        const run = madeUp('charts-long', { components: 2, volumes: 1400 }); // segments of 311, transforms of 256 points
+        const page = await openReport(browser, run.report, { at: '#/component/ICA_01' });
+        const shown = (await chartData(page, 'spectrum')).datasets[0].data.map(({ y }) => y);
+        const wanted = welchPerCent(run.mixing.map((row) => Number(row.ICA_01)), 256);
+        assert.equal(shown.length, wanted.length);
+        shown.forEach((value, k) => assert.ok(Math.abs(value - wanted[k]) < 1e-9 * 100, `${k}: ${value} for ${wanted[k]}`));
+        await page.close();
+    });
+
+    test('of fingerprints leave a gap where a value is missing', async () => {
+        const page = await open('gap', {}, '#/component/ICA_02'); // its kurtosis is n/a
+        const segments = await page.locator(CHART('fingerprint')).evaluate((canvas) => canvas.chart.getDatasetMeta(0).dataset.segments.length);
+        const spanned = await page.locator(CHART('fingerprint')).evaluate((canvas) => canvas.chart.data.datasets[0].spanGaps);
+        assert.deepEqual([segments, spanned], [1, false]);
+        await page.close();
+        const cards = await open('gap-cards', {}, '');
+        // Curves in blue near the middle: a value drawn at 0 would bring the curve there.
+        const inMiddle = (name) => cards.locator(`.card[data-component=${name}] .card-glyph`).evaluate((canvas) => {
+            const size = Math.round(canvas.width * 0.1);
+            const { data } = canvas.getContext('2d').getImageData((canvas.width - size) / 2, (canvas.height - size) / 2, size, size);
+            return data.filter((alpha, i) => i % 4 === 3 && alpha > 200).length;
+        });
+        assert.equal(await inMiddle('ICA_02'), 0);
+        await cards.close();
+    });
+});
