@@ -44,8 +44,8 @@ class App {
         const start = performance.now();
         const own = ++this.routes;
         const [, part = '', name = this.last] = location.hash.replace(/^#/, '').split('/');
-        this.head.mark(`/${part}`);
         const component = this.run.components.find((candidate) => candidate.name === name);
+        this.head.mark(part === 'component' && !component ? '/' : `/${part}`);
         if (part === 'component' && component) {
             this.last = component.name;
             const view = (this.component ??= new ComponentView(this.run, this.labels, this.look,

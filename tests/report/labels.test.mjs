@@ -112,4 +112,13 @@ describe('labels', { skip: missingBrowser }, () => {
         assert.deepEqual(notes, ['a "second" look', 'two lines', '"open']);
         await page.close();
     });
+
+    test('and notes stand on the cards', async () => {
+        const run = madeUp('noted', { components: 4, volumes: 85 });
+        const page = await open(run, 'ICA_01');
+        await page.fill('#note', 'eyes, most of it');
+        await overview(page);
+        assert.deepEqual(await page.locator('.card-note:visible').allTextContents(), ['eyes, most of it']);
+        await page.close();
+    });
 });

@@ -160,4 +160,13 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         assert.match(await legend.textContent(), /left is left\.$/);
         await page.close();
     });
+
+    test('stand over names of predictors that can be read', async () => {
+        const page = await openReport(browser, run.report);
+        const colours = await page.locator('.card-predictor').first().evaluate((element) =>
+            [getComputedStyle(element).color, getComputedStyle(element.closest('.card')).backgroundColor]);
+        const [text, ground] = colours.map((colour) => colour.match(/\d+/g).map(Number));
+        assert.ok(contrast(text, ground) >= 4.5, `${colours}`); // level AA for small text
+        await page.close();
+    });
 });

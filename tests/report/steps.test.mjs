@@ -89,4 +89,44 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         assert.equal(await page.locator('h2').textContent(), 'IC 3');
         await page.close();
     });
+
+    test('never compares a component with itself', async () => {
+        const page = await openReport(browser, run.report, { at: '#/component/ICA_00' });
+        const brains = page.locator('.brain:visible');
+        await page.selectOption('#compare', '1');
+        await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
+        assert.deepEqual(await page.locator('#compare option:disabled').allTextContents(), ['Beside IC 1']);
+        await page.keyboard.press('ArrowRight');
+        await page.locator('body[data-shown=ICA_01]').waitFor();
+        assert.equal(await brains.count(), 1);
+        await page.locator('h2').click(); // the choice has the focus
+        await page.keyboard.press('ArrowRight');
+        await page.locator('body[data-shown=ICA_02]').waitFor();
+        assert.deepEqual(await page.locator('.brain-title:visible').allTextContents(), ['IC 3', 'IC 2']);
+        await page.close();
+    });
+
+    test('keeps the keyboard where the reader is, on the way to a component and back', async () => {
+        const page = await openReport(browser, run.report);
+        await page.locator('.card-link', { hasText: 'IC 4' }).focus();
+        await page.keyboard.press('Enter');
+        await page.locator('body[data-shown=ICA_03]').waitFor();
+        const focused = () => page.evaluate(() => document.activeElement.textContent);
+        assert.equal(await focused(), 'IC 4');
+        assert.equal(await page.evaluate(() => document.activeElement.tagName), 'H2');
+        await page.goBack();
+        await page.locator('.cards').waitFor();
+        assert.equal(await focused(), 'IC 4');
+        await page.close();
+    });
+
+    test('goes to the overview, and says so, for a component that the run does not have', async () => {
+        const page = await openReport(browser, run.report);
+        await goTo(page, '#/component/ICA_99');
+        await page.waitForFunction(() => location.hash.endsWith('ICA_99'));
+        await painted(page);
+        assert.equal(await page.locator('.cards').isVisible(), true);
+        assert.deepEqual(await page.locator('.tab[aria-current]').allTextContents(), ['Overview']);
+        await page.close();
+    });
 });

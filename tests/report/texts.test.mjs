@@ -142,4 +142,11 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.ok(run.metrics.some(({ dm_pred_max: strength }) => strength < 0.3));
         await page.close();
     });
+
+    test('the threshold of the run, also where it lies above all others', async () => {
+        const page = await open({ settings: { ZThreshold: 20 } }, '#/component/ICA_00');
+        assert.equal(await page.inputValue('#threshold'), '20');
+        assert.equal(await page.locator('output[for=threshold]').textContent(), '20.0');
+        await page.close();
+    });
 });

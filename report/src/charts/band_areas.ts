@@ -6,6 +6,7 @@ export interface Area {
     from: number;
     to: number;
     label: string;
+    beside?: boolean; // the label stands to the right, because the area is too narrow for it
 }
 
 const areasOf = new WeakMap<HTMLCanvasElement, Area[]>();
@@ -21,15 +22,15 @@ export const BAND_AREAS: Plugin = {
         const { ctx, chartArea: box, scales } = chart;
         ctx.save();
         ctx.font = '600 11px system-ui, sans-serif';
-        ctx.textAlign = 'center';
         ctx.textBaseline = 'top';
-        (areasOf.get(chart.canvas) ?? []).forEach(({ from, to, label }, i) => {
+        (areasOf.get(chart.canvas) ?? []).forEach(({ from, to, label, beside }, i) => {
             const left = Math.max(box.left, scales.x.getPixelForValue(from));
             const right = Math.min(box.right, scales.x.getPixelForValue(to));
             ctx.fillStyle = colour(i % 2 === 0 ? 'band-even' : 'band-odd');
             ctx.fillRect(left, box.top, right - left, box.bottom - box.top);
             ctx.fillStyle = colour('muted');
-            ctx.fillText(label, (left + right) / 2, box.top + 3);
+            ctx.textAlign = beside ? 'left' : 'center';
+            ctx.fillText(label, beside ? right + 4 : (left + right) / 2, box.top + 3);
         });
         ctx.restore();
     },

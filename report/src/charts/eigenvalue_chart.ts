@@ -6,7 +6,7 @@ import { axis, ChartBox, legend } from './chart';
 export function showEigenvalues(box: ChartBox, facts: Decomposition): void {
     const { FirstEigenvalue: first, LastEigenvalue: last } = facts.Settings;
     const points = facts.Eigenvalues.map((y, i) => ({ x: i + 1, y })).filter(({ y }) => y > 0);
-    const kept = { from: first - 0.5, to: last + 0.5, label: last - first > points.length / 12 ? 'kept' : '' };
+    const kept = { from: first - 0.5, to: last + 0.5, label: 'kept', beside: last - first < points.length / 6 };
     box.show(`${points.length} eigenvalues in falling order; ranks ${first} to ${last} are kept`, () => ({
         type: 'line',
         data: {

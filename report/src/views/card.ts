@@ -29,6 +29,7 @@ export class Card {
     private readonly glyph = h('canvas', { class: 'card-glyph', role: 'img' });
     private readonly match: PredictorMatch | null; // none that is weak
     private readonly label = h('span', { class: 'card-label' });
+    private readonly note = h('p', { class: 'card-note' });
     private readonly value = h('span', { class: 'card-value' });
 
     constructor(private readonly run: Run, readonly component: Component, private readonly labels: Labels) {
@@ -46,16 +47,18 @@ export class Card {
             this.mosaic,
             h('div', { class: 'card-charts' }, this.course, this.glyph),
             h('footer', { class: 'card-foot' }, this.value,
-                this.match && predictorText(this.match)));
+                this.match && predictorText(this.match)), this.note);
         this.refreshLabel();
     }
 
+    /** Shows label and note as they are now. */
     refreshLabel(): void {
         const { label, note } = this.labels.get(this.component.name);
         const known = LABELS.find((entry) => entry.label === label);
         this.label.className = known ? `card-label chip chip-${known.label}` : 'card-label';
         this.label.textContent = known ? `${known.sign} ${known.title}` : '';
-        this.label.title = note;
+        this.note.textContent = note;
+        this.note.hidden = note === '';
     }
 
     /** Shows what the gallery is sorted by; the iterations where that is no number of its own. */

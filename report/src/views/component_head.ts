@@ -38,9 +38,15 @@ export class ComponentHead {
         labels.onChange(() => this.showNote());
     }
 
+    /** Where the keyboard goes on when the reader comes to the view. */
+    focus(): void {
+        this.title.focus({ preventScroll: true });
+    }
+
     show(component: Component, position: string): void {
         this.component = component;
         this.title.textContent = component.title;
+        for (const option of this.compare.options) option.disabled = option.value === String(component.index);
         this.name.textContent = `${component.name} \u00b7 ${position}`;
         this.note.value = this.labels.get(component.name).note;
         this.showNote();

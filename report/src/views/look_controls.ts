@@ -29,7 +29,7 @@ export function lookControls(look: Look, highest: number, changed: () => void): 
         lookSwitch(look, 'render', '3D', changed),
     ];
     const element = h('div', { class: 'look-controls' },
-        slider('threshold', 'Threshold |z|', 0, Math.min(15, Math.max(5, Math.ceil(highest))), 0.1, look.threshold,
+        slider('threshold', 'Threshold |z|', 0, Math.max(look.threshold, Math.min(15, Math.max(5, Math.ceil(highest)))), 0.1, look.threshold,
             (value) => { look.threshold = value; }),
         slider('opacity', 'Opacity', 0, 1, 0.05, look.opacity, (value) => { look.opacity = value; }),
         h('div', { class: 'control' }, h('label', { for: 'ceiling' }, 'Colours up to |z|'), ceiling),

@@ -11,6 +11,7 @@ export class Overview implements View {
     readonly element: HTMLElement;
     readonly gallery: Gallery;
     private scroll = 0;
+    private focused: Element | null = null;
 
     constructor(run: Run, labels: Labels, look: Look, whenDrawn: () => void) {
         this.gallery = new Gallery(run, labels, look, whenDrawn);
@@ -20,9 +21,11 @@ export class Overview implements View {
     enter(): void {
         this.gallery.enter();
         scrollTo(0, this.scroll); // back to the card that one came from
+        if (this.focused instanceof HTMLElement) this.focused.focus({ preventScroll: true });
     }
 
     leave(): void {
         this.scroll = scrollY;
+        this.focused = this.element.contains(document.activeElement) ? document.activeElement : null;
     }
 }

@@ -1,0 +1,89 @@
+import { ceilingOf, type Look } from '../brain/look';
+import { type PlaneName, planeOf } from '../brain/plane';
+import type { Vector } from '../data/affine';
+import type { ComponentMap } from '../data/component_map';
+import type { Component, Run } from '../data/run';
+import { h } from '../dom';
+import { BrainPanel } from './brain_panel';
+
+/** The maps of one component or of two side by side, with one crosshair and one scale of colours. */
+export class BrainPair {
+    readonly element = h('div', { class: 'brains' });
+    private readonly first: BrainPanel;
+    private second: BrainPanel | null = null; // made when it is needed
+    private component: Component | null = null;
+    private compared: Component | null = null;
+    private drawn: Component | null = null; // the one that the crosshair was set for
+    private voxel: Vector | null = null;
+    private high = 0; // of the maps shown
+    private activePlane: PlaneName = 'axial';
+    private redraw = 0;
+
+    constructor(private readonly run: Run, private readonly look: Look) {
+        this.first = this.addPanel();
+    }
+
+    /** Draws the maps; a new first component has the crosshair at its peak. Resolves when all is drawn. */
+    async show(component: Component, compared: Component | null): Promise<void> {
+        this.component = component;
+        this.compared = compared;
+        if (compared) this.second ??= this.addPanel();
+        if (this.second) this.second.element.hidden = compared === null;
+        this.element.classList.toggle('brains-two', compared !== null);
+        const [map, other] = await Promise.all([component, compared].map((shown) => shown && this.run.maps.get(shown.index)));
+        // Maps may be unpacked in another order than they were asked for: only what is wanted now is drawn.
+        if (!map || component !== this.component || compared !== this.compared) return;
+        this.high = Math.max(map.high, other?.high ?? 0);
+        if (this.drawn !== component || !this.voxel) this.voxel = this.peakOf(map);
+        this.drawn = component;
+        this.first.show(component, map, this.commonLook(), this.voxel);
+        if (compared && other) this.second?.show(compared, other, this.commonLook(), this.voxel);
+    }
+
+    /** Sliders send more changes than the screen has pictures. */
+    lookChanged(): void {
+        cancelAnimationFrame(this.redraw);
+        this.redraw = requestAnimationFrame(() => this.panels().forEach((panel) => panel.setLook(this.commonLook())));
+    }
+
+    goToPeak(panel = this.first): void {
+        if (panel.currentMap) this.moveTo(this.peakOf(panel.currentMap));
+    }
+
+    /** Moves along the plane used last. */
+    moveSlice(by: number): void {
+        if (!this.voxel) return;
+        const { grid } = this.run;
+        const { through } = planeOf(grid, this.activePlane, false);
+        this.moveTo(grid.moved(this.voxel, through, grid.along(through, this.voxel) + by));
+    }
+
+    private addPanel(): BrainPanel {
+        const panel = new BrainPanel(this.run);
+        panel.onPick = (voxel, plane) => {
+            this.activePlane = plane ?? this.activePlane;
+            this.moveTo(voxel);
+        };
+        panel.onPeak = () => this.goToPeak(panel);
+        this.element.append(panel.element);
+        return panel;
+    }
+
+    private panels(): BrainPanel[] {
+        return this.compared && this.second ? [this.first, this.second] : [this.first];
+    }
+
+    private commonLook(): Look {
+        return { ...this.look, ceiling: ceilingOf(this.look, this.high) };
+    }
+
+    private peakOf(map: ComponentMap): Vector {
+        return this.run.grid.voxelAt(this.run.gridOf[map.peak]);
+    }
+
+    private moveTo(voxel: Vector): void {
+        if (!this.run.grid.contains(voxel)) return;
+        this.voxel = voxel;
+        for (const panel of this.panels()) panel.setCrosshair(voxel);
+    }
+}
