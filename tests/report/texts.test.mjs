@@ -41,6 +41,9 @@ describe('the page says', { skip: missingBrowser }, () => {
         const Notes = ['The header says 3 s, the sidecar 2 s.', 'Volume 7 is dark.'];
         assert.equal((await warnings({ input: { Notes } })).includes(Notes.join('\n')), true);
         assert.equal(await warnings({ components: 2, input: { Notes: [] } }), '');
+        const bands = 'TR: 6 s leaves the plug-in 4 of its 5 frequency bands; the others are n/a.'; // the page says so itself
+        const lines = (await warnings({ components: 2, trMilliseconds: 6000, input: { Notes: [bands] } })).split('\n');
+        assert.deepEqual(lines.map((line) => /bands/.test(line)), [true]);
     });
 
     test('where the voxels come from', async () => {

@@ -19,7 +19,9 @@ export function warningsOf(run: Run): string[] {
     if (facts.Settings.Mask === 'none') {
         warnings.push('No mask was used: every voxel of the grid was analysed, also those outside the head.');
     }
-    warnings.push(...(facts.Input.Notes ?? []), ...repetitionTimeWarning(run.trSeconds), ...degenerateWarnings(run));
+    // What znica noted about the bands stands here in other words, also for results without notes.
+    const notes = (facts.Input.Notes ?? []).filter((note) => !/^TR: .*frequency bands/.test(note));
+    warnings.push(...notes, ...repetitionTimeWarning(run.trSeconds), ...degenerateWarnings(run));
     if (!run.hasMean) warnings.push('The result holds no mean image; the maps are drawn over the outline of the mask.');
     return warnings;
 }
