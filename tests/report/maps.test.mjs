@@ -105,6 +105,8 @@ for (const renderer of ['webgl2', 'canvas']) {
                     if (r === g && g === b) grey = Math.max(grey, r);
                 }
             }
+            const widths = await page.locator('.colour-strip').evaluateAll((strips) => strips.map((strip) => strip.offsetWidth));
+            assert.deepEqual(widths, [92, 92]); // as wide as they are meant to be, where there is room
             const [blue, orange] = ends;
             assert.ok(blue[2] - blue[0] > 30 && orange[0] - orange[2] > 30, `${blue} and ${orange}`);
             assert.ok(grey > 100, `${grey}`); // the tissue was there
