@@ -1,16 +1,14 @@
 #include "headless/result/result_folder.h"
 
 #include "headless/failure/failure.h"
+#include "headless/result/earlier_result.h"
 
-#include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
 #include <string>
-#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -34,15 +32,6 @@ fs::path leftBehind;
     throw Failure(ExitStatus::kOther, path.string() + " " + why);
 }
 
-bool isOurs(const fs::path& entry) {
-    const std::string name = entry.filename().string();
-    constexpr std::array<std::string_view, 7> kNames = {
-        "plugin", "log.txt", "status.json", "report.html", ".bidsignore", "dataset_description.json", "truth.json"};
-    return std::find(kNames.begin(), kNames.end(), name) != kNames.end() || name.find("_desc-ICA_") != name.npos ||
-           name.find("_desc-brain_mask.") != name.npos || name.find("_desc-mean_bold.") != name.npos ||
-           name.starts_with("sub-sim_");
-}
-
 // The wanted place is free, or may be made free.
 void checkWanted(const fs::path& wanted, bool replace) {
     std::error_code error;
@@ -50,12 +39,8 @@ void checkWanted(const fs::path& wanted, bool replace) {
     if (!fs::is_directory(wanted, error)) fail(wanted, "exists and is not a folder; name another one.");
     if (fs::is_empty(wanted, error)) return;
     if (!replace) fail(wanted, "exists and is not empty; name another folder, or use --force to replace a result.");
-    for (const auto& entry : fs::directory_iterator(wanted, error)) {
-        if (!isOurs(entry.path())) {
-            fail(wanted, "holds " + entry.path().filename().string() +
-                             ", which is no part of a result; --force replaces nothing but results.");
-        }
-    }
+    const std::string why = whyNoEarlierResult(wanted);
+    if (!why.empty()) fail(wanted, why + "; --force replaces nothing but results.");
 }
 
 void makeParents(const fs::path& parent) {

@@ -12,6 +12,7 @@
 #include "headless/znica/component_choice.h"
 #include "headless/znica/decomposition.h"
 #include "headless/znica/input_notes.h"
+#include "headless/znica/input_places.h"
 #include "headless/znica/memory_check.h"
 #include "headless/znica/plugin_library.h"
 #include "headless/znica/progress.h"
@@ -73,6 +74,7 @@ void explainMissing(const RunFacts& facts, const fs::path& out) {
 ExitStatus runCommand(const RunOptions& asked) {
     const Stopwatch total;
     RunOptions options = asked; // the number of components is settled on the way
+    requireInputsOutsideResult(options);
     const ImageHeader functional = readFunctionalHeader(options);
     const RepetitionTime repetition = repetitionTime(options.secondsPerVolume, functional);
     Session session = makeSession(options, functional, repetition.seconds);

@@ -89,10 +89,11 @@ TEST_F(EarlyEnd, TheFilesOfAFailedRunAreKeptOnDemandAndMarkedPartial) {
 TEST_F(EarlyEnd, AFailedRunLeavesAnEarlierResultAlone) {
     std::filesystem::create_directory(folder / "out");
     writeFile(folder / "out/log.txt", "earlier");
+    writeFile(folder / "out/dataset_description.json", R"({"GeneratedBy": [{"Name": "znica"}]})");
     auto withForce = arguments();
     withForce.push_back("--force");
     EXPECT_EQ(znica(withForce, {{}, {"ZN_FAKE_PLUGIN=silence"}, {}}).status, 3);
-    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("log.txt"));
+    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("dataset_description.json", "log.txt"));
     EXPECT_EQ(textOf(folder / "out/log.txt"), "earlier");
 }
 

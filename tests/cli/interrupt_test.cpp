@@ -72,10 +72,11 @@ TEST_F(Interrupt, EndsTheRunWithinASecondAndLeavesNothing) {
 TEST_F(Interrupt, LeavesTheResultThatWasToBeReplaced) {
     std::filesystem::create_directory(folder / "out");
     writeFile(folder / "out/log.txt", "earlier");
+    writeFile(folder / "out/dataset_description.json", R"({"GeneratedBy": [{"Name": "znica"}]})");
     auto arguments = endlessRun();
     arguments.emplace_back("--force");
     EXPECT_EQ(interrupted(arguments, SIGINT).status, 130);
-    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("log.txt"));
+    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("dataset_description.json", "log.txt"));
     EXPECT_EQ(textOf(folder / "out/log.txt"), "earlier");
 }
 

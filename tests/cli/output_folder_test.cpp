@@ -2,6 +2,8 @@
 #include "cli/command.h"
 #include "cli/files.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -52,9 +54,7 @@ TEST_F(OutputFolder, WithAResultInItIsNotOverwrittenUnasked) {
 
 TEST_F(OutputFolder, IsReplacedWholeByForce) {
     ASSERT_EQ(simulate((folder / "out").string()).status, 0);
-    writeFile(folder / "out/sub-sim_old.txt", "");
     EXPECT_EQ(simulate((folder / "out").string(), {"--seed", "2", "--force"}).status, 0);
-    EXPECT_FALSE(std::filesystem::exists(folder / "out/sub-sim_old.txt"));
     EXPECT_THAT(textOf(folder / "out/truth.json"), HasSubstr("\"seed\": 2"));
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("out"));
 }
@@ -66,6 +66,24 @@ TEST_F(OutputFolder, WithSomethingElseInItIsRefusedEvenByForce) {
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, HasSubstr("thesis.tex"));
     EXPECT_THAT(namesIn(folder / "out"), ElementsAre("thesis.tex"));
+}
+
+TEST_F(OutputFolder, WithAFileOfTheUsersNamedLikeTheSampleIsRefusedEvenByForce) {
+    ASSERT_EQ(simulate((folder / "out").string()).status, 0);
+    writeFile(folder / "out/sub-sim_notes.txt", "precious");
+    const CommandResult result = simulate((folder / "out").string(), {"--force"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("holds sub-sim_notes.txt, which is no part of a result"));
+    EXPECT_EQ(textOf(folder / "out/sub-sim_notes.txt"), "precious");
+}
+
+TEST_F(OutputFolder, WithNamesOfAResultButNoRecordOfOneIsRefusedEvenByForce) {
+    std::filesystem::create_directories(folder / "out/plugin");
+    writeFile(folder / "out/log.txt", "a log of something else");
+    const CommandResult result = simulate((folder / "out").string(), {"--force"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("has no dataset_description.json that names znica"));
+    EXPECT_THAT(namesIn(folder / "out"), ElementsAre("log.txt", "plugin"));
 }
 
 TEST_F(OutputFolder, ThatIsAFileIsRefused) {
@@ -97,9 +115,12 @@ protected:
     }
     CommandResult run(const std::string& out, const std::vector<std::string>& options,
                       const Surroundings& surroundings = {}) {
-        std::vector<std::string> arguments = {
-            "run",   (folder / "s/sub-sim_task-blocks_bold.nii.gz").string(), "--components", "2", "--seed", "1",
-            "--out", out.front() == '/' ? out : (folder / out).string()};
+        std::vector<std::string> arguments = {"run",    (folder / "s/sub-sim_task-blocks_bold.nii.gz").string(),
+                                              "--seed", "1",
+                                              "--out",  out.front() == '/' ? out : (folder / out).string()};
+        if (std::find(options.begin(), options.end(), "--components") == options.end()) {
+            arguments.insert(arguments.end(), {"--components", "2"});
+        }
         arguments.insert(arguments.end(), options.begin(), options.end());
         return znica(arguments, surroundings);
     }
@@ -113,6 +134,52 @@ TEST_F(OutputFolderOfARun, IsNotOverwrittenUnaskedAndIsByForce) {
     EXPECT_EQ(textOf(folder / "out/log.txt"), before);
     EXPECT_EQ(run("out", {"--force"}).status, 0);
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("out", "s"));
+}
+
+TEST_F(OutputFolderOfARun, WithEveryFileThatARunMayWriteIsReplacedByForce) {
+    const std::vector<std::string> everything = {
+        "--components", "auto",
+        "--repeats",    "2",
+        "--design",     (folder / "s/sub-sim_task-blocks_desc-task_design.tsv").string()};
+    ASSERT_EQ(run("whole", everything).status, 0);
+    ASSERT_TRUE(std::filesystem::exists(folder / "whole/sub-sim_task-blocks_desc-ICA_dimension.tsv"));
+    const CommandResult again = run("whole", {"--force"});
+    EXPECT_EQ(again.status, 0) << again.err;
+    EXPECT_FALSE(std::filesystem::exists(folder / "whole/sub-sim_task-blocks_desc-ICA_dimension.tsv"));
+}
+
+TEST_F(OutputFolderOfARun, WithSomethingThatIsNotOfTheRunIsRefusedEvenByForce) {
+    for (const std::string name : {"plugin/mycode.c", "sub-other_desc-brain_mask.nii.gz",
+                                   "sub-sim_task-blocks_desc-ICA_labels.tsv", "truth.json"}) {
+        writeFile(folder / ("out/" + name), "work");
+        const CommandResult result = run("out", {"--force"});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.err, HasSubstr("holds " + name + ", which is no part of a result"));
+        EXPECT_EQ(textOf(folder / ("out/" + name)), "work");
+        std::filesystem::remove(folder / ("out/" + name));
+    }
+}
+
+TEST_F(OutputFolderOfARun, OfAnotherProgramIsRefusedEvenByForce) {
+    writeFile(folder / "out/dataset_description.json", R"({"GeneratedBy": [{"Name": "another"}]})");
+    const CommandResult result = run("out", {"--force"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("has no dataset_description.json that names znica"));
+}
+
+TEST_F(OutputFolderOfARun, ThatHoldsAnInputIsNotReplaced) {
+    const std::string mask = (folder / "out/sub-sim_task-blocks_desc-brain_mask.nii.gz").string();
+    const std::string before = textOf(mask);
+    std::filesystem::create_symlink(mask, folder / "link.nii.gz");
+    for (const std::string& given : {mask, (folder / "link.nii.gz").string()}) {
+        const CommandResult result = run("out", {"--mask", given, "--force"});
+        EXPECT_EQ(result.status, 3);
+        EXPECT_THAT(result.err, HasSubstr(given + " lies in " + (folder / "out").string() + ", which --force would"));
+    }
+    const CommandResult image = run("s", {"--force"});
+    EXPECT_EQ(image.status, 3);
+    EXPECT_THAT(image.err, HasSubstr("_bold.nii.gz lies in "));
+    EXPECT_EQ(textOf(mask), before);
 }
 
 TEST_F(OutputFolderOfARun, ThatRunsFullLeavesNothing) {
