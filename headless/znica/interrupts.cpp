@@ -25,6 +25,18 @@ void wakeWatcher(int signal) {
     errno = error;
 }
 
+// A signal that the caller ignores stays ignored: nohup does so with hang-ups, a script with the Ctrl-C of its
+// background jobs.
+void handle(int signal) {
+    struct sigaction before {};
+    sigaction(signal, nullptr, &before);
+    if (before.sa_handler == SIG_IGN) return;
+    struct sigaction action {};
+    action.sa_handler = wakeWatcher;
+    action.sa_flags = SA_RESTART;
+    sigaction(signal, &action, nullptr);
+}
+
 [[noreturn]] void watch(int pipe) {
     unsigned char signal = 0;
     while (read(pipe, &signal, 1) != 1) continue;
@@ -43,12 +55,7 @@ void watchInterrupts() {
     toWatcher = ends[1];
     std::thread([reader = ends[0]] { watch(reader); }).detach();
     std::signal(SIGXFSZ, SIG_IGN); // a limit on the size of files shows as a write that fails
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction action {};
-        action.sa_handler = wakeWatcher;
-        action.sa_flags = SA_RESTART;
-        sigaction(signal, &action, nullptr);
-    }
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) handle(signal);
 }
 
 } // namespace zn

@@ -39,13 +39,22 @@ RunningCommand::RunningCommand(const std::vector<std::string>& arguments, const 
     posix_spawn_file_actions_addopen(&actions, 2, err_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (!surroundings.folder.empty()) posix_spawn_file_actions_addchdir_np(&actions, surroundings.folder.c_str());
 
+    // Signals have their usual effect in the command, whatever started the tests ignores.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t usual;
+    sigfillset(&usual);
+    posix_spawnattr_setsigdefault(&attributes, &usual);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+
     std::vector<std::string> texts = {"sh", "-c", surroundings.shellPrefix + " exec \"$0\" \"$@\"", ZNICA_FILE};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
     std::vector<std::string> environment = surroundings.environment;
     for (char** entry = environ; *entry; ++entry) environment.emplace_back(*entry);
     const int failed =
-        posix_spawn(&process_, "/bin/sh", &actions, nullptr, pointers(texts).data(), pointers(environment).data());
+        posix_spawn(&process_, "/bin/sh", &actions, &attributes, pointers(texts).data(), pointers(environment).data());
     posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
     if (failed != 0) throw std::runtime_error("posix_spawn");
 }
 
@@ -61,8 +70,12 @@ CommandResult RunningCommand::wait() {
     return result;
 }
 
-CommandResult RunningCommand::end(int signal) {
-    kill(process_, signal);
+void RunningCommand::signal(int number) {
+    kill(process_, number);
+}
+
+CommandResult RunningCommand::end(int number) {
+    signal(number);
     return wait();
 }
 

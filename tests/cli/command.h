@@ -23,12 +23,13 @@ struct Surroundings {
 /// Runs the real znica and waits for it.
 CommandResult znica(const std::vector<std::string>& arguments, const Surroundings& surroundings = {});
 
-/// Starts the real znica; end() sends a signal and waits.
+/// Starts the real znica; signal() sends a signal, end() does so and waits.
 class RunningCommand {
 public:
     RunningCommand(const std::vector<std::string>& arguments, const Surroundings& surroundings);
     CommandResult wait();
-    CommandResult end(int signal);
+    void signal(int number);
+    CommandResult end(int number);
 
 private:
     std::filesystem::path out_;

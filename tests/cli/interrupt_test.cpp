@@ -46,11 +46,14 @@ protected:
         }
         return false;
     }
+    void waitForTheSearch() {
+        for (int i = 0; i < 1000 && !searching(); ++i) std::this_thread::sleep_for(10ms);
+        EXPECT_TRUE(searching()) << "the search never started";
+    }
     // Interrupts a run that is under way, which then has a second to end.
     CommandResult interrupted(const std::vector<std::string>& arguments, int signal) {
         RunningCommand running(arguments, {});
-        for (int i = 0; i < 1000 && !searching(); ++i) std::this_thread::sleep_for(10ms);
-        EXPECT_TRUE(searching()) << "the search never started";
+        waitForTheSearch();
         const auto start = std::chrono::steady_clock::now();
         CommandResult result = running.end(signal);
         EXPECT_LT(std::chrono::steady_clock::now() - start, 1s);
@@ -65,6 +68,18 @@ TEST_F(Interrupt, EndsTheRunWithinASecondAndLeavesNothing) {
         const CommandResult result = interrupted(endlessRun(), signal);
         EXPECT_EQ(result.status, status);
         EXPECT_EQ(result.err, "znica: interrupted; no result was written.\n");
+        EXPECT_THAT(namesIn(folder.path()), ElementsAre("bold.nii"));
+    }
+}
+
+// What nohup does. The run then ends by the other signal, so the first one had no effect.
+TEST_F(Interrupt, ThatTheCallerIgnoresStaysIgnored) {
+    for (const auto& [signal, name] : {std::pair(SIGHUP, "HUP"), std::pair(SIGINT, "INT")}) {
+        RunningCommand running(endlessRun(), {{}, {}, std::string("trap '' ") + name + ";"});
+        waitForTheSearch();
+        running.signal(signal);
+        std::this_thread::sleep_for(50ms); // a run that heeds it is gone by then
+        EXPECT_EQ(running.end(SIGTERM).status, 128 + SIGTERM) << name;
         EXPECT_THAT(namesIn(folder.path()), ElementsAre("bold.nii"));
     }
 }
