@@ -91,8 +91,7 @@ bool isResultFile(const std::string& name, const std::string& stem) {
 }
 
 // The first name that does not belong to a result; empty when all do.
-std::string strangerInResult(const fs::path& folder) {
-    const std::set<std::string> names = namesIn(folder);
+std::string strangerInResult(const fs::path& folder, const std::set<std::string>& names) {
     const std::string stem = stemOf(names);
     for (const std::string& name : names) {
         if (name != "plugin/" && !isResultFile(name, stem)) return name;
@@ -104,8 +103,8 @@ std::string strangerInResult(const fs::path& folder) {
     return "";
 }
 
-std::string strangerInSample(const fs::path& folder) {
-    for (const std::string& name : namesIn(folder)) {
+std::string strangerInSample(const std::set<std::string>& names) {
+    for (const std::string& name : names) {
         if (!contains(kOfASample, name)) return name;
     }
     return "";
@@ -113,9 +112,11 @@ std::string strangerInSample(const fs::path& folder) {
 
 } // namespace
 
-std::string whyNoEarlierResult(const fs::path& folder) {
+std::string whyNoEarlierResult(const fs::path& folder, const std::string& but) {
+    std::set<std::string> names = namesIn(folder);
+    names.erase(but + "/");
     const bool sample = isSample(folder);
-    const std::string stranger = sample ? strangerInSample(folder) : strangerInResult(folder);
+    const std::string stranger = sample ? strangerInSample(names) : strangerInResult(folder, names);
     if (!stranger.empty()) return "holds " + stranger + ", which is no part of a result";
     if (!sample && !isMadeByZnica(folder)) return "has no dataset_description.json that names znica";
     return "";

@@ -11,6 +11,8 @@ namespace zn {
 /// A name alone proves nothing: masks and logs of other programs look alike. A result says in
 /// "dataset_description.json" that znica made it, a sample has "truth.json"; every other name must be one that znica
 /// writes, all with the same beginning, and plugin/ may hold the plug-in's files alone.
-std::string whyNoEarlierResult(const std::filesystem::path& folder);
+///
+///   but   a folder in it that does not count; empty: none
+std::string whyNoEarlierResult(const std::filesystem::path& folder, const std::string& but = {});
 
 } // namespace zn

@@ -2,7 +2,10 @@
 
 #include "headless/failure/failure.h"
 #include "headless/result/earlier_result.h"
+#include "headless/result/move_entries.h"
+#include "headless/result/output_place.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -10,6 +13,7 @@
 #include <mutex>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -32,14 +36,20 @@ fs::path leftBehind;
     throw Failure(ExitStatus::kOther, path.string() + " " + why);
 }
 
-// The wanted place is free, or may be made free.
-void checkWanted(const fs::path& wanted, bool replace) {
+bool isEmpty(const fs::path& folder, const fs::path& but) {
+    std::error_code error;
+    const fs::directory_iterator entries(folder, error);
+    return std::all_of(begin(entries), end(entries), [&](const auto& entry) { return entry.path() == but; });
+}
+
+// The wanted place is free, or may be made free. `own`: our folder inside it, or none.
+void checkWanted(const fs::path& wanted, bool replace, const fs::path& own = {}) {
     std::error_code error;
     if (!fs::exists(fs::symlink_status(wanted, error))) return;
     if (!fs::is_directory(wanted, error)) fail(wanted, "exists and is not a folder; name another one.");
-    if (fs::is_empty(wanted, error)) return;
+    if (isEmpty(wanted, own)) return;
     if (!replace) fail(wanted, "exists and is not empty; name another folder, or use --force to replace a result.");
-    const std::string why = whyNoEarlierResult(wanted);
+    const std::string why = whyNoEarlierResult(wanted, own.filename().string());
     if (!why.empty()) fail(wanted, why + "; --force replaces nothing but results.");
 }
 
@@ -54,26 +64,27 @@ void makeParents(const fs::path& parent) {
     }
 }
 
-fs::path makeUnfinished(const fs::path& wanted) {
+// A new hidden folder in `place`, named after the wanted one.
+fs::path makeHidden(const fs::path& place, const fs::path& wanted, const char* kind) {
     const std::string stem =
-        "." + wanted.filename().string().substr(0, 200) + ".unfinished-" + std::to_string(getpid());
+        "." + wanted.filename().string().substr(0, 200) + "." + kind + "-" + std::to_string(getpid());
     for (int attempt = 0;; ++attempt) {
-        fs::path path = wanted.parent_path() / (stem + (attempt > 0 ? "-" + std::to_string(attempt) : ""));
+        fs::path path = place / (stem + (attempt > 0 ? "-" + std::to_string(attempt) : ""));
         if (mkdir(path.c_str(), 0777) == 0) return path;
-        if (errno != EEXIST) fail(wanted, std::string("cannot be made: ") + std::strerror(errno) + ".");
+        if (errno != EEXIST) fail(place, std::string("cannot be written to: ") + std::strerror(errno) + ".");
     }
 }
 
 } // namespace
 
-ResultFolder::ResultFolder(const fs::path& wanted, bool replace) {
-    const fs::path given = wanted.filename().empty() ? wanted.parent_path() : wanted; // "out/" is "out"
-    wanted_ = fs::absolute(given).lexically_normal();
-    checkWanted(wanted_, replace);
+ResultFolder::ResultFolder(const fs::path& wanted, bool replace) : wanted_(outputPlace(wanted)), replace_(replace) {
+    checkWanted(wanted_, replace_);
+    std::error_code error;
+    inside_ = fs::exists(wanted_, error) && !canBeReplaced(wanted_);
     const std::scoped_lock lock(guard);
     madeParents.clear();
     makeParents(wanted_.parent_path());
-    unfinished_ = unfinished = makeUnfinished(wanted_);
+    unfinished_ = unfinished = makeHidden(inside_ ? wanted_ : wanted_.parent_path(), wanted_, "unfinished");
     static const int once = std::atexit(discard); // a library that calls exit() leaves nothing behind either
     (void)once;
 }
@@ -81,15 +92,42 @@ ResultFolder::ResultFolder(const fs::path& wanted, bool replace) {
 void ResultFolder::commit() {
     const std::scoped_lock lock(guard);
     if (unfinished.empty()) return;
-    if (rename(unfinished_.c_str(), wanted_.c_str()) != 0) { // takes the place of nothing or of an empty folder
-        if (renameat2(AT_FDCWD, unfinished_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) != 0) {
-            fail(wanted_, std::string("cannot take its name: ") + std::strerror(errno) + ".");
-        }
-        std::error_code ignored; // the new result is in place; what stays of the old one is only clutter
-        fs::remove_all(unfinished_, ignored);
-    }
-    unfinished.clear();
+    unfinished.clear(); // from here on a failure leaves it: the work is done
     madeParents.clear();
+    try {
+        checkWanted(wanted_, replace_, inside_ ? unfinished_ : fs::path()); // others may have been at it meanwhile
+        inside_ ? moveOut() : takeName();
+    } catch (const Failure& failure) {
+        throw Failure(failure.status(),
+                      std::string(failure.what()) + " The finished result is in " + unfinished_.string() + ".");
+    }
+}
+
+void ResultFolder::takeName() {
+    if (rename(unfinished_.c_str(), wanted_.c_str()) == 0) return; // in the place of nothing or of an empty folder
+    if (renameat2(AT_FDCWD, unfinished_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) != 0) {
+        fail(wanted_, std::string("cannot be replaced: ") + std::strerror(errno) + ".");
+    }
+    std::error_code ignored; // the new result is in place; what stays of the old one is only clutter
+    fs::remove_all(unfinished_, ignored);
+}
+
+void ResultFolder::moveOut() {
+    std::error_code ignored;
+    const fs::path earlier = makeHidden(unfinished_, wanted_, "replaced");
+    try {
+        moveEntries(wanted_, earlier, unfinished_);
+        try {
+            moveEntries(unfinished_, wanted_, earlier);
+        } catch (const fs::filesystem_error&) {
+            moveEntries(earlier, wanted_);
+            throw;
+        }
+    } catch (const fs::filesystem_error& error) {
+        fs::remove(earlier, ignored); // when it is empty
+        fail(wanted_, "cannot be filled: " + error.code().message() + ".");
+    }
+    fs::remove_all(unfinished_, ignored);
 }
 
 void ResultFolder::discard() {

@@ -1,17 +1,20 @@
 #pragma once
 
 #include <filesystem>
-#include <vector>
 
 namespace zn {
 
 /// The folder of a result while it comes into being: a hidden one beside the wanted folder, on the same disk, that
 /// takes the wanted name in one step when everything is in it. Until then, and after any failure, the wanted folder is
 /// as it was. One at a time a process.
+///
+/// An existing folder whose name cannot be taken (canBeReplaced) holds the hidden one inside; its entries then move out
+/// of it one by one, and back when one cannot.
 class ResultFolder {
 public:
     /// `replace`: an earlier result of this program may stand in the wanted place; it goes when the new one is there.
-    /// Throws Failure (kOther): something else stands there, or the place cannot be written to.
+    /// Throws Failure: kUsage when no place is named, kOther when something else stands there or it cannot be written
+    /// to.
     ResultFolder(const std::filesystem::path& wanted, bool replace);
     ~ResultFolder() { discard(); }
     ResultFolder(const ResultFolder&) = delete;
@@ -22,7 +25,8 @@ public:
     /// The wanted folder, absolute.
     const std::filesystem::path& wanted() const { return wanted_; }
 
-    /// Gives the folder its wanted name. Throws Failure (kOther).
+    /// Gives the folder its wanted name. Throws Failure (kOther) when something else took the place meanwhile or the
+    /// disk refuses; the finished result then stays under its hidden name, which the text tells.
     void commit();
 
     /// Removes what there is of the process's unfinished folder; nothing when it was committed. May be called from any
@@ -36,8 +40,13 @@ public:
     static std::filesystem::path left();
 
 private:
+    void takeName();
+    void moveOut();
+
     std::filesystem::path wanted_;
     std::filesystem::path unfinished_;
+    bool replace_;
+    bool inside_ = false; ///< the unfinished folder is in the wanted one
 };
 
 } // namespace zn

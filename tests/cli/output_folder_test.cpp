@@ -3,6 +3,9 @@
 #include "cli/files.h"
 
 #include <algorithm>
+#include <cstdlib>
+
+#include <sys/stat.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,6 +37,68 @@ TEST_F(OutputFolder, IsMadeWithTheFoldersAboveIt) {
 TEST_F(OutputFolder, MayBeRelativeAndEndInASlash) {
     EXPECT_EQ(simulate("here/", {}, {folder.path(), {}, {}}).status, 0);
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("here"));
+}
+
+TEST_F(OutputFolder, MayBeTheCurrentOneHoweverItIsWritten) {
+    for (const std::string out : {".", "./", "x/..", "../here/."}) {
+        std::filesystem::create_directories(folder / "here");
+        const CommandResult result = simulate(out, {}, {folder / "here", {}, {}});
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_THAT(namesIn(folder.path()), ElementsAre("here"));
+        EXPECT_TRUE(std::filesystem::exists(folder / "here/truth.json"));
+        std::filesystem::remove_all(folder / "here");
+    }
+}
+
+// A shell stays in the folder that it is in: it must not be one that is gone.
+TEST_F(OutputFolder, ThatIsTheCurrentOneKeepsItsPlaceOnTheDisk) {
+    std::filesystem::create_directory(folder / "here");
+    struct stat before {};
+    struct stat after {};
+    stat((folder / "here").c_str(), &before);
+    ASSERT_EQ(simulate(".", {}, {folder / "here", {}, {}}).status, 0);
+    const std::vector<std::string> names = namesIn(folder / "here");
+    const CommandResult again = simulate(".", {"--seed", "2", "--force"}, {folder / "here", {}, {}});
+    EXPECT_EQ(again.status, 0) << again.err;
+    stat((folder / "here").c_str(), &after);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    EXPECT_EQ(namesIn(folder / "here"), names);
+    EXPECT_THAT(textOf(folder / "here/truth.json"), HasSubstr("\"seed\": 2"));
+}
+
+TEST_F(OutputFolder, ThatALinkLeadsToIsFilled) {
+    std::filesystem::create_directory(folder / "target");
+    std::filesystem::create_directory_symlink("target", folder / "link");
+    EXPECT_EQ(simulate((folder / "link").string()).status, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "target/truth.json"));
+}
+
+// As a container sees a folder of its host.
+TEST_F(OutputFolder, MayBeAMountPoint) {
+    std::filesystem::create_directory(folder / "disk");
+    std::filesystem::create_directory(folder / "out");
+    const std::string mount = "mount --bind " + (folder / "disk").string() + " " + (folder / "out").string();
+    if (std::system(("unshare -rm sh -c '" + mount + "' 2>/dev/null").c_str()) != 0) GTEST_SKIP() << "no mounts here";
+    const auto simulateThere = [&](const std::vector<std::string>& options) {
+        return simulate((folder / "out").string(), options,
+                        {{}, {}, "exec unshare -rm sh -c '" + mount + " && exec \"$0\" \"$@\"' \"$0\" \"$@\";"});
+    };
+    const CommandResult result = simulateThere({});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(textOf(folder / "disk/truth.json"), HasSubstr("\"seed\": 1"));
+    const std::vector<std::string> names = namesIn(folder / "disk");
+    EXPECT_EQ(simulateThere({"--seed", "2"}).status, 1);
+    EXPECT_EQ(simulateThere({"--seed", "2", "--force"}).status, 0);
+    EXPECT_THAT(textOf(folder / "disk/truth.json"), HasSubstr("\"seed\": 2"));
+    EXPECT_EQ(namesIn(folder / "disk"), names);
+    EXPECT_THAT(namesIn(folder / "out"), IsEmpty());
+}
+
+TEST_F(OutputFolder, WithoutANameIsWrongUsage) {
+    const CommandResult result = simulate("");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err, "znica: --out is empty; name a folder.\n");
 }
 
 TEST_F(OutputFolder, MayExistWhenItIsEmpty) {

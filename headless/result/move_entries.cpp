@@ -1,0 +1,28 @@
+#include "headless/result/move_entries.h"
+
+#include <system_error>
+#include <vector>
+
+namespace zn {
+
+namespace fs = std::filesystem;
+
+void moveEntries(const fs::path& from, const fs::path& to, const fs::path& except) {
+    std::vector<fs::path> names; // before any goes: a folder that changes may be listed twice
+    for (const auto& entry : fs::directory_iterator(from)) {
+        if (entry.path() != except) names.push_back(entry.path().filename());
+    }
+    std::size_t moved = 0;
+    try {
+        for (; moved < names.size(); ++moved) fs::rename(from / names[moved], to / names[moved]);
+    } catch (const fs::filesystem_error&) {
+        std::error_code ignored; // the first error is the one to tell
+        while (moved > 0) {
+            --moved;
+            fs::rename(to / names[moved], from / names[moved], ignored);
+        }
+        throw;
+    }
+}
+
+} // namespace zn

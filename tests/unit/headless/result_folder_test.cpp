@@ -1,0 +1,77 @@
+// What a result's folder does when its place is taken at the last moment.
+#include "headless/result/result_folder.h"
+
+#include "headless/failure/failure.h"
+#include "headless/result/move_entries.h"
+
+#include <fstream>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+namespace zn {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::UnorderedElementsAre;
+
+class ResultFolderTest : public testing::Test {
+protected:
+    ResultFolderTest() {
+        std::string name = (fs::temp_directory_path() / "znica-test-XXXXXX").string();
+        folder = mkdtemp(name.data());
+    }
+    ~ResultFolderTest() override { fs::remove_all(folder); }
+
+    void write(const fs::path& file) {
+        fs::create_directories((folder / file).parent_path());
+        std::ofstream(folder / file) << file.string();
+    }
+    std::vector<std::string> namesIn(const fs::path& below) {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder / below)) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    }
+
+    fs::path folder;
+};
+
+// Two runs into one folder, say: the second has to find the result of the first.
+TEST_F(ResultFolderTest, LeavesAloneWhatTookItsPlaceMeanwhileAndKeepsTheResult) {
+    for (const bool replace : {false, true}) {
+        fs::path left;
+        {
+            ResultFolder result(folder / "out", replace);
+            left = result.path();
+            std::ofstream(result.path() / "log.txt") << "finished";
+            write("out/notes.txt");
+            try {
+                result.commit();
+                ADD_FAILURE() << "the place was taken";
+            } catch (const Failure& failure) {
+                EXPECT_EQ(failure.status(), ExitStatus::kOther);
+                EXPECT_THAT(failure.what(), HasSubstr(" The finished result is in " + left.string() + "."));
+            }
+        }
+        EXPECT_THAT(namesIn("out"), UnorderedElementsAre("notes.txt"));
+        EXPECT_TRUE(fs::exists(left / "log.txt"));
+        fs::remove_all(folder / "out");
+        fs::remove_all(left);
+    }
+}
+
+TEST_F(ResultFolderTest, EntriesGoBackWhenOneCannotBeMoved) {
+    for (const char* name : {"a", "b", "c", "d"}) write(fs::path("from") / name);
+    write("to/c/in the way"); // a file does not take the place of a folder
+    EXPECT_THROW(moveEntries(folder / "from", folder / "to"), fs::filesystem_error);
+    EXPECT_THAT(namesIn("from"), UnorderedElementsAre("a", "b", "c", "d"));
+    EXPECT_THAT(namesIn("to"), UnorderedElementsAre("c"));
+}
+
+} // namespace
+} // namespace zn
