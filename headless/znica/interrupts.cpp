@@ -55,7 +55,8 @@ void watchInterrupts() {
     toWatcher = ends[1];
     std::thread([reader = ends[0]] { watch(reader); }).detach();
     std::signal(SIGXFSZ, SIG_IGN); // a limit on the size of files shows as a write that fails
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) handle(signal);
+    std::signal(SIGPIPE, SIG_IGN); // who stops reading the messages, as head does, still wants the result
+    for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) handle(signal);
 }
 
 } // namespace zn

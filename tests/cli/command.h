@@ -20,6 +20,9 @@ struct Surroundings {
     std::string shellPrefix;              ///< shell commands before it, such as "ulimit -f 100;"
 };
 
+/// A shell prefix: standard output is a pipe that nobody reads any more.
+inline constexpr char kToNobody[] = "p=$(mktemp -u); mkfifo \"$p\"; exec 9<>\"$p\" >\"$p\" 9<&-; rm \"$p\";";
+
 /// Runs the real znica and waits for it.
 CommandResult znica(const std::vector<std::string>& arguments, const Surroundings& surroundings = {});
 

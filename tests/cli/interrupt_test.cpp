@@ -64,7 +64,7 @@ protected:
 };
 
 TEST_F(Interrupt, EndsTheRunWithinASecondAndLeavesNothing) {
-    for (const auto& [signal, status] : {std::pair(SIGINT, 130), std::pair(SIGTERM, 143)}) {
+    for (const auto& [signal, status] : {std::pair(SIGINT, 130), {SIGQUIT, 131}, {SIGTERM, 143}}) {
         const CommandResult result = interrupted(endlessRun(), signal);
         EXPECT_EQ(result.status, status);
         EXPECT_EQ(result.err, "znica: interrupted; no result was written.\n");

@@ -73,6 +73,13 @@ TEST_F(TerminalOutput, QuietSaysNothing) {
     EXPECT_EQ(result.out + result.err, "");
 }
 
+TEST_F(TerminalOutput, ThatNobodyReadsAnyMoreLeavesTheResult) {
+    const CommandResult result = znica(arguments(), {{}, {}, kToNobody});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("out", "s"));
+}
+
 TEST_F(TerminalOutput, VerboseRepeatsTheLog) {
     const CommandResult result = znica(arguments({"--verbose"}));
     EXPECT_THAT(result.out, testing::StartsWith(textOf(folder / "out/log.txt")));
