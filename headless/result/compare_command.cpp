@@ -103,8 +103,8 @@ ExitStatus compareCommand(const CompareOptions& options) {
     const auto r =
         correlations(standardisedMaps(mapsA, voxels, shared), standardisedMaps(mapsB, voxels, shared), shared.size());
     const std::string table = tableOf(pairsOf(r, headerA.volumes, headerB.volumes));
-    std::fputs(table.c_str(), stdout);
     if (!options.out.empty()) writeTextFile(options.out, table);
+    std::fputs(table.c_str(), stdout);
     return ExitStatus::kDone;
 }
 

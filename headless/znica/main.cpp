@@ -7,6 +7,7 @@
 #include "headless/znica/info_command.h"
 #include "headless/znica/interrupts.h"
 #include "headless/znica/run_command.h"
+#include "headless/znica/standard_output.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -24,13 +25,21 @@ int complain(ExitStatus status, std::string text) {
     return static_cast<int>(status);
 }
 
+// The commands whose output is all that they do.
+ExitStatus print(const zn::CommandLine& line) {
+    const ExitStatus status = line.app.got_subcommand(line.score)
+                                  ? zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth)
+                              : line.app.got_subcommand(line.info) ? zn::infoCommand(line.infoPlugin)
+                                                                   : zn::compareCommand(line.compareOptions);
+    zn::requirePrinted();
+    return status;
+}
+
 ExitStatus carryOut(const zn::CommandLine& line) {
     if (line.app.got_subcommand(line.simulate)) return zn::simulateCommand(line.simulateOptions);
-    if (line.app.got_subcommand(line.score)) return zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth);
-    if (line.app.got_subcommand(line.info)) return zn::infoCommand(line.infoPlugin);
-    if (line.app.got_subcommand(line.compare)) return zn::compareCommand(line.compareOptions);
     if (line.app.got_subcommand(line.report)) return zn::reportCommand(line.reportFolder);
-    return zn::runCommand(line.runOptions);
+    if (line.app.got_subcommand(line.run)) return zn::runCommand(line.runOptions);
+    return print(line);
 }
 
 } // namespace

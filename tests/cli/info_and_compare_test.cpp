@@ -88,6 +88,29 @@ TEST_F(Compare, ComponentsWithoutPartnerAreListed) {
     }
 }
 
+TEST_F(Compare, ATableThatCannotBeWrittenIsNotPrinted) {
+    const CommandResult result = znica({"compare", path("a"), path("b"), "--out", path("nowhere/table.tsv")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err, HasSubstr("nowhere/table.tsv cannot be written"));
+}
+
+TEST_F(Compare, OutputThatDoesNotReachItsFileIsAFailure) {
+    for (const std::vector<std::string>& command : {std::vector<std::string>{"compare", path("a"), path("b")},
+                                                    {"score", path("a"), "--truth", path("s")},
+                                                    {"info"}}) {
+        const CommandResult result = znica(command, {{}, {}, "exec > /dev/full;"});
+        EXPECT_EQ(result.status, 1) << command.front();
+        EXPECT_THAT(result.err, HasSubstr("standard output cannot be written")) << command.front();
+    }
+}
+
+TEST_F(Compare, AReaderThatHasGoneIsNoFailure) {
+    const CommandResult result = znica({"compare", path("a"), path("b")}, {{}, {}, kToNobody});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+}
+
 TEST_F(Compare, AFolderWithoutMapsIsRefused) {
     const CommandResult result = znica({"compare", path("a"), path("s")});
     EXPECT_EQ(result.status, 3);
