@@ -1,6 +1,7 @@
 #include "headless/nifti/image_header.h"
 
 #include "headless/failure/failure.h"
+#include "headless/nifti/quiet_library.h"
 #include "headless/nifti/raw_header.h"
 
 #include <cmath>
@@ -29,6 +30,7 @@ void checkReadable(const fs::path& file) {
 }
 
 std::shared_ptr<nifti_image> readImage(const fs::path& file) {
+    const QuietLibrary quiet;
     return {nifti_image_read(file.c_str(), 0), [](nifti_image* image) {
                 if (image) nifti_image_free(image);
             }};

@@ -1,5 +1,7 @@
 #include "headless/nifti/raw_header.h"
 
+#include "headless/nifti/quiet_library.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
@@ -25,7 +27,7 @@ template <class Header> RawHeader fieldsOf(Header& header) {
 } // namespace
 
 std::optional<RawHeader> readRawHeader(const std::filesystem::path& file) {
-    nifti_set_debug_level(0); // the library talks to the terminal by itself; what is wrong is said by the caller, once
+    const QuietLibrary quiet;
     int version = 0;
     constexpr int kUnchecked = 0;
     const std::unique_ptr<void, decltype(&std::free)> header(nifti_read_header(file.c_str(), &version, kUnchecked),

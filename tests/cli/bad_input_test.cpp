@@ -68,6 +68,17 @@ TEST_F(BadInput, AnEmptyFile) {
     expectRefusal(run({(folder / "empty.nii").string()}), "empty.nii is not a NIfTI image");
 }
 
+// The library that reads images has complaints of its own about these; the user reads one sentence.
+TEST_F(BadInput, ADamagedHeaderIsToldInOneLine) {
+    NiftiBytes image = plainSeries();
+    image.dim[1] = -6;
+    expectRefusal(runOn(image), "bold.nii is not a NIfTI image");
+    image = plainSeries();
+    image.dataType = 999;
+    expectRefusal(runOn(image), "bold.nii is not a NIfTI image");
+    expectRefusal(runOn(plainSeries(), "bold.Nii"), "bold.Nii is not a NIfTI image");
+}
+
 TEST_F(BadInput, AHeaderWithMoreVolumesThanTheFile) {
     NiftiBytes image = plainSeries(12);
     image.dim[4] = 13;
