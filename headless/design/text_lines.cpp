@@ -1,11 +1,11 @@
 #include "headless/design/text_lines.h"
 
 #include "headless/failure/failure.h"
+#include "headless/failure/input_file.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 
 namespace zn {
 
@@ -16,10 +16,7 @@ namespace {
 }
 
 std::string readText(const std::filesystem::path& file) {
-    if (!std::filesystem::exists(file)) refuse(file, "does not exist; check the name and the folder.");
-    std::ifstream stream(file, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream.is_open() || stream.bad()) refuse(file, "cannot be read; check its permissions.");
+    std::string text = readWholeFile(file);
     if (text.find('\0') != std::string::npos) refuse(file, "is not a text file.");
     if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
     if (text.empty()) refuse(file, "is empty.");

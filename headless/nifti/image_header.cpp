@@ -1,6 +1,7 @@
 #include "headless/nifti/image_header.h"
 
 #include "headless/failure/failure.h"
+#include "headless/failure/input_file.h"
 #include "headless/nifti/quiet_library.h"
 #include "headless/nifti/raw_header.h"
 
@@ -19,14 +20,6 @@ constexpr std::int64_t kMostInflation = 1040;
 
 [[noreturn]] void refuse(const fs::path& file, const std::string& why) {
     throw Failure(ExitStatus::kInput, file.string() + " " + why);
-}
-
-void checkReadable(const fs::path& file) {
-    std::error_code error;
-    const auto status = fs::status(file, error);
-    if (!fs::exists(status)) refuse(file, "does not exist; check the name and the folder.");
-    if (fs::is_directory(status)) refuse(file, "is a folder; name the NIfTI image in it.");
-    if (access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read; check its permissions.");
 }
 
 std::shared_ptr<nifti_image> readImage(const fs::path& file) {
@@ -114,7 +107,7 @@ std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader
 } // namespace
 
 ImageHeader readImageHeader(const fs::path& file) {
-    checkReadable(file);
+    requireReadable(file);
     const auto raw = readRawHeader(file);
     auto image = raw ? readImage(file) : nullptr;
     if (!image || !image->iname)

@@ -1,9 +1,9 @@
 #include "headless/report/run_files.h"
 
 #include "headless/failure/failure.h"
+#include "headless/failure/input_file.h"
 
-#include <fstream>
-#include <iterator>
+#include <string_view>
 #include <system_error>
 
 namespace zn {
@@ -28,10 +28,7 @@ bool RunFiles::has(const std::string& ending) const {
 }
 
 std::string RunFiles::text(const std::string& ending) const {
-    std::ifstream stream((*this)(ending), std::ios::binary);
-    std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    if (stream) return text;
-    throw Failure(ExitStatus::kInput, (*this)(ending).string() + " cannot be read; a report needs it.");
+    return readWholeFile((*this)(ending));
 }
 
 std::string RunFiles::textIfAny(const std::string& ending) const {

@@ -1,5 +1,6 @@
 #include "headless/simulate/score_command.h"
 
+#include "headless/failure/input_file.h"
 #include "headless/nifti/mask_image.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/single_volume.h"
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <string>
 #include <system_error>
 
@@ -30,14 +30,20 @@ fs::path fileEndingIn(const std::string& ending, const fs::path& folder) {
                   folder.string() + " holds no file that ends in " + ending + "; check the folder.");
 }
 
-std::vector<std::string> sourceNames(const fs::path& folder) {
-    std::ifstream stream(folder / "truth.json");
-    const auto truth = nlohmann::json::parse(stream, nullptr, false);
+// Names of the sources in the order of their maps.
+std::vector<std::string> sourceNames(const fs::path& folder, int sources) {
+    const fs::path file = folder / "truth.json";
+    const auto truth = nlohmann::json::parse(readWholeFile(file), nullptr, false);
     std::vector<std::string> names;
-    if (truth.is_object() && truth.contains("sources") && truth["sources"].is_array()) {
-        for (const auto& source : truth["sources"]) names.push_back(source.value("name", "?"));
+    if (truth.is_object() && truth.contains("sources")) {
+        for (const auto& source : truth["sources"]) {
+            const bool named = source.is_object() && source.contains("name") && source["name"].is_string();
+            if (named) names.push_back(source["name"].get<std::string>());
+        }
     }
-    return names;
+    if (names.size() == static_cast<std::size_t>(sources)) return names;
+    throw Failure(ExitStatus::kInput, file.string() + " is damaged: it does not name the " + std::to_string(sources) +
+                                          " sources; make the sample again.");
 }
 
 } // namespace
@@ -48,8 +54,7 @@ ExitStatus scoreCommand(const fs::path& result, const fs::path& truth) {
     const ImageHeader mask = readImageHeader(fileEndingIn("_desc-brain_mask.nii.gz", truth));
     requireSameGrid("result", found, sources);
     requireSameGrid("mask", mask, sources);
-    std::vector<std::string> names = sourceNames(truth);
-    names.resize(static_cast<std::size_t>(sources.volumes), "?");
+    const std::vector<std::string> names = sourceNames(truth, sources.volumes);
 
     const auto recoveries = recover(readAllVolumes(sources), readAllVolumes(found), readMask(mask));
     std::printf("%-16s %-10s %s\n", "source", "component", "|r| of the maps");

@@ -1,11 +1,12 @@
 #include "headless/znica/repetition_time.h"
 
 #include "headless/failure/failure.h"
+#include "headless/failure/input_file.h"
 #include "headless/result/result_names.h"
 
 #include <cmath>
 #include <cstdio>
-#include <fstream>
+#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -34,11 +35,19 @@ fs::path sidecarOf(const fs::path& image) {
     return image.parent_path() / (imageStem(image) + ".json");
 }
 
-// `needed`: without --tr, a sidecar that cannot be understood is no reason to guess.
+std::string textIfReadable(const fs::path& file) {
+    try {
+        return readWholeFile(file);
+    } catch (const Failure&) {
+        return "";
+    }
+}
+
+// `needed`: without --tr, a sidecar that cannot be read or understood is no reason to guess.
 std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
-    std::ifstream stream(file);
-    if (!stream) return std::nullopt;
-    const auto json = nlohmann::json::parse(stream, nullptr, false);
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(file, error))) return std::nullopt;
+    const auto json = nlohmann::json::parse(needed ? readWholeFile(file) : textIfReadable(file), nullptr, false);
     const auto found = json.is_object() ? json.find("RepetitionTime") : json.end();
     if (json.is_object() && found == json.end()) return std::nullopt;
     if (json.is_object() && found->is_number()) return Candidate{file.filename().string(), found->get<double>()};

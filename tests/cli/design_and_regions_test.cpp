@@ -93,6 +93,19 @@ TEST_F(DesignAndRegions, MorePredictorsThanThePluginComparesWithAreRefused) {
     EXPECT_THAT(errorWithDesign(rtc + names + "\n" + row + row + row + row), HasSubstr("has 17 predictors"));
 }
 
+TEST_F(DesignAndRegions, AFolderInThePlaceOfATableIsRefused) {
+    writeFile(folder / "labels.nii", plainMask().bytes());
+    std::filesystem::create_directory(folder / "table");
+    const std::string table = (folder / "table").string();
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{"--design", table},
+          {"--rois", (folder / "labels.nii").string(), "--roi-names", table}}) {
+        const CommandResult result = run(options);
+        EXPECT_EQ(result.status, 3) << options.front();
+        EXPECT_EQ(result.err, "znica: " + table + " is a folder; name the file in it.\n");
+    }
+}
+
 TEST_F(DesignAndRegions, NamesOfRegionsNeedTheirTwoColumns) {
     EXPECT_EQ(errorWithNames("index\tname\n1\tcortex\n"), accepted);
     EXPECT_EQ(errorWithNames("name\tcolour\tindex\ncortex\tred\t1\n"), accepted);

@@ -199,6 +199,21 @@ TEST_F(Input, AnUnusableTimeIsRefusedWithTheWayOut) {
     EXPECT_THAT(refused.err, HasSubstr("give it with --tr SECONDS"));
 }
 
+// Data managers leave links where a file has not been fetched yet.
+TEST_F(Input, ASidecarThatCannotBeReadIsNoReasonToTakeTheHeader) {
+    std::filesystem::create_symlink("not-fetched.json", folder / "a_bold.json");
+    CommandResult refused = tell(plainSeries(24));
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_THAT(refused.err, HasSubstr("a_bold.json is a link to a file that is not there"));
+    EXPECT_THAT(tell(plainSeries(24), {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
+
+    std::filesystem::remove(folder / "a_bold.json");
+    std::filesystem::create_directory(folder / "a_bold.json");
+    refused = tell(plainSeries(24));
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_THAT(refused.err, HasSubstr("a_bold.json is a folder"));
+}
+
 TEST_F(Input, AllVolumesMakeTheMostComponents) {
     const CommandResult told = tell(plainSeries(24), {"--components", "max", "--dummy-scans", "1"});
     EXPECT_THAT(told.out, HasSubstr("integer 6 [1]\ninteger 7 [23]\ninteger 8 [500]\ninteger 9 [23]\n"));

@@ -140,5 +140,20 @@ TEST_F(Simulate, ScoringAgainstTheWrongFoldersIsRefused) {
     EXPECT_THAT(result.err, testing::HasSubstr("holds no file that ends in _desc-ICA_components.nii.gz"));
 }
 
+TEST_F(Simulate, ScoringAgainstADamagedTruthIsRefused) {
+    const std::string stem = make("s", {"--size", "tiny", "--sources", "2"});
+    std::filesystem::create_directory(folder / "out");
+    std::filesystem::copy(stem + "desc-truth_components.nii.gz", folder / "out/a_desc-ICA_components.nii.gz");
+    const auto score = [&] { return znica({"score", (folder / "out").string(), "--truth", (folder / "s").string()}); };
+    ASSERT_EQ(score().status, 0);
+    for (const char* text : {"", "[]", R"({"sources": 2})", R"({"sources": [{"name": 1}, {"name": 2}]})",
+                             R"({"sources": [{"name": "blocks"}]})"}) {
+        writeFile(folder / "s/truth.json", text);
+        const CommandResult result = score();
+        EXPECT_EQ(result.status, 3) << text;
+        EXPECT_THAT(result.err, testing::HasSubstr("truth.json is damaged: it does not name the 2 sources")) << text;
+    }
+}
+
 } // namespace
 } // namespace zn::test

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace zn {
+
+/// Throws Failure (kInput) unless the file is there, is no folder and may be read.
+void requireReadable(const std::filesystem::path& file);
+
+/// All bytes of a file. Throws Failure (kInput) when they cannot be read.
+std::string readWholeFile(const std::filesystem::path& file);
+
+} // namespace zn
