@@ -31,6 +31,8 @@ fs::path unfinished;
 std::vector<fs::path> madeParents; // outermost first
 bool keep = false;
 fs::path leftBehind;
+std::string hiddenName; // of the last unfinished folder, and what it was to be called; empty once it is finished
+std::string wantedName;
 
 [[noreturn]] void fail(const fs::path& path, const std::string& why) {
     throw Failure(ExitStatus::kOther, path.string() + " " + why);
@@ -85,6 +87,8 @@ ResultFolder::ResultFolder(const fs::path& wanted, bool replace) : wanted_(outpu
     madeParents.clear();
     makeParents(wanted_.parent_path());
     unfinished_ = unfinished = makeHidden(inside_ ? wanted_ : wanted_.parent_path(), wanted_, "unfinished");
+    hiddenName = unfinished_.string();
+    wantedName = wanted_.string();
     static const int once = std::atexit(discard); // a library that calls exit() leaves nothing behind either
     (void)once;
 }
@@ -93,6 +97,7 @@ void ResultFolder::commit() {
     const std::scoped_lock lock(guard);
     if (unfinished.empty()) return;
     unfinished.clear(); // from here on a failure leaves it: the work is done
+    hiddenName.clear();
     madeParents.clear();
     try {
         checkWanted(wanted_, replace_, inside_ ? unfinished_ : fs::path()); // others may have been at it meanwhile
@@ -151,6 +156,15 @@ void ResultFolder::discard() {
 void ResultFolder::keepUnfinished() {
     const std::scoped_lock lock(guard);
     keep = true;
+}
+
+std::string ResultFolder::asWanted(std::string message) {
+    const std::scoped_lock lock(guard);
+    for (std::size_t at = message.find(hiddenName); !hiddenName.empty() && at != std::string::npos;
+         at = message.find(hiddenName, at + wantedName.size())) {
+        message.replace(at, hiddenName.size(), wantedName);
+    }
+    return message;
 }
 
 fs::path ResultFolder::left() {

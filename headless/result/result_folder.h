@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 namespace zn {
 
@@ -38,6 +39,10 @@ public:
 
     /// The unfinished folder that discard() left, once it has; empty when there is none.
     static std::filesystem::path left();
+
+    /// A message with the names that files of the unfinished folder were to have: those in it mean nothing to the user,
+    /// who finds no such folder afterwards.
+    static std::string asWanted(std::string message);
 
 private:
     void takeName();

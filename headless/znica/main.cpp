@@ -1,6 +1,7 @@
 #include "headless/failure/failure.h"
 #include "headless/report/write_report.h"
 #include "headless/result/partial_result.h"
+#include "headless/result/result_folder.h"
 #include "headless/simulate/score_command.h"
 #include "headless/simulate/simulate_command.h"
 #include "headless/znica/command_line.h"
@@ -13,12 +14,14 @@
 #include <cstdio>
 #include <new>
 #include <string>
+#include <utility>
 
 namespace {
 
 using zn::ExitStatus;
 
 int complain(ExitStatus status, std::string text) {
+    text = zn::ResultFolder::asWanted(std::move(text));
     std::replace(text.begin(), text.end(), '\n', ' '); // one line, whatever a file is called
     std::fflush(stdout);
     std::fprintf(stderr, "znica: %s%s\n", text.c_str(), zn::markPartial("failed", static_cast<int>(status)).c_str());

@@ -168,7 +168,8 @@ TEST_F(OutputFolder, ThatCannotBeMadeIsRefused) {
 TEST_F(OutputFolder, ThatRunsFullLeavesNothing) {
     const CommandResult result = simulate((folder / "x/out").string(), {}, {{}, {}, "ulimit -f 100;"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("cannot be written; check the permissions and the free space"));
+    EXPECT_EQ(result.err, "znica: " + (folder / "x/out/sub-sim_task-blocks_bold.nii.gz").string() +
+                              " cannot be written; check the permissions and the free space of the disk.\n");
     EXPECT_THAT(namesIn(folder.path()), IsEmpty());
 }
 
@@ -250,6 +251,7 @@ TEST_F(OutputFolderOfARun, ThatHoldsAnInputIsNotReplaced) {
 TEST_F(OutputFolderOfARun, ThatRunsFullLeavesNothing) {
     const CommandResult result = run("full", {}, {{}, {}, "ulimit -f 20;"});
     EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, testing::StartsWith("znica: " + (folder / "full").string() + "/sub-sim"));
     EXPECT_THAT(result.err, HasSubstr("cannot be written; check the permissions and the free space"));
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("out", "s"));
 }
