@@ -9,6 +9,7 @@
 #include "headless/report/packed_map.h"
 #include "headless/report/report_page.h"
 #include "headless/report/run_files.h"
+#include "headless/report/whole_result.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -79,12 +80,6 @@ bool addMean(ReportPage& page, const RunFiles& files, const ImageHeader& compone
     return true;
 }
 
-Json parsed(const std::string& text, const fs::path& file) {
-    Json json = Json::parse(text, nullptr, false);
-    if (!json.is_discarded()) return json;
-    throw Failure(ExitStatus::kInput, file.string() + " is damaged: it is no JSON; make the result again.");
-}
-
 } // namespace
 
 void writeReport(const fs::path& folder, const fs::path& templateFile) {
@@ -100,8 +95,9 @@ void writeReport(const fs::path& folder, const fs::path& templateFile) {
 
     Json run;
     run["name"] = files.stem();
-    run["decomposition"] = parsed(files.text("_desc-ICA_decomposition.json"), files("_desc-ICA_decomposition.json"));
-    run["columns"] = parsed(files.text("_desc-ICA_metrics.json"), files("_desc-ICA_metrics.json"));
+    run["decomposition"] = readRecord(files);
+    run["columns"] = readColumnDescriptions(files);
+    requireWholeTables(files, components.volumes, run["decomposition"]["Input"]["Volumes"].get<int>());
     run["metrics_tsv"] = files.text("_desc-ICA_metrics.tsv");
     run["mixing_tsv"] = files.text("_desc-ICA_mixing.tsv");
     run["design_tsv"] = files.textIfAny("_desc-ICA_design.tsv");

@@ -44,6 +44,46 @@ test('znica report refuses a result with a damaged table and leaves the page as 
     assert.ok(before.equals(readFileSync(run.report)));
 });
 
+const rowsOf = (text) => text.trimEnd().split('\n');
+const joined = (rows) => rows.join('\n') + '\n';
+const damages = [
+    ['metrics.tsv', 'empty', () => '', / is empty\.$/m],
+    ['metrics.tsv', 'cut in a row', (text) => text.slice(0, -60), /its row 3 has \d+ cells, its header 20/],
+    ['metrics.tsv', 'without its last row', (text) => joined(rowsOf(text).slice(0, -1)), /has 2 rows for 3 component maps/],
+    ['metrics.tsv', 'in another order', (text) => joined([0, 2, 1, 3].map((row) => rowsOf(text)[row])),
+        /its row 1 is of ICA_01, not of ICA_00/],
+    ['metrics.tsv', 'without a column', (text) => text.replace('kurtosis', 'curtosis'), /has no column "kurtosis"/],
+    ['mixing.tsv', 'empty', () => '', / is empty\.$/m],
+    ['mixing.tsv', 'without a row', (text) => joined(rowsOf(text).filter((_, row) => row !== 50)), /has 119 rows for 120 volumes/],
+    ['mixing.tsv', 'without a column', (text) => joined(rowsOf(text).map((row) => row.replace(/\t[^\t]*$/, ''))),
+        /has 2 columns for 3 component maps/],
+    ['mixing.tsv', 'with a word for a number', (text) => text.replace(/\t0\.\d+/, '\tmuch'), /holds "much"/],
+    ['design.tsv', 'without a row', (text) => joined(rowsOf(text).slice(0, -1)), /has 119 rows for 120 volumes/],
+    ['decomposition.json', 'that is a list', () => '[]', /it is no JSON object/],
+    ['decomposition.json', 'without a key', (text) => text.replace('"Volumes"', '"Frames"'), /no number at \/Input\/Volumes/],
+    ['decomposition.json', 'with a text for a list', (text) => text.replace(/"Eigenvalues":\[[^\]]*\]/, '"Eigenvalues":"none"'),
+        /no list at \/Eigenvalues/],
+    ['metrics.json', 'that is a list', () => '[]', /it is no JSON object/],
+];
+
+test('znica report refuses files that do not fit the maps', () => {
+    const run = madeUp('unfit', { components: 3 });
+    const before = readFileSync(run.report);
+    for (const [name, how, change, said] of damages) {
+        const file = `${run.folder}/${STEM}_desc-ICA_${name}`;
+        const whole = readFileSync(file, 'utf8');
+        const damaged = change(whole);
+        assert.notEqual(damaged, whole, `${name} ${how}`);
+        writeFileSync(file, damaged);
+        const refused = report(run.folder);
+        assert.equal(refused.status, 3, `${name} ${how}: ${refused.stderr}`);
+        assert.match(refused.stderr, said);
+        assert.ok(refused.stderr.includes(file), `${name} ${how}`);
+        writeFileSync(file, whole);
+    }
+    assert.ok(before.equals(readFileSync(run.report)));
+});
+
 test('znica report draws over the mask where an older result has no mean image', () => {
     const run = madeUp('older', { components: 2 });
     rmSync(`${run.folder}/${STEM}_desc-mean_bold.nii.gz`);

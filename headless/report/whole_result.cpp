@@ -1,0 +1,145 @@
+#include "headless/report/whole_result.h"
+
+#include "headless/design/text_lines.h"
+#include "headless/failure/failure.h"
+#include "headless/result/metrics.h"
+#include "headless/result/result_names.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+using Row = std::vector<std::string_view>;
+
+[[noreturn]] void refuse(const fs::path& file, const std::string& why) {
+    throw Failure(ExitStatus::kInput, file.string() + " is damaged: " + why + "; make the result again.");
+}
+
+Json objectIn(const RunFiles& files, const char* ending) {
+    Json json = Json::parse(files.text(ending), nullptr, false);
+    if (!json.is_object()) refuse(files(ending), "it is no JSON object");
+    return json;
+}
+
+constexpr const char* kNumbers[] = {"/Input/Volumes",           "/Input/RepetitionTimeMilliseconds",
+                                    "/Settings/Components",     "/Settings/FirstEigenvalue",
+                                    "/Settings/LastEigenvalue", "/Settings/Epsilon",
+                                    "/Settings/MaxIterations",  "/Settings/ZThreshold",
+                                    "/ComponentsFound",         "/ElapsedSeconds/Total",
+                                    "/PeakMemoryBytes"};
+constexpr const char* kTexts[] = {"/GeneratedBy/Version", "/GeneratedBy/Plugin/Version", "/Input/File",
+                                  "/Settings/Nonlinearity"};
+constexpr const char* kLists[] = {"/Input/Size", "/Predictors", "/Regions", "/Components", "/Eigenvalues"};
+
+// A table's lines, header first, that are not empty. The texts are views into `lines`.
+std::vector<Row> rowsOf(const std::vector<std::string>& lines, const fs::path& file) {
+    std::vector<Row> rows;
+    for (const std::string& line : lines) {
+        if (line.empty()) continue;
+        rows.push_back(splitAtTabs(line));
+        if (rows.back().size() == rows.front().size()) continue;
+        refuse(file, "its row " + std::to_string(rows.size() - 1) + " has " + std::to_string(rows.back().size()) +
+                         " cells, its header " + std::to_string(rows.front().size()));
+    }
+    return rows;
+}
+
+void requireRows(const std::vector<Row>& rows, int wanted, const char* what, const fs::path& file) {
+    const auto have = static_cast<int>(rows.size()) - 1;
+    if (have == wanted) return;
+    refuse(file, "it has " + std::to_string(have) + " rows for " + std::to_string(wanted) + " " + what);
+}
+
+// Infinities count as numbers: a plug-in may have written them.
+void requireNumber(std::string_view cell, const fs::path& file) {
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
+    if (cell == "n/a" || (end == cell.data() + cell.size() && error != std::errc::invalid_argument)) return;
+    refuse(file, "it holds \"" + std::string(cell) + "\" where a number is needed");
+}
+
+std::size_t columnNamed(std::string_view name, const Row& header, const fs::path& file) {
+    const auto found = std::find(header.begin(), header.end(), name);
+    if (found == header.end()) refuse(file, "it has no column \"" + std::string(name) + "\"");
+    return static_cast<std::size_t>(found - header.begin());
+}
+
+void requireMetrics(const fs::path& file, int maps) {
+    const auto lines = readLines(file);
+    const auto rows = rowsOf(lines, file);
+    requireRows(rows, maps, "component maps", file);
+    const std::size_t name = columnNamed("component", rows.front(), file);
+    for (int i = 0; i < maps; ++i) {
+        const std::string_view said = rows[static_cast<std::size_t>(i) + 1][name];
+        if (said == componentName(i)) continue;
+        refuse(file, "its row " + std::to_string(i + 1) + " is of " + std::string(said) + ", not of " +
+                         componentName(i) + " as the map is");
+    }
+    for (const Metric& metric : kMetrics) {
+        const std::size_t column = columnNamed(metric.column, rows.front(), file);
+        for (std::size_t row = 1; row < rows.size(); ++row) requireNumber(rows[row][column], file);
+    }
+}
+
+// A table of time courses, a row a volume.
+void requireCourses(const fs::path& file, const std::vector<Row>& rows, int volumes) {
+    requireRows(rows, volumes, "volumes", file);
+    for (std::size_t row = 1; row < rows.size(); ++row) {
+        for (const std::string_view cell : rows[row]) requireNumber(cell, file);
+    }
+}
+
+void requireMixing(const fs::path& file, int maps, int volumes) {
+    const auto lines = readLines(file);
+    const auto rows = rowsOf(lines, file);
+    const auto columns = static_cast<int>(rows.front().size());
+    if (columns != maps) {
+        refuse(file, "it has " + std::to_string(columns) + " columns for " + std::to_string(maps) + " component maps");
+    }
+    for (int i = 0; i < maps; ++i) columnNamed(componentName(i), rows.front(), file);
+    requireCourses(file, rows, volumes);
+}
+
+} // namespace
+
+Json readRecord(const RunFiles& files) {
+    constexpr char kEnding[] = "_desc-ICA_decomposition.json";
+    Json record = objectIn(files, kEnding);
+    const auto require = [&](const char* key, bool (*isRight)(const Json&), const char* kind) {
+        const Json::json_pointer place(key);
+        if (record.contains(place) && isRight(record[place])) return;
+        refuse(files(kEnding), "it has no " + std::string(kind) + " at " + key);
+    };
+    for (const char* key : kNumbers)
+        require(
+            key, [](const Json& value) { return value.is_number(); }, "number");
+    for (const char* key : kTexts)
+        require(
+            key, [](const Json& value) { return value.is_string(); }, "text");
+    for (const char* key : kLists)
+        require(
+            key, [](const Json& value) { return value.is_array(); }, "list");
+    require(
+        "/RetainedVariancePercent", [](const Json& value) { return value.is_number() || value.is_null(); }, "number");
+    return record;
+}
+
+Json readColumnDescriptions(const RunFiles& files) {
+    return objectIn(files, "_desc-ICA_metrics.json");
+}
+
+void requireWholeTables(const RunFiles& files, int maps, int volumes) {
+    requireMetrics(files("_desc-ICA_metrics.tsv"), maps);
+    requireMixing(files("_desc-ICA_mixing.tsv"), maps, volumes);
+    constexpr char kDesign[] = "_desc-ICA_design.tsv";
+    if (!files.has(kDesign)) return;
+    const auto lines = readLines(files(kDesign));
+    requireCourses(files(kDesign), rowsOf(lines, files(kDesign)), volumes);
+}
+
+} // namespace zn
