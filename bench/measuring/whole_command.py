@@ -17,7 +17,7 @@ RUNS = 3
 def run_command(image, mask, folder):
     """Seconds of the whole command, and what its own record says."""
     command = [ZNICA, "run", image.resolve(), "--out", folder / "result", "--components", COMPONENTS]
-    command += ["--mask", mask.resolve() if mask else "none"]
+    command += ["--mask", mask.resolve() if mask else "auto"]
     start = time.perf_counter()
     done = subprocess.run([str(part) for part in command], capture_output=True, text=True, env=environment())
     seconds = time.perf_counter() - start

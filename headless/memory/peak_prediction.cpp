@@ -20,7 +20,7 @@ std::int64_t predictedPeakBytes(const RunSize& size) {
 
     const double everywhere = g * (size.bytesPerValue * t + 2.0) + 24.0 * t * t + kProcess;
     const double templates = 4.0 * regions * v;
-    const double reading = g * (64.0 + size.storedBytes);
+    const double reading = g * (128.0 + size.storedBytes);
     const double extraction = 4.0 * v * t + 56.0 * v + 4.0 * regions * g + templates;
     const double centring = 12.0 * v * t + 28.0 * v + templates;
     const double separation = 8.0 * v * t + 8.0 * v * n + 36.0 * v + templates;

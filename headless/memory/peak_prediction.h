@@ -20,7 +20,7 @@ struct RunSize {
 /// functional data of the whole grid and of what the process itself takes. G grid voxels, V analysed, T volumes, n
 /// components, R regions; in bytes:
 ///
-///   reading      G (64 + stored type)         as many volumes as fill a cache line, and one as stored
+///   reading      G (128 + stored type)        twice as many volumes as fill a cache line, and one as stored
 ///   extraction   4 V T + 56 V + 4 R (G + V)   single-precision data, tables of voxels, regions
 ///   centring     12 V T + 28 V                the same data in double precision beside it
 ///   separation   8 V T + 8 V n + 36 V         whitened data; the plug-in's components one after another

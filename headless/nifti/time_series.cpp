@@ -5,6 +5,8 @@
 #include "headless/nifti/voxel_values.h"
 
 #include <algorithm>
+#include <future>
+#include <utility>
 #include <vector>
 
 namespace zn {
@@ -13,18 +15,29 @@ namespace {
 
 constexpr int kCacheLine = 64;
 
-// readVolume(target) leaves the next volume as Value in target.
+// readVolume(target) leaves the next volume as Value in target. What has been read is transposed while the next volumes
+// are inflated: neither waits for the other, unless the machine has no thread to spare.
 template <class Value, class ReadVolume>
 std::unique_ptr<Value[]> readTransposed(std::int64_t voxels, int volumes, ReadVolume readVolume) {
     const int together = std::min(volumes, kCacheLine / static_cast<int>(sizeof(Value)));
-    auto series = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(voxels * volumes));
-    auto some = std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(voxels * together));
+    const auto room = [](std::int64_t values) {
+        return std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(values));
+    };
+    auto series = room(voxels * volumes);
+    auto arriving = room(voxels * together);
+    auto arrived = together < volumes ? room(voxels * together) : nullptr;
+    std::future<void> transposing; // its end waits for the work, so it comes before that of the arrays
 
     for (int first = 0; first < volumes; first += together) {
         const int count = std::min(together, volumes - first);
-        for (int c = 0; c < count; ++c) readVolume(some.get() + c * voxels);
-        transposeVolumes(some.get(), count, voxels, series.get(), volumes, first);
+        for (int c = 0; c < count; ++c) readVolume(arriving.get() + c * voxels);
+        if (transposing.valid()) transposing.get();
+        std::swap(arriving, arrived);
+        transposing = std::async([source = arrived.get(), target = series.get(), count, voxels, volumes, first] {
+            transposeVolumes(source, count, voxels, target, volumes, first);
+        });
     }
+    if (transposing.valid()) transposing.get();
     return series;
 }
 

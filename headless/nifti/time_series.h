@@ -22,7 +22,8 @@ struct TimeSeries {
 bool staysShort(const nifti_image& image);
 
 /// Reads and transposes a 4D image. Signed 16-bit data without scaling stay as they are; everything else becomes
-/// single precision. Besides the result, memory holds as many volumes as fill a cache line (32 or 16).
+/// single precision. Besides the result, memory holds twice as many volumes as fill a cache line (32 or 16): some are
+/// read while others are transposed.
 /// Throws Failure (kInput); std::bad_alloc when the series does not fit into memory.
 ///
 ///   skip   volumes at the beginning that are left out, fewer than there are
