@@ -9,6 +9,7 @@
 #include "runs/plain_read.h"
 #include "runs/run_clock.h"
 #include "runs/run_result.h"
+#include "runs/widest_vectors.h"
 
 #include <algorithm>
 #include <cblas.h>
@@ -44,23 +45,22 @@ double productFlops() {
     return 2.0 * kOrder * kOrder * kOrder / seconds;
 }
 
+ZN_WIDEST_VECTORS void rotatePairs(double* __restrict x, double* __restrict y, int pairs, double s, double tau) {
+    for (int j = 0; j < pairs; ++j) {
+        const double g = x[j];
+        const double h = y[j];
+        x[j] = g - s * (h + g * tau);
+        y[j] = h + s * (g - h * tau);
+    }
+}
+
 double rotatedPairs() {
     constexpr int kPairs = 1024;
     constexpr int kTimes = 10000;
     ZeroedBlock rows(2, kPairs);
     std::fill_n(rows.get(), 2 * kPairs, 1.0);
-    double* __restrict x = rows.row(0);
-    double* __restrict y = rows.row(1);
-    const double s = 0.6, tau = 0.6 / 1.8;
     const double seconds = fastest([&] {
-        for (int time = 0; time < kTimes; ++time) {
-            for (int j = 0; j < kPairs; ++j) {
-                const double g = x[j];
-                const double h = y[j];
-                x[j] = g - s * (h + g * tau);
-                y[j] = h + s * (g - h * tau);
-            }
-        }
+        for (int time = 0; time < kTimes; ++time) rotatePairs(rows.row(0), rows.row(1), kPairs, 0.6, 0.6 / 1.8);
     });
     return static_cast<double>(kPairs) * kTimes / seconds;
 }

@@ -1,13 +1,8 @@
 #include "runs/plain_read.h"
 
-#include <cassert>
+#include "runs/widest_vectors.h"
 
-// Compiled once for each instruction set; the loader chooses. It is the yardstick that may use everything.
-#if defined(__x86_64__)
-#define ZN_WIDEST_VECTORS __attribute__((target_clones("avx512f", "avx2", "default")))
-#else
-#define ZN_WIDEST_VECTORS
-#endif
+#include <cassert>
 
 namespace zn::bench {
 
