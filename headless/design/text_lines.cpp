@@ -11,15 +11,11 @@ namespace zn {
 
 namespace {
 
-[[noreturn]] void refuse(const std::filesystem::path& file, const char* why) {
-    throw Failure(ExitStatus::kInput, file.string() + " " + why);
-}
-
 std::string readText(const std::filesystem::path& file) {
     std::string text = readWholeFile(file);
-    if (text.find('\0') != std::string::npos) refuse(file, "is not a text file.");
+    if (text.find('\0') != std::string::npos) refuseFile(file, "is not a text file.");
     if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
-    if (text.empty()) refuse(file, "is empty.");
+    if (text.empty()) refuseFile(file, "is empty.");
     return text;
 }
 

@@ -10,25 +10,21 @@
 
 namespace zn {
 
-namespace {
-
 namespace fs = std::filesystem;
 
-[[noreturn]] void refuse(const fs::path& file, const char* why) {
+void refuseFile(const fs::path& file, const std::string& why) {
     throw Failure(ExitStatus::kInput, file.string() + " " + why);
 }
-
-} // namespace
 
 void requireReadable(const fs::path& file) {
     std::error_code error;
     const auto status = fs::status(file, error);
     if (!fs::exists(status) && fs::is_symlink(fs::symlink_status(file, error))) {
-        refuse(file, "is a link to a file that is not there; fetch that file first.");
+        refuseFile(file, "is a link to a file that is not there; fetch that file first.");
     }
-    if (!fs::exists(status)) refuse(file, "does not exist; check the name and the folder.");
-    if (fs::is_directory(status)) refuse(file, "is a folder; name the file in it.");
-    if (access(file.c_str(), R_OK) != 0) refuse(file, "cannot be read; check its permissions.");
+    if (!fs::exists(status)) refuseFile(file, "does not exist; check the name and the folder.");
+    if (fs::is_directory(status)) refuseFile(file, "is a folder; name the file in it.");
+    if (access(file.c_str(), R_OK) != 0) refuseFile(file, "cannot be read; check its permissions.");
 }
 
 std::string readWholeFile(const fs::path& file) {
@@ -36,7 +32,7 @@ std::string readWholeFile(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     std::ostringstream text;
     if (stream.is_open() && stream.peek() == std::ifstream::traits_type::eof() && !stream.bad()) return "";
-    if (!stream.is_open() || !(text << stream.rdbuf())) refuse(file, "cannot be read; check its disk.");
+    if (!stream.is_open() || !(text << stream.rdbuf())) refuseFile(file, "cannot be read; check its disk.");
     return text.str();
 }
 

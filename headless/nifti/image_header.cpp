@@ -1,6 +1,5 @@
 #include "headless/nifti/image_header.h"
 
-#include "headless/failure/failure.h"
 #include "headless/failure/input_file.h"
 #include "headless/nifti/quiet_library.h"
 #include "headless/nifti/raw_header.h"
@@ -17,10 +16,6 @@ namespace fs = std::filesystem;
 
 // A deflated file is at least this fraction of what it inflates to (zlib's documented limit is 1032 to 1).
 constexpr std::int64_t kMostInflation = 1040;
-
-[[noreturn]] void refuse(const fs::path& file, const std::string& why) {
-    throw Failure(ExitStatus::kInput, file.string() + " " + why);
-}
 
 std::shared_ptr<nifti_image> readImage(const fs::path& file) {
     const QuietLibrary quiet;
@@ -42,8 +37,8 @@ std::optional<std::int64_t> dataBytes(const nifti_image& image) {
 void checkAxes(const fs::path& file, const RawHeader& raw) {
     for (std::size_t axis = 1; axis <= 7 && static_cast<std::int64_t>(axis) <= raw.dim[0]; ++axis) {
         if (raw.dim[axis] >= 1) continue;
-        refuse(file, "has a damaged header: its axis " + std::to_string(axis) + " has " +
-                         std::to_string(raw.dim[axis]) + " elements.");
+        refuseFile(file, "has a damaged header: its axis " + std::to_string(axis) + " has " +
+                             std::to_string(raw.dim[axis]) + " elements.");
     }
 }
 
@@ -54,12 +49,13 @@ void checkExtents(const fs::path& file, const nifti_image& image) {
         if (extent > std::numeric_limits<std::int32_t>::max() ||
             (axis < 4 && __builtin_mul_overflow(voxels, extent, &voxels)) ||
             voxels > std::numeric_limits<std::int32_t>::max()) {
-            refuse(file, "has a grid of more than 2147483647 voxels, which is beyond what the analysis can address.");
+            refuseFile(file,
+                       "has a grid of more than 2147483647 voxels, which is beyond what the analysis can address.");
         }
     }
     for (int axis = 5; axis <= image.ndim; ++axis) {
         if (image.dim[axis] != 1) {
-            refuse(file, "has " + std::to_string(image.ndim) + " axes; only images of up to four can be used.");
+            refuseFile(file, "has " + std::to_string(image.ndim) + " axes; only images of up to four can be used.");
         }
     }
 }
@@ -68,11 +64,14 @@ void checkLength(const fs::path& file, const nifti_image& image) {
     const auto bytes = dataBytes(image);
     std::error_code error;
     const auto length = static_cast<std::int64_t>(fs::file_size(image.iname, error));
-    if (error) refuse(file, "has no image data beside its header (" + std::string(image.iname) + " cannot be read).");
+    if (error) {
+        refuseFile(file, "has no image data beside its header (" + std::string(image.iname) + " cannot be read).");
+    }
     const bool compressed = nifti_is_gzfile(image.iname) != 0;
     const std::int64_t most = compressed ? length * kMostInflation : length - image.iname_offset;
     if (!bytes || *bytes > most) {
-        refuse(file, "is too short for the image that its header describes; it is truncated or its header is wrong.");
+        refuseFile(file,
+                   "is too short for the image that its header describes; it is truncated or its header is wrong.");
     }
 }
 
@@ -111,7 +110,7 @@ ImageHeader readImageHeader(const fs::path& file) {
     const auto raw = readRawHeader(file);
     auto image = raw ? readImage(file) : nullptr;
     if (!image || !image->iname)
-        refuse(file, "is not a NIfTI image (.nii, .nii.gz, or .hdr with .img), or is damaged.");
+        refuseFile(file, "is not a NIfTI image (.nii, .nii.gz, or .hdr with .img), or is damaged.");
     checkAxes(file, *raw);
     checkExtents(file, *image);
     checkLength(file, *image);

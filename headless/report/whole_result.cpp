@@ -1,12 +1,13 @@
 #include "headless/report/whole_result.h"
 
 #include "headless/design/text_lines.h"
-#include "headless/failure/failure.h"
+#include "headless/failure/input_file.h"
 #include "headless/result/metrics.h"
 #include "headless/result/result_names.h"
 
 #include <algorithm>
 #include <charconv>
+#include <functional>
 
 namespace zn {
 
@@ -17,7 +18,7 @@ using Json = nlohmann::ordered_json;
 using Row = std::vector<std::string_view>;
 
 [[noreturn]] void refuse(const fs::path& file, const std::string& why) {
-    throw Failure(ExitStatus::kInput, file.string() + " is damaged: " + why + "; make the result again.");
+    refuseFile(file, "is damaged: " + why + "; make the result again.");
 }
 
 Json objectIn(const RunFiles& files, const char* ending) {
@@ -110,22 +111,16 @@ void requireMixing(const fs::path& file, int maps, int volumes) {
 Json readRecord(const RunFiles& files) {
     constexpr char kEnding[] = "_desc-ICA_decomposition.json";
     Json record = objectIn(files, kEnding);
-    const auto require = [&](const char* key, bool (*isRight)(const Json&), const char* kind) {
+    const auto require = [&](const char* key, auto isRight, const char* kind) {
         const Json::json_pointer place(key);
-        if (record.contains(place) && isRight(record[place])) return;
+        if (record.contains(place) && std::invoke(isRight, record[place])) return;
         refuse(files(kEnding), "it has no " + std::string(kind) + " at " + key);
     };
-    for (const char* key : kNumbers)
-        require(
-            key, [](const Json& value) { return value.is_number(); }, "number");
-    for (const char* key : kTexts)
-        require(
-            key, [](const Json& value) { return value.is_string(); }, "text");
-    for (const char* key : kLists)
-        require(
-            key, [](const Json& value) { return value.is_array(); }, "list");
-    require(
-        "/RetainedVariancePercent", [](const Json& value) { return value.is_number() || value.is_null(); }, "number");
+    const auto isNumberOrNull = [](const Json& value) { return value.is_number() || value.is_null(); };
+    for (const char* key : kNumbers) require(key, &Json::is_number, "number");
+    for (const char* key : kTexts) require(key, &Json::is_string, "text");
+    for (const char* key : kLists) require(key, &Json::is_array, "list");
+    require("/RetainedVariancePercent", isNumberOrNull, "number");
     return record;
 }
 

@@ -1,7 +1,7 @@
 // What a user reads when an input does not fit: one sentence, exit status 3, and no result.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
+#include "files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

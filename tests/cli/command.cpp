@@ -1,6 +1,6 @@
 #include "cli/command.h"
 
-#include "cli/files.h"
+#include "files.h"
 
 #include <atomic>
 #include <csignal>

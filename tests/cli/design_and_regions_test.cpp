@@ -1,7 +1,7 @@
 // Design matrices and regions: what is accepted and what is refused.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
+#include "files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

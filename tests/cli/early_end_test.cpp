@@ -1,7 +1,7 @@
 // A plug-in that ends early or badly: the user reads its words, and no result is left.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
+#include "files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

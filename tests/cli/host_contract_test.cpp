@@ -1,7 +1,7 @@
 // What a plug-in gets to see of the options and files of a run.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
+#include "files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

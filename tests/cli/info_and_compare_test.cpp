@@ -1,6 +1,6 @@
 // What the plug-in says about itself, and how alike two results are.
 #include "cli/command.h"
-#include "cli/files.h"
+#include "files.h"
 
 #include <algorithm>
 #include <cmath>

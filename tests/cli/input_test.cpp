@@ -1,8 +1,8 @@
 // What is read and analysed: masks, volumes left out, TR, the number of components, memory.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
 #include "cli/nifti_reading.h"
+#include "files.h"
 
 #include <cmath>
 #include <limits>

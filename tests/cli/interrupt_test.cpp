@@ -1,7 +1,7 @@
 // A run that the user stops in the middle of the search for a component.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
+#include "files.h"
 
 #include <chrono>
 #include <csignal>

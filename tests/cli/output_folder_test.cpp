@@ -1,6 +1,6 @@
 // The result's folder: whole or not at all, and never in the place of something else.
 #include "cli/command.h"
-#include "cli/files.h"
+#include "files.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // What a result says about its input: the repetition time and its frequency bands, the components asked for.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
+#include "files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

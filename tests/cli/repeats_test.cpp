@@ -1,7 +1,7 @@
 // Several runs with different seeds: how stable the components of the first one are.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
+#include "files.h"
 
 #include <sstream>
 

@@ -1,6 +1,6 @@
 // The same seed gives the same result, byte for byte, whatever the number of threads.
 #include "cli/command.h"
-#include "cli/files.h"
+#include "files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

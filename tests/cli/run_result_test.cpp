@@ -1,8 +1,8 @@
 // A whole run of the real plug-in on a small simulated sample, and what it leaves.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_bytes.h"
 #include "cli/nifti_reading.h"
+#include "files.h"
 
 #include <cmath>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // The sample generator: what it writes, and that it always writes the same.
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/nifti_reading.h"
+#include "files.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // What a run says on its way and at its end, and how little of it when asked to be quiet.
 #include "cli/command.h"
-#include "cli/files.h"
+#include "files.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,36 +1,33 @@
 // How much memory there is, told by made-up files of the system.
 #include "headless/memory/available_memory.h"
 
+#include "files.h"
+
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 namespace zn {
 namespace {
 
 namespace fs = std::filesystem;
+using test::TemporaryFolder;
+using test::writeFile;
 
 class AvailableMemory : public testing::Test {
 protected:
-    AvailableMemory() : root(fs::temp_directory_path() / ("available-memory-" + std::to_string(getpid()))) {
-        fs::create_directories(root);
-    }
-    ~AvailableMemory() override { fs::remove_all(root); }
-
     void write(const std::string& file, const std::string& text) const {
         fs::create_directories((root / file).parent_path());
-        std::ofstream(root / file) << text;
+        writeFile(root / file, text);
     }
     // 1000 KiB of the machine are free.
     void writeMachine() const {
         write("proc/meminfo", "MemTotal:        9000 kB\nMemFree:          500 kB\nMemAvailable:    1000 kB\n");
     }
 
-    fs::path root;
+    const TemporaryFolder folder;
+    const fs::path& root = folder.path();
 };
 
 TEST_F(AvailableMemory, IsNotKnownWhereNothingIsTold) {

@@ -1,44 +1,33 @@
 // What a result's folder does when its place is taken at the last moment.
 #include "headless/result/result_folder.h"
 
+#include "files.h"
 #include "headless/failure/failure.h"
 #include "headless/result/move_entries.h"
 
-#include <fstream>
 #include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 namespace zn {
 namespace {
 
 namespace fs = std::filesystem;
+using test::namesIn;
+using test::TemporaryFolder;
+using test::writeFile;
+using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::UnorderedElementsAre;
 
 class ResultFolderTest : public testing::Test {
 protected:
-    ResultFolderTest() {
-        std::string name = (fs::temp_directory_path() / "znica-test-XXXXXX").string();
-        folder = mkdtemp(name.data());
-    }
-    ~ResultFolderTest() override { fs::remove_all(folder); }
-
     void write(const fs::path& file) {
-        fs::create_directories((folder / file).parent_path());
-        std::ofstream(folder / file) << file.string();
-    }
-    std::vector<std::string> namesIn(const fs::path& below) {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder / below)) {
-            names.push_back(entry.path().filename().string());
-        }
-        return names;
+        fs::create_directories((folder.path() / file).parent_path());
+        writeFile(folder.path() / file, file.string());
     }
 
-    fs::path folder;
+    TemporaryFolder folder;
 };
 
 // Two runs into one folder, say: the second has to find the result of the first.
@@ -48,7 +37,7 @@ TEST_F(ResultFolderTest, LeavesAloneWhatTookItsPlaceMeanwhileAndKeepsTheResult) 
         {
             ResultFolder result(folder / "out", replace);
             left = result.path();
-            std::ofstream(result.path() / "log.txt") << "finished";
+            writeFile(result.path() / "log.txt", "finished");
             write("out/notes.txt");
             try {
                 result.commit();
@@ -58,7 +47,7 @@ TEST_F(ResultFolderTest, LeavesAloneWhatTookItsPlaceMeanwhileAndKeepsTheResult) 
                 EXPECT_THAT(failure.what(), HasSubstr(" The finished result is in " + left.string() + "."));
             }
         }
-        EXPECT_THAT(namesIn("out"), UnorderedElementsAre("notes.txt"));
+        EXPECT_THAT(namesIn(folder / "out"), ElementsAre("notes.txt"));
         EXPECT_TRUE(fs::exists(left / "log.txt"));
         fs::remove_all(folder / "out");
         fs::remove_all(left);
@@ -69,8 +58,8 @@ TEST_F(ResultFolderTest, EntriesGoBackWhenOneCannotBeMoved) {
     for (const char* name : {"a", "b", "c", "d"}) write(fs::path("from") / name);
     write("to/c/in the way"); // a file does not take the place of a folder
     EXPECT_THROW(moveEntries(folder / "from", folder / "to"), fs::filesystem_error);
-    EXPECT_THAT(namesIn("from"), UnorderedElementsAre("a", "b", "c", "d"));
-    EXPECT_THAT(namesIn("to"), UnorderedElementsAre("c"));
+    EXPECT_THAT(namesIn(folder / "from"), ElementsAre("a", "b", "c", "d"));
+    EXPECT_THAT(namesIn(folder / "to"), ElementsAre("c"));
 }
 
 } // namespace

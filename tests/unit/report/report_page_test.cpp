@@ -1,39 +1,29 @@
 #include "headless/report/report_page.h"
 
+#include "files.h"
 #include "headless/failure/failure.h"
 
 #include <gmock/gmock.h>
-
-#include <fstream>
-#include <iterator>
-
-#include <unistd.h>
 
 namespace zn {
 namespace {
 
 namespace fs = std::filesystem;
+using test::TemporaryFolder;
+using test::textOf;
+using test::writeFile;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
 class ReportPageTest : public testing::Test {
 protected:
-    ReportPageTest() : folder(fs::temp_directory_path() / ("report-page-" + std::to_string(getpid()))) {
-        fs::create_directories(folder);
-    }
-    ~ReportPageTest() override { fs::remove_all(folder); }
-
     fs::path file(const char* name, const std::string& text) {
-        std::ofstream(folder / name) << text;
+        writeFile(folder / name, text);
         return folder / name;
     }
-    static std::string textOf(const fs::path& path) {
-        std::ifstream stream(path);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
 
-    fs::path folder;
+    TemporaryFolder folder;
 };
 
 TEST_F(ReportPageTest, PutsBlocksInThePlaceForTheData) {

@@ -1,4 +1,4 @@
-#include "cli/files.h"
+#include "files.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,0 +1,76 @@
+// Volumes arrive in groups, some of which are read while others are transposed.
+#include "headless/nifti/time_series.h"
+
+#include "files.h"
+#include "headless/nifti/image_writer.h"
+
+#include <cstddef>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace zn {
+namespace {
+
+using test::TemporaryFolder;
+
+constexpr std::array<int, 3> kSize = {5, 4, 3};
+constexpr int kVoxels = 60;
+
+int valueAt(int voxel, int volume) {
+    return 100 * voxel + volume;
+}
+
+// An image of so many volumes whose every value tells where it belongs.
+template <class Value> ImageHeader imageOf(const TemporaryFolder& folder, int volumes, int dataType) {
+    ImageWriter::Layout layout;
+    layout.volumes = volumes;
+    layout.dataType = dataType;
+    ImageWriter writer(folder / "image.nii.gz", *newGrid(kSize, 2.0), layout);
+    std::vector<Value> volume(kVoxels);
+    for (int t = 0; t < volumes; ++t) {
+        for (int v = 0; v < kVoxels; ++v) volume[static_cast<std::size_t>(v)] = static_cast<Value>(valueAt(v, t));
+        writer.write(volume);
+    }
+    writer.close();
+    return readImageHeader(folder / "image.nii.gz");
+}
+
+template <class Value> void expectEveryValue(const Value* series, int volumes, int skip) {
+    for (int v = 0; v < kVoxels; ++v) {
+        for (int t = 0; t < volumes; ++t) {
+            ASSERT_EQ(series[v * volumes + t], static_cast<Value>(valueAt(v, t + skip))) << v << " " << t;
+        }
+    }
+}
+
+// One group, exactly two, two and a rest, and three.
+TEST(TimeSeries, PutsEveryShortInItsPlaceForAnyNumberOfVolumes) {
+    for (const int volumes : {1, 32, 33, 64, 70, 96}) {
+        const TemporaryFolder folder;
+        const TimeSeries series = readTimeSeries(imageOf<std::int16_t>(folder, volumes, NIFTI_TYPE_INT16));
+        ASSERT_EQ(series.volumes, volumes);
+        ASSERT_FALSE(series.isFloat());
+        expectEveryValue(series.shorts.get(), volumes, 0);
+    }
+}
+
+TEST(TimeSeries, PutsEveryFloatInItsPlaceForAnyNumberOfVolumes) {
+    for (const int volumes : {1, 16, 17, 32, 39, 48}) {
+        const TemporaryFolder folder;
+        const TimeSeries series = readTimeSeries(imageOf<float>(folder, volumes, NIFTI_TYPE_FLOAT32));
+        ASSERT_EQ(series.volumes, volumes);
+        ASSERT_TRUE(series.isFloat());
+        expectEveryValue(series.floats.get(), volumes, 0);
+    }
+}
+
+TEST(TimeSeries, LeavesOutTheFirstVolumes) {
+    const TemporaryFolder folder;
+    const TimeSeries series = readTimeSeries(imageOf<std::int16_t>(folder, 70, NIFTI_TYPE_INT16), 3);
+    ASSERT_EQ(series.volumes, 67);
+    expectEveryValue(series.shorts.get(), 67, 3);
+}
+
+} // namespace
+} // namespace zn
