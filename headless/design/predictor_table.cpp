@@ -1,6 +1,6 @@
 #include "headless/design/predictor_table.h"
 
-#include "headless/design/text_lines.h"
+#include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
 
 namespace zn {

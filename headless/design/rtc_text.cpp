@@ -1,6 +1,6 @@
 #include "headless/design/rtc_text.h"
 
-#include "headless/design/text_lines.h"
+#include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
 
 #include <charconv>

@@ -1,6 +1,6 @@
 #include "headless/dimension/estimate_table.h"
 
-#include "headless/result/text_file.h"
+#include "headless/text/text_file.h"
 
 #include <charconv>
 #include <string>

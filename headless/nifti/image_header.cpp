@@ -1,6 +1,6 @@
 #include "headless/nifti/image_header.h"
 
-#include "headless/failure/input_file.h"
+#include "headless/text/input_file.h"
 #include "headless/nifti/quiet_library.h"
 #include "headless/nifti/raw_header.h"
 

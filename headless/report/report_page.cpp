@@ -3,7 +3,7 @@
 #include "headless/failure/failure.h"
 #include "headless/report/base64.h"
 #include "headless/report/gzip.h"
-#include "headless/result/text_file.h"
+#include "headless/text/text_file.h"
 
 #include <fstream>
 #include <iterator>

@@ -1,7 +1,7 @@
 #include "headless/report/run_files.h"
 
 #include "headless/failure/failure.h"
-#include "headless/failure/input_file.h"
+#include "headless/text/input_file.h"
 
 #include <string_view>
 #include <system_error>

@@ -1,7 +1,7 @@
 #include "headless/report/whole_result.h"
 
-#include "headless/design/text_lines.h"
-#include "headless/failure/input_file.h"
+#include "headless/text/text_lines.h"
+#include "headless/text/input_file.h"
 #include "headless/result/metrics.h"
 #include "headless/result/result_names.h"
 

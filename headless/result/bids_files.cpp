@@ -1,6 +1,6 @@
 #include "headless/result/bids_files.h"
 
-#include "headless/result/text_file.h"
+#include "headless/text/text_file.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 #include "headless/result/design_table.h"
 
-#include "headless/result/text_file.h"
+#include "headless/text/text_file.h"
 
 #include <algorithm>
 

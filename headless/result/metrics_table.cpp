@@ -2,7 +2,7 @@
 
 #include "headless/result/metrics.h"
 #include "headless/result/result_names.h"
-#include "headless/result/text_file.h"
+#include "headless/text/text_file.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 #include "headless/result/mixing_table.h"
 
 #include "headless/result/result_names.h"
-#include "headless/result/text_file.h"
+#include "headless/text/text_file.h"
 
 namespace zn {
 

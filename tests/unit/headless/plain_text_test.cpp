@@ -1,4 +1,4 @@
-#include "headless/znica/plain_text.h"
+#include "headless/cli/plain_text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "headless/znica/region_coordinates.h"
+#include "headless/run/region_coordinates.h"
 
 #include "host/voi_records.h"
 

@@ -1,7 +1,7 @@
 #include "headless/result/metrics_table.h"
 #include "headless/result/plugin_log.h"
 #include "headless/result/result_names.h"
-#include "headless/result/text_file.h"
+#include "headless/text/text_file.h"
 
 #include <cmath>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // The values that come out of design matrices and tables of names; what is refused is tested through the command.
 #include "headless/design/predictor_table.h"
 #include "headless/design/rtc_text.h"
-#include "headless/design/text_lines.h"
+#include "headless/text/text_lines.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,0 +1,65 @@
+#include "headless/cli/input_options.h"
+
+#include "headless/cli/number_checks.h"
+
+#include <charconv>
+#include <string>
+
+namespace zn {
+
+namespace {
+
+void setMask(RunOptions& options, const std::string& text) {
+    options.maskSource = text == "auto"   ? MaskSource::kAutomatic
+                         : text == "none" ? MaskSource::kNone
+                                          : MaskSource::kFile;
+    if (options.maskSource == MaskSource::kFile) options.mask = text;
+}
+
+void setComponents(RunOptions& options, const std::string& text) {
+    options.firstEigenvalue = 1;
+    if (text == "auto" || text == "max") {
+        options.componentCount = text == "auto" ? ComponentCount::kEstimated : ComponentCount::kMost;
+        return;
+    }
+    constexpr int kMost = 1000000;
+    int count = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error != std::errc() || end != text.data() + text.size() || count < 1 || count > kMost) {
+        throw CLI::ValidationError("--components", "needs a number from 1, auto or max; got " + text);
+    }
+    options.lastEigenvalue = count;
+}
+
+// Empty for a time that can be meant. Milliseconds are the usual slip.
+std::string repetitionTimeComplaint(const std::string& text) {
+    double seconds = 0.0;
+    if (CLI::detail::lexical_cast(text, seconds) && seconds >= 0.001 && seconds <= 20.0) return "";
+    return text + " is not a repetition time; give seconds from 0.001 to 20 (2000 ms are 2)";
+}
+
+} // namespace
+
+CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
+    run.add_option_function<std::string>(
+           "--mask", [&o](const std::string& text) { setMask(o, text); },
+           "voxels to analyse: not 0 in this image; auto: a brain mask from the mean image; none: all (auto)")
+        ->type_name("FILE|auto|none");
+    auto* components = run.add_option_function<std::string>(
+        "--components", [&o](const std::string& text) { setComponents(o, text); },
+        "how many, from as many largest eigenvalues; auto: estimated from them; max: one a volume (20)");
+    components->type_name("N|auto|max");
+    run.add_option("--dummy-scans", o.dummyScans, "leave out the first N volumes (0)")
+        ->check(CLI::Range(0, 1000000).description(""))
+        ->type_name("N");
+    run.add_option("--tr", o.secondsPerVolume, "seconds a volume (JSON beside BOLD, else header)")
+        ->check(repetitionTimeComplaint)
+        ->type_name("SECONDS");
+    run.add_option("--memory", o.memoryGib, "refuse a run that needs more (what is free)")
+        ->check(finiteNumber("a number above 0, in GiB", [](double gib) { return gib > 0.0; }))
+        ->type_name("GIB");
+    run.add_flag("--dry-run", o.dryRun, "tell the input and the memory needed, and stop");
+    return components;
+}
+
+} // namespace zn

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "headless/run/run_options.h"
+
+#include <CLI/CLI.hpp>
+
+namespace zn {
+
+/// Adds the options that say what is read and analysed: mask, volumes left out, TR, components, memory. Returns
+/// --components, which other options may exclude.
+CLI::Option* addInputOptions(CLI::App& run, RunOptions& options);
+
+} // namespace zn

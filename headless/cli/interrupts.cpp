@@ -1,0 +1,62 @@
+#include "headless/cli/interrupts.h"
+
+#include "headless/result/partial_result.h"
+#include "headless/result/result_folder.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+#include <unistd.h>
+
+namespace zn {
+
+namespace {
+
+// A signal handler may do next to nothing; this one wakes the watcher through a pipe.
+int toWatcher = -1;
+
+void wakeWatcher(int signal) {
+    const int error = errno;
+    const auto byte = static_cast<unsigned char>(signal);
+    [[maybe_unused]] const ssize_t written = write(toWatcher, &byte, 1);
+    errno = error;
+}
+
+// A signal that the caller ignores stays ignored: nohup does so with hang-ups, a script with the Ctrl-C of its
+// background jobs.
+void handle(int signal) {
+    struct sigaction before {};
+    sigaction(signal, nullptr, &before);
+    if (before.sa_handler == SIG_IGN) return;
+    struct sigaction action {};
+    action.sa_handler = wakeWatcher;
+    action.sa_flags = SA_RESTART;
+    sigaction(signal, &action, nullptr);
+}
+
+[[noreturn]] void watch(int pipe) {
+    unsigned char signal = 0;
+    while (read(pipe, &signal, 1) != 1) continue;
+    ResultFolder::discard();
+    const std::string partial = markPartial("interrupted", 128 + signal);
+    if (isatty(STDERR_FILENO) != 0) std::fputc('\n', stderr); // below the progress bar
+    std::fprintf(stderr, "znica: interrupted; no result was written.%s\n", partial.c_str());
+    std::_Exit(128 + signal);
+}
+
+} // namespace
+
+void watchInterrupts() {
+    int ends[2];
+    if (pipe(ends) != 0) return; // signals keep their usual effect
+    toWatcher = ends[1];
+    std::thread([reader = ends[0]] { watch(reader); }).detach();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit on the size of files shows as a write that fails
+    std::signal(SIGPIPE, SIG_IGN); // who stops reading the messages, as head does, still wants the result
+    for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) handle(signal);
+}
+
+} // namespace zn

@@ -1,0 +1,27 @@
+#include "headless/cli/standard_output.h"
+
+#include "headless/failure/failure.h"
+
+#include <cstdio>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace zn {
+
+namespace {
+
+bool readerHasGone() {
+    pollfd output = {STDOUT_FILENO, POLLOUT, 0};
+    return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
+}
+
+} // namespace
+
+void requirePrinted() {
+    const bool flushed = std::fflush(stdout) == 0;
+    if ((flushed && std::ferror(stdout) == 0) || readerHasGone()) return;
+    throw Failure(ExitStatus::kOther, "standard output cannot be written; check the free space where it goes.");
+}
+
+} // namespace zn

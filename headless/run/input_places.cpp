@@ -1,0 +1,40 @@
+#include "headless/run/input_places.h"
+
+#include "headless/failure/failure.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isBelow(const fs::path& folder, const fs::path& file) {
+    return std::mismatch(folder.begin(), folder.end(), file.begin(), file.end()).first == folder.end();
+}
+
+bool liesIn(const fs::path& folder, const fs::path& file) {
+    std::error_code error;
+    const fs::path there = fs::canonical(folder, error);
+    if (error) return false; // a folder that is not there yet
+    const fs::path target = fs::canonical(file, error);
+    if (!error && isBelow(there, target)) return true;
+    const fs::path beside = fs::canonical(fs::absolute(file).parent_path(), error);
+    return !error && isBelow(there, beside);
+}
+
+} // namespace
+
+void requireInputsOutsideResult(const RunOptions& options) {
+    if (!options.force) return;
+    for (const fs::path& file :
+         {options.functional, options.mask, options.design, options.regions, options.regionNames, options.plugin}) {
+        if (file.empty() || !liesIn(options.out, file)) continue;
+        throw Failure(ExitStatus::kInput, file.string() + " lies in " + options.out.string() +
+                                              ", which --force would replace; name another folder with --out.");
+    }
+}
+
+} // namespace zn

@@ -1,0 +1,93 @@
+#include "headless/run/repetition_time.h"
+
+#include "headless/failure/failure.h"
+#include "headless/text/input_file.h"
+#include "headless/result/result_names.h"
+
+#include <cmath>
+#include <cstdio>
+#include <system_error>
+
+#include <nlohmann/json.hpp>
+
+namespace zn {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double kShortest = 0.001; // seconds: the host counts in whole milliseconds
+constexpr double kLongest = 20.0;
+constexpr double kAgreement = 0.001;
+
+struct Candidate {
+    std::string source;
+    double seconds;
+};
+
+std::string secondsText(double seconds) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6g s", seconds);
+    return text;
+}
+
+fs::path sidecarOf(const fs::path& image) {
+    return image.parent_path() / (imageStem(image) + ".json");
+}
+
+std::string textIfReadable(const fs::path& file) {
+    try {
+        return readWholeFile(file);
+    } catch (const Failure&) {
+        return "";
+    }
+}
+
+// `needed`: without --tr, a sidecar that cannot be read or understood is no reason to guess.
+std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(file, error))) return std::nullopt;
+    const auto json = nlohmann::json::parse(needed ? readWholeFile(file) : textIfReadable(file), nullptr, false);
+    const auto found = json.is_object() ? json.find("RepetitionTime") : json.end();
+    if (json.is_object() && found == json.end()) return std::nullopt;
+    if (json.is_object() && found->is_number()) return Candidate{file.filename().string(), found->get<double>()};
+    if (!needed) return std::nullopt;
+    throw Failure(ExitStatus::kInput,
+                  file.string() +
+                      (json.is_object() ? " has a RepetitionTime that is no number" : " is no JSON object") +
+                      "; mend it, or give the time from volume to volume with --tr SECONDS.");
+}
+
+std::vector<Candidate> candidates(const std::optional<double>& given, const ImageHeader& functional) {
+    std::vector<Candidate> found;
+    if (given) found.push_back({"--tr", *given});
+    if (const auto sidecar = fromSidecar(sidecarOf(functional.file), !given)) found.push_back(*sidecar);
+    if (functional.secondsPerVolume) found.push_back({"the header", *functional.secondsPerVolume});
+    return found;
+}
+
+} // namespace
+
+RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional) {
+    const std::vector<Candidate> found = candidates(given, functional);
+    if (found.empty()) {
+        throw Failure(ExitStatus::kInput, functional.file.string() + " gives no time from volume to volume in its "
+                                                                     "header and has no JSON file beside it that "
+                                                                     "does; give it with --tr SECONDS.");
+    }
+    const Candidate& first = found.front();
+    if (!(first.seconds >= kShortest && first.seconds <= kLongest)) {
+        throw Failure(ExitStatus::kInput, functional.file.string() + " has no usable time from volume to volume: " +
+                                              first.source + " says " + secondsText(first.seconds) +
+                                              ", which is not between 0.001 and 20 s; give it with --tr SECONDS.");
+    }
+    RepetitionTime result{first.seconds, first.source, {}};
+    for (const Candidate& other : found) {
+        if (std::fabs(other.seconds - first.seconds) <= kAgreement * (1.0 + 1e-6)) continue; // rounding of decimals
+        result.disagreements.push_back("TR: " + first.source + " says " + secondsText(first.seconds) +
+                                       " and is used; " + other.source + " says " + secondsText(other.seconds) + ".");
+    }
+    return result;
+}
+
+} // namespace zn

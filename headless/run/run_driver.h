@@ -1,0 +1,12 @@
+#pragma once
+
+#include "headless/failure/failure.h"
+#include "headless/run/run_options.h"
+
+namespace zn {
+
+/// `znica run`: reads the input, runs the plug-in on it, leaves the result in its folder. Returns kDone or kGaveUp;
+/// throws Failure, and then the result's folder is as it was.
+ExitStatus runCommand(const RunOptions& asked);
+
+} // namespace zn

@@ -1,0 +1,51 @@
+#include "headless/run/run_log.h"
+
+#include "headless/failure/failure.h"
+#include "headless/result/partial_result.h"
+#include "headless/result/result_folder.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+namespace zn {
+
+RunLog::RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps)
+    : file_(file, std::ios::app), verbose_(verbose), progress_(progress), saveMaps_(std::move(saveMaps)) {}
+
+void RunLog::keep(std::string_view line) {
+    file_ << line << '\n' << std::flush; // a run that dies leaves its last line
+}
+
+void RunLog::logLine(std::string_view line) {
+    keep(line);
+    if (verbose_) {
+        std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
+        std::fflush(stdout);
+    }
+    facts_.add(line);
+    progress_.logLine(line);
+}
+
+void RunLog::message(std::string_view text) {
+    std::string line(text);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    messages_.push_back(line);
+    logLine("[message] " + line);
+}
+
+void RunLog::saveMaps(const VolumeMaps& maps, std::string_view) {
+    saveMaps_(maps);
+    mapsSaved_ = true;
+}
+
+void RunLog::outOfMemory() {
+    ResultFolder::discard();
+    const auto status = static_cast<int>(ExitStatus::kMemory);
+    std::fprintf(stderr,
+                 "znica: there is not enough memory for the component maps; ask for fewer with --components.%s\n",
+                 markPartial("failed", status).c_str());
+    std::_Exit(status);
+}
+
+} // namespace zn

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "headless/host/session_events.h"
+#include "headless/result/plugin_log.h"
+#include "headless/run/progress.h"
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zn {
+
+/// Keeps what a run says: every line into the log file, the facts in them, and the messages meant for the user.
+class RunLog : public SessionEvents {
+public:
+    using SaveMaps = std::function<void(const VolumeMaps&)>;
+
+    /// `saveMaps` is called when the plug-in hands its maps over for keeping.
+    /// The file is continued when it exists; `verbose`: lines go to standard output, too; `progress` outlives this.
+    RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps);
+
+    /// A line for the file alone.
+    void keep(std::string_view line);
+    void logLine(std::string_view line) override;
+    void vectorProduct(bool transposed) override { progress_.vectorProduct(transposed); }
+    void message(std::string_view text) override;
+    void saveMaps(const VolumeMaps& maps, std::string_view name) override;
+    [[noreturn]] void outOfMemory() override;
+
+    const PluginLog& facts() const { return facts_; }
+    const std::vector<std::string>& messages() const { return messages_; }
+    bool mapsSaved() const { return mapsSaved_; }
+
+private:
+    std::ofstream file_;
+    bool verbose_;
+    Progress& progress_;
+    SaveMaps saveMaps_;
+    PluginLog facts_;
+    std::vector<std::string> messages_;
+    bool mapsSaved_ = false;
+};
+
+} // namespace zn

@@ -1,0 +1,46 @@
+#include "headless/run/seeded_rand.h"
+
+#include <cstdlib>
+#include <random>
+
+namespace zn {
+
+namespace {
+
+std::mt19937 generator; // the C interface has no place for it
+std::uint32_t runSeed = std::mt19937::default_seed;
+std::uint32_t sequence = 0;
+
+static_assert(RAND_MAX == 0x7fffffff, "rand gives the upper 31 bits of the generator's 32");
+
+void startSequence() {
+    std::seed_seq seeds{runSeed, sequence};
+    generator.seed(seeds);
+}
+
+} // namespace
+
+void beginRandomNumbers(std::uint32_t seed) {
+    runSeed = seed;
+    sequence = 0;
+    startSequence();
+}
+
+std::uint32_t freshSeed() {
+    return std::random_device()();
+}
+
+} // namespace zn
+
+extern "C" {
+
+__attribute__((visibility("default"))) void srand(unsigned) noexcept {
+    zn::startSequence();
+    ++zn::sequence;
+}
+
+__attribute__((visibility("default"))) int rand() noexcept {
+    return static_cast<int>(zn::generator() >> 1);
+}
+
+} // extern "C"
