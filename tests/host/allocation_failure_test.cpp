@@ -48,7 +48,7 @@ void* __wrap__Znwm(std::size_t size) {
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 class AllocationFailure : public ::testing::Test {
@@ -100,4 +100,4 @@ TEST_F(AllocationFailure, EndsTheRunWithTheMemoryTextsWhereverItHappens) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 using ::testing::Contains;
@@ -199,4 +199,4 @@ TEST_F(CompleteRun, CallsNothingThatItDoesNotNeed) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -6,7 +6,7 @@
 
 #include <limits>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 using ::testing::Contains;
@@ -236,4 +236,4 @@ TEST_F(EarlyExit, NeverLeavesTheBusyCursorBehind) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -6,7 +6,7 @@
 #include <array>
 #include <cmath>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 using ::testing::Contains;
@@ -297,4 +297,4 @@ TEST_F(FingerprintStage, LivesWithRepetitionTimesThatNoScannerHas) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// A text in which '~' stands for one or more digits. (GoogleTest's regular expressions differ between platforms.)
 MATCHER_P(HasForm, form, "has the form " + std::string(form)) {
@@ -20,4 +20,4 @@ MATCHER_P(HasForm, form, "has the form " + std::string(form)) {
     return text.empty();
 }
 
-} // namespace zn::testing
+} // namespace zn::test

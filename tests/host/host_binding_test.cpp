@@ -10,7 +10,7 @@
 
 #include <string>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 // A small host module, loaded for as long as this object lives.
@@ -101,4 +101,4 @@ TEST(HostBinding, TellsTheUserThatTheProductsAreMissing) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

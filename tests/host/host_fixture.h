@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// A fresh scripted host with a small simulated VTC (8 x 6 x 5 voxels, 12 volumes, 3 sources), an empty current
 /// directory, and the plug-in.
@@ -32,4 +32,4 @@ protected:
     PluginUnderTest plugin;
 };
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -3,10 +3,10 @@
 #include <filesystem>
 #include <string>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// The file that a host names with these 8-bit characters: in the code page of the user on Windows, byte for byte
 /// elsewhere.
 std::filesystem::path hostPath(const std::string& name);
 
-} // namespace zn::testing
+} // namespace zn::test

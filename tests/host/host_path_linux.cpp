@@ -1,9 +1,9 @@
 #include "host/host_path.h"
 
-namespace zn::testing {
+namespace zn::test {
 
 std::filesystem::path hostPath(const std::string& name) {
     return {name};
 }
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace zn::testing {
+namespace zn::test {
 
 std::filesystem::path hostPath(const std::string& name) {
     const int length = static_cast<int>(name.size());
@@ -12,4 +12,4 @@ std::filesystem::path hostPath(const std::string& name) {
     return {wide};
 }
 
-} // namespace zn::testing
+} // namespace zn::test

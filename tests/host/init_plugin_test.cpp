@@ -1,6 +1,6 @@
 #include "host/host_fixture.h"
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 using ::testing::ElementsAre;
@@ -35,4 +35,4 @@ TEST_F(InitPlugin, RefusesLowerVersionsWithAMessage) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

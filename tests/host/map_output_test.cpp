@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 using ::testing::Each;
@@ -169,4 +169,4 @@ TEST_F(MapOutput, SurvivesAHostThatHandsOutNoPointers) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -1,6 +1,6 @@
 #include "host/host_fixture.h"
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 using ::testing::HasSubstr;
@@ -39,4 +39,4 @@ TEST_F(Metadata, EndsTheDescriptionWithTheFixedWords) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

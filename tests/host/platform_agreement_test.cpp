@@ -56,7 +56,7 @@ int __wrap_rand() {
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -222,4 +222,4 @@ TEST_F(PlatformAgreement, OfComponentsFoundWithTanhOrGaussianIsToAMillionth) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

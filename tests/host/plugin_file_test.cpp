@@ -10,7 +10,7 @@
 #include <sstream>
 #include <string>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 std::string outputOf(const std::string& command) {
@@ -50,4 +50,4 @@ TEST(PluginFile, DependsOnTheStandardLibraryAlone) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -3,7 +3,7 @@
 #include "host/plugin_object.h"
 #include "host/shared_library.h"
 
-namespace zn::testing {
+namespace zn::test {
 
 namespace {
 
@@ -37,4 +37,4 @@ bool PluginUnderTest::execute() {
     return callExecute(object_);
 }
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace zn::testing {
+namespace zn::test {
 
 /// The plug-in file as a host uses it: loaded once, spoken to through its exported functions and the object that it
 /// makes.
@@ -21,4 +21,4 @@ private:
     void* object_;
 };
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -8,7 +8,7 @@
 #include <functional>
 #include <numbers>
 
-namespace zn::testing {
+namespace zn::test {
 
 namespace {
 
@@ -225,4 +225,4 @@ Rows recomputedParameters(const Rows& maps, const std::vector<std::vector<int>>&
     return rows;
 }
 
-} // namespace zn::testing
+} // namespace zn::test

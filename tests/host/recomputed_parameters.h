@@ -2,7 +2,7 @@
 
 #include <vector>
 
-namespace zn::testing {
+namespace zn::test {
 
 using Rows = std::vector<std::vector<double>>;
 
@@ -24,4 +24,4 @@ Rows recomputedParameters(const Rows& maps, const std::vector<std::vector<int>>&
 /// does not count.
 std::vector<double> temporalEntropies(const Rows& timeCourses, unsigned lost);
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <sstream>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 constexpr std::size_t kTemporalEntropy = 5; // column
@@ -78,4 +78,4 @@ TEST_F(RecomputedParameters, EqualTheFileOfTheRun) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

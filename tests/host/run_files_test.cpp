@@ -6,7 +6,7 @@
 #include <cstring>
 #include <sstream>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -162,4 +162,4 @@ TEST_F(RunFiles, TakeANameThatFillsTheHostsBuffer) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

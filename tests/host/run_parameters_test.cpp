@@ -5,7 +5,7 @@
 #include <cstring>
 #include <numeric>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 using ::testing::Contains;
@@ -111,4 +111,4 @@ TEST_F(FoundComponents, OfARangeThatWasTurnedRoundBelongToItsLastEigenvalue) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -5,7 +5,7 @@
 
 #include <fstream>
 
-namespace zn::testing {
+namespace zn::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -52,4 +52,4 @@ TEST_F(RunPaths, BesideTheVtcAreWrittenThoughTheCurrentFolderCannotBe) {
 }
 
 } // namespace
-} // namespace zn::testing
+} // namespace zn::test

@@ -8,7 +8,7 @@
 #include <random>
 #include <string_view>
 
-namespace zn::testing {
+namespace zn::test {
 
 namespace fs = std::filesystem;
 
@@ -56,4 +56,4 @@ std::string textOf(const fs::path& file) {
     return text;
 }
 
-} // namespace zn::testing
+} // namespace zn::test

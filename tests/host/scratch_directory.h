@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// An empty folder of its own that is the current directory while this object lives, and gone afterwards.
 class ScratchDirectory {
@@ -27,4 +27,4 @@ std::string contentOf(const std::filesystem::path& file);
 /// Windows, LF elsewhere).
 std::string textOf(const std::filesystem::path& file);
 
-} // namespace zn::testing
+} // namespace zn::test

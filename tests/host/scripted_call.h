@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// A call that the plug-in makes into the scripted host, for as long as it lasts. Recorded when it has a text.
 class Call {
@@ -16,4 +16,4 @@ public:
     Call& operator=(const Call&) = delete;
 };
 
-} // namespace zn::testing
+} // namespace zn::test

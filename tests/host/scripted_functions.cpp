@@ -10,9 +10,9 @@
 #include <string>
 
 using namespace zn;
-using zn::testing::Call;
-using zn::testing::scripted;
-using zn::testing::ScriptedMap;
+using zn::test::Call;
+using zn::test::scripted;
+using zn::test::ScriptedMap;
 
 namespace {
 

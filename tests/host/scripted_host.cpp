@@ -2,7 +2,7 @@
 
 #include "host/scripted_call.h"
 
-namespace zn::testing {
+namespace zn::test {
 
 void (*onHostEntered)() = nullptr;
 void (*onHostLeft)() = nullptr;
@@ -60,4 +60,4 @@ Call::~Call() {
     if (onHostLeft) onHostLeft();
 }
 
-} // namespace zn::testing
+} // namespace zn::test

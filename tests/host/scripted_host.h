@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// One volume map of the scripted host.
 struct ScriptedMap {
@@ -88,4 +88,4 @@ ScriptedHost& scripted();
 extern void (*onHostEntered)();
 extern void (*onHostLeft)();
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// A dynamic library, loaded for as long as this object lives. One implementation a platform.
 class SharedLibrary {
@@ -20,4 +20,4 @@ private:
     void* handle_;
 };
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -4,7 +4,7 @@
 
 #include <dlfcn.h>
 
-namespace zn::testing {
+namespace zn::test {
 
 SharedLibrary::SharedLibrary(const std::string& file) : handle_(dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (!handle_) throw std::runtime_error(dlerror());
@@ -20,4 +20,4 @@ void* SharedLibrary::address(const char* name) const {
     return found;
 }
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-namespace zn::testing {
+namespace zn::test {
 
 SharedLibrary::SharedLibrary(const std::string& file)
     : handle_(LoadLibraryW(std::filesystem::path(file).make_preferred().c_str())) {
@@ -22,4 +22,4 @@ void* SharedLibrary::address(const char* name) const {
     return found;
 }
 
-} // namespace zn::testing
+} // namespace zn::test

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-namespace zn::testing {
+namespace zn::test {
 
 namespace {
 
@@ -96,4 +96,4 @@ std::vector<double> recoveredMaps(const ScriptedHost& host, const SimulatedSourc
     return best;
 }
 
-} // namespace zn::testing
+} // namespace zn::test

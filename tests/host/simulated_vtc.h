@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// What went into simulated data.
 struct SimulatedSources {
@@ -22,4 +22,4 @@ double absoluteCorrelation(const std::vector<double>& a, const std::vector<doubl
 /// For each source the best absolute correlation of its map with the values of any component map inside the mask.
 std::vector<double> recoveredMaps(const ScriptedHost& host, const SimulatedSources& sources);
 
-} // namespace zn::testing
+} // namespace zn::test

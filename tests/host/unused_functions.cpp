@@ -7,6 +7,6 @@
 #define ZN(result, name, parameters)
 #define ZN_UNUSED(name)                                                                                                \
     ZN_HOST_FUNCTION void name() {                                                                                     \
-        const zn::testing::Call entered(std::string("never to be called: ") + #name);                                  \
+        const zn::test::Call entered(std::string("never to be called: ") + #name);                                     \
     }
 #include "host/host_functions.def"

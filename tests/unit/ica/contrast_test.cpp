@@ -168,8 +168,8 @@ TEST(SumContrast, AddsEightPartialSumsInItsFixedOrder) {
     EXPECT_EQ(ours.slope, total(slopes));
 }
 
-template <class Form> class ContrastKernels : public tests::KernelForm<Form> {};
-TYPED_TEST_SUITE(ContrastKernels, tests::KernelForms, tests::NameOfKernelForm);
+template <class Form> class ContrastKernels : public test::KernelForm<Form> {};
+TYPED_TEST_SUITE(ContrastKernels, test::KernelForms, test::NameOfKernelForm);
 
 TYPED_TEST(ContrastKernels, GiveTheBitsOfTheBaseline) {
     constexpr int lanes = TypeParam::value;

@@ -10,10 +10,10 @@
 namespace zn {
 namespace {
 
-using testing::contentOf;
+using test::contentOf;
 
 class EigenvalueFile : public ::testing::Test {
-    testing::ScratchDirectory directory;
+    test::ScratchDirectory directory;
 };
 
 double doubleAt(const std::string& bytes, std::size_t index) {

@@ -20,13 +20,13 @@ namespace {
 class Engine : public ::testing::Test {
 protected:
     Engine() {
-        testing::scripted() = testing::ScriptedHost{};
+        test::scripted() = test::ScriptedHost{};
         EXPECT_TRUE(bindHostApi());
         EXPECT_TRUE(bindHostMatrixProducts());
     }
 
-    testing::ScriptedHost& host = testing::scripted();
-    testing::ScratchDirectory directory;
+    test::ScriptedHost& host = test::scripted();
+    test::ScratchDirectory directory;
 };
 
 ZeroedBlock block(int rows, int columns, std::initializer_list<double> values) {
@@ -62,8 +62,8 @@ TEST_F(Engine, GivesTheEigenpairsInFallingOrderAndReleasesTheCovariance) {
     EXPECT_EQ(eigen.values[2], 1.0);
     EXPECT_EQ(eigen.vectors[2][1], 1.0);
     EXPECT_FALSE(covariance);
-    EXPECT_EQ(testing::textOf("Covariance.txt"), "         1          0 \n         0          4 \n");
-    EXPECT_EQ(testing::contentOf("run.eig").size(), 48U);
+    EXPECT_EQ(test::textOf("Covariance.txt"), "         1          0 \n         0          4 \n");
+    EXPECT_EQ(test::contentOf("run.eig").size(), 48U);
 }
 
 TEST_F(Engine, WhitensWithOneVectorOverTheRootOfItsEigenvalue) {

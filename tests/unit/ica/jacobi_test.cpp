@@ -129,7 +129,7 @@ TEST(Jacobi, EqualsTheMethodWrittenOutStepByStepBitForBit) {
         OffsetMatrix<double> a = matrixOf(rows);
         OffsetVector<double> d(1, n);
         OffsetMatrix<double> v(1, n, 1, n);
-        ASSERT_TRUE(testing::literalJacobi(a.get(), n, d.get(), v.get()));
+        ASSERT_TRUE(test::literalJacobi(a.get(), n, d.get(), v.get()));
 
         const Eigen eigen = decompose(rows);
         const auto size = static_cast<std::size_t>(n);

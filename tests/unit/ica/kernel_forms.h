@@ -7,7 +7,7 @@
 #include <string>
 #include <type_traits>
 
-namespace zn::tests {
+namespace zn::test {
 
 /// The forms of every kernel that were built, by the number of doubles that they handle together.
 using KernelForms =
@@ -24,4 +24,4 @@ template <class Form> class KernelForm : public testing::Test {
     }
 };
 
-} // namespace zn::tests
+} // namespace zn::test

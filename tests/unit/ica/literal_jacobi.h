@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace zn::testing {
+namespace zn::test {
 
 /// The cyclic Jacobi method written down step by step, as a reference for the order of every operation.
 /// All arrays [1..n]; false when 50 sweeps do not suffice.
@@ -71,4 +71,4 @@ inline bool literalJacobi(double** a, int n, double* d, double** v) {
     return false;
 }
 
-} // namespace zn::testing
+} // namespace zn::test

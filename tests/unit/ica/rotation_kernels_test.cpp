@@ -65,8 +65,8 @@ void expectSameBits(const Rows& a, const Rows& b) {
     }
 }
 
-template <class Form> class RotationKernels : public tests::KernelForm<Form> {};
-TYPED_TEST_SUITE(RotationKernels, tests::KernelForms, tests::NameOfKernelForm);
+template <class Form> class RotationKernels : public test::KernelForm<Form> {};
+TYPED_TEST_SUITE(RotationKernels, test::KernelForms, test::NameOfKernelForm);
 
 TYPED_TEST(RotationKernels, OfATileEqualOneRotationAfterTheOther) {
     constexpr int lanes = TypeParam::value;

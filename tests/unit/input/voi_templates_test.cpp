@@ -17,7 +17,7 @@ class VoiTemplatesTest : public ::testing::Test {
 protected:
     VoiTemplatesTest() {
         EXPECT_TRUE(bindHostApi());
-        host = testing::ScriptedHost{};
+        host = test::ScriptedHost{};
         host.setGrid(4, 3, 2); // 3 mm voxels from 57, 52, 59
         vtc.header = host.header;
         vtc.grid = {4, 3, 2};
@@ -29,7 +29,7 @@ protected:
         return voiVoxelToGridIndex(c, space, vtc.header, vtc.grid);
     }
 
-    testing::ScriptedHost& host = testing::scripted();
+    test::ScriptedHost& host = test::scripted();
     Vtc vtc;
 };
 

@@ -15,7 +15,7 @@ class VoxelDataTest : public ::testing::Test {
 protected:
     VoxelDataTest() {
         EXPECT_TRUE(bindHostApi());
-        testing::scripted() = testing::ScriptedHost{};
+        test::scripted() = test::ScriptedHost{};
         vtc.grid = {3, 2, 2};
         vtc.voxels = 12;
         vtc.header.volumes = 2;

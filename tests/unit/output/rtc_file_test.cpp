@@ -10,10 +10,10 @@
 namespace zn {
 namespace {
 
-using testing::textOf;
+using test::textOf;
 
 class RtcFile : public ::testing::Test {
-    testing::ScratchDirectory directory;
+    test::ScratchDirectory directory;
 };
 
 TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLineAVolume) {

@@ -11,10 +11,10 @@
 namespace zn {
 namespace {
 
-using testing::textOf;
+using test::textOf;
 
 class TextMatrix : public ::testing::Test {
-    testing::ScratchDirectory directory;
+    test::ScratchDirectory directory;
 };
 
 TEST_F(TextMatrix, OfDoublesHasFieldsOfTenEachFollowedByABlank) {
