@@ -5,7 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 ImageHeader grid(std::array<int, 3> size, double edge, double shift) {
@@ -31,4 +34,4 @@ TEST(SameGrid, AnythingElseIsRefused) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

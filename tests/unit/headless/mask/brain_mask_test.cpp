@@ -8,7 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 using testing::ElementsAre;
@@ -53,4 +56,4 @@ TEST(FillHoles, ClosesWhatTheBorderDoesNotReachAcrossFaces) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

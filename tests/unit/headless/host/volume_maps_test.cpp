@@ -6,7 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 NRVMPsHeader box(int x, int y, int z, int resolution) {
@@ -93,4 +96,4 @@ TEST(VolumeMaps, ABoxWithoutVolumeIsRefused) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

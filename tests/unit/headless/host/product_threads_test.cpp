@@ -9,7 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 // Values whose sums depend on their order.
@@ -68,4 +71,4 @@ TEST(WorkerThreads, DoEveryPieceOnce) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -10,13 +10,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 namespace fs = std::filesystem;
-using test::namesIn;
-using test::TemporaryFolder;
-using test::writeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -63,4 +63,4 @@ TEST_F(ResultFolderTest, EntriesGoBackWhenOneCannotBeMoved) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

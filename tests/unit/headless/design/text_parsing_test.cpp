@@ -6,7 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 using testing::ElementsAre;
@@ -34,4 +37,4 @@ TEST(TextLines, TabsSeparateCellsAndBlanksWords) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

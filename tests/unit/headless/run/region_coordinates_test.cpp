@@ -7,7 +7,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 // Where a plug-in puts a region's voxel on a grid that begins at 0 with resolution 1: linear index, x fastest.
@@ -41,4 +44,4 @@ TEST(RegionCoordinates, GridsBeyondTheCentreOfTheHostsSpaceWorkToo) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -4,7 +4,10 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 using testing::ElementsAre;
@@ -46,4 +49,4 @@ TEST(GreyLevels, AreBlackWhereThereIsNoNumber) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

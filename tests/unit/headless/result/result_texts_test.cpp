@@ -10,7 +10,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 TEST(ResultNames, FollowTheInputsName) {
@@ -77,4 +80,4 @@ TEST(PluginLog, KnowsHowARunEnded) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 // Two runs of two components: 0 and 2 are alike (0.9), 1 and 3 a little less (0.8), the rest 0.1.
@@ -42,4 +45,4 @@ TEST(Stability, LinksByTheAverageAndNotByTheNearest) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -6,7 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 using testing::ElementsAre;
@@ -56,4 +59,4 @@ TEST(BestMatching, IsAsGoodAsTheBestOfAllPermutations) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

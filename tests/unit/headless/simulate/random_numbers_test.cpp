@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 TEST(RandomNumbers, UniformNumbersAreTheTopBitsOfTheStandardsGenerator) {
@@ -33,4 +36,4 @@ TEST(RandomNumbers, NormalNumbersHaveTheMomentsOfTheirDistribution) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -9,7 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 nifti_image stored(int type, double slope = 0.0, double inter = 0.0) {
@@ -64,4 +67,4 @@ TEST(VoxelValues, NotANumberAndInfinityPassThrough) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -5,7 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 TEST(Recovery, CorrelatesOverTheMaskOnly) {
@@ -36,4 +39,4 @@ TEST(Recovery, ConstantMapsCorrelateWithNothing) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

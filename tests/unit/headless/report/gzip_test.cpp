@@ -6,7 +6,10 @@
 
 #include <zlib.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 std::string unpacked(const std::vector<std::byte>& packed, std::size_t size) {
@@ -34,4 +37,4 @@ TEST(Gzip, PacksWhatRepeats) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

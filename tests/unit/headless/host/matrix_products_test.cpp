@@ -8,7 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 // Whole numbers up to 9 in size: every sum here is exact in single precision too, so results are compared for equality.
@@ -131,4 +134,4 @@ TYPED_TEST(MatrixProducts, ASumOfNothingIsZero) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

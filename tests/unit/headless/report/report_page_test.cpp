@@ -5,13 +5,13 @@
 
 #include <gmock/gmock.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 namespace fs = std::filesystem;
-using test::TemporaryFolder;
-using test::textOf;
-using test::writeFile;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -54,4 +54,4 @@ TEST_F(ReportPageTest, RefusesATemplateWithoutAPlace) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -6,7 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 TEST(TransposeVolumes, PutsTheVolumesOfAVoxelSideBySide) {
@@ -40,4 +43,4 @@ TEST(TransposeVolumes, KeepsEveryValueForAnyNumberOfVoxelsAroundTheBlock) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

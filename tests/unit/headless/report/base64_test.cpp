@@ -4,7 +4,10 @@
 
 #include <string_view>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 std::string encoded(std::string_view text) {
@@ -26,4 +29,4 @@ TEST(Base64, UsesTheLastTwoDigitsForAllOnes) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

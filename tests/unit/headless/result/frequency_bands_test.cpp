@@ -8,7 +8,10 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 // How many bands the plug-in fills for a repetition time: one wave, 100 volumes.
@@ -44,4 +47,4 @@ TEST(FrequencyBands, TheLastOneInUseTakesTheRestOfTheSpectrum) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

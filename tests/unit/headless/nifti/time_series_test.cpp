@@ -9,10 +9,11 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
-namespace {
+namespace zn::test {
 
-using test::TemporaryFolder;
+using namespace headless;
+
+namespace {
 
 constexpr std::array<int, 3> kSize = {5, 4, 3};
 constexpr int kVoxels = 60;
@@ -73,4 +74,4 @@ TEST(TimeSeries, LeavesOutTheFirstVolumes) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 // Three directions that stand out and 21 evenly spaced ones.
@@ -52,4 +55,4 @@ TEST(ComponentEstimate, AtLeastOneComponentIsAnswered) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

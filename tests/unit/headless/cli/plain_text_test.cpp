@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 TEST(PlainText, TagsGoAndLettersStay) {
@@ -26,4 +29,4 @@ TEST(PlainText, WhiteSpaceIsOneBlank) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

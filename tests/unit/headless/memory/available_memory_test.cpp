@@ -8,12 +8,13 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 namespace fs = std::filesystem;
-using test::TemporaryFolder;
-using test::writeFile;
 
 class AvailableMemory : public testing::Test {
 protected:
@@ -94,4 +95,4 @@ TEST_F(AvailableMemory, AGroupThatIsOverItsLimitHasNothingLeft) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -6,7 +6,10 @@
 #include <cstdint>
 #include <limits>
 
-namespace zn {
+namespace zn::test {
+
+using namespace headless;
+
 namespace {
 
 using testing::ElementsAre;
@@ -70,4 +73,4 @@ TEST(PackedMap, TakesAMapWithoutAnyNumber) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test
