@@ -9,7 +9,7 @@
 #include <map>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -188,4 +188,4 @@ void CommandLine::addReport() {
     report->footer("Example:\n  znica report result\n");
 }
 
-} // namespace zn
+} // namespace zn::headless

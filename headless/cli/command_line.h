@@ -8,7 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 /// `znica score` compares a result with the truth of a simulated sample.
 struct ScoreOptions {
@@ -48,4 +48,4 @@ private:
     void addReport();
 };
 
-} // namespace zn
+} // namespace zn::headless

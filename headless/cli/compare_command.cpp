@@ -14,7 +14,7 @@
 #include <system_error>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -108,4 +108,4 @@ ExitStatus compareCommand(const CompareOptions& options) {
     return ExitStatus::kDone;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-namespace zn {
+namespace zn::headless {
 
 /// `znica compare`: what is compared, and where the table goes.
 struct CompareOptions {
@@ -25,4 +25,4 @@ struct CompareOptions {
 /// (kOther) when the table exists or cannot be written.
 ExitStatus compareCommand(const CompareOptions& options);
 
-} // namespace zn
+} // namespace zn::headless

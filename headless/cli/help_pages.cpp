@@ -3,7 +3,7 @@
 #include <sstream>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -143,4 +143,4 @@ std::string bashCompletion(const CLI::App& app) {
     return script.str();
 }
 
-} // namespace zn
+} // namespace zn::headless

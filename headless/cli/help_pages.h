@@ -5,7 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 /// Lays out the help of a command in few lines: description, usage, one line an option if it suffices, examples.
 /// At most 80 columns wide.
@@ -17,4 +17,4 @@ std::string manualPage(const CLI::App& app, const std::string& version);
 /// The bash completion of the same: subcommands, their options, else file names.
 std::string bashCompletion(const CLI::App& app);
 
-} // namespace zn
+} // namespace zn::headless

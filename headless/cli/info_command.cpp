@@ -15,7 +15,7 @@
 
 #include <dlfcn.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -83,4 +83,4 @@ ExitStatus infoCommand(const std::filesystem::path& plugin) {
     return ExitStatus::kDone;
 }
 
-} // namespace zn
+} // namespace zn::headless

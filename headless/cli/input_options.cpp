@@ -5,7 +5,7 @@
 #include <charconv>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -62,4 +62,4 @@ CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
     return components;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,10 +4,10 @@
 
 #include <CLI/CLI.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 /// Adds the options that say what is read and analysed: mask, volumes left out, TR, components, memory. Returns
 /// --components, which other options may exclude.
 CLI::Option* addInputOptions(CLI::App& run, RunOptions& options);
 
-} // namespace zn
+} // namespace zn::headless

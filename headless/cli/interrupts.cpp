@@ -11,7 +11,7 @@
 
 #include <unistd.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -59,4 +59,4 @@ void watchInterrupts() {
     for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) handle(signal);
 }
 
-} // namespace zn
+} // namespace zn::headless

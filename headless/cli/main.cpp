@@ -18,37 +18,37 @@
 
 namespace {
 
-using zn::ExitStatus;
+using zn::headless::ExitStatus;
 
 int complain(ExitStatus status, std::string text) {
-    text = zn::ResultFolder::asWanted(std::move(text));
+    text = zn::headless::ResultFolder::asWanted(std::move(text));
     std::replace(text.begin(), text.end(), '\n', ' '); // one line, whatever a file is called
     std::fflush(stdout);
-    std::fprintf(stderr, "znica: %s%s\n", text.c_str(), zn::markPartial("failed", static_cast<int>(status)).c_str());
+    std::fprintf(stderr, "znica: %s%s\n", text.c_str(), zn::headless::markPartial("failed", static_cast<int>(status)).c_str());
     return static_cast<int>(status);
 }
 
 // The commands whose output is all that they do.
-ExitStatus print(const zn::CommandLine& line) {
+ExitStatus print(const zn::headless::CommandLine& line) {
     const ExitStatus status = line.app.got_subcommand(line.score)
-                                  ? zn::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth)
-                              : line.app.got_subcommand(line.info) ? zn::infoCommand(line.infoPlugin)
-                                                                   : zn::compareCommand(line.compareOptions);
-    zn::requirePrinted();
+                                  ? zn::headless::scoreCommand(line.scoreOptions.result, line.scoreOptions.truth)
+                              : line.app.got_subcommand(line.info) ? zn::headless::infoCommand(line.infoPlugin)
+                                                                   : zn::headless::compareCommand(line.compareOptions);
+    zn::headless::requirePrinted();
     return status;
 }
 
-ExitStatus carryOut(const zn::CommandLine& line) {
-    if (line.app.got_subcommand(line.simulate)) return zn::simulateCommand(line.simulateOptions);
-    if (line.app.got_subcommand(line.report)) return zn::reportCommand(line.reportFolder);
-    if (line.app.got_subcommand(line.run)) return zn::runCommand(line.runOptions);
+ExitStatus carryOut(const zn::headless::CommandLine& line) {
+    if (line.app.got_subcommand(line.simulate)) return zn::headless::simulateCommand(line.simulateOptions);
+    if (line.app.got_subcommand(line.report)) return zn::headless::reportCommand(line.reportFolder);
+    if (line.app.got_subcommand(line.run)) return zn::headless::runCommand(line.runOptions);
     return print(line);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    zn::CommandLine line;
+    zn::headless::CommandLine line;
     try {
         line.app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -56,9 +56,9 @@ int main(int argc, char** argv) {
         return complain(ExitStatus::kUsage, line.complaint(error, argc, argv));
     }
     try {
-        zn::watchInterrupts();
+        zn::headless::watchInterrupts();
         return static_cast<int>(carryOut(line));
-    } catch (const zn::Failure& failure) {
+    } catch (const zn::headless::Failure& failure) {
         return complain(failure.status(), failure.what());
     } catch (const std::bad_alloc&) {
         return complain(ExitStatus::kMemory, "there is not enough memory for data of this size.");

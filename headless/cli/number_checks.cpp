@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -30,4 +30,4 @@ CLI::Validator wholeNumber(std::uint64_t most) {
     });
 }
 
-} // namespace zn
+} // namespace zn::headless

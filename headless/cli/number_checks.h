@@ -5,7 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 /// Checks of an option's number: the whole text must be one, and not-a-number and infinities are none. The complaint is
 /// "needs WANTED; got TEXT".
@@ -17,4 +17,4 @@ CLI::Validator finiteNumber(const std::string& wanted, bool (*fits)(double));
 /// The same for whole numbers from 0 to `most`, in decimal digits alone.
 CLI::Validator wholeNumber(std::uint64_t most);
 
-} // namespace zn
+} // namespace zn::headless

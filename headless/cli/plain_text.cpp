@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -79,4 +79,4 @@ std::string plainText(std::string_view html) {
     return text;
 }
 
-} // namespace zn
+} // namespace zn::headless

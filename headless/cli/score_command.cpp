@@ -14,7 +14,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -69,4 +69,4 @@ ExitStatus scoreCommand(const fs::path& result, const fs::path& truth) {
     return ExitStatus::kDone;
 }
 
-} // namespace zn
+} // namespace zn::headless

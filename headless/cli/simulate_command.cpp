@@ -9,7 +9,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -131,4 +131,4 @@ ExitStatus simulateCommand(const SimulateOptions& options) {
     return ExitStatus::kDone;
 }
 
-} // namespace zn
+} // namespace zn::headless

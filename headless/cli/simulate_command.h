@@ -3,7 +3,7 @@
 #include "headless/failure/failure.h"
 #include "headless/simulate/simulate_options.h"
 
-namespace zn {
+namespace zn::headless {
 
 /// `znica simulate`: writes a sample and its truth into a folder. All names begin with "sub-sim_task-blocks_":
 ///
@@ -18,4 +18,4 @@ namespace zn {
 /// Throws Failure (kOther), and then the folder is as it was.
 ExitStatus simulateCommand(const SimulateOptions& options);
 
-} // namespace zn
+} // namespace zn::headless

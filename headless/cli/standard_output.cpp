@@ -7,7 +7,7 @@
 #include <poll.h>
 #include <unistd.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -24,4 +24,4 @@ void requirePrinted() {
     throw Failure(ExitStatus::kOther, "standard output cannot be written; check the free space where it goes.");
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
 
-namespace zn {
+namespace zn::headless {
 
 DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes) {
     const std::vector<std::string> lines = readLines(file);
@@ -25,4 +25,4 @@ DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes) {
     return design;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The plug-in compares time courses with the first 16 predictors and passes over any further one in silence.
 constexpr std::size_t kMostPredictors = 16;
@@ -24,4 +24,4 @@ struct DesignMatrix {
 /// Throws Failure (kInput) naming file, line and column; also for more than kMostPredictors.
 DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes);
 
-} // namespace zn
+} // namespace zn::headless

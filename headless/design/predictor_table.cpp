@@ -3,7 +3,7 @@
 #include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -48,4 +48,4 @@ DesignMatrix parsePredictorTable(const std::vector<std::string>& lines, const st
     return design;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Parses a tab-separated table: a header line with the predictors' names, then one row a volume. Empty lines at the
 /// end are passed over. `file` is for the texts of Failure (kInput).
 DesignMatrix parsePredictorTable(const std::vector<std::string>& lines, const std::string& file);
 
-} // namespace zn
+} // namespace zn::headless

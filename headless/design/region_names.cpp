@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -59,4 +59,4 @@ std::map<std::int32_t, std::string> readRegionNames(const std::filesystem::path&
     return names;
 }
 
-} // namespace zn
+} // namespace zn::headless

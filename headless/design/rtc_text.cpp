@@ -5,7 +5,7 @@
 
 #include <charconv>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -67,4 +67,4 @@ DesignMatrix parseRtc(const std::vector<std::string>& lines, const std::string& 
     return design;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Parses the RTC text format, the one in which the plug-in writes its own time courses:
 ///
@@ -22,4 +22,4 @@ namespace zn {
 /// Other "Name: value" lines above the empty line are passed over. `file` is for the texts of Failure (kInput).
 DesignMatrix parseRtc(const std::vector<std::string>& lines, const std::string& file);
 
-} // namespace zn
+} // namespace zn::headless

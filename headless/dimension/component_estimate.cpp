@@ -5,7 +5,7 @@
 #include <numbers>
 #include <span>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -115,4 +115,4 @@ ComponentEstimate estimateComponents(const std::vector<double>& eigenvalues, std
     return result;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// How many components the eigenvalues l_1 >= ... >= l_T of a temporal covariance over V voxels speak for.
 ///
@@ -37,4 +37,4 @@ struct ComponentEstimate {
 
 ComponentEstimate estimateComponents(const std::vector<double>& eigenvalues, std::int64_t voxels);
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -26,4 +26,4 @@ void writeEstimateTable(const std::filesystem::path& file, const ComponentEstima
     writeTextFile(file, text);
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,10 +4,10 @@
 
 #include <filesystem>
 
-namespace zn {
+namespace zn::headless {
 
 /// Writes the curves of an estimate as a table: a row a number of components (from 1) with columns components,
 /// eigenvalue (of that rank), mdl and laplace; "n/a" where a criterion was not evaluated. Throws Failure (kOther).
 void writeEstimateTable(const std::filesystem::path& file, const ComponentEstimate& estimate);
 
-} // namespace zn
+} // namespace zn::headless

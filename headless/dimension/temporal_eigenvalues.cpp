@@ -8,7 +8,7 @@
 #include <cblas.h>
 #include <lapacke.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -69,4 +69,4 @@ std::vector<double> temporalEigenvalues(const TimeSeries& series, const std::vec
     return values;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The eigenvalues, in falling order, of the temporal covariance over the voxels of the mask: T x T, the spatial mean
 /// of every volume removed, divided by the number of voxels. As the mean of a voxel over time stays in, the first one
@@ -14,4 +14,4 @@ namespace zn {
 ///   mask   one byte a voxel, not 0: in; at least one voxel, all of them finite in every volume
 std::vector<double> temporalEigenvalues(const TimeSeries& series, const std::vector<unsigned char>& mask);
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// How the command ends; the number is its exit status. `znica --help` lists them.
 enum class ExitStatus : int {
@@ -26,4 +26,4 @@ private:
     ExitStatus status_;
 };
 
-} // namespace zn
+} // namespace zn::headless

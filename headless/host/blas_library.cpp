@@ -2,7 +2,7 @@
 
 #include <cblas.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -20,4 +20,4 @@ const char* blasKernels() {
     return orUnknown(openblas_get_corename());
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 
 #include <new>
 
-namespace zn {
+namespace zn::headless {
 
 extern "C" {
 
@@ -43,4 +43,4 @@ void znSaveNRVMPsOfCurrentVMR(const char* fileName) {
 
 } // extern "C"
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -27,4 +27,4 @@ Session& currentSession() {
     return *current;
 }
 
-} // namespace zn
+} // namespace zn::headless

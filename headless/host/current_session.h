@@ -7,7 +7,7 @@
 #include <new>
 #include <utility>
 
-namespace zn {
+namespace zn::headless {
 
 /// Puts a session behind the exported functions, or none (null). The caller keeps the session alive while it is
 /// attached, and calls this on the thread that runs the plug-in.
@@ -39,4 +39,4 @@ template <class Body> void guarded(Body body) {
     });
 }
 
-} // namespace zn
+} // namespace zn::headless

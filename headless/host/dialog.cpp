@@ -2,7 +2,7 @@
 #include "headless/host/current_session.h"
 #include "headless/host/text_out.h"
 
-namespace zn {
+namespace zn::headless {
 
 extern "C" {
 
@@ -34,4 +34,4 @@ void znLaunchICADialog() {
 
 } // extern "C"
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -63,4 +63,4 @@ unsigned char* znGetMaskOfCurrentVMR() {
 
 } // extern "C"
 
-} // namespace zn
+} // namespace zn::headless

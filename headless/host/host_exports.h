@@ -7,7 +7,7 @@
 /// What leaves the module; everything else in it is hidden.
 #define ZN_HOST_EXPORT __attribute__((visibility("default")))
 
-namespace zn {
+namespace zn::headless {
 
 // Declares every function that the plug-in calls with the type of the list, so that a definition of another type does
 // not compile.
@@ -20,4 +20,4 @@ extern "C" {
 #undef ZN
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -77,4 +77,4 @@ void znStopBusyCursor() {}
 
 } // extern "C"
 
-} // namespace zn
+} // namespace zn::headless

@@ -14,7 +14,7 @@
 #include <memory>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -194,4 +194,4 @@ void zn_intel_matrix_vector_mult_d(const double* a, const double* x, double* y, 
 
 } // extern "C"
 
-} // namespace zn
+} // namespace zn::headless

@@ -1,7 +1,7 @@
 // What components are compared with: the predictors of a design matrix and regions of interest.
 #include "headless/host/current_session.h"
 
-namespace zn {
+namespace zn::headless {
 
 extern "C" {
 
@@ -48,4 +48,4 @@ int* znGetVOI(int index, VoiHeader* header) {
 
 } // extern "C"
 
-} // namespace zn
+} // namespace zn::headless

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The fields of the host's ICA dialog, by the index under which the plug-in asks for them.
 struct DialogFields {
@@ -64,4 +64,4 @@ struct Session {
     std::set<std::string> unavailable; ///< functions that the plug-in called although this host lacks them
 };
 
-} // namespace zn
+} // namespace zn::headless

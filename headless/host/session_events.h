@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace zn {
+namespace zn::headless {
 
 class VolumeMaps;
 
@@ -23,4 +23,4 @@ public:
     [[noreturn]] virtual void outOfMemory() = 0;
 };
 
-} // namespace zn
+} // namespace zn::headless

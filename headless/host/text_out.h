@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string_view>
 
-namespace zn {
+namespace zn::headless {
 
 /// Characters in every text buffer that the plug-in hands to the host, the closing zero included.
 constexpr std::size_t kTextBuffer = 256;
@@ -16,4 +16,4 @@ inline void copyText(std::string_view text, char* buffer) {
     buffer[length] = '\0';
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -29,4 +29,4 @@ extern "C" {
 #undef ZN
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -81,4 +81,4 @@ std::array<std::string, 3> VolumeMaps::names() const {
     return {textIn(names_[0]), textIn(names_[1]), textIn(names_[2])};
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// A text that the plug-in writes into through a pointer.
 using TextBuffer = std::array<char, 256>;
@@ -59,4 +59,4 @@ private:
     std::array<std::int32_t, 4> displayRange_{};
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -1,6 +1,6 @@
 #include "headless/host/worker_threads.h"
 
-namespace zn {
+namespace zn::headless {
 
 WorkerThreads::WorkerThreads(int threads) {
     for (int i = 1; i < threads; ++i) workers_.emplace_back([this] { work(); });
@@ -47,4 +47,4 @@ void WorkerThreads::work() {
     }
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Threads that share out numbered pieces of work. The caller of run() works along, so `threads` is all in all.
 /// Waking them costs some microseconds, which makes pieces of a millisecond and less worth sharing.
@@ -38,4 +38,4 @@ private:
     std::vector<std::thread> workers_;
 };
 
-} // namespace zn
+} // namespace zn::headless

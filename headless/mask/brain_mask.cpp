@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -89,4 +89,4 @@ std::vector<unsigned char> brainMask(const std::vector<float>& image, const Size
     return mask;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// A brain mask from one image: the voxels at or above its intensityThreshold(), of these the largest part that hangs
 /// together across faces, with everything that this part encloses. The image should be the mean over time. Where the
@@ -19,4 +19,4 @@ void keepLargestPart(std::vector<unsigned char>& mask, const std::array<int, 3>&
 /// Adds every voxel that cannot be reached across faces from the border of the grid without crossing the mask.
 void fillHoles(std::vector<unsigned char>& mask, const std::array<int, 3>& size);
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -49,4 +49,4 @@ std::optional<float> intensityThreshold(const std::vector<float>& values) {
     return static_cast<float>(threshold);
 }
 
-} // namespace zn
+} // namespace zn::headless

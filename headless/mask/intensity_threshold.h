@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The intensity that separates the head from the air around it: half the median of the voxels above it, which is what
 /// the head's own bright voxels agree on however much air there is, up to nineteen in twenty voxels. Found by iteration
@@ -15,4 +15,4 @@ namespace zn {
 /// temporal mean was removed, or none is positive. Values that are not finite are passed over.
 std::optional<float> intensityThreshold(const std::vector<float>& values);
 
-} // namespace zn
+} // namespace zn::headless

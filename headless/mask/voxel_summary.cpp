@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -58,4 +58,4 @@ LeftVoxels removeUnusable(const VoxelSummary& summary, std::vector<unsigned char
     return left;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// What the time course of every voxel comes to; voxels as in the series, x fastest.
 struct VoxelSummary {
@@ -28,4 +28,4 @@ struct LeftVoxels {
 /// Takes the voxels out of the mask that hold a value that is not finite in any volume, or that never change.
 LeftVoxels removeUnusable(const VoxelSummary& summary, std::vector<unsigned char>& mask);
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -28,4 +28,4 @@ std::optional<std::int64_t> availableMemoryBytes(const std::filesystem::path& ro
     return machine ? machine : group;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace zn {
+namespace zn::headless {
 
 /// Bytes that this process can still take without swapping: MemAvailable of /proc/meminfo, or what the process's
 /// control group (a container, a batch job) has left, whichever is less. Nothing where neither is told.
@@ -12,4 +12,4 @@ namespace zn {
 ///   root   where /proc and /sys are looked for
 std::optional<std::int64_t> availableMemoryBytes(const std::filesystem::path& root = "/");
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::optional<std::int64_t> controlGroupMemoryLeft(const fs::path& root) {
     return std::nullopt;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -31,4 +31,4 @@ std::int64_t predictedPeakBytes(const RunSize& size) {
                                      std::max({reading, extraction, centring, separation, keeping}));
 }
 
-} // namespace zn
+} // namespace zn::headless

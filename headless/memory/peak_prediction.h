@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace zn {
+namespace zn::headless {
 
 /// What the memory of a run depends on.
 struct RunSize {
@@ -29,4 +29,4 @@ struct RunSize {
 ///                correlations twice
 std::int64_t predictedPeakBytes(const RunSize& size);
 
-} // namespace zn
+} // namespace zn::headless

@@ -8,7 +8,7 @@
 #include <limits>
 #include <system_error>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -129,4 +129,4 @@ std::string sizeText(const ImageHeader& header) {
     return std::to_string(header.size[0]) + "x" + std::to_string(header.size[1]) + "x" + std::to_string(header.size[2]);
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -9,7 +9,7 @@
 
 #include <nifti2_io.h>
 
-namespace zn {
+namespace zn::headless {
 
 /// Voxel (i, j, k), counted from 0, to millimetres: rows x, y, z; columns i, j, k, offset.
 using Affine = std::array<std::array<double, 4>, 3>;
@@ -33,4 +33,4 @@ ImageHeader readImageHeader(const std::filesystem::path& file);
 /// "64x64x33"
 std::string sizeText(const ImageHeader& header);
 
-} // namespace zn
+} // namespace zn::headless

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <limits>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -132,4 +132,4 @@ std::shared_ptr<nifti_image> newGrid(const std::array<int, 3>& size, double edge
     return image;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <span>
 
-namespace zn {
+namespace zn::headless {
 
 /// Writes a NIfTI-1 file volume by volume; compressed at zlib's fastest level where the name ends in ".gz", because
 /// the noise in functional data and maps hardly shrinks further. Units are millimetres and seconds.
@@ -45,4 +45,4 @@ private:
 /// with code 1 (scanner).
 std::shared_ptr<nifti_image> newGrid(const std::array<int, 3>& size, double edge);
 
-} // namespace zn
+} // namespace zn::headless

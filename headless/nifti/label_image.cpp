@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -30,4 +30,4 @@ std::map<std::int32_t, std::vector<std::int64_t>> readLabels(const ImageHeader& 
     return labels;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 std::vector<unsigned char> readMask(const ImageHeader& header) {
     const std::vector<float> values = readSingleVolume(header);
@@ -20,4 +20,4 @@ std::vector<unsigned char> readMask(const ImageHeader& header) {
     return mask;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,10 +4,10 @@
 
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Reads a mask: 1 where the image is different from zero, 0 where it is zero or not a number; x fastest.
 /// Throws Failure (kInput), also when no voxel is selected.
 std::vector<unsigned char> readMask(const ImageHeader& header);
 
-} // namespace zn
+} // namespace zn::headless

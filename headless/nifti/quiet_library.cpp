@@ -6,7 +6,7 @@
 #include <nifti2_io.h>
 #include <unistd.h>
 
-namespace zn {
+namespace zn::headless {
 
 QuietLibrary::QuietLibrary() : standardError_(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)) {
     nifti_set_debug_level(0);
@@ -23,4 +23,4 @@ QuietLibrary::~QuietLibrary() {
     close(standardError_);
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace zn {
+namespace zn::headless {
 
 /// While it lives, standard error goes nowhere. The NIfTI library writes some of its complaints there whatever its
 /// debug level is; what is wrong with a file is said by the caller, once and in whole sentences.
@@ -15,4 +15,4 @@ private:
     int standardError_; // -1: there is none
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -8,7 +8,7 @@
 
 #include <nifti2_io.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -37,4 +37,4 @@ std::optional<RawHeader> readRawHeader(const std::filesystem::path& file) {
     return fieldsOf(*static_cast<nifti_1_header*>(header.get()));
 }
 
-} // namespace zn
+} // namespace zn::headless

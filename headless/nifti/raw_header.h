@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace zn {
+namespace zn::headless {
 
 /// Fields of a NIfTI header as they stand in the file, in this machine's byte order. The library repairs extents and
 /// voxel sizes of 0 to 1 when it reads an image, and with that hides a damaged header and a missing repetition time.
@@ -17,4 +17,4 @@ struct RawHeader {
 /// Nothing when the file has no header that the library recognises.
 std::optional<RawHeader> readRawHeader(const std::filesystem::path& file);
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdio>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -63,4 +63,4 @@ void requireSameGrid(const std::string& what, const ImageHeader& image, const Im
                                           affineText(reference.affine) + "; resample the " + what + " to that grid.");
 }
 
-} // namespace zn
+} // namespace zn::headless

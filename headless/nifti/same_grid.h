@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// Throws Failure (kInput), with sizes and affines of both, unless the voxels of the two images are the same places:
 /// equal sizes, and no corner of the grid further apart than a hundredth of the smallest voxel edge, which lets the
@@ -13,4 +13,4 @@ namespace zn {
 ///   what   what the first image is, for the text: "mask"
 void requireSameGrid(const std::string& what, const ImageHeader& image, const ImageHeader& reference);
 
-} // namespace zn
+} // namespace zn::headless

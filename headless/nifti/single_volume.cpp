@@ -4,7 +4,7 @@
 #include "headless/nifti/volume_stream.h"
 #include "headless/nifti/voxel_values.h"
 
-namespace zn {
+namespace zn::headless {
 
 std::vector<float> readVolume(const ImageHeader& header, int index) {
     VolumeStream stream(header);
@@ -34,4 +34,4 @@ std::vector<float> readSingleVolume(const ImageHeader& header) {
     return readAllVolumes(header);
 }
 
-} // namespace zn
+} // namespace zn::headless

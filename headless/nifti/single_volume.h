@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Reads a 3D image as single-precision values, x fastest. Throws Failure (kInput), also for more than one volume.
 std::vector<float> readSingleVolume(const ImageHeader& header);
@@ -15,4 +15,4 @@ std::vector<float> readVolume(const ImageHeader& header, int index);
 /// Reads all volumes of an image as single-precision values, [volume][voxel]. Throws Failure (kInput).
 std::vector<float> readAllVolumes(const ImageHeader& header);
 
-} // namespace zn
+} // namespace zn::headless

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -67,4 +67,4 @@ TimeSeries readTimeSeries(const ImageHeader& header, int skip) {
     return result;
 }
 
-} // namespace zn
+} // namespace zn::headless

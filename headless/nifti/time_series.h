@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-namespace zn {
+namespace zn::headless {
 
 /// The functional data in the host's order: all volumes of a voxel side by side, voxel (x, y, z) of the grid at index
 /// z * (dimX * dimY) + y * dimX + x, so element voxel * volumes + t. Exactly one of the two arrays exists.
@@ -29,4 +29,4 @@ bool staysShort(const nifti_image& image);
 ///   skip   volumes at the beginning that are left out, fewer than there are
 TimeSeries readTimeSeries(const ImageHeader& header, int skip = 0);
 
-} // namespace zn
+} // namespace zn::headless

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace zn {
+namespace zn::headless {
 
 /// Puts a few consecutive volumes into time courses that lie one voxel after another.
 ///
@@ -23,4 +23,4 @@ void transposeVolumes(const Value* volumes, int count, std::int64_t voxels, Valu
     }
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 VolumeStream::VolumeStream(const ImageHeader& header)
     : header_(header), bytesPerVolume_(header.voxels() * header.image->nbyper), file_(nullptr) {
@@ -45,4 +45,4 @@ void VolumeStream::finish() {
     }
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace zn {
+namespace zn::headless {
 
 /// Reads the volumes of an image one after another, each byte of the file once. Stored values arrive in this machine's
 /// byte order and otherwise untouched: not-a-numbers stay what they are.
@@ -31,4 +31,4 @@ private:
     int next_ = 0; // volume, from 0
 };
 
-} // namespace zn
+} // namespace zn::headless

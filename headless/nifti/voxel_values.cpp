@@ -6,7 +6,7 @@
 #include <cstring>
 #include <type_traits>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -67,4 +67,4 @@ void toFloat(const nifti_image& image, const std::byte* stored, std::int64_t cou
     });
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace zn {
+namespace zn::headless {
 
 /// True when the header asks for value = slope * stored + inter with an effect. A slope of 0 means "not scaled", and so
 /// does one that is not a number.
@@ -20,4 +20,4 @@ void requireRealNumbers(const ImageHeader& header);
 ///   values   [0..count-1] out
 void toFloat(const nifti_image& image, const std::byte* stored, std::int64_t count, float* values);
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-namespace zn {
+namespace zn::headless {
 
 std::string base64(std::span<const std::byte> bytes) {
     constexpr char kDigits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -22,4 +22,4 @@ std::string base64(std::span<const std::byte> bytes) {
     return text;
 }
 
-} // namespace zn
+} // namespace zn::headless

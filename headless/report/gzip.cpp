@@ -5,7 +5,7 @@
 
 #include <zlib.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -29,4 +29,4 @@ std::vector<std::byte> gzip(std::span<const std::byte> bytes) {
     return packed;
 }
 
-} // namespace zn
+} // namespace zn::headless

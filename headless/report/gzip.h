@@ -4,9 +4,9 @@
 #include <span>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Compresses into one gzip member (RFC 1952), the form that browsers unpack by themselves. Throws std::bad_alloc.
 std::vector<std::byte> gzip(std::span<const std::byte> bytes);
 
-} // namespace zn
+} // namespace zn::headless

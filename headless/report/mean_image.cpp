@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -50,4 +50,4 @@ std::vector<unsigned char> greyLevels(const std::vector<float>& mean) {
     return levels;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The mean over the volumes of every voxel, x fastest; not-a-number where a volume has none.
 std::vector<float> meanImage(const TimeSeries& series);
@@ -17,4 +17,4 @@ void writeMeanImage(const std::filesystem::path& file, const TimeSeries& series,
 /// Shades of grey for display: 0 at and below zero, 255 at and above the 99.5th percentile of the positive values.
 std::vector<unsigned char> greyLevels(const std::vector<float>& mean);
 
-} // namespace zn
+} // namespace zn::headless

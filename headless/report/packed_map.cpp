@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -51,4 +51,4 @@ PackedMap packMap(std::span<const float> values, int digits) {
     return map;
 }
 
-} // namespace zn
+} // namespace zn::headless

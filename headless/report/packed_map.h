@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// A component map in decimal steps, small enough for a page and exact in what the page shows: every value is rounded
 /// once, here, to the digits that are displayed, so those are the digits of the map file.
@@ -25,4 +25,4 @@ struct PackedMap {
 ///            ranges fewer, so that the largest magnitude fits into 16 bits
 PackedMap packMap(std::span<const float> values, int digits);
 
-} // namespace zn
+} // namespace zn::headless

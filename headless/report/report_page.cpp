@@ -9,7 +9,7 @@
 #include <iterator>
 #include <system_error>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -70,4 +70,4 @@ fs::path findReportTemplate() {
     return {};
 }
 
-} // namespace zn
+} // namespace zn::headless

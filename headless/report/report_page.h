@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace zn {
+namespace zn::headless {
 
 /// The page of a run while it is put together: the template with the run's data before the end of its body, one script
 /// element of text a block, compressed and in base64, which the page unpacks when it needs it:
@@ -33,4 +33,4 @@ private:
 /// there is none.
 std::filesystem::path findReportTemplate();
 
-} // namespace zn
+} // namespace zn::headless

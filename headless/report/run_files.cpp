@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace zn {
+namespace zn::headless {
 
 namespace fs = std::filesystem;
 
@@ -35,4 +35,4 @@ std::string RunFiles::textIfAny(const std::string& ending) const {
     return has(ending) ? text(ending) : std::string();
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// The files that a run leaves, by the part of their names that does not depend on the input.
 class RunFiles {
@@ -28,4 +28,4 @@ private:
     std::string stem_;
 };
 
-} // namespace zn
+} // namespace zn::headless

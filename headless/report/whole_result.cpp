@@ -9,7 +9,7 @@
 #include <charconv>
 #include <functional>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -137,4 +137,4 @@ void requireWholeTables(const RunFiles& files, int maps, int volumes) {
     requireCourses(files(kDesign), rowsOf(lines, files(kDesign)), volumes);
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 /// These hold the parts of a result against each other, since a page would show wrong numbers without a word. They
 /// throw Failure (kInput) naming the file that does not fit.
@@ -22,4 +22,4 @@ nlohmann::ordered_json readColumnDescriptions(const RunFiles& files);
 ///   volumes   that were analysed
 void requireWholeTables(const RunFiles& files, int maps, int volumes);
 
-} // namespace zn
+} // namespace zn::headless

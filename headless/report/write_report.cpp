@@ -17,7 +17,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -116,4 +116,4 @@ ExitStatus reportCommand(const fs::path& folder) {
     return ExitStatus::kDone;
 }
 
-} // namespace zn
+} // namespace zn::headless

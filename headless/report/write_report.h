@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-namespace zn {
+namespace zn::headless {
 
 /// Makes report.html from the files that a run left in a folder, and from nothing else, so that the page shows what the
 /// folder holds. The mean image is "..._desc-mean_bold.nii.gz"; where an older result lacks it, the page draws the maps
@@ -19,4 +19,4 @@ void writeReport(const std::filesystem::path& folder, const std::filesystem::pat
 /// `znica report DIR`
 ExitStatus reportCommand(const std::filesystem::path& folder);
 
-} // namespace zn
+} // namespace zn::headless

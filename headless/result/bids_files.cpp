@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 void writeBidsFiles(const std::filesystem::path& folder, const std::string& version, const std::string& pluginName,
                     const std::string& pluginVersion) {
@@ -21,4 +21,4 @@ void writeBidsFiles(const std::filesystem::path& folder, const std::string& vers
     writeTextFile(folder / ".bidsignore", "plugin/\nlog.txt\nstatus.json\nreport.html\n*_desc-ICA_*\n");
 }
 
-} // namespace zn
+} // namespace zn::headless

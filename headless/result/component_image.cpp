@@ -2,7 +2,7 @@
 
 #include "headless/nifti/image_writer.h"
 
-namespace zn {
+namespace zn::headless {
 
 void writeComponentImage(const std::filesystem::path& file, const VolumeMaps& maps, const ImageHeader& functional) {
     ImageWriter::Layout layout;
@@ -13,4 +13,4 @@ void writeComponentImage(const std::filesystem::path& file, const VolumeMaps& ma
     writer.close();
 }
 
-} // namespace zn
+} // namespace zn::headless

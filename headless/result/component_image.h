@@ -5,10 +5,10 @@
 
 #include <filesystem>
 
-namespace zn {
+namespace zn::headless {
 
 /// Writes the component maps as one 4D image of single precision, component after component, on the grid of the
 /// functional image. Throws Failure (kOther).
 void writeComponentImage(const std::filesystem::path& file, const VolumeMaps& maps, const ImageHeader& functional);
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace zn {
+namespace zn::headless {
 
 void writeDesignTable(const std::filesystem::path& file, const DesignMatrix& design) {
     std::string text;
@@ -26,4 +26,4 @@ void writeDesignTable(const std::filesystem::path& file, const DesignMatrix& des
     writeTextFile(file, text);
 }
 
-} // namespace zn
+} // namespace zn::headless

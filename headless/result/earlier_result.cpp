@@ -11,7 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -122,4 +122,4 @@ std::string whyNoEarlierResult(const fs::path& folder, const std::string& but) {
     return "";
 }
 
-} // namespace zn
+} // namespace zn::headless

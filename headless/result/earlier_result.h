@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// Why a folder is no earlier result of `znica run` and no sample of `znica simulate`, as the end of a sentence that
 /// begins with the folder; empty when it is one and nothing else is in it, so that all of it may be replaced.
@@ -15,4 +15,4 @@ namespace zn {
 ///   but   a folder in it that does not count; empty: none
 std::string whyNoEarlierResult(const std::filesystem::path& folder, const std::string& but = {});
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <system_error>
 
-namespace zn {
+namespace zn::headless {
 
 std::vector<double> readEigenvalues(const std::filesystem::path& file, int volumes) {
     const auto count = static_cast<std::uintmax_t>(volumes);
@@ -16,4 +16,4 @@ std::vector<double> readEigenvalues(const std::filesystem::path& file, int volum
     return values;
 }
 
-} // namespace zn
+} // namespace zn::headless

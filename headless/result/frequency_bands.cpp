@@ -1,6 +1,6 @@
 #include "headless/result/frequency_bands.h"
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -23,4 +23,4 @@ FrequencyBands frequencyBands(int millisecondsPerVolume) {
     return {millisecondsPerVolume, usedBands(millisecondsPerVolume / 1000)};
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 constexpr int kFrequencyBands = 5;
 
@@ -24,4 +24,4 @@ struct FrequencyBands {
 
 FrequencyBands frequencyBands(int millisecondsPerVolume);
 
-} // namespace zn
+} // namespace zn::headless

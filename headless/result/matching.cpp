@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <limits>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -94,4 +94,4 @@ std::vector<int> bestMatching(const std::vector<double>& value, int rows, int co
     return result;
 }
 
-} // namespace zn
+} // namespace zn::headless

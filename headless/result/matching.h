@@ -2,7 +2,7 @@
 
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Pairs rows with columns so that the sum of their values is as large as it can be.
 ///
@@ -13,4 +13,4 @@ namespace zn {
 /// 2, 83-97, in the form of Jonker and Volgenant (1987), Computing 38, 325-340.
 std::vector<int> bestMatching(const std::vector<double>& value, int rows, int columns);
 
-} // namespace zn
+} // namespace zn::headless

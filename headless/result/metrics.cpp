@@ -1,6 +1,6 @@
 #include "headless/result/metrics.h"
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -62,4 +62,4 @@ std::string metricDescription(std::size_t position, const FrequencyBands& bands)
     return "Share of the time course's power " + bands.range(band) + kShareOfPower + note;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// One of the sixteen parameters of a component, at its position in the map's parameter array.
 struct Metric {
@@ -25,4 +25,4 @@ constexpr std::size_t kPredictorIndex = 1; ///< 1-based; 1 also when there is no
 constexpr std::size_t kRegionIndex = 4;    ///< 1-based; 0: none
 constexpr std::size_t kFirstBand = 11;
 
-} // namespace zn
+} // namespace zn::headless

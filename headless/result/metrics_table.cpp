@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -87,4 +87,4 @@ void writeMetricsDescription(const std::filesystem::path& file, const ReferenceN
     writeTextFile(file, columns.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// What the numbers of the best predictor and the best region stand for; empty without design matrix or regions.
 struct ReferenceNames {
@@ -32,4 +32,4 @@ void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps
 void writeMetricsDescription(const std::filesystem::path& file, const ReferenceNames& names,
                              const FrequencyBands& bands, bool withStability);
 
-} // namespace zn
+} // namespace zn::headless

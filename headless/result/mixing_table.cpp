@@ -3,7 +3,7 @@
 #include "headless/result/result_names.h"
 #include "headless/text/text_file.h"
 
-namespace zn {
+namespace zn::headless {
 
 void writeMixingTable(const std::filesystem::path& file, const VolumeMaps& maps) {
     std::string text;
@@ -26,4 +26,4 @@ void writeMixingTable(const std::filesystem::path& file, const VolumeMaps& maps)
     writeTextFile(file, text);
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <system_error>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 namespace fs = std::filesystem;
 
@@ -25,4 +25,4 @@ void moveEntries(const fs::path& from, const fs::path& to, const fs::path& excep
     }
 }
 
-} // namespace zn
+} // namespace zn::headless

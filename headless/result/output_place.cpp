@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -51,4 +51,4 @@ bool canBeReplaced(const fs::path& folder) {
     return !fs::equivalent(folder, ".", error) && !isMountPoint(folder) && mayRename(folder);
 }
 
-} // namespace zn
+} // namespace zn::headless

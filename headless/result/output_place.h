@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-namespace zn {
+namespace zn::headless {
 
 /// Where an output folder is to be: absolute, links resolved, without "." and "..", without a slash at its end. Throws
 /// Failure: kUsage for an empty path, kOther when the current folder is gone.
@@ -13,4 +13,4 @@ std::filesystem::path outputPlace(const std::filesystem::path& wanted);
 /// be left in the folder that went.
 bool canBeReplaced(const std::filesystem::path& folder);
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 std::string markPartial(const char* how, int exitStatus) {
     const std::filesystem::path folder = ResultFolder::left();
@@ -16,4 +16,4 @@ std::string markPartial(const char* how, int exitStatus) {
     return " The partial files are in " + folder.string() + ".";
 }
 
-} // namespace zn
+} // namespace zn::headless

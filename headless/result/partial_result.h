@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// When an unfinished folder was left on purpose: writes into it a status.json that says so, and returns the sentence
 /// " The partial files are in FOLDER." Else returns nothing.
@@ -11,4 +11,4 @@ namespace zn {
 ///   exitStatus  that the process is about to end with
 std::string markPartial(const char* how, int exitStatus);
 
-} // namespace zn
+} // namespace zn::headless

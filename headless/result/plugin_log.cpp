@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 void PluginLog::add(std::string_view line) {
     const std::string text(line);
@@ -30,4 +30,4 @@ void PluginLog::add(std::string_view line) {
     completed_ |= text.find("ICA Plugin completed!") != std::string::npos;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// What the plug-in's log lines tell about the course of a run.
 class PluginLog {
@@ -36,4 +36,4 @@ private:
     bool completed_ = false;
 };
 
-} // namespace zn
+} // namespace zn::headless

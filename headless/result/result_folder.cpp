@@ -19,7 +19,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -172,4 +172,4 @@ fs::path ResultFolder::left() {
     return leftBehind;
 }
 
-} // namespace zn
+} // namespace zn::headless

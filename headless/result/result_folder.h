@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// The folder of a result while it comes into being: a hidden one beside the wanted folder, on the same disk, that
 /// takes the wanted name in one step when everything is in it. Until then, and after any failure, the wanted folder is
@@ -54,4 +54,4 @@ private:
     bool inside_ = false; ///< the unfinished folder is in the wanted one
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -39,4 +39,4 @@ std::string componentName(int index) {
     return (index < 10 ? "ICA_0" : "ICA_") + std::to_string(index);
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// A file's name without folder and without ".nii", ".nii.gz", ".hdr" or ".img", in letters of any case.
 std::string imageStem(const std::filesystem::path& image);
@@ -15,4 +15,4 @@ std::string resultStem(const std::filesystem::path& image);
 /// "ICA_00" for component 0; two digits, more where the number needs them.
 std::string componentName(int index);
 
-} // namespace zn
+} // namespace zn::headless

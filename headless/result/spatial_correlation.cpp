@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t voxels,
                                      const std::vector<std::size_t>& chosen) {
@@ -35,4 +35,4 @@ std::vector<double> correlations(const std::vector<double>& a, const std::vector
     return result;
 }
 
-} // namespace zn
+} // namespace zn::headless

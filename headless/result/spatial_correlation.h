@@ -3,7 +3,7 @@
 #include <span>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Makes every map have mean 0 and length 1 over the chosen voxels, so that the products of the results are Pearson
 /// correlations.
@@ -17,4 +17,4 @@ std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t vo
 /// All correlations of two sets of such maps, [map of a][map of b]; `voxels` is how many were chosen.
 std::vector<double> correlations(const std::vector<double>& a, const std::vector<double>& b, std::size_t voxels);
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <set>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -90,4 +90,4 @@ std::vector<Stability> stabilityOf(const std::vector<double>& similarity, const 
     return result;
 }
 
-} // namespace zn
+} // namespace zn::headless

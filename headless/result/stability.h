@@ -2,7 +2,7 @@
 
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// How well a component came back in the other runs of the same analysis.
 struct Stability {
@@ -21,4 +21,4 @@ struct Stability {
 /// similarity between the cluster and all other components. O(n^2) memory, about O(n^2) time.
 std::vector<Stability> stabilityOf(const std::vector<double>& similarity, const std::vector<int>& run, int clusters);
 
-} // namespace zn
+} // namespace zn::headless

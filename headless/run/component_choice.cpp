@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-namespace zn {
+namespace zn::headless {
 
 ComponentEstimate settleComponents(const RunMask& mask, RunOptions& options, Session& session) {
     ComponentEstimate estimate = estimateComponents(temporalEigenvalues(session.series, mask.voxels), mask.count);
@@ -23,4 +23,4 @@ std::string estimateNote(const ComponentEstimate& estimate) {
     return text;
 }
 
-} // namespace zn
+} // namespace zn::headless

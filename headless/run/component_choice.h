@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// Estimates the number of components for --components auto and settles it in the options and the session.
 ComponentEstimate settleComponents(const RunMask& mask, RunOptions& options, Session& session);
@@ -15,4 +15,4 @@ ComponentEstimate settleComponents(const RunMask& mask, RunOptions& options, Ses
 /// Each criterion's answer in a sentence.
 std::string estimateNote(const ComponentEstimate& estimate);
 
-} // namespace zn
+} // namespace zn::headless

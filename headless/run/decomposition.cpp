@@ -14,7 +14,7 @@
 #include <nlohmann/json.hpp>
 #include <sys/resource.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -195,4 +195,4 @@ void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitS
     writeTextFile(file, dump(json));
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Everything that is known about a run at its end; points to what its owners keep.
 struct RunFacts {
@@ -55,4 +55,4 @@ void writeDecomposition(const std::filesystem::path& file, const RunFacts& facts
 /// "partial": whether components are missing, ...}.
 void writeStatus(const std::filesystem::path& file, const RunFacts& facts, ExitStatus status);
 
-} // namespace zn
+} // namespace zn::headless

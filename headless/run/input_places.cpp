@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <system_error>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -37,4 +37,4 @@ void requireInputsOutsideResult(const RunOptions& options) {
     }
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -67,4 +67,4 @@ void MemoryCheck::requireEnough(std::int64_t voxels) const {
                       budgetText() + "; use a smaller mask or fewer components, or allow more with --memory GIB.");
 }
 
-} // namespace zn
+} // namespace zn::headless

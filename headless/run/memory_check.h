@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// How much memory a run may use and how much it is going to use.
 class MemoryCheck {
@@ -31,4 +31,4 @@ private:
     std::optional<std::int64_t> budget_; // nothing: the system does not tell
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 
 #include <dlfcn.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace fs = std::filesystem;
 
@@ -65,4 +65,4 @@ fs::path findPlugin() {
                   "ICAPlugin.so is not beside the command in " + folder.string() + "; name it with --plugin.");
 }
 
-} // namespace zn
+} // namespace zn::headless

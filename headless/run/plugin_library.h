@@ -13,7 +13,7 @@ public:
     virtual bool initPlugin() = 0;
 };
 
-namespace zn {
+namespace zn::headless {
 
 /// A loaded plug-in file and its one plug-in object.
 class PluginLibrary {
@@ -42,4 +42,4 @@ private:
 /// Throws Failure (kOther) when there is none.
 std::filesystem::path findPlugin();
 
-} // namespace zn
+} // namespace zn::headless

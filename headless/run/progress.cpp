@@ -8,7 +8,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -124,4 +124,4 @@ std::string Progress::text() const {
     return componentText(std::min(found_ + 1, components_), iterations_);
 }
 
-} // namespace zn
+} // namespace zn::headless

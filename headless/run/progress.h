@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace zn {
+namespace zn::headless {
 
 /// Where a run is, on standard output: a bar that is redrawn on a terminal, else a line a stage.
 ///
@@ -51,4 +51,4 @@ private:
     Stopwatch sinceDrawing_;
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -2,7 +2,7 @@
 
 #include "host/voi_records.h"
 
-namespace zn {
+namespace zn::headless {
 
 std::vector<std::int32_t> regionCoordinates(const std::vector<std::int64_t>& voxels, const std::array<int, 3>& size,
                                             std::int32_t space) {
@@ -22,4 +22,4 @@ std::vector<std::int32_t> regionCoordinates(const std::vector<std::int64_t>& vox
     return coordinates;
 }
 
-} // namespace zn
+} // namespace zn::headless

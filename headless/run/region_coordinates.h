@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The voxels of a region as the host hands them over: three coordinates each.
 ///
@@ -14,4 +14,4 @@ namespace zn {
 std::vector<std::int32_t> regionCoordinates(const std::vector<std::int64_t>& voxels, const std::array<int, 3>& size,
                                             std::int32_t space);
 
-} // namespace zn
+} // namespace zn::headless

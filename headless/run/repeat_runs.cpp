@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -93,4 +93,4 @@ RepeatFacts repeatRuns(const PluginLibrary& library, Session& session, const Run
     return facts;
 }
 
-} // namespace zn
+} // namespace zn::headless

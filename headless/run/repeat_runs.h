@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// What came of running the plug-in several times on the same data.
 struct RepeatFacts {
@@ -29,4 +29,4 @@ struct RepeatFacts {
 RepeatFacts repeatRuns(const PluginLibrary& library, Session& session, const RunOptions& options, std::uint32_t seed,
                        const std::filesystem::path& folder, Progress& progress);
 
-} // namespace zn
+} // namespace zn::headless

@@ -10,7 +10,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -90,4 +90,4 @@ RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHea
     return result;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Seconds from volume to volume and where they were found.
 struct RepetitionTime {
@@ -20,4 +20,4 @@ struct RepetitionTime {
 /// to 20 s, when there is none, and when a sidecar that is needed cannot be read as JSON.
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional);
 
-} // namespace zn
+} // namespace zn::headless

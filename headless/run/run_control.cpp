@@ -4,7 +4,7 @@
 
 #include <limits>
 
-namespace zn {
+namespace zn::headless {
 
 void addRunControl(CLI::App& command, RunControl& control) {
     command.add_option("--seed", control.seed, "replay the run that recorded this seed (new)")
@@ -22,4 +22,4 @@ void addRunControl(CLI::App& command, RunControl& control) {
     command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails");
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -7,7 +7,7 @@ namespace CLI {
 class App;
 }
 
-namespace zn {
+namespace zn::headless {
 
 /// How a run goes about its work; none of it changes what is analysed.
 struct RunControl {
@@ -23,4 +23,4 @@ struct RunControl {
 /// Adds the options that fill it.
 void addRunControl(CLI::App& command, RunControl& control);
 
-} // namespace zn
+} // namespace zn::headless

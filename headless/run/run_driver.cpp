@@ -29,7 +29,7 @@
 #include <cmath>
 #include <cstdio>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -174,4 +174,4 @@ ExitStatus runCommand(const RunOptions& asked) {
     return status;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,10 +3,10 @@
 #include "headless/failure/failure.h"
 #include "headless/run/run_options.h"
 
-namespace zn {
+namespace zn::headless {
 
 /// `znica run`: reads the input, runs the plug-in on it, leaves the result in its folder. Returns kDone or kGaveUp;
 /// throws Failure, and then the result's folder is as it was.
 ExitStatus runCommand(const RunOptions& asked);
 
-} // namespace zn
+} // namespace zn::headless

@@ -12,7 +12,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -108,4 +108,4 @@ Session makeSession(const RunOptions& options, const ImageHeader& functional, do
     return session;
 }
 
-} // namespace zn
+} // namespace zn::headless

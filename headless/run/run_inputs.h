@@ -4,7 +4,7 @@
 #include "headless/nifti/image_header.h"
 #include "headless/run/run_options.h"
 
-namespace zn {
+namespace zn::headless {
 
 /// Reads the header of the functional image, checks everything about the run that can be known from it, and settles
 /// --components max in the options. Throws Failure (kInput).
@@ -18,4 +18,4 @@ void setEigenvalueRange(const RunOptions& options, DialogFields& dialog);
 /// take the time and the memory. Throws Failure (kInput).
 Session makeSession(const RunOptions& options, const ImageHeader& functional, double secondsPerVolume);
 
-} // namespace zn
+} // namespace zn::headless

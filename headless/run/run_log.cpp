@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace zn {
+namespace zn::headless {
 
 RunLog::RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps)
     : file_(file, std::ios::app), verbose_(verbose), progress_(progress), saveMaps_(std::move(saveMaps)) {}
@@ -48,4 +48,4 @@ void RunLog::outOfMemory() {
     std::_Exit(status);
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Keeps what a run says: every line into the log file, the facts in them, and the messages meant for the user.
 class RunLog : public SessionEvents {
@@ -43,4 +43,4 @@ private:
     bool mapsSaved_ = false;
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -96,4 +96,4 @@ void writeMaskImage(const std::filesystem::path& file, const RunMask& mask, cons
     writer.close();
 }
 
-} // namespace zn
+} // namespace zn::headless

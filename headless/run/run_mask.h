@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The voxels that a run analyses.
 struct RunMask {
@@ -36,4 +36,4 @@ std::vector<std::string> maskNotes(const RunOptions& options, const RunMask& mas
 /// Writes the mask as an image of zeros and ones on the functional grid. Throws Failure (kOther).
 void writeMaskImage(const std::filesystem::path& file, const RunMask& mask, const ImageHeader& functional);
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -55,4 +55,4 @@ std::vector<std::string> bandNotes(int millisecondsPerVolume) {
     return notes;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// What is found out about the input before there is a log file: shown at once and kept for that file.
 class InputNotes {
@@ -33,4 +33,4 @@ std::string inputNote(const RunOptions& options, const ImageHeader& functional, 
 /// whole seconds.
 std::vector<std::string> bandNotes(int millisecondsPerVolume);
 
-} // namespace zn
+} // namespace zn::headless

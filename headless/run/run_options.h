@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// The third member of each pair is what the plug-in takes when neither of its two switches is set.
 enum class Nonlinearity { kTanh, kGauss, kCube };
@@ -46,4 +46,4 @@ struct RunOptions {
     int components() const { return lastEigenvalue - firstEigenvalue + 1; }
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -64,4 +64,4 @@ void runPlugin(const PluginLibrary& library, Session& session, const RunLog& log
     if (!ended || !log.mapsSaved()) explainEarlyEnd(log, initialised);
 }
 
-} // namespace zn
+} // namespace zn::headless

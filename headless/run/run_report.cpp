@@ -7,7 +7,7 @@
 
 #include <cstdio>
 
-namespace zn {
+namespace zn::headless {
 
 void addReport(const std::filesystem::path& folder, const std::string& stem, const Session& session,
                const ImageHeader& functional) {
@@ -21,4 +21,4 @@ void addReport(const std::filesystem::path& folder, const std::string& stem, con
     }
 }
 
-} // namespace zn
+} // namespace zn::headless

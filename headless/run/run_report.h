@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// Adds to the files of a run what only its report needs ("..._desc-mean_bold.nii.gz" and, with a design matrix,
 /// "..._desc-ICA_design.tsv"), then report.html. Without an installed template the page is left out, and that is said
@@ -17,4 +17,4 @@ namespace zn {
 void addReport(const std::filesystem::path& folder, const std::string& stem, const Session& session,
                const ImageHeader& functional);
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <random>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -30,17 +30,17 @@ std::uint32_t freshSeed() {
     return std::random_device()();
 }
 
-} // namespace zn
+} // namespace zn::headless
 
 extern "C" {
 
 __attribute__((visibility("default"))) void srand(unsigned) noexcept {
-    zn::startSequence();
-    ++zn::sequence;
+    zn::headless::startSequence();
+    ++zn::headless::sequence;
 }
 
 __attribute__((visibility("default"))) int rand() noexcept {
-    return static_cast<int>(zn::generator() >> 1);
+    return static_cast<int>(zn::headless::generator() >> 1);
 }
 
 } // extern "C"

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace zn {
+namespace zn::headless {
 
 /// Begins a run's random numbers: from here on `rand` of the whole process draws from this seed.
 ///
@@ -19,4 +19,4 @@ void beginRandomNumbers(std::uint32_t seed);
 /// A seed that is new every time.
 std::uint32_t freshSeed();
 
-} // namespace zn
+} // namespace zn::headless

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-namespace zn {
+namespace zn::headless {
 
 /// Seconds since it was made.
 class Stopwatch {
@@ -13,4 +13,4 @@ private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-} // namespace zn
+} // namespace zn::headless

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <map>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -58,4 +58,4 @@ Brain makeBrain(const std::string& sizeName) {
     return brain;
 }
 
-} // namespace zn
+} // namespace zn::headless

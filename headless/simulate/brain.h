@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// A grid with an ellipsoid of brain in its middle.
 struct Brain {
@@ -25,4 +25,4 @@ struct Brain {
 /// 200), "large" (177,000, 300).
 Brain makeBrain(const std::string& sizeName);
 
-} // namespace zn
+} // namespace zn::headless

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 double RandomNumbers::uniform() {
     return static_cast<double>(generator_() >> 11) * 0x1.0p-53;
@@ -27,4 +27,4 @@ double RandomNumbers::normal() {
     return x * factor;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <random>
 
-namespace zn {
+namespace zn::headless {
 
 /// Random numbers that are the same with every compiler: the generator is laid down by the standard, the distributions
 /// (which the standard leaves open) are written out here.
@@ -23,4 +23,4 @@ private:
     bool hasSpare_ = false;
 };
 
-} // namespace zn
+} // namespace zn::headless

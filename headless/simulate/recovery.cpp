@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 double correlationInMask(std::span<const float> a, std::span<const float> b, std::span<const unsigned char> mask) {
     double count = 0.0;
@@ -43,4 +43,4 @@ std::vector<Recovery> recover(std::span<const float> truth, std::span<const floa
     return recoveries;
 }
 
-} // namespace zn
+} // namespace zn::headless

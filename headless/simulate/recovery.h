@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// How well one true source was found.
 struct Recovery {
@@ -26,4 +26,4 @@ std::vector<Recovery> recover(std::span<const float> truth, std::span<const floa
 /// Pearson correlation of two maps over a mask, in double precision; not-a-number when one of them is constant.
 double correlationInMask(std::span<const float> a, std::span<const float> b, std::span<const unsigned char> mask);
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -89,4 +89,4 @@ void makeVolumes(const Sample& sample, const std::function<void(std::span<const 
     }
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -9,7 +9,7 @@
 #include <span>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// One source: intensity(voxel, t) gains amplitude * weight(voxel) * values(t).
 struct Source {
@@ -32,4 +32,4 @@ Sample makeSample(const SimulateOptions& options);
 /// Makes the volumes of the measurement one after another, x fastest, rounded to whole numbers.
 void makeVolumes(const Sample& sample, const std::function<void(std::span<const std::int16_t>)>& use);
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// What `znica simulate` is asked to do.
 struct SimulateOptions {
@@ -19,4 +19,4 @@ struct SimulateOptions {
     static std::vector<std::string> sizeNames() { return {"tiny", "small", "medium", "large"}; }
 };
 
-} // namespace zn
+} // namespace zn::headless

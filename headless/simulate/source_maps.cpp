@@ -4,7 +4,7 @@
 #include <cmath>
 #include <iterator>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -93,4 +93,4 @@ std::vector<SourceMap> placeSources(const Brain& brain, int count, RandomNumbers
     return sources;
 }
 
-} // namespace zn
+} // namespace zn::headless

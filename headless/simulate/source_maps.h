@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// Where a source is active: one blob, or two that mirror each other left and right, with the weight
 /// (1 - (r / radius)^2)^2. Few large and many small weights on purpose: between two sources that are merely on or off,
@@ -28,4 +28,4 @@ struct SourceMap {
 /// Places `count` sources that overlap at their rims at most, as long as there is room; every third one has two blobs.
 std::vector<SourceMap> placeSources(const Brain& brain, int count, RandomNumbers& random);
 
-} // namespace zn
+} // namespace zn::headless

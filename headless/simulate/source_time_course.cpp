@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -152,4 +152,4 @@ SourceTimeCourse makeTimeCourse(int index, int volumes, double secondsPerVolume,
     return course;
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The time course of a source: mean 0, standard deviation 1 over the volumes.
 struct SourceTimeCourse {
@@ -19,4 +19,4 @@ struct SourceTimeCourse {
 /// fluctuations (0.01 to 0.1 Hz). Stimuli are convolved with a haemodynamic response.
 SourceTimeCourse makeTimeCourse(int index, int volumes, double secondsPerVolume, RandomNumbers& random);
 
-} // namespace zn
+} // namespace zn::headless

@@ -8,7 +8,7 @@
 
 #include <unistd.h>
 
-namespace zn {
+namespace zn::headless {
 
 namespace fs = std::filesystem;
 
@@ -36,4 +36,4 @@ std::string readWholeFile(const fs::path& file) {
     return text.str();
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-namespace zn {
+namespace zn::headless {
 
 /// Throws Failure (kInput): the file's name, a blank, and why it cannot be used, a sentence's end.
 [[noreturn]] void refuseFile(const std::filesystem::path& file, const std::string& why);
@@ -14,4 +14,4 @@ void requireReadable(const std::filesystem::path& file);
 /// All bytes of a file. Throws Failure (kInput) when they cannot be read.
 std::string readWholeFile(const std::filesystem::path& file);
 
-} // namespace zn
+} // namespace zn::headless

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <fstream>
 
-namespace zn {
+namespace zn::headless {
 
 void writeTextFile(const std::filesystem::path& file, std::string_view text) {
     std::ofstream stream(file, std::ios::binary | std::ios::trunc);
@@ -24,4 +24,4 @@ std::string cellText(float value) {
     return {text, end};
 }
 
-} // namespace zn
+} // namespace zn::headless

@@ -7,7 +7,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace zn {
+namespace zn::headless {
 
 namespace {
 
@@ -65,4 +65,4 @@ float numberIn(std::string_view text, const std::string& where) {
     return number;
 }
 
-} // namespace zn
+} // namespace zn::headless

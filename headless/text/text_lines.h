@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zn {
+namespace zn::headless {
 
 /// The lines of a text file without their ends (LF or CR LF) and without a byte-order mark. Throws Failure (kInput)
 /// when the file is missing, unreadable, empty or no text (it holds a zero byte).
@@ -21,4 +21,4 @@ std::vector<std::string_view> splitAtBlanks(std::string_view line);
 /// `where` when it spells none or one that is not finite.
 float numberIn(std::string_view text, const std::string& where);
 
-} // namespace zn
+} // namespace zn::headless
