@@ -1,12 +1,10 @@
 #include "headless/dimension/temporal_eigenvalues.h"
 
+#include "headless/blas/symmetric_matrix.h"
 #include "headless/failure/failure.h"
 
 #include <algorithm>
 #include <string>
-
-#include <cblas.h>
-#include <lapacke.h>
 
 namespace zn::headless {
 
@@ -47,8 +45,7 @@ std::vector<double> covariance(const Value* values, const TimeSeries& series, co
         for (std::size_t v = 0; v < count; ++v) {
             for (std::size_t t = 0; t < volumes; ++t) rows[v * volumes + t] -= mean[t];
         }
-        cblas_dsyrk(CblasRowMajor, CblasUpper, CblasTrans, series.volumes, static_cast<int>(count), 1.0 / voxels, rows,
-                    series.volumes, 1.0, result.data(), series.volumes);
+        addCrossProducts(rows, static_cast<int>(count), series.volumes, 1.0 / voxels, result.data());
     });
     return result;
 }
@@ -59,13 +56,11 @@ std::vector<double> temporalEigenvalues(const TimeSeries& series, const std::vec
     std::vector<double> matrix = series.isFloat() ? covariance(series.floats.get(), series, mask)
                                                   : covariance(series.shorts.get(), series, mask);
     std::vector<double> values(static_cast<std::size_t>(series.volumes));
-    const int info = LAPACKE_dsyev(LAPACK_COL_MAJOR, 'N', 'L', series.volumes, matrix.data(), series.volumes,
-                                   values.data()); // the upper triangle by rows is the lower one by columns
+    const int info = symmetricEigenvalues(matrix.data(), series.volumes, values.data());
     if (info != 0) {
         throw Failure(ExitStatus::kOther, "the eigenvalues for --components auto cannot be computed (LAPACK dsyev: " +
                                               std::to_string(info) + "); give a number of components.");
     }
-    std::reverse(values.begin(), values.end());
     return values;
 }
 

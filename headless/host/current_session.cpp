@@ -15,10 +15,6 @@ void attachSession(Session* session) {
     current = session;
 }
 
-Session* attachedSession() {
-    return current;
-}
-
 Session& currentSession() {
     if (!current) {
         std::fputs("TesmiraZN: a host function was called outside a session.\n", stderr);

@@ -16,9 +16,6 @@ ZN_HOST_EXPORT void attachSession(Session* session);
 /// The session behind the exported functions. Ends the process with a message when none is attached.
 Session& currentSession();
 
-/// The same, or null when none is attached.
-Session* attachedSession();
-
 /// Runs a host function's body; what it throws is kept in the session (the first one only) and `otherwise` returned,
 /// because an exception must not travel through the plug-in.
 template <class Body, class Result> Result guarded(Result otherwise, Body body) {

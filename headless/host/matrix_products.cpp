@@ -1,195 +1,36 @@
-// The host's four matrix products over a CBLAS. All arrays are contiguous row-major blocks.
-//
-// The BLAS shares one product among its threads in a way that depends on their number, and with it the order of the
-// sums and the last bits. Here every product is cut into blocks of a fixed size, each is one call of the BLAS on one
-// thread, and partial sums are added in the order of the blocks: the same bits with any number of threads.
+// The host's four matrix products.
 #include "headless/host/current_session.h"
-#include "headless/host/product_threads.h"
-#include "headless/host/worker_threads.h"
-
-#include <cblas.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <memory>
-#include <vector>
 
 namespace zn::headless {
 
 namespace {
 
-// One overload a precision, so that the products below are written once.
-void gemm(CBLAS_TRANSPOSE a, CBLAS_TRANSPOSE b, int m, int n, int k, const double* left, int strideA,
-          const double* right, int strideB, double* r, int strideR) {
-    cblas_dgemm(CblasRowMajor, a, b, m, n, k, 1.0, left, strideA, right, strideB, 0.0, r, strideR);
-}
-void gemm(CBLAS_TRANSPOSE a, CBLAS_TRANSPOSE b, int m, int n, int k, const float* left, int strideA, const float* right,
-          int strideB, float* r, int strideR) {
-    cblas_sgemm(CblasRowMajor, a, b, m, n, k, 1.0f, left, strideA, right, strideB, 0.0f, r, strideR);
-}
-void syrk(CBLAS_TRANSPOSE transpose, int n, int k, const double* a, int stride, double* r) {
-    cblas_dsyrk(CblasRowMajor, CblasUpper, transpose, n, k, 1.0, a, stride, 0.0, r, n);
-}
-void syrk(CBLAS_TRANSPOSE transpose, int n, int k, const float* a, int stride, float* r) {
-    cblas_ssyrk(CblasRowMajor, CblasUpper, transpose, n, k, 1.0f, a, stride, 0.0f, r, n);
-}
-void gemv(CBLAS_TRANSPOSE transpose, int m, int n, const double* a, int stride, const double* x, double* y) {
-    cblas_dgemv(CblasRowMajor, transpose, m, n, 1.0, a, stride, x, 1, 0.0, y, 1);
-}
-void gemv(CBLAS_TRANSPOSE transpose, int m, int n, const float* a, int stride, const float* x, float* y) {
-    cblas_sgemv(CblasRowMajor, transpose, m, n, 1.0f, a, stride, x, 1, 0.0f, y, 1);
-}
-
-CBLAS_TRANSPOSE flag(bool transpose) {
-    return transpose ? CblasTrans : CblasNoTrans;
-}
-
-// The workers, made at the first use; the BLAS itself stays on the thread that calls it.
-std::unique_ptr<WorkerThreads>& team() {
-    static std::unique_ptr<WorkerThreads> made;
-    return made;
-}
-
-WorkerThreads& workers() {
-    if (!team()) setProductThreads(openblas_get_num_threads());
-    return *team();
-}
-
-struct Block {
-    int first;
-    int size;
-};
-
-Block blockOf(int number, int size, int total) {
-    const int first = number * size;
-    return {first, std::min(size, total - first)};
-}
-
-int blocksIn(int total, int size) {
-    return total / size + (total % size != 0 ? 1 : 0);
-}
-
-// Work of one block in multiplications and additions: some hundred microseconds, which outweigh waking a thread.
-constexpr std::int64_t kBlockWork = 1 << 19;
-
-// Results a block when each of them is a sum of `terms`; whole cache lines, so that no two threads write to one.
-int resultsPerBlock(std::int64_t terms) {
-    return static_cast<int>(
-        std::clamp<std::int64_t>(kBlockWork / std::max<std::int64_t>(terms, 1) / 16 * 16, 16, 8192));
-}
-
-template <class Real> void mirrorUpperTriangle(Real* r, int n) {
-    for (std::int64_t i = 0; i < n; ++i) {
-        for (std::int64_t j = i + 1; j < n; ++j) r[j * n + i] = r[i * n + j];
-    }
-}
-
-// Upper triangle of the product of a block with its own transpose; `transpose` as in the BLAS: the sum runs over the
-// rows. Blocks of a long sum come in groups of as many as there are threads, and are added one after the other.
-template <class Real> void productWithItself(bool transpose, int n, int k, const Real* a, int stride, Real* r) {
-    constexpr int kTerms = 4096;
-    const int blocks = blocksIn(k, kTerms);
-    const std::int64_t size = std::int64_t{n} * n;
-    const auto part = [&](int number, Real* result) {
-        const Block block = blockOf(number, kTerms, k);
-        const std::int64_t start = transpose ? std::int64_t{block.first} * stride : block.first;
-        syrk(flag(transpose), n, block.size, a + start, stride, result);
-    };
-    part(0, r);
-    const int together = std::min(workers().threads(), blocks - 1);
-    std::vector<Real> parts(static_cast<std::size_t>(std::max(together, 0) * size));
-    for (int first = 1; first < blocks; first += together) {
-        const int count = std::min(together, blocks - first);
-        workers().run(count, [&](int i) { part(first + i, parts.data() + i * size); });
-        for (int i = 0; i < count; ++i) {
-            const Real* from = parts.data() + i * size;
-            for (std::int64_t element = 0; element < size; ++element) r[element] += from[element];
-        }
-    }
-}
-
-template <class Real>
-void matrixTimesMatrix(const Real* a, const Real* b, Real* r, int m, int n, int k, bool transposeA, bool transposeB) {
-    if (m <= 0 || n <= 0) return;
-    if (k <= 0) {
-        std::fill_n(r, std::int64_t{m} * n, Real{0}); // a sum of nothing
-        return;
-    }
-    WorkerThreads& team = workers();
-    const int strideA = transposeA ? m : k;
-    const int strideB = transposeB ? k : n;
-    // A block times its own transpose, the covariance above all: half the work, and exactly symmetric.
-    if (a == b && m == n && transposeA != transposeB) {
-        productWithItself(transposeA, m, k, a, strideA, r);
-        mirrorUpperTriangle(r, m);
-        return;
-    }
-    const bool wide = n >= m; // blocks of columns of r, else of rows
-    const int size = resultsPerBlock(std::int64_t{k} * (wide ? m : n));
-    team.run(blocksIn(wide ? n : m, size), [&](int number) {
-        const Block block = blockOf(number, size, wide ? n : m);
-        const std::int64_t first = block.first;
-        if (wide) {
-            gemm(flag(transposeA), flag(transposeB), m, block.size, k, a, strideA, b + (transposeB ? first * k : first),
-                 strideB, r + first, n);
-        } else {
-            gemm(flag(transposeA), flag(transposeB), block.size, n, k, a + (transposeA ? first : first * k), strideA, b,
-                 strideB, r + first * n, n);
-        }
-    });
-}
-
-template <class Real> void matrixTimesVector(const Real* a, const Real* x, Real* y, int m, int n, bool transpose) {
-    const int results = transpose ? n : m;
-    const int terms = transpose ? m : n;
-    if (results <= 0) return;
-    if (terms <= 0) {
-        std::fill_n(y, results, Real{0});
-        return;
-    }
-    if (Session* session = attachedSession()) session->events->vectorProduct(transpose);
-    WorkerThreads& team = workers();
-    const int size = resultsPerBlock(terms);
-    team.run(blocksIn(results, size), [&](int number) {
-        const Block block = blockOf(number, size, results);
-        const std::int64_t first = block.first;
-        if (transpose) {
-            gemv(CblasTrans, m, block.size, a + first, n, x, y + first);
-        } else {
-            gemv(CblasNoTrans, block.size, n, a + first * n, n, x, y + first);
-        }
-    });
+template <class Real> void multiplyVector(const Real* a, const Real* x, Real* y, int m, int n, bool transpose) {
+    Session& session = currentSession();
+    if (m > 0 && n > 0) session.events->vectorProduct(transpose);
+    session.products->multiplyVector(a, x, y, m, n, transpose);
 }
 
 } // namespace
-
-void setProductThreads(int threads) {
-    openblas_set_num_threads(1);
-    team() = std::make_unique<WorkerThreads>(std::max(threads, 1));
-}
-
-int productThreads() {
-    return workers().threads();
-}
 
 extern "C" {
 
 void zn_intel_matrix_matrix_mult_f(const float* a, const float* b, float* r, int m, int n, int k, bool transposeA,
                                    bool transposeB) {
-    matrixTimesMatrix(a, b, r, m, n, k, transposeA, transposeB);
+    currentSession().products->multiply(a, b, r, m, n, k, transposeA, transposeB);
 }
 
 void zn_intel_matrix_matrix_mult_d(const double* a, const double* b, double* r, int m, int n, int k, bool transposeA,
                                    bool transposeB) {
-    matrixTimesMatrix(a, b, r, m, n, k, transposeA, transposeB);
+    currentSession().products->multiply(a, b, r, m, n, k, transposeA, transposeB);
 }
 
 void zn_intel_matrix_vector_mult_f(const float* a, const float* x, float* y, int m, int n, bool transpose) {
-    matrixTimesVector(a, x, y, m, n, transpose);
+    multiplyVector(a, x, y, m, n, transpose);
 }
 
 void zn_intel_matrix_vector_mult_d(const double* a, const double* x, double* y, int m, int n, bool transpose) {
-    matrixTimesVector(a, x, y, m, n, transpose);
+    multiplyVector(a, x, y, m, n, transpose);
 }
 
 } // extern "C"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/blas/matrix_products.h"
 #include "headless/design/design_matrix.h"
 #include "headless/host/session_events.h"
 #include "headless/host/volume_maps.h"
@@ -59,9 +60,10 @@ struct Session {
 
     VolumeMaps maps; ///< what the plug-in hands back
 
-    SessionEvents* events = nullptr;   ///< not owned; never null while the session is attached
-    std::exception_ptr failure;        ///< the first exception that a host function met; none may cross the plug-in
-    std::set<std::string> unavailable; ///< functions that the plug-in called although this host lacks them
+    MatrixProducts* products = nullptr; ///< not owned; never null while the session is attached
+    SessionEvents* events = nullptr;    ///< not owned; never null while the session is attached
+    std::exception_ptr failure;         ///< the first exception that a host function met; none may cross the plug-in
+    std::set<std::string> unavailable;  ///< functions that the plug-in called although this host lacks them
 };
 
 } // namespace zn::headless

@@ -1,7 +1,5 @@
 #include "headless/result/spatial_correlation.h"
 
-#include "headless/host/host_exports.h"
-
 #include <cmath>
 
 namespace zn::headless {
@@ -26,12 +24,12 @@ std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t vo
     return result;
 }
 
-std::vector<double> correlations(const std::vector<double>& a, const std::vector<double>& b, std::size_t voxels) {
+std::vector<double> correlations(MatrixProducts& products, const std::vector<double>& a, const std::vector<double>& b,
+                                 std::size_t voxels) {
     const auto rows = static_cast<int>(a.size() / voxels);
     const auto columns = static_cast<int>(b.size() / voxels);
     std::vector<double> result(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
-    zn_intel_matrix_matrix_mult_d(a.data(), b.data(), result.data(), rows, columns, static_cast<int>(voxels), false,
-                                  true);
+    products.multiply(a.data(), b.data(), result.data(), rows, columns, static_cast<int>(voxels), false, true);
     return result;
 }
 

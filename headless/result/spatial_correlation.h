@@ -1,5 +1,7 @@
 #pragma once
 
+#include "headless/blas/matrix_products.h"
+
 #include <span>
 #include <vector>
 
@@ -14,7 +16,8 @@ namespace zn::headless {
 std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t voxels,
                                      const std::vector<std::size_t>& chosen);
 
-/// All correlations of two sets of such maps, [map of a][map of b]; `voxels` is how many were chosen.
-std::vector<double> correlations(const std::vector<double>& a, const std::vector<double>& b, std::size_t voxels);
+/// All correlations of two sets of such maps, [map of a][map of b]; `voxels` is how many voxels were chosen.
+std::vector<double> correlations(MatrixProducts& products, const std::vector<double>& a, const std::vector<double>& b,
+                                 std::size_t voxels);
 
 } // namespace zn::headless

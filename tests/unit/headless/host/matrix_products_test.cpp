@@ -1,7 +1,9 @@
 // The module's four products against sums written out, for every combination of flags and several shapes.
-#include "headless/host/host_exports.h"
+#include "headless/host/current_session.h"
 
 #include <cstdint>
+#include <cstdlib>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -57,11 +59,33 @@ void hostProduct(const double* a, const double* x, double* y, int m, int n, bool
     zn_intel_matrix_vector_mult_d(a, x, y, m, n, t);
 }
 
-template <class Real> class MatrixProducts : public testing::Test {};
-using Precisions = testing::Types<float, double>;
-TYPED_TEST_SUITE(MatrixProducts, Precisions);
+class SilentEvents : public SessionEvents {
+public:
+    void logLine(std::string_view) override {}
+    void message(std::string_view) override {}
+    void saveMaps(const VolumeMaps&, std::string_view) override {}
+    [[noreturn]] void outOfMemory() override { std::abort(); }
+};
 
-TYPED_TEST(MatrixProducts, MatrixTimesMatrixForEveryFlagAndShape) {
+// The functions answer from the session that is attached.
+template <class Real> class HostProducts : public testing::Test {
+protected:
+    HostProducts() {
+        session_.products = &products_;
+        session_.events = &events_;
+        attachSession(&session_);
+    }
+    ~HostProducts() override { attachSession(nullptr); }
+
+private:
+    MatrixProducts products_{2};
+    SilentEvents events_;
+    Session session_;
+};
+using Precisions = testing::Types<float, double>;
+TYPED_TEST_SUITE(HostProducts, Precisions);
+
+TYPED_TEST(HostProducts, MatrixTimesMatrixForEveryFlagAndShape) {
     for (const auto& [m, n, k] : {std::tuple(1, 1, 1), {2, 3, 4}, {5, 5, 5}, {7, 2, 31}, {1, 9, 3}, {40, 33, 70}}) {
         const auto a = wholeNumbers<TypeParam>(m * k, 1);
         const auto b = wholeNumbers<TypeParam>(k * n, 2);
@@ -75,7 +99,7 @@ TYPED_TEST(MatrixProducts, MatrixTimesMatrixForEveryFlagAndShape) {
     }
 }
 
-TYPED_TEST(MatrixProducts, ABlockTimesItselfForEveryFlag) {
+TYPED_TEST(HostProducts, ABlockTimesItselfForEveryFlag) {
     // Square, so that the same block is valid on both sides whatever the flags: the symmetric routine serves two of the
     // four, and the other two must not be mistaken for it.
     for (const int n : {1, 2, 17, 64}) {
@@ -90,7 +114,7 @@ TYPED_TEST(MatrixProducts, ABlockTimesItselfForEveryFlag) {
     }
 }
 
-TYPED_TEST(MatrixProducts, TheCovarianceOfATallMatrixIsWholeAndExactlySymmetric) {
+TYPED_TEST(HostProducts, TheCovarianceOfATallMatrixIsWholeAndExactlySymmetric) {
     constexpr int kVoxels = 1000;
     constexpr int kVolumes = 21;
     const auto x = wholeNumbers<TypeParam>(kVoxels * kVolumes, 4);
@@ -103,14 +127,14 @@ TYPED_TEST(MatrixProducts, TheCovarianceOfATallMatrixIsWholeAndExactlySymmetric)
     }
 }
 
-TYPED_TEST(MatrixProducts, ARowsProductWithItselfTransposed) {
+TYPED_TEST(HostProducts, ARowsProductWithItselfTransposed) {
     const auto b = wholeNumbers<TypeParam>(6 * 50, 5); // 6 x 50
     std::vector<TypeParam> r(36, TypeParam{99});
     hostProduct(b.data(), b.data(), r.data(), 6, 6, 50, false, true);
     EXPECT_EQ(r, product(b, b, 6, 6, 50, false, true));
 }
 
-TYPED_TEST(MatrixProducts, MatrixTimesVectorForBothFlags) {
+TYPED_TEST(HostProducts, MatrixTimesVectorForBothFlags) {
     for (const auto& [m, n] : {std::pair(1, 1), {3, 8}, {8, 3}, {60, 41}}) {
         const auto a = wholeNumbers<TypeParam>(m * n, 6);
         for (const bool transpose : {false, true}) {
@@ -124,7 +148,7 @@ TYPED_TEST(MatrixProducts, MatrixTimesVectorForBothFlags) {
     }
 }
 
-TYPED_TEST(MatrixProducts, ASumOfNothingIsZero) {
+TYPED_TEST(HostProducts, ASumOfNothingIsZero) {
     std::vector<TypeParam> r(6, TypeParam{99});
     hostProduct(r.data(), r.data() + 1, r.data(), 2, 3, 0, false, false);
     EXPECT_THAT(r, testing::Each(TypeParam{0}));

@@ -1,6 +1,6 @@
 // The number of threads changes no bit of a product.
-#include "headless/host/product_threads.h"
-#include "headless/host/worker_threads.h"
+#include "headless/blas/matrix_products.h"
+#include "headless/blas/worker_threads.h"
 
 #include <atomic>
 #include <cmath>
@@ -29,17 +29,17 @@ TEST(ProductThreads, ChangeNoBitOfAnyProduct) {
     const auto x = fractions(kRows);
     std::vector<std::vector<double>> first;
     for (const int threads : {1, 2, 5}) {
-        setProductThreads(threads);
+        MatrixProducts products(threads);
         std::vector<std::vector<double>> results = {std::vector<double>(kColumns * kColumns),
                                                     std::vector<double>(std::size_t{kRows} * 4),
                                                     std::vector<double>(kColumns), std::vector<double>(kRows)};
-        zn_intel_matrix_matrix_mult_d(a.data(), a.data(), results[0].data(), kColumns, kColumns, kRows, true, false);
-        zn_intel_matrix_matrix_mult_d(x.data(), a.data(), results[1].data(), 4, kRows, kColumns, false, true);
-        zn_intel_matrix_vector_mult_d(a.data(), x.data(), results[2].data(), kRows, kColumns, true);
-        zn_intel_matrix_vector_mult_d(a.data(), x.data(), results[3].data(), kRows, kColumns, false);
+        products.multiply(a.data(), a.data(), results[0].data(), kColumns, kColumns, kRows, true, false);
+        products.multiply(x.data(), a.data(), results[1].data(), 4, kRows, kColumns, false, true);
+        products.multiplyVector(a.data(), x.data(), results[2].data(), kRows, kColumns, true);
+        products.multiplyVector(a.data(), x.data(), results[3].data(), kRows, kColumns, false);
         if (first.empty()) first = results;
         EXPECT_EQ(results, first) << threads;
-        EXPECT_EQ(productThreads(), threads);
+        EXPECT_EQ(products.threads(), threads);
     }
 }
 
@@ -48,8 +48,8 @@ TEST(ProductThreads, LongSumsInBlocksAreTheSumsWrittenOut) {
     constexpr int kColumns = 3;
     const auto a = fractions(std::size_t{kRows} * kColumns);
     std::vector<double> r(kColumns * kColumns);
-    setProductThreads(2);
-    zn_intel_matrix_matrix_mult_d(a.data(), a.data(), r.data(), kColumns, kColumns, kRows, true, false);
+    MatrixProducts products(2);
+    products.multiply(a.data(), a.data(), r.data(), kColumns, kColumns, kRows, true, false);
     for (std::size_t i = 0; i < kColumns; ++i) {
         for (std::size_t j = 0; j < kColumns; ++j) {
             double sum = 0.0;

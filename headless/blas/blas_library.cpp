@@ -1,4 +1,4 @@
-#include "headless/host/blas_library.h"
+#include "headless/blas/blas_library.h"
 
 #include <cblas.h>
 

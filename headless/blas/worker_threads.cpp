@@ -1,4 +1,4 @@
-#include "headless/host/worker_threads.h"
+#include "headless/blas/worker_threads.h"
 
 namespace zn::headless {
 

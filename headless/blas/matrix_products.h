@@ -1,0 +1,36 @@
+#pragma once
+
+#include "headless/blas/worker_threads.h"
+
+namespace zn::headless {
+
+/// Products of matrices over a CBLAS, shared out among threads, with the same bits for any number of them.
+///
+/// The BLAS shares one product among its threads in a way that depends on their number, and with it the order of the
+/// sums and the last bits. Here every product is cut into blocks of a fixed size, each block is one call of the BLAS on
+/// one thread, and partial sums are added in the order of the blocks.
+///
+/// All arrays are contiguous row-major blocks. While an object of this class exists, the BLAS itself uses one thread.
+class MatrixProducts {
+public:
+    /// At least one thread; the caller's is one of them.
+    explicit MatrixProducts(int threads);
+
+    /// As many threads as the BLAS would use: the processors, or OPENBLAS_NUM_THREADS. To be asked before the first
+    /// object is made.
+    static int usualThreads();
+
+    int threads() const { return team_.threads(); }
+
+    /// r (m x n) = op(a) op(b): op(a) is m x k and op(b) k x n, so a transposed operand is stored as k x m or n x k.
+    template <class Real>
+    void multiply(const Real* a, const Real* b, Real* r, int m, int n, int k, bool transposeA, bool transposeB);
+
+    /// y = op(a) x for a stored as m x n: x has n elements and y m, or the reverse when a is transposed.
+    template <class Real> void multiplyVector(const Real* a, const Real* x, Real* y, int m, int n, bool transpose);
+
+private:
+    WorkerThreads team_;
+};
+
+} // namespace zn::headless

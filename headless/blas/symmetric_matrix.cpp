@@ -1,0 +1,21 @@
+#include "headless/blas/symmetric_matrix.h"
+
+#include <algorithm>
+
+#include <cblas.h>
+#include <lapacke.h>
+
+namespace zn::headless {
+
+void addCrossProducts(const double* rows, int count, int order, double scale, double* upper) {
+    cblas_dsyrk(CblasRowMajor, CblasUpper, CblasTrans, order, count, scale, rows, order, 1.0, upper, order);
+}
+
+int symmetricEigenvalues(double* upper, int order, double* values) {
+    // The upper triangle by rows is the lower one by columns.
+    const int info = LAPACKE_dsyev(LAPACK_COL_MAJOR, 'N', 'L', order, upper, order, values);
+    std::reverse(values, values + order);
+    return info;
+}
+
+} // namespace zn::headless

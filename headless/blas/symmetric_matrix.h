@@ -1,0 +1,18 @@
+#pragma once
+
+namespace zn::headless {
+
+/// Adds scale * Rt R to the upper triangle of a symmetric matrix, with the BLAS (dsyrk) and as many threads as it uses.
+///
+///   rows    [count][order], row after row: R
+///   upper   [order][order], row after row; below the diagonal nothing is touched
+void addCrossProducts(const double* rows, int count, int order, double scale, double* upper);
+
+/// The eigenvalues of a symmetric matrix in descending order, with LAPACK (dsyev). Returns LAPACK's `info`: 0, or the
+/// number of off-diagonal elements that did not converge, and then `values` mean nothing.
+///
+///   upper    [order][order], row after row; only the upper triangle is read, all of it is destroyed
+///   values   [order]
+int symmetricEigenvalues(double* upper, int order, double* values);
+
+} // namespace zn::headless
