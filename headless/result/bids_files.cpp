@@ -6,7 +6,22 @@
 
 namespace zn::headless {
 
-void writeBidsFiles(const std::filesystem::path& folder, const std::string& version, const std::string& pluginName,
+namespace {
+
+// The patterns of the list, each once.
+std::string ignoredNames() {
+    std::string text;
+    std::string_view last;
+    for (const ResultFileEntry& entry : resultFileList()) {
+        if (!entry.ignored.empty() && entry.ignored != last) text += std::string(entry.ignored) + "\n";
+        last = entry.ignored;
+    }
+    return text;
+}
+
+} // namespace
+
+void writeBidsFiles(const ResultFiles& files, const std::string& version, const std::string& pluginName,
                     const std::string& pluginVersion) {
     using Json = nlohmann::ordered_json;
     Json generators = Json::array();
@@ -16,9 +31,9 @@ void writeBidsFiles(const std::filesystem::path& folder, const std::string& vers
                               {"BIDSVersion", "1.8.0"},
                               {"DatasetType", "derivative"},
                               {"GeneratedBy", generators}};
-    writeTextFile(folder / "dataset_description.json",
+    writeTextFile(files[ResultFile::kDatasetDescription],
                   description.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
-    writeTextFile(folder / ".bidsignore", "plugin/\nlog.txt\nstatus.json\nreport.html\n*_desc-ICA_*\n");
+    writeTextFile(files[ResultFile::kBidsIgnore], ignoredNames());
 }
 
 } // namespace zn::headless

@@ -35,7 +35,8 @@ TEST_F(ResultFolderTest, LeavesAloneWhatTookItsPlaceMeanwhileAndKeepsTheResult) 
     for (const bool replace : {false, true}) {
         fs::path left;
         {
-            ResultFolder result(folder / "out", replace);
+            UnfinishedWork unfinished;
+            ResultFolder result(unfinished, folder / "out", replace);
             left = result.path();
             writeFile(result.path() / "log.txt", "finished");
             write("out/notes.txt");

@@ -1,0 +1,57 @@
+#include "headless/result/course_tables.h"
+
+#include "headless/result/result_names.h"
+#include "headless/text/text_file.h"
+
+#include <algorithm>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace zn::headless {
+
+namespace {
+
+struct Column {
+    std::string name;
+    std::span<const float> values; // [volume]
+};
+
+void writeColumns(const std::filesystem::path& file, const std::vector<Column>& columns) {
+    std::string text;
+    for (const Column& column : columns) text += (&column == &columns.front() ? "" : "\t") + column.name;
+    text += '\n';
+    const std::size_t volumes = columns.empty() ? 0 : columns.front().values.size();
+    for (std::size_t t = 0; t < volumes; ++t) {
+        const char* separator = "";
+        for (const Column& column : columns) {
+            text += separator + cellText(column.values[t]);
+            separator = "\t";
+        }
+        text += '\n';
+    }
+    writeTextFile(file, text);
+}
+
+} // namespace
+
+void writeMixingTable(const std::filesystem::path& file, const VolumeMaps& maps) {
+    std::vector<Column> columns;
+    for (const VolumeMap& map : maps.maps()) {
+        columns.push_back({componentName(static_cast<int>(columns.size())), map.timeCourse});
+    }
+    writeColumns(file, columns);
+}
+
+void writeDesignTable(const std::filesystem::path& file, const DesignMatrix& design) {
+    std::vector<Column> columns;
+    for (std::size_t i = 0; i < design.names.size(); ++i) {
+        std::string name = design.names[i];
+        std::replace_if(
+            name.begin(), name.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
+        columns.push_back({std::move(name), design.predictors[i]});
+    }
+    writeColumns(file, columns);
+}
+
+} // namespace zn::headless

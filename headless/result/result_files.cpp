@@ -1,0 +1,68 @@
+#include "headless/result/result_files.h"
+
+#include "headless/failure/failure.h"
+#include "headless/text/input_file.h"
+
+#include <array>
+#include <system_error>
+#include <utility>
+
+namespace zn::headless {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::array kList = {
+#define ZN_RESULT_FILE(identifier, name, place, ignored) ResultFileEntry{name, ResultPlace::place, ignored},
+#include "headless/result/result_files.def"
+#undef ZN_RESULT_FILE
+};
+
+} // namespace
+
+std::string ResultFileEntry::in(const std::string& stem) const {
+    const bool follows = name.starts_with('_') || place == ResultPlace::kPluginImage;
+    return (follows ? stem : "") + std::string(name);
+}
+
+std::span<const ResultFileEntry> resultFileList() {
+    return kList;
+}
+
+std::string_view nameOf(ResultFile file) {
+    return kList[static_cast<std::size_t>(file)].name;
+}
+
+ResultFiles::ResultFiles(fs::path folder, std::string stem) : folder_(std::move(folder)), stem_(std::move(stem)) {}
+
+ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
+    const std::string_view ending = nameOf(key);
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(folder, error)) {
+        const std::string name = entry.path().filename().string();
+        if (name.ends_with(ending)) return {folder, name.substr(0, name.size() - ending.size())};
+    }
+    const char* command = key == ResultFile::kComponents ? "znica run" : "znica simulate";
+    throw Failure(ExitStatus::kInput, folder.string() + " holds no file that ends in " + std::string(ending) +
+                                          "; name a folder that " + command + " made.");
+}
+
+fs::path ResultFiles::operator[](ResultFile file) const {
+    return folder_ / kList[static_cast<std::size_t>(file)].in(stem_);
+}
+
+bool ResultFiles::has(ResultFile file) const {
+    std::error_code error;
+    return fs::exists((*this)[file], error);
+}
+
+std::string ResultFiles::text(ResultFile file) const {
+    return readWholeFile((*this)[file]);
+}
+
+std::string ResultFiles::textIfAny(ResultFile file) const {
+    return has(file) ? text(file) : std::string();
+}
+
+} // namespace zn::headless

@@ -1,0 +1,115 @@
+#include "headless/result/unfinished_work.h"
+
+#include "headless/failure/failure.h"
+#include "headless/result/result_files.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <system_error>
+
+#include <nlohmann/json.hpp>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace zn::headless {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void fail(const fs::path& path, const char* what, int error) {
+    throw Failure(ExitStatus::kOther, path.string() + " " + what + ": " + std::strerror(error) + ".");
+}
+
+} // namespace
+
+fs::path makeHiddenFolder(const fs::path& place, const fs::path& wanted, const char* kind) {
+    const std::string stem =
+        "." + wanted.filename().string().substr(0, 200) + "." + kind + "-" + std::to_string(getpid());
+    for (int attempt = 0;; ++attempt) {
+        fs::path path = place / (stem + (attempt > 0 ? "-" + std::to_string(attempt) : ""));
+        if (mkdir(path.c_str(), 0777) == 0) return path;
+        if (errno != EEXIST) fail(place, "cannot be written to", errno);
+    }
+}
+
+fs::path UnfinishedWork::begin(const fs::path& place, const fs::path& wanted) {
+    const std::scoped_lock lock(guard_);
+    try {
+        makeParents(wanted.parent_path());
+        hidden_ = makeHiddenFolder(place, wanted, "unfinished");
+    } catch (...) {
+        removeAll();
+        throw;
+    }
+    hiddenName_ = hidden_.string();
+    wantedName_ = wanted.string();
+    return hidden_;
+}
+
+void UnfinishedWork::makeParents(const fs::path& parent) {
+    std::vector<fs::path> missing;
+    for (fs::path path = parent; !path.empty() && !fs::exists(path); path = path.parent_path()) missing.push_back(path);
+    for (auto path = missing.rbegin(); path != missing.rend(); ++path) {
+        if (mkdir(path->c_str(), 0777) != 0 && errno != EEXIST) fail(*path, "cannot be made", errno);
+        madeParents_.push_back(*path);
+    }
+}
+
+void UnfinishedWork::finish(const std::function<void()>& handOver) {
+    const std::scoped_lock lock(guard_);
+    if (hidden_.empty()) return;
+    hidden_.clear();
+    hiddenName_.clear();
+    madeParents_.clear();
+    handOver();
+}
+
+void UnfinishedWork::discard() {
+    const std::scoped_lock lock(guard_);
+    if (keep_ && !hidden_.empty()) {
+        kept_ = hidden_;
+        hidden_.clear();
+        madeParents_.clear();
+        return;
+    }
+    removeAll();
+}
+
+void UnfinishedWork::removeAll() {
+    std::error_code ignored;
+    // Another thread may still be putting files into it: try until it stays gone.
+    for (int attempt = 0; attempt < 100 && !hidden_.empty() && fs::exists(hidden_, ignored); ++attempt) {
+        fs::remove_all(hidden_, ignored);
+    }
+    hidden_.clear();
+    for (auto parent = madeParents_.rbegin(); parent != madeParents_.rend(); ++parent) rmdir(parent->c_str());
+    madeParents_.clear();
+}
+
+void UnfinishedWork::keep() {
+    const std::scoped_lock lock(guard_);
+    keep_ = true;
+}
+
+std::string UnfinishedWork::end(const char* how, int exitStatus) {
+    discard();
+    const std::scoped_lock lock(guard_);
+    if (kept_.empty()) return "";
+    const nlohmann::ordered_json status = {{"status", how}, {"exit_status", exitStatus}, {"partial", true}};
+    // Unchecked: a full disk is what the user is being told about already.
+    std::ofstream(kept_ / nameOf(ResultFile::kStatus)) << status.dump(2) << '\n';
+    return " The partial files are in " + kept_.string() + ".";
+}
+
+std::string UnfinishedWork::asWanted(std::string message) const {
+    const std::scoped_lock lock(guard_);
+    for (std::size_t at = message.find(hiddenName_); !hiddenName_.empty() && at != std::string::npos;
+         at = message.find(hiddenName_, at + wantedName_.size())) {
+        message.replace(at, hiddenName_.size(), wantedName_);
+    }
+    return message;
+}
+
+} // namespace zn::headless
