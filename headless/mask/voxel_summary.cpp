@@ -47,15 +47,15 @@ VoxelSummary summariseVoxels(const TimeSeries& series) {
                             : summarise(series.shorts.get(), series.voxels, series.volumes);
 }
 
-LeftVoxels removeUnusable(const VoxelSummary& summary, std::vector<unsigned char>& mask) {
-    LeftVoxels left;
+ExcludedVoxels removeUnusable(const VoxelSummary& summary, std::vector<unsigned char>& mask) {
+    ExcludedVoxels excluded;
     for (std::size_t v = 0; v < mask.size(); ++v) {
         if (mask[v] == 0) continue;
         if (summary.finite[v] != 0 && summary.constant[v] == 0) continue;
-        ++(summary.finite[v] == 0 ? left.notFinite : left.constant);
+        ++(summary.finite[v] == 0 ? excluded.notFinite : excluded.constant);
         mask[v] = 0;
     }
-    return left;
+    return excluded;
 }
 
 } // namespace zn::headless

@@ -21,9 +21,9 @@ using Row = std::vector<std::string_view>;
     refuseFile(file, "is damaged: " + why + "; make the result again.");
 }
 
-Json objectIn(const RunFiles& files, const char* ending) {
-    Json json = Json::parse(files.text(ending), nullptr, false);
-    if (!json.is_object()) refuse(files(ending), "it is no JSON object");
+Json objectIn(const ResultFiles& files, ResultFile file) {
+    Json json = Json::parse(files.text(file), nullptr, false);
+    if (!json.is_object()) refuse(files[file], "it is not a JSON object");
     return json;
 }
 
@@ -87,7 +87,7 @@ void requireMetrics(const fs::path& file, int maps) {
     }
 }
 
-// A table of time courses, a row a volume.
+// A table of time courses, one row per volume.
 void requireCourses(const fs::path& file, const std::vector<Row>& rows, int volumes) {
     requireRows(rows, volumes, "volumes", file);
     for (std::size_t row = 1; row < rows.size(); ++row) {
@@ -108,13 +108,13 @@ void requireMixing(const fs::path& file, int maps, int volumes) {
 
 } // namespace
 
-Json readRecord(const RunFiles& files) {
-    constexpr char kEnding[] = "_desc-ICA_decomposition.json";
-    Json record = objectIn(files, kEnding);
+Json readRecord(const ResultFiles& files) {
+    constexpr ResultFile kFile = ResultFile::kDecomposition;
+    Json record = objectIn(files, kFile);
     const auto require = [&](const char* key, auto isRight, const char* kind) {
         const Json::json_pointer place(key);
         if (record.contains(place) && std::invoke(isRight, record[place])) return;
-        refuse(files(kEnding), "it has no " + std::string(kind) + " at " + key);
+        refuse(files[kFile], "it has no " + std::string(kind) + " at " + key);
     };
     const auto isNumberOrNull = [](const Json& value) { return value.is_number() || value.is_null(); };
     for (const char* key : kNumbers) require(key, &Json::is_number, "number");
@@ -124,17 +124,17 @@ Json readRecord(const RunFiles& files) {
     return record;
 }
 
-Json readColumnDescriptions(const RunFiles& files) {
-    return objectIn(files, "_desc-ICA_metrics.json");
+Json readColumnDescriptions(const ResultFiles& files) {
+    return objectIn(files, ResultFile::kMetricsDescription);
 }
 
-void requireWholeTables(const RunFiles& files, int maps, int volumes) {
-    requireMetrics(files("_desc-ICA_metrics.tsv"), maps);
-    requireMixing(files("_desc-ICA_mixing.tsv"), maps, volumes);
-    constexpr char kDesign[] = "_desc-ICA_design.tsv";
-    if (!files.has(kDesign)) return;
-    const auto lines = readLines(files(kDesign));
-    requireCourses(files(kDesign), rowsOf(lines, files(kDesign)), volumes);
+void requireWholeTables(const ResultFiles& files, int maps, int volumes) {
+    requireMetrics(files[ResultFile::kMetrics], maps);
+    requireMixing(files[ResultFile::kMixing], maps, volumes);
+    if (!files.has(ResultFile::kDesign)) return;
+    const std::filesystem::path design = files[ResultFile::kDesign];
+    const auto lines = readLines(design);
+    requireCourses(design, rowsOf(lines, design), volumes);
 }
 
 } // namespace zn::headless

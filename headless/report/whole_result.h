@@ -1,25 +1,26 @@
 #pragma once
 
-#include "headless/report/run_files.h"
+#include "headless/result/result_files.h"
 
 #include <nlohmann/json.hpp>
 
 namespace zn::headless {
 
-/// These hold the parts of a result against each other, since a page would show wrong numbers without a word. They
-/// throw Failure (kInput) naming the file that does not fit.
+/// These check that the files of a result agree, since a page would show wrong numbers silently. They throw Failure
+/// (kInput) naming the file that does not fit.
 
 /// "..._decomposition.json" is an object with every key that the page needs, of the right kind.
-nlohmann::ordered_json readRecord(const RunFiles& files);
+nlohmann::ordered_json readRecord(const ResultFiles& files);
 
 /// "..._metrics.json" is an object.
-nlohmann::ordered_json readColumnDescriptions(const RunFiles& files);
+nlohmann::ordered_json readColumnDescriptions(const ResultFiles& files);
 
-/// "..._metrics.tsv" has a row a map, ICA_00 first, and "..._mixing.tsv" a column a map and a row a volume; so has
+/// "..._metrics.tsv" has one row per map, ICA_00 first, and "..._mixing.tsv" one column per map and one row per
+/// volume; so has
 /// "..._design.tsv" where there is one. Cells of numbers hold a number or "n/a".
 ///
 ///   maps      volumes of the image of component maps
 ///   volumes   that were analysed
-void requireWholeTables(const RunFiles& files, int maps, int volumes);
+void requireWholeTables(const ResultFiles& files, int maps, int volumes);
 
 } // namespace zn::headless

@@ -1,5 +1,6 @@
 #include "headless/report/write_report.h"
 
+#include "headless/failure/failure.h"
 #include "headless/nifti/mask_image.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/single_volume.h"
@@ -8,11 +9,10 @@
 #include "headless/report/mean_image.h"
 #include "headless/report/packed_map.h"
 #include "headless/report/report_page.h"
-#include "headless/report/run_files.h"
 #include "headless/report/whole_result.h"
+#include "headless/result/result_files.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <functional>
 
 #include <nlohmann/json.hpp>
@@ -24,9 +24,6 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-constexpr char kComponents[] = "_desc-ICA_components.nii.gz";
-constexpr char kMask[] = "_desc-brain_mask.nii.gz";
-constexpr char kMean[] = "_desc-mean_bold.nii.gz";
 constexpr std::int64_t kManyValues = 2'000'000; // above, a third decimal would only make the page larger
 
 void forEachMap(const ImageHeader& components, const std::function<void(const std::vector<float>&)>& use) {
@@ -41,9 +38,9 @@ void forEachMap(const ImageHeader& components, const std::function<void(const st
 }
 
 // The analysed voxels: the mask that the run left, else those where a map differs from the 0 outside.
-std::vector<unsigned char> analysedVoxels(const RunFiles& files, const ImageHeader& components) {
-    if (files.has(kMask)) {
-        const ImageHeader mask = readImageHeader(files(kMask));
+std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageHeader& components) {
+    if (files.has(ResultFile::kMask)) {
+        const ImageHeader mask = readImageHeader(files[ResultFile::kMask]);
         requireSameGrid("mask", mask, components);
         return readMask(mask);
     }
@@ -71,9 +68,9 @@ Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<
     return maps;
 }
 
-bool addMean(ReportPage& page, const RunFiles& files, const ImageHeader& components) {
-    if (!files.has(kMean)) return false;
-    const ImageHeader mean = readImageHeader(files(kMean));
+bool addMean(ReportPage& page, const ResultFiles& files, const ImageHeader& components) {
+    if (!files.has(ResultFile::kMean)) return false;
+    const ImageHeader mean = readImageHeader(files[ResultFile::kMean]);
     requireSameGrid("mean image", mean, components);
     const std::vector<unsigned char> levels = greyLevels(readSingleVolume(mean));
     page.add("mean", std::as_bytes(std::span(levels)));
@@ -88,9 +85,9 @@ void writeReport(const fs::path& folder, const fs::path& templateFile) {
         throw Failure(ExitStatus::kOther, "the template of the report is not installed with this znica; build it with "
                                           "npm on the machine, or install the whole package.");
     }
-    const RunFiles files(folder);
+    const ResultFiles files = ResultFiles::in(folder);
     ReportPage page(found);
-    const ImageHeader components = readImageHeader(files(kComponents));
+    const ImageHeader components = readImageHeader(files[ResultFile::kComponents]);
     const std::vector<unsigned char> mask = analysedVoxels(files, components);
 
     Json run;
@@ -98,22 +95,16 @@ void writeReport(const fs::path& folder, const fs::path& templateFile) {
     run["decomposition"] = readRecord(files);
     run["columns"] = readColumnDescriptions(files);
     requireWholeTables(files, components.volumes, run["decomposition"]["Input"]["Volumes"].get<int>());
-    run["metrics_tsv"] = files.text("_desc-ICA_metrics.tsv");
-    run["mixing_tsv"] = files.text("_desc-ICA_mixing.tsv");
-    run["design_tsv"] = files.textIfAny("_desc-ICA_design.tsv");
+    run["metrics_tsv"] = files.text(ResultFile::kMetrics);
+    run["mixing_tsv"] = files.text(ResultFile::kMixing);
+    run["design_tsv"] = files.textIfAny(ResultFile::kDesign);
     run["grid"] = {{"size", components.size}, {"voxel_to_mm", components.affine}};
     run["voxels_inside"] = std::count(mask.begin(), mask.end(), 1);
     run["has_mean"] = addMean(page, files, components);
     page.add("mask", std::as_bytes(std::span(mask)));
     run["maps"] = addMaps(page, components, mask);
     page.add("run", run.dump(-1, ' ', false, Json::error_handler_t::replace));
-    page.write(folder / "report.html");
-}
-
-ExitStatus reportCommand(const fs::path& folder) {
-    writeReport(folder);
-    std::printf("%s\n", (folder / "report.html").c_str());
-    return ExitStatus::kDone;
+    page.write(files[ResultFile::kReport]);
 }
 
 } // namespace zn::headless

@@ -1,15 +1,26 @@
 #pragma once
 
 #include "headless/simulate/brain.h"
-#include "headless/simulate/simulate_options.h"
 #include "headless/simulate/source_maps.h"
 #include "headless/simulate/source_time_course.h"
 
+#include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace zn::headless {
+
+/// What a sample is made from.
+struct SimulateOptions {
+    std::string size = "small"; ///< one of sizeNames()
+    int sources = 8;
+    double noisePercent = 1.0; ///< standard deviation in per cent of the mean signal
+    std::uint64_t seed = 1;
+
+    static std::vector<std::string> sizeNames() { return {"tiny", "small", "medium", "large"}; }
+};
 
 /// One source: intensity(voxel, t) gains amplitude * weight(voxel) * values(t).
 struct Source {
