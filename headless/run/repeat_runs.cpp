@@ -5,7 +5,6 @@
 #include "headless/run/seeded_rand.h"
 #include "headless/run/run_log.h"
 #include "headless/run/run_plugin.h"
-#include "headless/run/stopwatch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,59 +37,65 @@ struct Collection {
             run.push_back(number);
         }
     }
-    std::vector<double> similarity() const {
-        auto result = correlations(maps, maps, chosen.size());
+    std::vector<double> similarity(MatrixProducts& products) const {
+        auto result = correlations(products, maps, maps, chosen.size());
         for (double& r : result) r = std::fabs(r);
         return result;
     }
 };
 
-void runAgain(const PluginLibrary& library, Session& session, const RunLog& log, const std::filesystem::path& scratch) {
+// One more run over the session, whose files go into a folder that is removed.
+void runAgain(Run& run, const RunLog& log) {
+    Session& session = run.session;
     session.maps.clear();
     session.maskLoaded = session.regionsLoaded = session.designLoaded = false;
+    const std::filesystem::path scratch = (*run.files)[ResultFile::kPluginFolder] / "again";
+    const Stopwatch running;
     try {
-        runPlugin(library, session, log, scratch);
+        runPlugin(*run.library, session, log, scratch);
     } catch (const Failure& failure) {
         if (failure.status() != ExitStatus::kGaveUp) throw;
         session.maps.clear();
     }
     std::filesystem::remove_all(scratch);
+    run.seconds.plugin += running.seconds();
 }
 
 } // namespace
 
-RepeatFacts repeatRuns(const PluginLibrary& library, Session& session, const RunOptions& options, std::uint32_t seed,
-                       const std::filesystem::path& folder, Progress& progress) {
+void repeatSeparation(Run& run) {
+    const int runs = run.options.control.repeats;
+    if (runs == 1) return;
+    Session& session = run.session;
+    const int components = run.eigenvalues.count();
     VolumeMaps first = std::move(session.maps);
-    SessionEvents* const events = session.events;
     Collection all{analysedVoxels(first), {}, {}};
-    all.maps.reserve(all.chosen.size() * static_cast<std::size_t>(options.components() * options.control.repeats));
+    all.maps.reserve(all.chosen.size() * static_cast<std::size_t>(components * runs));
     all.add(first, 0);
-    RepeatFacts facts{{seed}, {static_cast<int>(first.maps().size())}, {}};
+    RepeatFacts facts{{run.seed}, {static_cast<int>(first.maps().size())}, {}};
 
     Progress unseen(Progress::Display::kNone);
-    const std::string of = " of " + std::to_string(options.control.repeats);
-    for (int number = 1; number < options.control.repeats; ++number) {
-        progress.stage("run " + std::to_string(number + 1) + of);
-        RunLog log(folder / "log.txt", options.control.verbose, unseen, [](const VolumeMaps&) {});
+    const std::string of = " of " + std::to_string(runs);
+    for (int number = 1; number < runs; ++number) {
+        run.progress.stage("run " + std::to_string(number + 1) + of);
+        RunLog log((*run.files)[ResultFile::kLog], run.options.control.verbose, unseen, [](const VolumeMaps&) {},
+                   run.unfinished);
         session.events = &log;
-        facts.seeds.push_back(seed + static_cast<std::uint32_t>(number));
+        facts.seeds.push_back(run.seed + static_cast<std::uint32_t>(number));
         log.logLine("znica: run " + std::to_string(number + 1) + of + ", seed " + std::to_string(facts.seeds.back()));
         beginRandomNumbers(facts.seeds.back());
-        const Stopwatch running;
-        runAgain(library, session, log, folder / "plugin" / "again");
-        facts.secondsPlugin += running.seconds();
+        runAgain(run, log);
         facts.found.push_back(static_cast<int>(session.maps.maps().size()));
         all.add(session.maps, number);
     }
-    session.events = events;
+    session.events = &*run.log;
     session.maps = std::move(first);
 
-    progress.stage("clustering");
-    facts.converged = static_cast<int>(std::count(facts.found.begin(), facts.found.end(), options.components()));
-    facts.stability = stabilityOf(all.similarity(), all.run, options.components());
+    run.progress.stage("clustering");
+    facts.converged = static_cast<int>(std::count(facts.found.begin(), facts.found.end(), components));
+    facts.stability = stabilityOf(all.similarity(*run.products), all.run, components);
     facts.stability.resize(static_cast<std::size_t>(facts.found.front()));
-    return facts;
+    run.repeats = std::move(facts);
 }
 
 } // namespace zn::headless

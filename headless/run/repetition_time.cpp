@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr double kShortest = 0.001; // seconds: the host counts in whole milliseconds
+constexpr double kShortest = 0.001; // seconds; the host counts in whole milliseconds
 constexpr double kLongest = 20.0;
 constexpr double kAgreement = 0.001;
 
@@ -24,12 +24,6 @@ struct Candidate {
     std::string source;
     double seconds;
 };
-
-std::string secondsText(double seconds) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g s", seconds);
-    return text;
-}
 
 fs::path sidecarOf(const fs::path& image) {
     return image.parent_path() / (imageStem(image) + ".json");
@@ -43,7 +37,7 @@ std::string textIfReadable(const fs::path& file) {
     }
 }
 
-// `needed`: without --tr, a sidecar that cannot be read or understood is no reason to guess.
+// `needed`: without --tr, a sidecar that cannot be read or understood is not passed over in favour of the header.
 std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
     std::error_code error;
     if (!fs::exists(fs::symlink_status(file, error))) return std::nullopt;
@@ -54,8 +48,8 @@ std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
     if (!needed) return std::nullopt;
     throw Failure(ExitStatus::kInput,
                   file.string() +
-                      (json.is_object() ? " has a RepetitionTime that is no number" : " is no JSON object") +
-                      "; mend it, or give the time from volume to volume with --tr SECONDS.");
+                      (json.is_object() ? " has a RepetitionTime that is not a number" : " is not a JSON object") +
+                      "; fix it, or give the repetition time with --tr SECONDS.");
 }
 
 std::vector<Candidate> candidates(const std::optional<double>& given, const ImageHeader& functional) {
@@ -68,16 +62,22 @@ std::vector<Candidate> candidates(const std::optional<double>& given, const Imag
 
 } // namespace
 
+std::string secondsText(double seconds) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6g s", seconds);
+    return text;
+}
+
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional) {
     const std::vector<Candidate> found = candidates(given, functional);
     if (found.empty()) {
-        throw Failure(ExitStatus::kInput, functional.file.string() + " gives no time from volume to volume in its "
-                                                                     "header and has no JSON file beside it that "
-                                                                     "does; give it with --tr SECONDS.");
+        throw Failure(ExitStatus::kInput, functional.file.string() + " has no repetition time in its header and "
+                                                                     "no JSON file with one beside it; give it "
+                                                                     "with --tr SECONDS.");
     }
     const Candidate& first = found.front();
     if (!(first.seconds >= kShortest && first.seconds <= kLongest)) {
-        throw Failure(ExitStatus::kInput, functional.file.string() + " has no usable time from volume to volume: " +
+        throw Failure(ExitStatus::kInput, functional.file.string() + " has no usable repetition time: " +
                                               first.source + " says " + secondsText(first.seconds) +
                                               ", which is not between 0.001 and 20 s; give it with --tr SECONDS.");
     }

@@ -8,16 +8,19 @@
 
 namespace zn::headless {
 
-/// Seconds from volume to volume and where they were found.
+/// The time between volumes and where it was found.
 struct RepetitionTime {
     double seconds = 0.0;
     std::string source;                     ///< "--tr", "the header" or the sidecar's file name
-    std::vector<std::string> disagreements; ///< a sentence each, for sources that differ by more than a millisecond
+    std::vector<std::string> disagreements; ///< one sentence per source that differs by more than a millisecond
 };
 
 /// The TR of a functional image: as given; else `RepetitionTime` of the JSON file of the image's name beside it; else
-/// the header's. Throws Failure (kInput) naming the way out when the first of these that is there is not above 0 and up
+/// the header's. Throws Failure (kInput) naming the way out when the first of these that exists is not above 0 and up
 /// to 20 s, when there is none, and when a sidecar that is needed cannot be read as JSON.
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional);
+
+/// "2 s", with the digits that a repetition time has.
+std::string secondsText(double seconds);
 
 } // namespace zn::headless

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "headless/failure/failure.h"
+#include "headless/result/unfinished_work.h"
 #include "headless/run/run_options.h"
 
 namespace zn::headless {
 
 /// `znica run`: reads the input, runs the plug-in on it, leaves the result in its folder. Returns kDone or kGaveUp;
 /// throws Failure, and then the result's folder is as it was.
-ExitStatus runCommand(const RunOptions& asked);
+ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished);
 
 } // namespace zn::headless

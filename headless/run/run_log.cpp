@@ -1,8 +1,6 @@
 #include "headless/run/run_log.h"
 
 #include "headless/failure/failure.h"
-#include "headless/result/partial_result.h"
-#include "headless/result/result_folder.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -10,8 +8,10 @@
 
 namespace zn::headless {
 
-RunLog::RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps)
-    : file_(file, std::ios::app), verbose_(verbose), progress_(progress), saveMaps_(std::move(saveMaps)) {}
+RunLog::RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps,
+               UnfinishedWork& unfinished)
+    : file_(file, std::ios::app), verbose_(verbose), progress_(progress), saveMaps_(std::move(saveMaps)),
+      unfinished_(unfinished) {}
 
 void RunLog::keep(std::string_view line) {
     file_ << line << '\n' << std::flush; // a run that dies leaves its last line
@@ -40,11 +40,10 @@ void RunLog::saveMaps(const VolumeMaps& maps, std::string_view) {
 }
 
 void RunLog::outOfMemory() {
-    ResultFolder::discard();
     const auto status = static_cast<int>(ExitStatus::kMemory);
     std::fprintf(stderr,
                  "znica: there is not enough memory for the component maps; ask for fewer with --components.%s\n",
-                 markPartial("failed", status).c_str());
+                 unfinished_.end("failed", status).c_str());
     std::_Exit(status);
 }
 

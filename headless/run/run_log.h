@@ -2,6 +2,7 @@
 
 #include "headless/host/session_events.h"
 #include "headless/result/plugin_log.h"
+#include "headless/result/unfinished_work.h"
 #include "headless/run/progress.h"
 
 #include <filesystem>
@@ -12,14 +13,18 @@
 
 namespace zn::headless {
 
-/// Keeps what a run says: every line into the log file, the facts in them, and the messages meant for the user.
+/// Keeps what a run says: every line in the log file, the facts in these lines, and the messages meant for the user.
 class RunLog : public SessionEvents {
 public:
     using SaveMaps = std::function<void(const VolumeMaps&)>;
 
-    /// `saveMaps` is called when the plug-in hands its maps over for keeping.
-    /// The file is continued when it exists; `verbose`: lines go to standard output, too; `progress` outlives this.
-    RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps);
+    ///   file         is continued when it exists
+    ///   verbose      lines are printed on standard output as well
+    ///   progress     outlives this
+    ///   saveMaps     is called when the plug-in hands its maps over
+    ///   unfinished   what has to be removed when memory runs out in a host function; outlives this
+    RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps,
+           UnfinishedWork& unfinished);
 
     /// A line for the file alone.
     void keep(std::string_view line);
@@ -38,6 +43,7 @@ private:
     bool verbose_;
     Progress& progress_;
     SaveMaps saveMaps_;
+    UnfinishedWork& unfinished_;
     PluginLog facts_;
     std::vector<std::string> messages_;
     bool mapsSaved_ = false;

@@ -1,14 +1,13 @@
 #pragma once
 
-#include "headless/run/run_control.h"
-
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 
 namespace zn::headless {
 
-/// The third member of each pair is what the plug-in takes when neither of its two switches is set.
+/// The third is what the plug-in takes when neither of its two switches is set.
 enum class Nonlinearity { kTanh, kGauss, kCube };
 
 /// Which voxels are analysed.
@@ -16,6 +15,25 @@ enum class MaskSource { kAutomatic, kFile, kNone };
 
 /// Who says how many components there are: the options, the eigenvalues, or the number of volumes.
 enum class ComponentCount { kGiven, kEstimated, kMost };
+
+/// The eigenvalues that are kept, counted from 1, the largest: as many components are sought.
+struct EigenvalueRange {
+    int first = 1;
+    int last = 20;
+
+    int count() const { return last - first + 1; }
+};
+
+/// How a run goes about its work; none of it changes what is analysed.
+struct RunControl {
+    std::optional<std::uint32_t> seed; ///< nothing: a new one every time
+    std::optional<int> threads;        ///< nothing: all processors
+    int repeats = 1;
+    bool quiet = false;
+    bool verbose = false;
+    bool keepPartial = false;
+    bool report = true; ///< write report.html
+};
 
 /// What `znica run` is asked to do.
 struct RunOptions {
@@ -27,11 +45,10 @@ struct RunOptions {
     std::filesystem::path regions;     ///< label image; empty: none
     std::filesystem::path regionNames; ///< empty: the labels' numbers
     std::filesystem::path plugin;      ///< empty: the one that belongs to the command
-    int firstEigenvalue = 1;           ///< counted from 1, the largest
-    int lastEigenvalue = 20;
-    ComponentCount componentCount = ComponentCount::kGiven; ///< otherwise lastEigenvalue is settled later
-    int dummyScans = 0;                                     ///< volumes left out at the beginning
-    std::optional<double> memoryGib;                        ///< most memory to use; nothing: what is free
+    ComponentCount componentCount = ComponentCount::kGiven;
+    EigenvalueRange eigenvalues;     ///< of kGiven
+    int dummyScans = 0;              ///< volumes at the beginning that are left out
+    std::optional<double> memoryGib; ///< most memory to use; nothing: what is free
     bool dryRun = false;
     Nonlinearity nonlinearity = Nonlinearity::kTanh;
     float epsilon = 1e-4f;
@@ -39,11 +56,9 @@ struct RunOptions {
     std::optional<int> clusterSize = 10; ///< nothing: the degree of clustering is skipped
     float zThreshold = 2.5f;
     std::optional<std::string> label;
-    std::optional<double> secondsPerVolume; ///< instead of the header's
+    std::optional<double> secondsPerVolume; ///< instead of the sidecar's or the header's
     bool force = false;
     RunControl control;
-
-    int components() const { return lastEigenvalue - firstEigenvalue + 1; }
 };
 
 } // namespace zn::headless

@@ -1,0 +1,74 @@
+#include "headless/run/check_budget.h"
+
+#include "headless/failure/failure.h"
+#include "headless/memory/available_memory.h"
+#include "headless/memory/peak_prediction.h"
+#include "headless/nifti/time_series.h"
+#include "headless/run/settle_mask.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr double kGib = 1073741824.0;
+
+std::string gibText(std::int64_t bytes) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.3g GiB", static_cast<double>(bytes) / kGib);
+    return text;
+}
+
+std::optional<std::int64_t> budgetOf(const RunOptions& options) {
+    if (!options.memoryGib) return availableMemoryBytes();
+    return static_cast<std::int64_t>(std::min(*options.memoryGib, 1e9) * kGib);
+}
+
+std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
+    const nifti_image& image = *run.functional.image;
+    RunSize size;
+    size.gridVoxels = run.functional.voxels();
+    size.voxels = voxels;
+    size.volumes = run.volumes;
+    size.components = run.eigenvalues.count();
+    size.bytesPerValue = staysShort(image) ? 2 : 4;
+    size.storedBytes = staysShort(image) ? 0 : image.nbyper;
+    size.regions = static_cast<int>(run.session.regions.size());
+    size.repeats = run.options.control.repeats;
+    return predictedPeakBytes(size);
+}
+
+std::string budgetText(const Run& run) {
+    if (!run.budgetBytes) return "the amount of free memory is unknown";
+    return gibText(*run.budgetBytes) + (run.options.memoryGib ? " are allowed by --memory" : " are free");
+}
+
+void requireBudget(const Run& run) {
+    if (!run.budgetBytes || run.predictedBytes <= *run.budgetBytes) return;
+    throw Failure(ExitStatus::kMemory, run.functional.file.string() + " needs about " + gibText(run.predictedBytes) +
+                                           " of memory, but " + budgetText(run) +
+                                           "; use a smaller mask or fewer components, or allow more with "
+                                           "--memory GIB.");
+}
+
+} // namespace
+
+void checkBudget(Run& run) {
+    run.budgetBytes = budgetOf(run.options);
+    const std::int64_t voxels = expectedVoxels(run);
+    requireVoxelsForVolumes(run, voxels);
+    run.predictedBytes = predictedBytes(run, voxels);
+    run.notes.say("Memory: about " + gibText(run.predictedBytes) + " at the peak, for " + std::to_string(voxels) +
+                  " voxels; " + budgetText(run) + ".");
+    requireBudget(run);
+}
+
+void requireMemory(Run& run, std::int64_t voxels) {
+    run.predictedBytes = predictedBytes(run, voxels);
+    requireBudget(run);
+}
+
+} // namespace zn::headless

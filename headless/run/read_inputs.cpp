@@ -1,0 +1,150 @@
+#include "headless/run/read_inputs.h"
+
+#include "headless/design/region_names.h"
+#include "headless/failure/failure.h"
+#include "headless/nifti/label_image.h"
+#include "headless/nifti/mask_image.h"
+#include "headless/nifti/same_grid.h"
+#include "headless/nifti/voxel_values.h"
+#include "headless/result/result_names.h"
+#include "headless/run/input_remarks.h"
+#include "headless/run/region_coordinates.h"
+#include "host/voi_records.h"
+
+#include <algorithm>
+#include <cmath>
+#include <system_error>
+
+namespace zn::headless {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void refuse(const std::string& text) {
+    throw Failure(ExitStatus::kInput, text);
+}
+
+bool isBelow(const fs::path& folder, const fs::path& file) {
+    return std::mismatch(folder.begin(), folder.end(), file.begin(), file.end()).first == folder.end();
+}
+
+bool liesIn(const fs::path& folder, const fs::path& file) {
+    std::error_code error;
+    const fs::path there = fs::canonical(folder, error);
+    if (error) return false; // a folder that does not exist yet
+    const fs::path target = fs::canonical(file, error);
+    if (!error && isBelow(there, target)) return true;
+    const fs::path beside = fs::canonical(fs::absolute(file).parent_path(), error);
+    return !error && isBelow(there, beside);
+}
+
+void requireInputsOutsideResult(const RunOptions& options) {
+    if (!options.force) return;
+    for (const fs::path& file :
+         {options.functional, options.mask, options.design, options.regions, options.regionNames, options.plugin}) {
+        if (file.empty() || !liesIn(options.out, file)) continue;
+        refuse(file.string() + " lies in " + options.out.string() +
+               ", which --force would replace; name another folder with --out.");
+    }
+}
+
+ImageHeader readFunctionalHeader(const RunOptions& options) {
+    ImageHeader header = readImageHeader(options.functional);
+    const std::string file = options.functional.string();
+    if (header.volumes < 2) {
+        refuse(file + " holds a single volume (" + sizeText(header) +
+               "); an analysis needs a 4D image with one volume per time point.");
+    }
+    requireRealNumbers(header);
+    if (header.volumes - options.dummyScans < 2) {
+        refuse(file + " holds " + std::to_string(header.volumes) + " volumes, of which --dummy-scans " +
+               std::to_string(options.dummyScans) + " leaves fewer than 2; leave out fewer.");
+    }
+    return header;
+}
+
+// The range that can be known before the data; --components auto answers with a quarter of the volumes at most.
+EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes) {
+    if (options.componentCount == ComponentCount::kMost) return {1, volumes};
+    if (options.componentCount == ComponentCount::kEstimated) return {1, std::max(1, volumes / 4)};
+    const EigenvalueRange& range = options.eigenvalues;
+    const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();
+    if (range.count() > volumes) {
+        refuse(std::to_string(range.count()) + " components are more than" + have + "; ask for fewer with "
+               "--components.");
+    }
+    if (range.last > volumes) {
+        refuse("the eigenvalues " + std::to_string(range.first) + ":" + std::to_string(range.last) + " reach beyond" +
+               have + "; there are as many as volumes.");
+    }
+    return range;
+}
+
+// The names that the plug-in gets to see. It keeps texts of at most 255 characters and derives file names of its own
+// from the first, so they are short and without a folder: its files go into the current one.
+DialogFields dialogFields(const RunOptions& options) {
+    const std::string stem = imageStem(options.functional).substr(0, 200);
+    DialogFields dialog;
+    dialog.texts[0] = stem + ".vtc";
+    dialog.texts[2] = stem + "_ica.vmp";
+    if (!options.design.empty()) dialog.texts[3] = "design.rtc";
+    if (!options.regions.empty()) dialog.texts[4] = "regions.voi";
+
+    dialog.integers[0] = 1; // run FastICA
+    dialog.integers[5] = options.nonlinearity == Nonlinearity::kCube ? 1 : 0;
+    dialog.integers[3] = options.nonlinearity == Nonlinearity::kGauss ? 1 : 0;
+    dialog.integers[8] = options.maxIterations;
+    dialog.floats[0] = options.epsilon;
+    return dialog;
+}
+
+std::vector<Region> readRegions(const RunOptions& options, const ImageHeader& functional) {
+    const ImageHeader header = readImageHeader(options.regions);
+    requireSameGrid("label image", header, functional);
+    std::map<std::int32_t, std::string> names;
+    if (!options.regionNames.empty()) names = readRegionNames(options.regionNames);
+    std::vector<Region> regions;
+    for (const auto& [label, voxels] : readLabels(header)) {
+        const auto name = names.find(label);
+        regions.push_back({name != names.end() ? name->second : std::to_string(label),
+                           regionCoordinates(voxels, functional.size, kCentredSpace)});
+    }
+    return regions;
+}
+
+Session makeSession(const Run& run) {
+    const RunOptions& options = run.options;
+    Session session;
+    session.dialog = dialogFields(options);
+    session.answers = {options.clusterSize, options.zThreshold, options.label};
+    session.grid = run.functional.size;
+    session.millisecondsPerVolume = static_cast<int>(std::lround(1000.0 * run.repetition.seconds));
+    if (options.maskSource == MaskSource::kFile) {
+        const ImageHeader mask = readImageHeader(options.mask);
+        requireSameGrid("mask", mask, run.functional);
+        session.mask = readMask(mask);
+    }
+    if (!options.design.empty()) session.design = readDesignMatrix(options.design, run.volumes);
+    if (!options.regions.empty()) {
+        session.regions = readRegions(options, run.functional);
+        session.coordinateSpace = kCentredSpace;
+    }
+    return session;
+}
+
+} // namespace
+
+void readInputs(Run& run) {
+    requireInputsOutsideResult(run.options);
+    run.functional = readFunctionalHeader(run.options);
+    run.volumes = run.functional.volumes - run.options.dummyScans;
+    run.eigenvalues = eigenvalueRange(run.options, run.volumes);
+    run.repetition = repetitionTime(run.options.secondsPerVolume, run.functional);
+    run.session = makeSession(run);
+    run.notes.say(inputNote(run.functional, run.volumes, run.repetition));
+    for (const Remark& remark : repetitionTimeRemarks(run.repetition)) run.notes.remark(remark);
+    for (const Remark& remark : bandRemarks(run.session.millisecondsPerVolume)) run.notes.remark(remark);
+}
+
+} // namespace zn::headless

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "headless/blas/matrix_products.h"
+#include "headless/dimension/component_estimate.h"
+#include "headless/host/session.h"
+#include "headless/mask/voxel_summary.h"
+#include "headless/nifti/image_header.h"
+#include "headless/result/result_files.h"
+#include "headless/result/result_folder.h"
+#include "headless/result/stability.h"
+#include "headless/run/plugin_library.h"
+#include "headless/run/progress.h"
+#include "headless/run/repetition_time.h"
+#include "headless/run/run_log.h"
+#include "headless/run/run_notes.h"
+#include "headless/run/run_options.h"
+#include "headless/run/stopwatch.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace zn::headless {
+
+/// The voxels that a run analyses.
+struct RunMask {
+    std::vector<unsigned char> voxels; ///< one byte per voxel of the grid
+    std::int64_t count = 0;
+    ExcludedVoxels excluded; ///< from those that were asked for
+};
+
+/// Seconds that the parts of a run took.
+struct RunTimes {
+    double reading = 0.0;
+    double plugin = 0.0;  ///< all runs of the plug-in, without the writing of maps in between
+    double writing = 0.0; ///< component maps and time courses
+};
+
+/// What running the plug-in several times on the same data showed.
+struct RepeatFacts {
+    std::vector<std::uint32_t> seeds; ///< [run], the first run's included
+    std::vector<int> found;           ///< [run], components found
+    std::vector<Stability> stability; ///< [component of the first run]
+    int converged = 0;                ///< runs that found all components
+};
+
+/// What one `znica run` knows: each stage of the driver fills the members named after it and reads those above.
+struct Run {
+    Run(const RunOptions& asked, UnfinishedWork& work);
+
+    const RunOptions& options; // as asked for; what is found out on the way stands below
+    UnfinishedWork& unfinished;
+    Stopwatch total;
+    RunTimes seconds;
+    RunNotes notes;
+    Progress progress;
+
+    // readInputs
+    ImageHeader functional;
+    RepetitionTime repetition;
+    int volumes = 0;             // analysed: those of the image without the dummy scans
+    EigenvalueRange eigenvalues; // for --components auto an upper bound until settleComponents
+    Session session;
+
+    // checkBudget; the prediction is updated by settleMask
+    std::optional<std::int64_t> budgetBytes; // nothing: the system does not say what is free
+    std::int64_t predictedBytes = 0;
+
+    // openResult
+    std::optional<PluginLibrary> library;
+    std::optional<ResultFolder> folder;
+    std::optional<ResultFiles> files;
+
+    // settleMask, settleComponents
+    RunMask mask;
+    std::optional<ComponentEstimate> estimate; // nothing: the number of components was given
+
+    // separate, repeat
+    std::optional<MatrixProducts> products;
+    std::optional<RunLog> log;
+    std::uint32_t seed = 0;             // of the plug-in's random numbers
+    std::optional<RepeatFacts> repeats; // nothing after a single run
+
+    int componentsFound() const { return static_cast<int>(session.maps.maps().size()); }
+    bool foundAll() const { return componentsFound() >= eigenvalues.count(); }
+};
+
+} // namespace zn::headless

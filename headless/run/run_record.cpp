@@ -1,0 +1,227 @@
+#include "headless/run/run_record.h"
+
+#include "headless/blas/blas_library.h"
+#include "headless/failure/failure.h"
+#include "headless/nifti/voxel_values.h"
+#include "headless/result/metrics.h"
+#include "headless/result/result_names.h"
+#include "headless/text/text_file.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <system_error>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+#include <sys/resource.h>
+
+namespace zn::headless {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json textOrNull(const std::filesystem::path& path) {
+    return path.empty() ? Json(nullptr) : Json(path.string());
+}
+
+// Single precision with no more digits than it has: 0.0001, not 9.999999747378752e-05.
+Json numberOrNull(float number) {
+    return std::isfinite(number) ? Json(std::strtod(cellText(number).c_str(), nullptr)) : Json(nullptr);
+}
+
+const char* nameOf(Nonlinearity nonlinearity) {
+    switch (nonlinearity) {
+    case Nonlinearity::kGauss:
+        return "gauss";
+    case Nonlinearity::kCube:
+        return "cube";
+    case Nonlinearity::kTanh:
+        break;
+    }
+    return "tanh";
+}
+
+Json notesOf(const std::vector<Remark>& remarks) {
+    Json notes = Json::array();
+    for (const Remark& remark : remarks) notes.push_back({{"Code", remark.code}, {"Text", remark.text}});
+    return notes;
+}
+
+Json inputOf(const Run& run) {
+    const ImageHeader& image = run.functional;
+    return {{"File", image.file.string()},
+            {"Size", image.size},
+            {"Volumes", run.volumes},
+            {"DummyScans", run.options.dummyScans},
+            {"RepetitionTime", run.repetition.seconds},
+            {"RepetitionTimeSource", run.repetition.source},
+            {"RepetitionTimeMilliseconds", run.session.millisecondsPerVolume},
+            {"StoredType", nifti_datatype_to_string(image.image->datatype)},
+            {"Scaled", isScaled(*image.image)},
+            {"VoxelsAnalysed", voxelsAnalysed(run)},
+            {"VoxelsDropped", {{"NotFinite", run.mask.excluded.notFinite}, {"Constant", run.mask.excluded.constant}}},
+            {"Notes", notesOf(run.notes.remarks())}};
+}
+
+std::string maskText(const RunOptions& options) {
+    if (options.maskSource == MaskSource::kFile) return options.mask.string();
+    return options.maskSource == MaskSource::kAutomatic ? "auto" : "none";
+}
+
+// The option as given; the resulting number is recorded beside it.
+Json componentsAsked(const Run& run) {
+    switch (run.options.componentCount) {
+    case ComponentCount::kEstimated:
+        return "auto";
+    case ComponentCount::kMost:
+        return "max";
+    case ComponentCount::kGiven:
+        break;
+    }
+    return run.eigenvalues.count();
+}
+
+Json estimateOf(const std::optional<ComponentEstimate>& estimate) {
+    if (!estimate) return nullptr;
+    return {{"MDL", estimate->byMdl},
+            {"Laplace", estimate->byLaplace},
+            {"OptimalThreshold", estimate->byThreshold},
+            {"EffectiveSamples", estimate->effectiveSamples}};
+}
+
+Json settingsOf(const Run& run) {
+    const RunOptions& options = run.options;
+    return {{"Mask", maskText(options)},
+            {"ComponentsAsked", componentsAsked(run)},
+            {"Components", run.eigenvalues.count()},
+            {"FirstEigenvalue", run.eigenvalues.first},
+            {"LastEigenvalue", run.eigenvalues.last},
+            {"Nonlinearity", nameOf(options.nonlinearity)},
+            {"Epsilon", numberOrNull(options.epsilon)},
+            {"MaxIterations", options.maxIterations},
+            {"DesignMatrix", textOrNull(options.design)},
+            {"Regions", textOrNull(options.regions)},
+            {"RegionNames", textOrNull(options.regionNames)},
+            {"ClusterSize", options.clusterSize ? Json(*options.clusterSize) : Json(nullptr)},
+            {"ZThreshold", numberOrNull(options.zThreshold)},
+            {"Label", options.label ? Json(*options.label) : Json(nullptr)}};
+}
+
+Json metricsOf(const VolumeMap& map) {
+    Json metrics = Json::object();
+    for (std::size_t position = 0; position < std::min(kMetrics.size(), map.parameters.size()); ++position) {
+        metrics[kMetrics[position].column] = numberOrNull(map.parameters[position]);
+    }
+    return metrics;
+}
+
+Json componentsOf(const Run& run) {
+    Json components = Json::array();
+    const auto& found = run.log->facts().components();
+    for (std::size_t i = 0; i < run.session.maps.maps().size(); ++i) {
+        const VolumeMap& map = run.session.maps.maps()[i];
+        Json component = {{"Name", componentName(static_cast<int>(i))}, {"PluginName", map.name.data()}};
+        if (i < found.size()) {
+            component["Iterations"] = found[i].iterations;
+            component["Restarts"] = found[i].restarts;
+            component["ElapsedSeconds"] = found[i].seconds;
+        }
+        if (run.repeats) {
+            const Stability& stability = run.repeats->stability[i];
+            component["StabilityIndex"] = numberOrNull(static_cast<float>(stability.index));
+            component["StabilityRuns"] = stability.runs;
+        }
+        component["Metrics"] = metricsOf(map);
+        components.push_back(std::move(component));
+    }
+    return components;
+}
+
+Json namesOf(const std::vector<Region>& regions) {
+    Json names = Json::array();
+    for (const Region& region : regions) names.push_back(region.name);
+    return names;
+}
+
+// A path or a label may hold bytes that are not UTF-8; they are replaced rather than refused.
+std::string dump(const Json& json) {
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+Json repeatsOf(const RepeatFacts& repeats) {
+    return {{"Runs", repeats.seeds.size()},
+            {"Converged", repeats.converged},
+            {"Seeds", repeats.seeds},
+            {"ComponentsFound", repeats.found}};
+}
+
+// In descending order, from the plug-in's eigenvalue file: T doubles, little-endian, followed by the eigenvectors.
+// Empty when the file is missing or not 8 (T + T T) bytes long.
+std::vector<double> eigenvaluesOf(const Run& run) {
+    const auto name = std::filesystem::path(run.session.dialog.texts[0]).replace_extension(".eig");
+    const std::filesystem::path file = (*run.files)[ResultFile::kPluginFolder] / name;
+    const auto count = static_cast<std::uintmax_t>(run.volumes);
+    std::error_code error;
+    if (std::filesystem::file_size(file, error) != sizeof(double) * (count + count * count) || error) return {};
+    std::vector<double> values(count);
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(reinterpret_cast<char*>(values.data()), static_cast<std::streamsize>(sizeof(double) * count));
+    if (!stream) values.clear();
+    return values;
+}
+
+} // namespace
+
+std::int64_t peakMemoryBytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return std::int64_t{usage.ru_maxrss} * 1024;
+}
+
+std::int64_t voxelsAnalysed(const Run& run) {
+    return run.log->facts().voxels().value_or(0);
+}
+
+void writeDecomposition(const Run& run) {
+    Json json;
+    json["GeneratedBy"] = {{"Name", "znica"},
+                           {"Version", ZNICA_VERSION},
+                           {"Plugin",
+                            {{"Name", run.library->name()},
+                             {"Version", run.library->version()},
+                             {"File", run.library->file().string()}}}};
+    json["Input"] = inputOf(run);
+    json["Settings"] = settingsOf(run);
+    json["ComponentEstimate"] = estimateOf(run.estimate);
+    json["Seed"] = run.seed;
+    json["Threads"] = run.products->threads();
+    json["BLAS"] = {{"Library", blasLibrary()}, {"Kernels", blasKernels()}};
+    if (run.repeats) json["Repeats"] = repeatsOf(*run.repeats);
+    json["ComponentsFound"] = run.componentsFound();
+    const auto kept = run.log->facts().retainedVariancePercent();
+    json["RetainedVariancePercent"] = kept && std::isfinite(*kept) ? Json(*kept) : Json(nullptr);
+    json["Predictors"] = run.session.design.names;
+    json["Regions"] = namesOf(run.session.regions);
+    json["Components"] = componentsOf(run);
+    json["Eigenvalues"] = eigenvaluesOf(run);
+    json["ElapsedSeconds"] = {{"Reading", run.seconds.reading},
+                              {"Plugin", run.seconds.plugin},
+                              {"Writing", run.seconds.writing},
+                              {"Total", run.total.seconds()}};
+    json["PeakMemoryBytes"] = peakMemoryBytes();
+    json["PredictedPeakMemoryBytes"] = run.predictedBytes;
+    writeTextFile((*run.files)[ResultFile::kDecomposition], dump(json));
+}
+
+void writeStatus(const Run& run) {
+    const Json json = {{"status", run.foundAll() ? "done" : "gave up"},
+                       {"exit_status", static_cast<int>(run.foundAll() ? ExitStatus::kDone : ExitStatus::kGaveUp)},
+                       {"partial", !run.foundAll()},
+                       {"components_asked", run.eigenvalues.count()},
+                       {"components_found", run.componentsFound()}};
+    writeTextFile((*run.files)[ResultFile::kStatus], dump(json));
+}
+
+} // namespace zn::headless

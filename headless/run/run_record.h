@@ -1,0 +1,23 @@
+#pragma once
+
+#include "headless/run/run.h"
+
+#include <cstdint>
+
+namespace zn::headless {
+
+/// The most memory that this process has had in use so far.
+std::int64_t peakMemoryBytes();
+
+/// Voxels that the plug-in used, by its own account.
+std::int64_t voxelsAnalysed(const Run& run);
+
+/// Writes settings, versions, eigenvalues, the components with their iterations and parameters, and the costs of a run
+/// as JSON. NaN and infinities are null. Throws Failure (kOther).
+void writeDecomposition(const Run& run);
+
+/// Writes briefly how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4, "partial": whether
+/// components are missing, ...}.
+void writeStatus(const Run& run);
+
+} // namespace zn::headless

@@ -1,0 +1,55 @@
+#include "headless/run/separate.h"
+
+#include "headless/nifti/image_writer.h"
+#include "headless/result/course_tables.h"
+#include "headless/run/run_plugin.h"
+#include "headless/run/seeded_rand.h"
+
+namespace zn::headless {
+
+namespace {
+
+void writeComponentImage(const Run& run, const VolumeMaps& maps) {
+    ImageWriter::Layout layout;
+    layout.volumes = static_cast<int>(maps.maps().size());
+    layout.description = "ICA component maps";
+    ImageWriter writer((*run.files)[ResultFile::kComponents], *run.functional.image, layout);
+    for (const VolumeMap& map : maps.maps()) writer.write(map.values);
+    writer.close();
+}
+
+void writeMaps(Run& run, const VolumeMaps& maps) {
+    const Stopwatch writing;
+    run.progress.stage("writing");
+    writeComponentImage(run, maps);
+    writeMixingTable((*run.files)[ResultFile::kMixing], maps);
+    run.seconds.writing = writing.seconds();
+}
+
+void setEigenvalueRange(DialogFields& dialog, const EigenvalueRange& range) {
+    dialog.integers[6] = range.first;
+    dialog.integers[7] = range.last;
+    dialog.integers[9] = range.count();
+}
+
+} // namespace
+
+void separate(Run& run) {
+    const RunControl& control = run.options.control;
+    run.log.emplace((*run.files)[ResultFile::kLog], control.verbose, run.progress,
+                    [&run](const VolumeMaps& maps) { writeMaps(run, maps); }, run.unfinished);
+    for (const std::string& note : run.notes.all()) run.log->keep(note);
+    run.progress.expect(run.eigenvalues.count());
+    // Only now: while it exists, the BLAS has one thread, and the eigenvalues for --components auto want all.
+    run.products.emplace(control.threads.value_or(MatrixProducts::usualThreads()));
+    run.session.products = &*run.products;
+    run.session.events = &*run.log;
+    setEigenvalueRange(run.session.dialog, run.eigenvalues);
+    run.seed = control.seed.value_or(freshSeed());
+    beginRandomNumbers(run.seed);
+    const Stopwatch running;
+    runPlugin(*run.library, run.session, *run.log, (*run.files)[ResultFile::kPluginFolder]);
+    run.seconds.plugin = running.seconds() - run.seconds.writing;
+}
+
+} // namespace zn::headless

@@ -1,0 +1,104 @@
+#include "headless/run/settle_mask.h"
+
+#include "headless/failure/failure.h"
+#include "headless/mask/brain_mask.h"
+#include "headless/nifti/image_writer.h"
+#include "headless/nifti/single_volume.h"
+#include "headless/run/check_budget.h"
+
+#include <algorithm>
+#include <string>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr std::int64_t kMostVoxels = 5'000'000; // of the plug-in
+
+std::int64_t countOnes(const std::vector<unsigned char>& mask) {
+    return std::count_if(mask.begin(), mask.end(), [](unsigned char value) { return value != 0; });
+}
+
+std::vector<unsigned char> maskAskedFor(const Run& run, const VoxelSummary& summary) {
+    if (run.options.maskSource == MaskSource::kFile) return run.session.mask;
+    if (run.options.maskSource == MaskSource::kAutomatic) return brainMask(summary.mean, run.session.grid);
+    return std::vector<unsigned char>(summary.mean.size(), 1);
+}
+
+[[noreturn]] void refuseEmpty(const RunOptions& options, const ExcludedVoxels& excluded) {
+    const std::string check =
+        options.maskSource == MaskSource::kFile ? "; check the image and the mask." : "; check the image.";
+    const std::string file = options.functional.string();
+    if (excluded.notFinite == 0) {
+        throw Failure(ExitStatus::kInput, file + " does not change over time in any voxel to be analysed" + check);
+    }
+    throw Failure(ExitStatus::kInput,
+                  file + " has no voxel that can be analysed: " + std::to_string(excluded.notFinite) +
+                      " hold non-finite values, " + std::to_string(excluded.constant) + " never change" + check);
+}
+
+[[noreturn]] void refuseTooFew(std::int64_t voxels, int volumes) {
+    throw Failure(ExitStatus::kInput, std::to_string(voxels) + " voxels are fewer than the " + std::to_string(volumes) +
+                                          " volumes; analyse more voxels, or leave volumes out with --dummy-scans.");
+}
+
+void requireCount(std::int64_t voxels, int volumes) {
+    if (voxels < volumes) refuseTooFew(voxels, volumes);
+    if (voxels <= kMostVoxels) return;
+    throw Failure(ExitStatus::kInput, std::to_string(voxels) + " voxels are more than the " +
+                                          std::to_string(kMostVoxels) +
+                                          " that the plug-in takes; use a smaller mask with --mask FILE.");
+}
+
+void addNotes(Run& run) {
+    const MaskSource source = run.options.maskSource;
+    const RunMask& mask = run.mask;
+    run.notes.say("Mask: " + std::to_string(mask.count) + " of " + std::to_string(mask.voxels.size()) + " voxels, " +
+                  (source == MaskSource::kFile        ? "from the given mask."
+                   : source == MaskSource::kAutomatic ? "from a brain mask made from the mean image."
+                                                      : "no mask was asked for."));
+    if (mask.excluded.all() == 0) return;
+    run.notes.say("Mask: " + std::to_string(mask.excluded.all()) +
+                  " voxels were excluded: " + std::to_string(mask.excluded.notFinite) + " hold non-finite values, " +
+                  std::to_string(mask.excluded.constant) + " never change.");
+}
+
+void writeMaskImage(const Run& run) {
+    ImageWriter writer((*run.files)[ResultFile::kMask], *run.functional.image,
+                       {1, NIFTI_TYPE_UINT8, 0.0, "voxels analysed"});
+    writer.write(run.mask.voxels);
+    writer.close();
+}
+
+} // namespace
+
+std::int64_t expectedVoxels(const Run& run) {
+    const RunOptions& options = run.options;
+    if (options.maskSource == MaskSource::kFile) return countOnes(run.session.mask);
+    if (options.maskSource == MaskSource::kNone) return run.functional.voxels();
+    return countOnes(brainMask(readVolume(run.functional, options.dummyScans), run.functional.size));
+}
+
+void requireVoxelsForVolumes(const Run& run, std::int64_t expected) {
+    // The automatic mask of the first volume is a guess; the other two can only lose voxels.
+    if (run.options.maskSource != MaskSource::kAutomatic && expected < run.volumes) refuseTooFew(expected, run.volumes);
+}
+
+void settleMask(Run& run) {
+    const VoxelSummary summary = summariseVoxels(run.session.series);
+    RunMask& mask = run.mask;
+    mask.voxels = maskAskedFor(run, summary);
+    mask.excluded = removeUnusable(summary, mask.voxels);
+    mask.count = countOnes(mask.voxels);
+    if (mask.count == 0) refuseEmpty(run.options, mask.excluded);
+    requireCount(mask.count, run.volumes);
+    if (run.options.maskSource != MaskSource::kNone || mask.excluded.all() > 0) {
+        run.session.mask = mask.voxels;
+        run.session.dialog.texts[1] = "mask.msk";
+    }
+    addNotes(run);
+    requireMemory(run, mask.count);
+    writeMaskImage(run);
+}
+
+} // namespace zn::headless

@@ -1,0 +1,84 @@
+#include "headless/run/write_result.h"
+
+#include "headless/report/mean_image.h"
+#include "headless/report/report_page.h"
+#include "headless/report/write_report.h"
+#include "headless/result/bids_files.h"
+#include "headless/result/course_tables.h"
+#include "headless/result/metrics_table.h"
+#include "headless/run/run_record.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace zn::headless {
+
+namespace {
+
+ReferenceNames referenceNames(const Session& session) {
+    ReferenceNames names;
+    names.predictors = session.design.names;
+    for (const Region& region : session.regions) names.regions.push_back(region.name);
+    return names;
+}
+
+void writeMetrics(const Run& run) {
+    const ResultFiles& files = *run.files;
+    const ReferenceNames names = referenceNames(run.session);
+    writeMetricsTable(files[ResultFile::kMetrics], run.session.maps, names,
+                      run.repeats ? run.repeats->stability : std::vector<Stability>());
+    writeMetricsDescription(files[ResultFile::kMetricsDescription], names,
+                            frequencyBands(run.session.millisecondsPerVolume), run.repeats.has_value());
+}
+
+void addReport(const Run& run) {
+    const ResultFiles& files = *run.files;
+    writeMeanImage(files[ResultFile::kMean], run.session.series, run.functional);
+    if (!run.session.design.names.empty()) writeDesignTable(files[ResultFile::kDesign], run.session.design);
+    const auto page = findReportTemplate();
+    if (page.empty()) {
+        std::fprintf(stderr, "znica: no report.html is written, because its template is not installed.\n");
+    } else {
+        writeReport(files.folder(), page);
+    }
+}
+
+void printSummary(const Run& run) {
+    std::printf("%lld voxels x %d volumes analysed\n", static_cast<long long>(voxelsAnalysed(run)), run.volumes);
+    std::printf("%d of %d components found%s", run.componentsFound(), run.eigenvalues.count(),
+                run.foundAll() ? "" : ": the others did not converge");
+    if (run.repeats) std::printf("; %d of %zu runs found all", run.repeats->converged, run.repeats->seeds.size());
+    std::printf("\n");
+    std::printf("%.2f %% of the variance kept\n", run.log->facts().retainedVariancePercent().value_or(NAN));
+    std::printf("%.1f s, of which %.1f s in the plug-in; at most %.0f MiB of memory\n", run.total.seconds(),
+                run.seconds.plugin, static_cast<double>(peakMemoryBytes()) / 1048576.0);
+    std::printf("result: %s\n", run.options.out.c_str());
+}
+
+// On standard error and with --quiet as well: the exit status alone does not say where to look.
+void explainMissing(const Run& run) {
+    std::fflush(stdout);
+    std::fprintf(
+        stderr,
+        "znica: %d of %d components found; allow more iterations with --max-iterations or a larger change with "
+        "--epsilon; the partial result is in %s.\n",
+        run.componentsFound(), run.eigenvalues.count(), run.options.out.c_str());
+}
+
+} // namespace
+
+ExitStatus writeResult(Run& run) {
+    writeMetrics(run);
+    writeDecomposition(run);
+    writeStatus(run);
+    writeBidsFiles(*run.files, ZNICA_VERSION, run.library->name(), run.library->version());
+    if (run.options.control.report) addReport(run);
+    run.folder->commit();
+    run.progress.clear();
+    if (!run.options.control.quiet) printSummary(run);
+    if (run.foundAll()) return ExitStatus::kDone;
+    explainMissing(run);
+    return ExitStatus::kGaveUp;
+}
+
+} // namespace zn::headless
