@@ -1,51 +1,30 @@
 #pragma once
 
-#include "headless/cli/compare_command.h"
-#include "headless/simulate/simulate_options.h"
-#include "headless/run/run_options.h"
+#include "headless/failure/failure.h"
+#include "headless/result/unfinished_work.h"
 
-#include <filesystem>
+#include <functional>
+#include <string>
 
 #include <CLI/CLI.hpp>
 
 namespace zn::headless {
 
-/// `znica score` compares a result with the truth of a simulated sample.
-struct ScoreOptions {
-    std::filesystem::path result;
-    std::filesystem::path truth;
-};
+/// What a command does once its arguments have been read. Every command adds itself with its options, its help and its
+/// examples, and sets the action when it is the one that was given.
+using Action = std::function<ExitStatus(UnfinishedWork&)>;
 
-/// The command's arguments, its help and its checks. Which command was given: `app.got_subcommand(run)`.
+/// The arguments of znica, their help and their checks.
 struct CommandLine {
     CommandLine();
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;
 
     CLI::App app;
-    CLI::App* run;
-    CLI::App* simulate;
-    CLI::App* score;
-    CLI::App* info;
-    CLI::App* compare;
-    CLI::App* report;
-    RunOptions runOptions;
-    SimulateOptions simulateOptions;
-    ScoreOptions scoreOptions;
-    std::filesystem::path infoPlugin; ///< empty: the one that belongs to the command
-    CompareOptions compareOptions;
-    std::filesystem::path reportFolder;
+    Action action; ///< of the command that was given
 
     /// What the user is told about arguments that do not parse, in one sentence.
     std::string complaint(const CLI::ParseError& error, int count, const char* const* arguments) const;
-
-private:
-    void addRun();
-    void addSimulate();
-    void addScore();
-    void addInfo();
-    void addCompare();
-    void addReport();
 };
 
 } // namespace zn::headless

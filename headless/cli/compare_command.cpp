@@ -1,111 +1,49 @@
 #include "headless/cli/compare_command.h"
 
-#include "headless/nifti/same_grid.h"
-#include "headless/nifti/single_volume.h"
-#include "headless/result/matching.h"
-#include "headless/result/result_names.h"
-#include "headless/result/spatial_correlation.h"
+#include "headless/cli/standard_output.h"
+#include "headless/result/component_pairs.h"
 #include "headless/text/text_file.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
+#include <filesystem>
+#include <memory>
 #include <string>
-#include <system_error>
-#include <vector>
 
 namespace zn::headless {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-struct Pair {
-    int a;
-    int b;
-    double r;
+struct Options {
+    std::filesystem::path a;
+    std::filesystem::path b;
+    std::filesystem::path out; // empty: the table is only printed
+    bool force = false;        // replace `out`
 };
 
-fs::path mapsOf(const fs::path& folder) {
-    std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folder, error)) {
-        if (entry.path().filename().string().ends_with("_desc-ICA_components.nii.gz")) return entry.path();
+ExitStatus compare(const Options& options) {
+    if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) {
+        throw Failure(ExitStatus::kOther, options.out.string() + " exists; name another file, or use --force.");
     }
-    throw Failure(ExitStatus::kInput, folder.string() + " holds no file that ends in _desc-ICA_components.nii.gz; "
-                                                        "name a folder that znica run made.");
-}
-
-// Voxels with a value in some map of a result; the others were not analysed.
-std::vector<bool> analysed(const std::vector<float>& maps, std::size_t voxels) {
-    std::vector<bool> result(voxels);
-    for (std::size_t i = 0; i < maps.size(); ++i) {
-        if (maps[i] != 0.0f) result[i % voxels] = true;
-    }
-    return result;
-}
-
-// Four digits, so that the order of the lines follows the numbers in them.
-double asPrinted(double r) {
-    return std::round(r * 1e4) / 1e4;
-}
-
-std::vector<Pair> pairsOf(const std::vector<double>& r, int rows, int columns) {
-    std::vector<double> size(r.size());
-    std::transform(r.begin(), r.end(), size.begin(), [](double value) { return std::fabs(value); });
-    const std::vector<int> partner = bestMatching(size, rows, columns);
-    std::vector<Pair> pairs;
-    std::vector<bool> taken(static_cast<std::size_t>(columns));
-    for (int a = 0; a < rows; ++a) {
-        const int b = partner[static_cast<std::size_t>(a)];
-        pairs.push_back({a, b, b < 0 ? 0.0 : asPrinted(r[static_cast<std::size_t>(a * columns + b)])});
-        if (b >= 0) taken[static_cast<std::size_t>(b)] = true;
-    }
-    for (int b = 0; b < columns; ++b) {
-        if (!taken[static_cast<std::size_t>(b)]) pairs.push_back({-1, b, 0.0});
-    }
-    std::stable_sort(pairs.begin(), pairs.end(),
-                     [](const Pair& x, const Pair& y) { return std::fabs(x.r) > std::fabs(y.r); });
-    return pairs;
-}
-
-std::string tableOf(const std::vector<Pair>& pairs) {
-    const auto name = [](int component) { return component < 0 ? "n/a" : componentName(component); };
-    std::string text = "a\tb\tr\n";
-    for (const Pair& pair : pairs) {
-        char r[32] = "n/a";
-        if (pair.a >= 0 && pair.b >= 0) std::snprintf(r, sizeof r, "%.4f", pair.r);
-        text += name(pair.a) + "\t" + name(pair.b) + "\t" + r + "\n";
-    }
-    return text;
+    const std::string table = pairTable(pairComponents(options.a, options.b));
+    if (!options.out.empty()) writeTextFile(options.out, table);
+    std::fputs(table.c_str(), stdout);
+    requirePrinted();
+    return ExitStatus::kDone;
 }
 
 } // namespace
 
-ExitStatus compareCommand(const CompareOptions& options) {
-    if (!options.out.empty() && !options.force && fs::exists(options.out)) {
-        throw Failure(ExitStatus::kOther, options.out.string() + " exists; name another file, or use --force.");
-    }
-    const ImageHeader headerA = readImageHeader(mapsOf(options.a));
-    const ImageHeader headerB = readImageHeader(mapsOf(options.b));
-    requireSameGrid("second result", headerB, headerA);
-    const auto voxels = static_cast<std::size_t>(headerA.voxels());
-    const std::vector<float> mapsA = readAllVolumes(headerA);
-    const std::vector<float> mapsB = readAllVolumes(headerB);
-    const std::vector<bool> inA = analysed(mapsA, voxels);
-    const std::vector<bool> inB = analysed(mapsB, voxels);
-    std::vector<std::size_t> shared;
-    for (std::size_t v = 0; v < voxels; ++v) {
-        if (inA[v] && inB[v]) shared.push_back(v);
-    }
-    if (shared.size() < 2) {
-        throw Failure(ExitStatus::kInput, "the two results have no voxels in common; check their masks.");
-    }
-    const auto r =
-        correlations(standardisedMaps(mapsA, voxels, shared), standardisedMaps(mapsB, voxels, shared), shared.size());
-    const std::string table = tableOf(pairsOf(r, headerA.volumes, headerB.volumes));
-    if (!options.out.empty()) writeTextFile(options.out, table);
-    std::fputs(table.c_str(), stdout);
-    return ExitStatus::kDone;
+void addCompareCommand(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<Options>();
+    auto* command =
+        app.add_subcommand("compare", "Pair the components of two results by absolute spatial correlation.");
+    command->add_option("A", options->a, "folder that znica run made")->required()->type_name("DIR");
+    command->add_option("B", options->b, "another one on the same grid")->required()->type_name("DIR");
+    command->add_option("--out", options->out, "write the table here, too")->type_name("TSV");
+    command->add_flag("--force", options->force, "replace that file");
+    command->footer("Example:\n  znica run bold.nii.gz --out a --seed 1\n  znica run bold.nii.gz --out b --seed 2\n"
+                    "  znica compare a b\n");
+    command->callback([options, &action] { action = [options](UnfinishedWork&) { return compare(*options); }; });
 }
 
 } // namespace zn::headless

@@ -1,14 +1,16 @@
 #include "headless/cli/info_command.h"
 
-#include "headless/host/host_exports.h"
 #include "headless/cli/plain_text.h"
+#include "headless/cli/standard_output.h"
 #include "headless/run/plugin_library.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -58,9 +60,7 @@ void printNames(const char* title, const std::set<std::string>& names) {
     for (const std::string& name : names) std::printf("  %s\n", name.c_str());
 }
 
-} // namespace
-
-ExitStatus infoCommand(const std::filesystem::path& plugin) {
+ExitStatus printInfo(const std::filesystem::path& plugin) {
     const PluginLibrary library(plugin.empty() ? findPlugin() : plugin);
     print("name", plainText(library.name()));
     print("version", plainText(library.version()));
@@ -80,7 +80,19 @@ ExitStatus infoCommand(const std::filesystem::path& plugin) {
     printNames("working", bound);
     printNames("lacking", empty);
     printNames("not existing", missing);
+    requirePrinted();
     return ExitStatus::kDone;
+}
+
+} // namespace
+
+void addInfoCommand(CLI::App& app, Action& action) {
+    const auto plugin = std::make_shared<std::filesystem::path>();
+    auto* info =
+        app.add_subcommand("info", "Print what the plug-in says about itself and which host functions it finds.");
+    info->add_option("--plugin", *plugin, "plug-in file (the one beside this command)")->type_name("FILE");
+    info->footer("Example:\n  znica info\n");
+    info->callback([plugin, &action] { action = [plugin](UnfinishedWork&) { return printInfo(*plugin); }; });
 }
 
 } // namespace zn::headless

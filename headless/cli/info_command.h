@@ -1,14 +1,11 @@
 #pragma once
 
-#include "headless/failure/failure.h"
-
-#include <filesystem>
+#include "headless/cli/command_line.h"
 
 namespace zn::headless {
 
-/// `znica info`: prints the plug-in's name, version, author, description and file as plain text, and which of the
-/// host's functions that its file names are there for it: those that work here, those that only say that this host
-/// lacks them, and those that do not exist. `plugin` empty: the one that belongs to the command. Throws Failure.
-ExitStatus infoCommand(const std::filesystem::path& plugin);
+/// `znica info`: prints what the plug-in says about itself and which host functions it looks up: those that work here,
+/// those that this host lacks, and those that do not exist in it.
+void addInfoCommand(CLI::App& app, Action& action);
 
 } // namespace zn::headless

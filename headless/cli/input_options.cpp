@@ -17,7 +17,6 @@ void setMask(RunOptions& options, const std::string& text) {
 }
 
 void setComponents(RunOptions& options, const std::string& text) {
-    options.firstEigenvalue = 1;
     if (text == "auto" || text == "max") {
         options.componentCount = text == "auto" ? ComponentCount::kEstimated : ComponentCount::kMost;
         return;
@@ -28,14 +27,14 @@ void setComponents(RunOptions& options, const std::string& text) {
     if (error != std::errc() || end != text.data() + text.size() || count < 1 || count > kMost) {
         throw CLI::ValidationError("--components", "needs a number from 1, auto or max; got " + text);
     }
-    options.lastEigenvalue = count;
+    options.eigenvalues = {1, count};
 }
 
-// Empty for a time that can be meant. Milliseconds are the usual slip.
+// Empty for a plausible time. Milliseconds are the usual slip.
 std::string repetitionTimeComplaint(const std::string& text) {
     double seconds = 0.0;
     if (CLI::detail::lexical_cast(text, seconds) && seconds >= 0.001 && seconds <= 20.0) return "";
-    return text + " is not a repetition time; give seconds from 0.001 to 20 (2000 ms are 2)";
+    return text + " is not a repetition time; give seconds from 0.001 to 20 (2000 ms is 2)";
 }
 
 } // namespace
@@ -43,22 +42,22 @@ std::string repetitionTimeComplaint(const std::string& text) {
 CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
     run.add_option_function<std::string>(
            "--mask", [&o](const std::string& text) { setMask(o, text); },
-           "voxels to analyse: not 0 in this image; auto: a brain mask from the mean image; none: all (auto)")
+           "voxels to analyse: nonzero in this image; auto: brain mask from the mean image; none: all (auto)")
         ->type_name("FILE|auto|none");
     auto* components = run.add_option_function<std::string>(
         "--components", [&o](const std::string& text) { setComponents(o, text); },
-        "how many, from as many largest eigenvalues; auto: estimated from them; max: one a volume (20)");
+        "number of components (and of leading eigenvalues kept); auto: estimated; max: one per volume (20)");
     components->type_name("N|auto|max");
     run.add_option("--dummy-scans", o.dummyScans, "leave out the first N volumes (0)")
         ->check(CLI::Range(0, 1000000).description(""))
         ->type_name("N");
-    run.add_option("--tr", o.secondsPerVolume, "seconds a volume (JSON beside BOLD, else header)")
+    run.add_option("--tr", o.secondsPerVolume, "repetition time in seconds (JSON beside BOLD, else header)")
         ->check(repetitionTimeComplaint)
         ->type_name("SECONDS");
-    run.add_option("--memory", o.memoryGib, "refuse a run that needs more (what is free)")
+    run.add_option("--memory", o.memoryGib, "refuse a run that needs more (free memory)")
         ->check(finiteNumber("a number above 0, in GiB", [](double gib) { return gib > 0.0; }))
         ->type_name("GIB");
-    run.add_flag("--dry-run", o.dryRun, "tell the input and the memory needed, and stop");
+    run.add_flag("--dry-run", o.dryRun, "print input and required memory, then exit");
     return components;
 }
 

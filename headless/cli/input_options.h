@@ -6,7 +6,7 @@
 
 namespace zn::headless {
 
-/// Adds the options that say what is read and analysed: mask, volumes left out, TR, components, memory. Returns
+/// Adds the options that say what is read and analysed: mask, dummy scans, TR, components, memory. Returns
 /// --components, which other options may exclude.
 CLI::Option* addInputOptions(CLI::App& run, RunOptions& options);
 

@@ -1,8 +1,5 @@
 #include "headless/cli/interrupts.h"
 
-#include "headless/result/partial_result.h"
-#include "headless/result/result_folder.h"
-
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -37,11 +34,10 @@ void handle(int signal) {
     sigaction(signal, &action, nullptr);
 }
 
-[[noreturn]] void watch(int pipe) {
+[[noreturn]] void watch(int pipe, UnfinishedWork& unfinished) {
     unsigned char signal = 0;
     while (read(pipe, &signal, 1) != 1) continue;
-    ResultFolder::discard();
-    const std::string partial = markPartial("interrupted", 128 + signal);
+    const std::string partial = unfinished.end("interrupted", 128 + signal);
     if (isatty(STDERR_FILENO) != 0) std::fputc('\n', stderr); // below the progress bar
     std::fprintf(stderr, "znica: interrupted; no result was written.%s\n", partial.c_str());
     std::_Exit(128 + signal);
@@ -49,13 +45,13 @@ void handle(int signal) {
 
 } // namespace
 
-void watchInterrupts() {
+void watchInterrupts(UnfinishedWork& unfinished) {
     int ends[2];
     if (pipe(ends) != 0) return; // signals keep their usual effect
     toWatcher = ends[1];
-    std::thread([reader = ends[0]] { watch(reader); }).detach();
+    std::thread([reader = ends[0], &unfinished] { watch(reader, unfinished); }).detach();
     std::signal(SIGXFSZ, SIG_IGN); // a limit on the size of files shows as a write that fails
-    std::signal(SIGPIPE, SIG_IGN); // who stops reading the messages, as head does, still wants the result
+    std::signal(SIGPIPE, SIG_IGN); // a reader that stops reading, as head does, still wants the result
     for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) handle(signal);
 }
 

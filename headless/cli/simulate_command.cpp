@@ -1,134 +1,63 @@
 #include "headless/cli/simulate_command.h"
 
-#include "headless/nifti/image_writer.h"
+#include "headless/cli/number_checks.h"
 #include "headless/result/result_folder.h"
-#include "headless/text/text_file.h"
-#include "headless/simulate/sample.h"
+#include "headless/simulate/write_sample.h"
 
+#include <cstdint>
 #include <cstdio>
-
-#include <nlohmann/json.hpp>
+#include <limits>
+#include <memory>
 
 namespace zn::headless {
 
 namespace {
 
-namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
+struct Options {
+    SimulateOptions sample;
+    std::filesystem::path out;
+    bool force = false;
+};
 
-constexpr char kStem[] = "sub-sim_task-blocks_";
-
-void writeMeasurement(const fs::path& file, const Sample& sample, const nifti_image& grid) {
-    ImageWriter::Layout layout;
-    layout.volumes = sample.brain.volumes;
-    layout.dataType = NIFTI_TYPE_INT16;
-    layout.secondsPerVolume = sample.secondsPerVolume;
-    layout.description = "simulated functional data";
-    ImageWriter writer(file, grid, layout);
-    makeVolumes(sample, [&](std::span<const std::int16_t> volume) { writer.write(volume); });
-    writer.close();
-}
-
-void writeMask(const fs::path& file, const Brain& brain, const nifti_image& grid) {
-    ImageWriter writer(file, grid, {1, NIFTI_TYPE_UINT8, 0.0, "brain mask"});
-    writer.write(brain.mask);
-    writer.close();
-}
-
-void writeSourceMaps(const fs::path& file, const Sample& sample, const nifti_image& grid) {
-    const auto count = static_cast<int>(sample.sources.size());
-    ImageWriter writer(file, grid, {count, NIFTI_TYPE_FLOAT32, 0.0, "maps of the sources"});
-    for (const Source& source : sample.sources) {
-        std::vector<float> map(sample.brain.mask.size());
-        for (const auto& entry : source.map.entries) {
-            map[static_cast<std::size_t>(entry.voxel)] = static_cast<float>(source.amplitude) * entry.weight;
-        }
-        writer.write(map);
-    }
-    writer.close();
-}
-
-void writeRegions(const fs::path& stem, const Sample& sample, const nifti_image& grid) {
-    std::vector<std::int16_t> labels(sample.brain.mask.size());
-    std::vector<float> strongest(labels.size()); // where sources overlap, the label is that of the strongest
-    std::string names = "index\tname\n";
-    std::int16_t label = 0;
-    for (const Source& source : sample.sources) {
-        ++label;
-        for (const auto& entry : source.map.region()) {
-            const auto voxel = static_cast<std::size_t>(entry.voxel);
-            if (entry.weight <= strongest[voxel]) continue;
-            strongest[voxel] = entry.weight;
-            labels[voxel] = label;
-        }
-        names += std::to_string(label) + "\t" + source.timeCourse.kind + "\n";
-    }
-    ImageWriter writer(fs::path(stem).concat("dseg.nii.gz"), grid,
-                       {1, NIFTI_TYPE_INT16, 0.0, "regions of the sources"});
-    writer.write(labels);
-    writer.close();
-    writeTextFile(fs::path(stem).concat("dseg.tsv"), names);
-}
-
-// `tasksOnly`: the time courses that follow a stimulus, as a design matrix; nothing is written when there is none.
-void writeTimeCourses(const fs::path& file, const Sample& sample, bool tasksOnly) {
-    std::vector<const SourceTimeCourse*> columns;
-    for (const Source& source : sample.sources) {
-        if (!tasksOnly || source.timeCourse.isTask) columns.push_back(&source.timeCourse);
-    }
-    if (columns.empty()) return;
-    std::string text;
-    for (const auto* column : columns) text += (column == columns.front() ? "" : "\t") + column->kind;
-    text += '\n';
-    for (std::size_t t = 0; t < static_cast<std::size_t>(sample.brain.volumes); ++t) {
-        for (const auto* column : columns) {
-            text += (column == columns.front() ? "" : "\t") + cellText(static_cast<float>(column->values[t]));
-        }
-        text += '\n';
-    }
-    writeTextFile(file, text);
-}
-
-Json truthOf(const SimulateOptions& options, const Sample& sample) {
-    Json sources = Json::array();
-    for (const Source& source : sample.sources) {
-        sources.push_back({{"name", source.timeCourse.kind},
-                           {"follows_stimulus", source.timeCourse.isTask},
-                           {"amplitude", source.amplitude},
-                           {"centres_voxels", source.map.centres},
-                           {"radius_voxels", source.map.radius},
-                           {"region_voxels", source.map.region().size()}});
-    }
-    return {{"size", options.size},
-            {"seed", options.seed},
-            {"noise_percent", options.noisePercent},
-            {"voxels_inside", sample.brain.voxelsInside()},
-            {"volumes", sample.brain.volumes},
-            {"repetition_time_seconds", sample.secondsPerVolume},
-            {"sources", sources}};
-}
-
-} // namespace
-
-ExitStatus simulateCommand(const SimulateOptions& options) {
-    ResultFolder folder(options.out, options.force);
-    const Sample sample = makeSample(options);
-    const auto grid = newGrid(sample.brain.size, sample.brain.edge);
-    const auto file = [&](const char* ending) { return folder.path() / (std::string(kStem) + ending); };
-
-    writeMeasurement(file("bold.nii.gz"), sample, *grid);
-    const Json sidecar = {{"RepetitionTime", sample.secondsPerVolume}, {"TaskName", "blocks"}};
-    writeTextFile(file("bold.json"), sidecar.dump(2) + "\n");
-    writeMask(file("desc-brain_mask.nii.gz"), sample.brain, *grid);
-    writeSourceMaps(file("desc-truth_components.nii.gz"), sample, *grid);
-    writeTimeCourses(file("desc-truth_mixing.tsv"), sample, false);
-    writeTimeCourses(file("desc-task_design.tsv"), sample, true);
-    writeRegions(file("desc-sources_"), sample, *grid);
-    writeTextFile(folder.path() / "truth.json", truthOf(options, sample).dump(2) + "\n");
+ExitStatus simulate(const Options& options, UnfinishedWork& unfinished) {
+    ResultFolder folder(unfinished, options.out, options.force);
+    const Sample sample = makeSample(options.sample);
+    writeSample(ResultFiles(folder.path(), kSampleStem), sample, options.sample);
     folder.commit();
     std::printf("%d sources in %lld voxels x %d volumes: %s\n", static_cast<int>(sample.sources.size()),
                 static_cast<long long>(sample.brain.voxelsInside()), sample.brain.volumes, options.out.c_str());
     return ExitStatus::kDone;
+}
+
+} // namespace
+
+const char kSimulateExamples[] = "Example:\n"
+                                 "  znica simulate --out sample\n"
+                                 "  znica run sample/sub-sim_task-blocks_bold.nii.gz --out ica\n"
+                                 "  znica score ica --truth sample\n";
+
+void addSimulateCommand(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<Options>();
+    SimulateOptions& o = options->sample;
+    auto* command = app.add_subcommand("simulate", "Make a brain-shaped sample with known sources.");
+    command->add_option("--out", options->out, "folder to create for the sample")->required()->type_name("DIR");
+    command->add_option("--size", o.size, "tiny, small, medium or large (small: 22,000 voxels, 150 volumes)")
+        ->check(CLI::IsMember(SimulateOptions::sizeNames()).description(""))
+        ->type_name("NAME");
+    command->add_option("--sources", o.sources, "number of sources, 1 to 24 (8)")
+        ->check(CLI::Range(1, 24).description(""))
+        ->type_name("N");
+    command->add_option("--noise", o.noisePercent, "noise in per cent of the mean signal (1)")
+        ->check(finiteNumber("a number from 0 to 100", [](double s) { return s >= 0.0 && s <= 100.0; }))
+        ->type_name("S");
+    command->add_option("--seed", o.seed, "another seed, another sample (1)")
+        ->check(wholeNumber(std::numeric_limits<std::uint64_t>::max()))
+        ->type_name("N");
+    command->add_flag("--force", options->force, "replace an earlier sample in DIR");
+    command->footer(kSimulateExamples);
+    command->callback([options, &action] {
+        action = [options](UnfinishedWork& unfinished) { return simulate(*options, unfinished); };
+    });
 }
 
 } // namespace zn::headless

@@ -190,7 +190,7 @@ TEST_F(BadInput, DataOfNothingButNotANumber) {
     image.dataType = 16;
     image.bitsPerVoxel = 32;
     for (int i = 0; i < 6 * 5 * 4 * 24; ++i) image.append(std::numeric_limits<float>::quiet_NaN());
-    expectRefusal(runOn(image), "no voxel that can be analysed: 120 hold values that are not finite");
+    expectRefusal(runOn(image), "no voxel that can be analysed: 120 hold non-finite values");
 }
 
 TEST_F(BadInput, AMaskOfAnotherSize) {

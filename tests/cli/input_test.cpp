@@ -84,7 +84,7 @@ TEST_F(Input, TheAutomaticMaskIsTheLargestBrightPartWithoutHoles) {
     const auto mask = maskAfter(
         waves(24, [&](int x, int y, int z) { return (shell(x, y, z) && !hole(x, y, z)) || (x == 5 && y == 4); }));
     for (int v = 0; v < kVoxels; ++v) EXPECT_EQ(mask[static_cast<std::size_t>(v)], shell(v % 6, v / 6 % 5, v / 30));
-    EXPECT_THAT(result.out, HasSubstr("Mask: 48 of 120 voxels, by a brain mask from the mean image.\n"));
+    EXPECT_THAT(result.out, HasSubstr("Mask: 48 of 120 voxels, from a brain mask made from the mean image.\n"));
 }
 
 TEST_F(Input, AnImageWithoutBackgroundIsTakenWhole) {
@@ -108,7 +108,7 @@ TEST_F(Input, AGivenMaskIsTakenAsItIs) {
     writeFile(folder / "mask.nii", mask.bytes());
     const auto used = maskAfter(plainSeries(24), {"--mask", (folder / "mask.nii").string()});
     for (std::size_t v = 0; v < used.size(); ++v) EXPECT_EQ(used[v], v >= 60) << v;
-    EXPECT_THAT(result.out, HasSubstr("Mask: 60 of 120 voxels, by the given mask.\n"));
+    EXPECT_THAT(result.out, HasSubstr("Mask: 60 of 120 voxels, from the given mask.\n"));
 }
 
 TEST_F(Input, WithoutAMaskThePluginGetsNone) {
@@ -126,7 +126,7 @@ TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
     for (const std::string& kind : {std::string("auto"), std::string("none"), (folder / "mask.nii").string()}) {
         const auto mask = maskAfter(image, {"--mask", kind});
         for (std::size_t v = 0; v < mask.size(); ++v) EXPECT_EQ(mask[v], v != 17 && v != 18 && v != 40) << kind << v;
-        const std::string note = "Mask: 3 voxels left it: 2 hold values that are not finite, 1 never change.\n";
+        const std::string note = "Mask: 3 voxels were excluded: 2 hold non-finite values, 1 never change.\n";
         EXPECT_THAT(result.out, HasSubstr(note));
         EXPECT_THAT(textOf(folder / "out/log.txt"), HasSubstr(note));
         EXPECT_THAT(result.out, HasSubstr("117 voxels x 24 volumes analysed\n"));
@@ -190,7 +190,7 @@ TEST_F(Input, AnUnusableTimeIsRefusedWithTheWayOut) {
         EXPECT_THAT(tell(image, {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
     }
     writeFile(folder / "a_bold.json", "{ this is no JSON");
-    EXPECT_THAT(tell(image).err, HasSubstr("a_bold.json is no JSON object"));
+    EXPECT_THAT(tell(image).err, HasSubstr("a_bold.json is not a JSON object"));
     writeFile(folder / "a_bold.json", R"({"TaskName": "rest"})");
     EXPECT_THAT(tell(image).out, HasSubstr("TR 2 s (the header)"));
     image.pixdim[4] = 0;

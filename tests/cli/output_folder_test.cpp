@@ -138,7 +138,7 @@ TEST_F(OutputFolder, WithAFileOfTheUsersNamedLikeTheSampleIsRefusedEvenByForce) 
     writeFile(folder / "out/sub-sim_notes.txt", "precious");
     const CommandResult result = simulate((folder / "out").string(), {"--force"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("holds sub-sim_notes.txt, which is no part of a result"));
+    EXPECT_THAT(result.err, HasSubstr("holds sub-sim_notes.txt, which does not belong to a result"));
     EXPECT_EQ(textOf(folder / "out/sub-sim_notes.txt"), "precious");
 }
 
@@ -220,7 +220,7 @@ TEST_F(OutputFolderOfARun, WithSomethingThatIsNotOfTheRunIsRefusedEvenByForce) {
         writeFile(folder / ("out/" + name), "work");
         const CommandResult result = run("out", {"--force"});
         EXPECT_EQ(result.status, 1);
-        EXPECT_THAT(result.err, HasSubstr("holds " + name + ", which is no part of a result"));
+        EXPECT_THAT(result.err, HasSubstr("holds " + name + ", which does not belong to a result"));
         EXPECT_EQ(textOf(folder / ("out/" + name)), "work");
         std::filesystem::remove(folder / ("out/" + name));
     }

@@ -60,19 +60,20 @@ TEST_F(RecordedInput, ATimeThatThePluginsBandsFitIsWorthNoNote) {
 TEST_F(RecordedInput, DisagreeingTimesAreNoted) {
     writeFile(folder / "a_bold.json", R"({"RepetitionTime": 3})");
     EXPECT_THAT(factsOf({"--components", "1"})["Input"]["Notes"],
-                ElementsAre("TR: a_bold.json says 3 s and is used; the header says 2 s."));
+                ElementsAre(json{{"Code", "repetition-time-disagreement"},
+                                 {"Text", "TR: a_bold.json says 3 s and is used; the header says 2 s."}}));
 }
 
 TEST_F(RecordedInput, ATimeThatThePluginsBandsDoNotFitIsSaidAndRecorded) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"0.8", "TR: 0.8 s is below 1 s, which the plug-in counts as 0: its frequency bands mean nothing here, band 1 "
                 "is 1 and the others are n/a."},
-        {"2.5", "TR: 2.5 s is not a whole number of seconds; the plug-in counts with 2 s in its frequency bands."},
+        {"2.5", "TR: 2.5 s is not a whole number of seconds; the plug-in uses 2 s for its frequency bands."},
         {"6", "TR: 6 s leaves the plug-in 4 of its 5 frequency bands; the others are n/a."},
         {"11", "TR: 11 s leaves the plug-in 3 of its 5 frequency bands; the others are n/a."}};
     for (const auto& [seconds, note] : cases) {
         const json notes = notesAt(seconds);
-        EXPECT_THAT(notes, testing::Contains(json(note)));
+        EXPECT_THAT(notes, testing::Contains(json{{"Code", "frequency-bands"}, {"Text", note}}));
         EXPECT_THAT(result.out, HasSubstr(note + "\n"));
         EXPECT_THAT(textOf(folder / "out/log.txt"), HasSubstr(note + "\n"));
     }

@@ -94,7 +94,7 @@ TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithTheWayOut) {
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.err, "znica: --tr: " + time +
                                   " is not a repetition time; give seconds from 0.001 to 20 "
-                                  "(2000 ms are 2) (see znica run --help)\n");
+                                  "(2000 ms is 2) (see znica run --help)\n");
     }
 }
 

@@ -1,0 +1,26 @@
+#include "headless/cli/report_command.h"
+
+#include "headless/report/write_report.h"
+#include "headless/result/result_files.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+
+namespace zn::headless {
+
+void addReportCommand(CLI::App& app, Action& action) {
+    const auto folder = std::make_shared<std::filesystem::path>();
+    auto* report = app.add_subcommand("report", "Make report.html again from the files of a result.");
+    report->add_option("DIR", *folder, "folder that znica run made")->required()->type_name("DIR");
+    report->footer("Example:\n  znica report result\n");
+    report->callback([folder, &action] {
+        action = [folder](UnfinishedWork&) {
+            writeReport(*folder);
+            std::printf("%s\n", (*folder / nameOf(ResultFile::kReport)).c_str());
+            return ExitStatus::kDone;
+        };
+    });
+}
+
+} // namespace zn::headless

@@ -1,0 +1,127 @@
+#include "headless/cli/run_command.h"
+
+#include "headless/cli/input_options.h"
+#include "headless/cli/number_checks.h"
+#include "headless/run/run_driver.h"
+
+#include <charconv>
+#include <limits>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr char kExamples[] = "Examples:\n"
+                             "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
+                             "  znica run bold.nii.gz --mask mask.nii.gz --components 30 --out ica\n"
+                             "  znica run bold.nii.gz --out ica --design blocks.tsv \\\n"
+                             "      --rois atlas.nii.gz --roi-names atlas.tsv\n";
+
+bool parseCount(std::string_view text, int& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number >= 1;
+}
+
+void setEigenvalues(EigenvalueRange& range, const std::string& text) {
+    const std::size_t colon = text.find(':');
+    const bool valid = colon != std::string::npos && parseCount(std::string_view(text).substr(0, colon), range.first) &&
+                       parseCount(std::string_view(text).substr(colon + 1), range.last) && range.first <= range.last;
+    if (!valid) {
+        throw CLI::ValidationError("--eigenvalues",
+                                   "FIRST:LAST counts from 1 and ascends, as in 2:21; got " + text);
+    }
+}
+
+// The plug-in takes it in single precision, where the smallest numbers are 0: no component would ever converge.
+bool isEpsilon(double epsilon) {
+    return static_cast<float>(epsilon) > 0.0f && epsilon <= 1.0;
+}
+
+void setNonlinearity(Nonlinearity& nonlinearity, const std::string& name) {
+    const std::map<std::string, Nonlinearity> known = {
+        {"tanh", Nonlinearity::kTanh}, {"gauss", Nonlinearity::kGauss}, {"cube", Nonlinearity::kCube}};
+    const auto found = known.find(name);
+    if (found == known.end()) throw CLI::ValidationError("--nonlinearity", "needs tanh, gauss or cube; got " + name);
+    nonlinearity = found->second;
+}
+
+void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
+    command
+        .add_option_function<std::string>(
+            "--eigenvalues", [&o](const std::string& range) { setEigenvalues(o.eigenvalues, range); },
+            "keep these eigenvalues, as in 2:21")
+        ->type_name("FIRST:LAST")
+        ->excludes(components);
+    command
+        .add_option_function<std::string>(
+            "--nonlinearity", [&o](const std::string& name) { setNonlinearity(o.nonlinearity, name); },
+            "tanh, gauss or cube (tanh)")
+        ->type_name("NAME");
+    command.add_option("--epsilon", o.epsilon, "a component has converged below this change (0.0001)")
+        ->check(finiteNumber("a number above 0 and up to 1", isEpsilon))
+        ->type_name("E");
+    command.add_option("--max-iterations", o.maxIterations, "restart a component after N iterations (500)")
+        ->check(CLI::Range(1, 100000000).description(""))
+        ->type_name("N");
+}
+
+void addFingerprint(CLI::App& command, RunOptions& o) {
+    command.add_option("--design", o.design, "up to 16 predictors: RTC text, or table with header")->type_name("FILE");
+    auto* rois =
+        command.add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
+    command.add_option("--roi-names", o.regionNames, "table with columns index and name")->type_name("TSV")->needs(rois);
+    auto* clusterSize =
+        command.add_option("--cluster-size", o.clusterSize, "minimum cluster size in voxels, 2 to 2000 (10)");
+    clusterSize->check(CLI::Range(2, 2000).description(""))->type_name("N");
+    command
+        .add_flag_callback(
+            "--no-clustering", [&o] { o.clusterSize.reset(); }, "leave out the degree of clustering")
+        ->excludes(clusterSize);
+    command.add_option("--z-threshold", o.zThreshold, "z threshold for clusters, 0.1 to 100 (2.5)")
+        ->check(finiteNumber("a number from 0.1 to 100", [](double z) { return z >= 0.1 && z <= 100.0; }))
+        ->type_name("Z");
+    command.add_option("--label", o.label, "subject or session, for the maps' names")->type_name("TEXT");
+}
+
+void addControl(CLI::App& command, RunControl& control) {
+    command.add_option("--seed", control.seed, "replay the run that recorded this seed (new)")
+        ->check(wholeNumber(std::numeric_limits<std::uint32_t>::max()))
+        ->type_name("N");
+    command.add_option("--threads", control.threads, "threads of the matrix products (all)")
+        ->check(CLI::Range(1, 1024).description(""))
+        ->type_name("N");
+    command.add_option("--repeats", control.repeats, "repeat R times to estimate stability (1)")
+        ->check(CLI::Range(1, 1000).description(""))
+        ->type_name("R");
+    auto* quiet = command.add_flag("--quiet", control.quiet, "print nothing but errors");
+    command.add_flag("--verbose", control.verbose, "print the plug-in's log as well")->excludes(quiet);
+    command.add_flag("!--no-report", control.report, "leave out report.html");
+    command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails");
+}
+
+} // namespace
+
+void addRunCommand(CLI::App& app, Action& action) {
+    const auto options = std::make_shared<RunOptions>();
+    RunOptions& o = *options;
+    auto* run =
+        app.add_subcommand("run", "Analyse a 4D image: component maps, time courses and sixteen parameters each.");
+    run->add_option("BOLD", o.functional, "4D NIfTI image (.nii, .nii.gz)")->required();
+    run->add_option("--out", o.out, "folder to create for the result")->required()->type_name("DIR");
+    auto* components = addInputOptions(*run, o);
+    addSeparation(*run, o, components);
+    addFingerprint(*run, o);
+    run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")->type_name("FILE");
+    run->add_flag("--force", o.force, "replace an earlier result in DIR");
+    addControl(*run, o.control);
+    run->footer(kExamples);
+    run->callback([options, &action] {
+        action = [options](UnfinishedWork& unfinished) { return runAnalysis(*options, unfinished); };
+    });
+}
+
+} // namespace zn::headless
