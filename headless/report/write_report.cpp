@@ -1,9 +1,8 @@
 #include "headless/report/write_report.h"
 
 #include "headless/failure/failure.h"
-#include "headless/nifti/mask_image.h"
+#include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
-#include "headless/nifti/single_volume.h"
 #include "headless/nifti/volume_stream.h"
 #include "headless/nifti/voxel_values.h"
 #include "headless/report/mean_image.h"

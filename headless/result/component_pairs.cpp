@@ -2,7 +2,7 @@
 
 #include "headless/failure/failure.h"
 #include "headless/nifti/same_grid.h"
-#include "headless/nifti/single_volume.h"
+#include "headless/nifti/read_volumes.h"
 #include "headless/result/matching.h"
 #include "headless/result/result_files.h"
 #include "headless/result/result_names.h"

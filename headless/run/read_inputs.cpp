@@ -2,8 +2,7 @@
 
 #include "headless/design/region_names.h"
 #include "headless/failure/failure.h"
-#include "headless/nifti/label_image.h"
-#include "headless/nifti/mask_image.h"
+#include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
 #include "headless/result/result_names.h"

@@ -3,7 +3,7 @@
 #include "headless/failure/failure.h"
 #include "headless/mask/brain_mask.h"
 #include "headless/nifti/image_writer.h"
-#include "headless/nifti/single_volume.h"
+#include "headless/nifti/read_volumes.h"
 #include "headless/run/check_budget.h"
 
 #include <algorithm>

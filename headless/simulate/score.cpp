@@ -1,9 +1,8 @@
 #include "headless/simulate/score.h"
 
 #include "headless/failure/failure.h"
-#include "headless/nifti/mask_image.h"
+#include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
-#include "headless/nifti/single_volume.h"
 #include "headless/result/result_files.h"
 
 #include <nlohmann/json.hpp>

@@ -2,6 +2,8 @@
 
 #include "headless/nifti/image_header.h"
 
+#include <cstdint>
+#include <map>
 #include <vector>
 
 namespace zn::headless {
@@ -14,5 +16,13 @@ std::vector<float> readVolume(const ImageHeader& header, int index);
 
 /// Reads all volumes of an image as single-precision values, [volume][voxel]. Throws Failure (kInput).
 std::vector<float> readAllVolumes(const ImageHeader& header);
+
+/// Reads a mask: 1 where the image is different from zero, 0 where it is zero or not a number; x fastest.
+/// Throws Failure (kInput), also when no voxel is selected.
+std::vector<unsigned char> readMask(const ImageHeader& header);
+
+/// Reads a label image: for every label other than 0, in ascending order, its voxels as linear indices (x fastest) in
+/// ascending order. Throws Failure (kInput), also for values that are no whole numbers and for an image of zeros.
+std::map<std::int32_t, std::vector<std::int64_t>> readLabels(const ImageHeader& header);
 
 } // namespace zn::headless
