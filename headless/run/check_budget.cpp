@@ -1,10 +1,9 @@
-#include "headless/run/check_budget.h"
+#include "headless/run/stages.h"
 
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/memory/peak_prediction.h"
 #include "headless/nifti/time_series.h"
-#include "headless/run/settle_mask.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "headless/run/read_inputs.h"
+#include "headless/run/stages.h"
 
 #include "headless/design/region_names.h"
 #include "headless/failure/failure.h"

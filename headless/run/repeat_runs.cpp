@@ -1,4 +1,4 @@
-#include "headless/run/repeat_runs.h"
+#include "headless/run/stages.h"
 
 #include "headless/failure/failure.h"
 #include "headless/result/spatial_correlation.h"

@@ -2,14 +2,7 @@
 
 #include "headless/nifti/time_series.h"
 #include "headless/result/result_names.h"
-#include "headless/run/check_budget.h"
-#include "headless/run/read_inputs.h"
-#include "headless/run/repeat_runs.h"
-#include "headless/run/run.h"
-#include "headless/run/separate.h"
-#include "headless/run/settle_components.h"
-#include "headless/run/settle_mask.h"
-#include "headless/run/write_result.h"
+#include "headless/run/stages.h"
 
 namespace zn::headless {
 

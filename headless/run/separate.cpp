@@ -1,4 +1,4 @@
-#include "headless/run/separate.h"
+#include "headless/run/stages.h"
 
 #include "headless/nifti/image_writer.h"
 #include "headless/result/course_tables.h"

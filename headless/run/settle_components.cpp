@@ -1,4 +1,4 @@
-#include "headless/run/settle_components.h"
+#include "headless/run/stages.h"
 
 #include "headless/dimension/temporal_eigenvalues.h"
 #include "headless/text/text_file.h"

@@ -1,10 +1,9 @@
-#include "headless/run/settle_mask.h"
+#include "headless/run/stages.h"
 
 #include "headless/failure/failure.h"
 #include "headless/mask/brain_mask.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
-#include "headless/run/check_budget.h"
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,4 @@
-#include "headless/run/write_result.h"
+#include "headless/run/stages.h"
 
 #include "headless/report/mean_image.h"
 #include "headless/report/report_page.h"
