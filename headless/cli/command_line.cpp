@@ -1,12 +1,7 @@
 #include "headless/cli/command_line.h"
 
-#include "headless/cli/compare_command.h"
+#include "headless/cli/commands.h"
 #include "headless/cli/help_pages.h"
-#include "headless/cli/info_command.h"
-#include "headless/cli/report_command.h"
-#include "headless/cli/run_command.h"
-#include "headless/cli/score_command.h"
-#include "headless/cli/simulate_command.h"
 
 namespace zn::headless {
 

@@ -10,8 +10,7 @@
 
 namespace zn::headless {
 
-/// What a command does once its arguments have been read. Every command adds itself with its options, its help and its
-/// examples, and sets the action when it is the one that was given.
+/// What a command does once its arguments have been read.
 using Action = std::function<ExitStatus(UnfinishedWork&)>;
 
 /// The arguments of znica, their help and their checks.

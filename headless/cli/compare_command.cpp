@@ -1,4 +1,4 @@
-#include "headless/cli/compare_command.h"
+#include "headless/cli/commands.h"
 
 #include "headless/cli/standard_output.h"
 #include "headless/result/component_pairs.h"

@@ -1,4 +1,4 @@
-#include "headless/cli/info_command.h"
+#include "headless/cli/commands.h"
 
 #include "headless/cli/plain_text.h"
 #include "headless/cli/standard_output.h"

@@ -1,4 +1,4 @@
-#include "headless/cli/report_command.h"
+#include "headless/cli/commands.h"
 
 #include "headless/report/write_report.h"
 #include "headless/result/result_files.h"

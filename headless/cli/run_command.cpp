@@ -1,4 +1,4 @@
-#include "headless/cli/run_command.h"
+#include "headless/cli/commands.h"
 
 #include "headless/cli/input_options.h"
 #include "headless/cli/number_checks.h"

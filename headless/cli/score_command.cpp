@@ -1,6 +1,5 @@
-#include "headless/cli/score_command.h"
+#include "headless/cli/commands.h"
 
-#include "headless/cli/simulate_command.h"
 #include "headless/cli/standard_output.h"
 #include "headless/result/result_names.h"
 #include "headless/simulate/score.h"

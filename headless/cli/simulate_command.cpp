@@ -1,4 +1,4 @@
-#include "headless/cli/simulate_command.h"
+#include "headless/cli/commands.h"
 
 #include "headless/cli/number_checks.h"
 #include "headless/result/result_folder.h"
