@@ -6,7 +6,6 @@
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
 #include "headless/result/result_names.h"
-#include "headless/run/input_remarks.h"
 #include "headless/run/region_coordinates.h"
 #include "host/voi_records.h"
 

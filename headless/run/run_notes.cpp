@@ -1,5 +1,7 @@
 #include "headless/run/run_notes.h"
 
+#include "headless/result/frequency_bands.h"
+
 #include <cstdio>
 
 namespace zn::headless {
@@ -15,6 +17,41 @@ void RunNotes::say(const std::string& note) {
 void RunNotes::remark(const Remark& note) {
     say(note.text);
     remarks_.push_back(note);
+}
+
+std::string inputNote(const ImageHeader& functional, int volumes, const RepetitionTime& repetition) {
+    std::string note = "Input: " + sizeText(functional) + " voxels, " + std::to_string(volumes) + " volumes";
+    const int leftOut = functional.volumes - volumes;
+    if (leftOut > 0) note += " after the first " + std::to_string(leftOut) + " left out";
+    return note + ", TR " + secondsText(repetition.seconds) + " (" + repetition.source + ").";
+}
+
+std::vector<Remark> repetitionTimeRemarks(const RepetitionTime& repetition) {
+    std::vector<Remark> remarks;
+    for (const std::string& sentence : repetition.disagreements) {
+        remarks.push_back({"repetition-time-disagreement", sentence});
+    }
+    return remarks;
+}
+
+std::vector<Remark> bandRemarks(int millisecondsPerVolume) {
+    constexpr char kCode[] = "frequency-bands";
+    const FrequencyBands bands = frequencyBands(millisecondsPerVolume);
+    const std::string time = "TR: " + secondsText(millisecondsPerVolume / 1000.0);
+    if (!bands.defined()) {
+        return {{kCode, time + " is below 1 s, which the plug-in counts as 0: its frequency bands mean nothing here, "
+                               "band 1 is 1 and the others are n/a."}};
+    }
+    std::vector<Remark> remarks;
+    if (!bands.inWholeSeconds()) {
+        remarks.push_back({kCode, time + " is not a whole number of seconds; the plug-in uses " +
+                                      std::to_string(millisecondsPerVolume / 1000) + " s for its frequency bands."});
+    }
+    if (bands.used < kFrequencyBands) {
+        remarks.push_back({kCode, time + " leaves the plug-in " + std::to_string(bands.used) + " of its " +
+                                      std::to_string(kFrequencyBands) + " frequency bands; the others are n/a."});
+    }
+    return remarks;
 }
 
 } // namespace zn::headless
