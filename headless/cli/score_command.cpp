@@ -2,7 +2,7 @@
 
 #include "headless/cli/standard_output.h"
 #include "headless/result/result_names.h"
-#include "headless/simulate/score.h"
+#include "headless/simulate/recovery.h"
 
 #include <algorithm>
 #include <cstdio>

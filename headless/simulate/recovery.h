@@ -1,9 +1,9 @@
 #pragma once
 
-#include "headless/failure/failure.h"
-
 #include <cstdint>
+#include <filesystem>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace zn::headless {
@@ -25,5 +25,15 @@ std::vector<Recovery> recover(std::span<const float> truth, std::span<const floa
 
 /// Pearson correlation of two maps over a mask, in double precision; not-a-number when one of them is constant.
 double correlationInMask(std::span<const float> a, std::span<const float> b, std::span<const unsigned char> mask);
+
+/// How well one source of a sample came back in a result.
+struct SourceScore {
+    std::string name;
+    Recovery recovery;
+};
+
+/// For every source of a simulated sample the component of a result whose map is most like it. Throws Failure (kInput)
+/// when one of the folders lacks its files or the two do not fit.
+std::vector<SourceScore> scoreResult(const std::filesystem::path& result, const std::filesystem::path& truth);
 
 } // namespace zn::headless
