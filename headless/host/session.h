@@ -2,7 +2,6 @@
 
 #include "headless/blas/matrix_products.h"
 #include "headless/design/design_matrix.h"
-#include "headless/host/session_events.h"
 #include "headless/host/volume_maps.h"
 #include "headless/nifti/time_series.h"
 
@@ -12,6 +11,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zn::headless {
@@ -34,6 +34,23 @@ struct PromptAnswers {
 struct Region {
     std::string name;
     std::vector<std::int32_t> coordinates;
+};
+
+/// What a run tells its surroundings while it goes on. Called on the thread that runs the plug-in.
+class SessionEvents {
+public:
+    virtual ~SessionEvents() = default;
+
+    /// A line for the log: the plug-in's, or the host's own notes.
+    virtual void logLine(std::string_view line) = 0;
+    /// The plug-in had a matrix, transposed or not, multiplied with a vector: what an iteration consists of.
+    virtual void vectorProduct(bool transposed) { (void)transposed; }
+    /// A message box: the user should see it.
+    virtual void message(std::string_view text) = 0;
+    /// The maps are complete; the plug-in wants them kept under this name.
+    virtual void saveMaps(const VolumeMaps& maps, std::string_view name) = 0;
+    /// Memory for the maps is short. The plug-in would write through whatever it is given, so this must not return.
+    [[noreturn]] virtual void outOfMemory() = 0;
 };
 
 /// Everything the host knows during one run of a plug-in: data, answers, and the maps that come out. The functions that

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "headless/host/session_events.h"
+#include "headless/host/session.h"
 #include "headless/result/plugin_log.h"
 #include "headless/result/unfinished_work.h"
 #include "headless/run/progress.h"
