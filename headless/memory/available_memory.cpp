@@ -1,7 +1,5 @@
 #include "headless/memory/available_memory.h"
 
-#include "headless/memory/control_group.h"
-
 #include <algorithm>
 #include <fstream>
 #include <string>
@@ -10,7 +8,9 @@ namespace zn::headless {
 
 namespace {
 
-std::optional<std::int64_t> availableOfMachine(const std::filesystem::path& root) {
+namespace fs = std::filesystem;
+
+std::optional<std::int64_t> availableOfMachine(const fs::path& root) {
     std::ifstream lines(root / "proc/meminfo");
     for (std::string name; lines >> name; lines.ignore(256, '\n')) {
         std::int64_t kibibytes = 0;
@@ -19,9 +19,73 @@ std::optional<std::int64_t> availableOfMachine(const std::filesystem::path& root
     return std::nullopt;
 }
 
+// The files of one version of the interface.
+struct Interface {
+    const char* mount;
+    const char* limit;
+    const char* usage;
+    const char* droppable; // line of memory.stat
+};
+constexpr Interface kFirst = {"sys/fs/cgroup/memory", "memory.limit_in_bytes", "memory.usage_in_bytes",
+                              "total_inactive_file"};
+constexpr Interface kSecond = {"sys/fs/cgroup", "memory.max", "memory.current", "inactive_file"};
+
+// Nothing for a file that is absent or says "max".
+std::optional<std::int64_t> numberIn(const fs::path& file) {
+    std::ifstream stream(file);
+    std::int64_t number = 0;
+    if (stream >> number) return number;
+    return std::nullopt;
+}
+
+std::int64_t statistic(const fs::path& file, const std::string& wanted) {
+    std::ifstream stream(file);
+    std::int64_t value = 0;
+    for (std::string name; stream >> name >> value;) {
+        if (name == wanted) return value;
+    }
+    return 0;
+}
+
+std::optional<std::int64_t> leftIn(const fs::path& group, const Interface& files) {
+    const auto limit = numberIn(group / files.limit);
+    const auto usage = numberIn(group / files.usage);
+    if (!limit || !usage) return std::nullopt;
+    const std::int64_t held = *usage - statistic(group / "memory.stat", files.droppable);
+    return std::max<std::int64_t>(*limit - held, 0);
+}
+
+// The least that is left in the group and in those around it. Inside a container the group's own path may be that of
+// the machine outside; then the top of the mount is the container's group.
+std::optional<std::int64_t> leftAlong(const fs::path& root, fs::path group, const Interface& files) {
+    std::optional<std::int64_t> least;
+    for (group = group.relative_path();; group = group.parent_path()) {
+        const auto left = leftIn(root / files.mount / group, files);
+        if (left && (!least || *left < *least)) least = left;
+        if (group.empty()) return least;
+    }
+}
+
+// Bytes that the control group of this process, or the narrowest one around it, may still take; file contents that the
+// system can drop count as free. Both versions of the interface are read. Nothing without a limit.
+std::optional<std::int64_t> controlGroupMemoryLeft(const fs::path& root) {
+    std::ifstream lines(root / "proc/self/cgroup"); // number:controllers:/path
+    for (std::string line; std::getline(lines, line);) {
+        const auto first = line.find(':');
+        const auto second = line.find(':', first == line.npos ? first : first + 1);
+        if (second == line.npos) continue;
+        const std::string controllers = "," + line.substr(first + 1, second - first - 1) + ",";
+        const fs::path group = line.substr(second + 1);
+        const bool memory = controllers.find(",memory,") != controllers.npos;
+        if (!memory && controllers != ",,") continue;
+        if (const auto left = leftAlong(root, group, memory ? kFirst : kSecond)) return left;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
-std::optional<std::int64_t> availableMemoryBytes(const std::filesystem::path& root) {
+std::optional<std::int64_t> availableMemoryBytes(const fs::path& root) {
     const auto machine = availableOfMachine(root);
     const auto group = controlGroupMemoryLeft(root);
     if (machine && group) return std::min(*machine, *group);
