@@ -4,6 +4,8 @@
 #include <fstream>
 #include <string>
 
+#include <sys/resource.h>
+
 namespace zn::headless {
 
 namespace {
@@ -90,6 +92,12 @@ std::optional<std::int64_t> availableMemoryBytes(const fs::path& root) {
     const auto group = controlGroupMemoryLeft(root);
     if (machine && group) return std::min(*machine, *group);
     return machine ? machine : group;
+}
+
+std::int64_t peakMemoryBytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return std::int64_t{usage.ru_maxrss} * 1024;
 }
 
 } // namespace zn::headless

@@ -13,4 +13,7 @@ namespace zn::headless {
 ///   root   where /proc and /sys are looked for
 std::optional<std::int64_t> availableMemoryBytes(const std::filesystem::path& root = "/");
 
+/// The most memory that this process has had in use so far.
+std::int64_t peakMemoryBytes();
+
 } // namespace zn::headless

@@ -69,7 +69,8 @@ EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes) {
     const EigenvalueRange& range = options.eigenvalues;
     const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();
     if (range.count() > volumes) {
-        refuse(std::to_string(range.count()) + " components are more than" + have + "; ask for fewer with "
+        refuse(std::to_string(range.count()) + " components are more than" + have +
+               "; ask for fewer with "
                "--components.");
     }
     if (range.last > volumes) {

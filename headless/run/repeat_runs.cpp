@@ -2,9 +2,9 @@
 
 #include "headless/failure/failure.h"
 #include "headless/result/spatial_correlation.h"
-#include "headless/run/seeded_rand.h"
 #include "headless/run/run_log.h"
 #include "headless/run/run_plugin.h"
+#include "headless/run/seeded_rand.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "headless/run/repetition_time.h"
 
 #include "headless/failure/failure.h"
-#include "headless/text/input_file.h"
 #include "headless/result/result_names.h"
+#include "headless/text/input_file.h"
 
 #include <cmath>
 #include <cstdio>
@@ -77,8 +77,8 @@ RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHea
     }
     const Candidate& first = found.front();
     if (!(first.seconds >= kShortest && first.seconds <= kLongest)) {
-        throw Failure(ExitStatus::kInput, functional.file.string() + " has no usable repetition time: " +
-                                              first.source + " says " + secondsText(first.seconds) +
+        throw Failure(ExitStatus::kInput, functional.file.string() + " has no usable repetition time: " + first.source +
+                                              " says " + secondsText(first.seconds) +
                                               ", which is not between 0.001 and 20 s; give it with --tr SECONDS.");
     }
     RepetitionTime result{first.seconds, first.source, {}};

@@ -82,6 +82,7 @@ struct Run {
     std::optional<RepeatFacts> repeats; // nothing after a single run
 
     int componentsFound() const { return static_cast<int>(session.maps.maps().size()); }
+    std::int64_t voxelsAnalysed() const { return log->facts().voxels().value_or(0); } // by the plug-in's own account
     bool foundAll() const { return componentsFound() >= eigenvalues.count(); }
 };
 

@@ -42,12 +42,12 @@ ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished) {
     checkBudget(run); // memory and voxels, before anything large is read
     if (options.dryRun) return ExitStatus::kDone;
 
-    openResult(run);        // the plug-in's file, the hidden folder
-    readSeries(run);        // image -> series (voxels x volumes)
-    settleMask(run);        // the voxels to analyse -> mask, its image
-    settleComponents(run);  // --components auto -> range of eigenvalues, table of criteria
-    separate(run);          // the plug-in -> maps, time courses, parameters, log
-    repeatSeparation(run);  // --repeats: the plug-in again -> stability
+    openResult(run);         // the plug-in's file, the hidden folder
+    readSeries(run);         // image -> series (voxels x volumes)
+    settleMask(run);         // the voxels to analyse -> mask, its image
+    settleComponents(run);   // --components auto -> range of eigenvalues, table of criteria
+    separate(run);           // the plug-in -> maps, time courses, parameters, log
+    repeatSeparation(run);   // --repeats: the plug-in again -> stability
     return writeResult(run); // tables, record, report; the folder takes its name
 }
 

@@ -2,19 +2,18 @@
 
 #include "headless/blas/blas_library.h"
 #include "headless/failure/failure.h"
-#include "headless/nifti/voxel_values.h"
+#include "headless/memory/available_memory.h"
 #include "headless/result/metrics.h"
 #include "headless/result/result_names.h"
+#include "headless/run/recorded_input.h"
 #include "headless/text/text_file.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <fstream>
 #include <system_error>
 #include <vector>
 
 #include <nlohmann/json.hpp>
-#include <sys/resource.h>
 
 namespace zn::headless {
 
@@ -22,91 +21,12 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json textOrNull(const std::filesystem::path& path) {
-    return path.empty() ? Json(nullptr) : Json(path.string());
-}
-
-// Single precision with no more digits than it has: 0.0001, not 9.999999747378752e-05.
-Json numberOrNull(float number) {
-    return std::isfinite(number) ? Json(std::strtod(cellText(number).c_str(), nullptr)) : Json(nullptr);
-}
-
-const char* nameOf(Nonlinearity nonlinearity) {
-    switch (nonlinearity) {
-    case Nonlinearity::kGauss:
-        return "gauss";
-    case Nonlinearity::kCube:
-        return "cube";
-    case Nonlinearity::kTanh:
-        break;
-    }
-    return "tanh";
-}
-
-Json notesOf(const std::vector<Remark>& remarks) {
-    Json notes = Json::array();
-    for (const Remark& remark : remarks) notes.push_back({{"Code", remark.code}, {"Text", remark.text}});
-    return notes;
-}
-
-Json inputOf(const Run& run) {
-    const ImageHeader& image = run.functional;
-    return {{"File", image.file.string()},
-            {"Size", image.size},
-            {"Volumes", run.volumes},
-            {"DummyScans", run.options.dummyScans},
-            {"RepetitionTime", run.repetition.seconds},
-            {"RepetitionTimeSource", run.repetition.source},
-            {"RepetitionTimeMilliseconds", run.session.millisecondsPerVolume},
-            {"StoredType", nifti_datatype_to_string(image.image->datatype)},
-            {"Scaled", isScaled(*image.image)},
-            {"VoxelsAnalysed", voxelsAnalysed(run)},
-            {"VoxelsDropped", {{"NotFinite", run.mask.excluded.notFinite}, {"Constant", run.mask.excluded.constant}}},
-            {"Notes", notesOf(run.notes.remarks())}};
-}
-
-std::string maskText(const RunOptions& options) {
-    if (options.maskSource == MaskSource::kFile) return options.mask.string();
-    return options.maskSource == MaskSource::kAutomatic ? "auto" : "none";
-}
-
-// The option as given; the resulting number is recorded beside it.
-Json componentsAsked(const Run& run) {
-    switch (run.options.componentCount) {
-    case ComponentCount::kEstimated:
-        return "auto";
-    case ComponentCount::kMost:
-        return "max";
-    case ComponentCount::kGiven:
-        break;
-    }
-    return run.eigenvalues.count();
-}
-
 Json estimateOf(const std::optional<ComponentEstimate>& estimate) {
     if (!estimate) return nullptr;
     return {{"MDL", estimate->byMdl},
             {"Laplace", estimate->byLaplace},
             {"OptimalThreshold", estimate->byThreshold},
             {"EffectiveSamples", estimate->effectiveSamples}};
-}
-
-Json settingsOf(const Run& run) {
-    const RunOptions& options = run.options;
-    return {{"Mask", maskText(options)},
-            {"ComponentsAsked", componentsAsked(run)},
-            {"Components", run.eigenvalues.count()},
-            {"FirstEigenvalue", run.eigenvalues.first},
-            {"LastEigenvalue", run.eigenvalues.last},
-            {"Nonlinearity", nameOf(options.nonlinearity)},
-            {"Epsilon", numberOrNull(options.epsilon)},
-            {"MaxIterations", options.maxIterations},
-            {"DesignMatrix", textOrNull(options.design)},
-            {"Regions", textOrNull(options.regions)},
-            {"RegionNames", textOrNull(options.regionNames)},
-            {"ClusterSize", options.clusterSize ? Json(*options.clusterSize) : Json(nullptr)},
-            {"ZThreshold", numberOrNull(options.zThreshold)},
-            {"Label", options.label ? Json(*options.label) : Json(nullptr)}};
 }
 
 Json metricsOf(const VolumeMap& map) {
@@ -174,24 +94,13 @@ std::vector<double> eigenvaluesOf(const Run& run) {
 
 } // namespace
 
-std::int64_t peakMemoryBytes() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return std::int64_t{usage.ru_maxrss} * 1024;
-}
-
-std::int64_t voxelsAnalysed(const Run& run) {
-    return run.log->facts().voxels().value_or(0);
-}
-
 void writeDecomposition(const Run& run) {
     Json json;
-    json["GeneratedBy"] = {{"Name", "znica"},
-                           {"Version", ZNICA_VERSION},
-                           {"Plugin",
-                            {{"Name", run.library->name()},
-                             {"Version", run.library->version()},
-                             {"File", run.library->file().string()}}}};
+    json["GeneratedBy"] = {
+        {"Name", "znica"},
+        {"Version", ZNICA_VERSION},
+        {"Plugin",
+         {{"Name", run.library->name()}, {"Version", run.library->version()}, {"File", run.library->file().string()}}}};
     json["Input"] = inputOf(run);
     json["Settings"] = settingsOf(run);
     json["ComponentEstimate"] = estimateOf(run.estimate);

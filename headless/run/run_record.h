@@ -2,15 +2,7 @@
 
 #include "headless/run/run.h"
 
-#include <cstdint>
-
 namespace zn::headless {
-
-/// The most memory that this process has had in use so far.
-std::int64_t peakMemoryBytes();
-
-/// Voxels that the plug-in used, by its own account.
-std::int64_t voxelsAnalysed(const Run& run);
 
 /// Writes settings, versions, eigenvalues, the components with their iterations and parameters, and the costs of a run
 /// as JSON. NaN and infinities are null. Throws Failure (kOther).

@@ -7,8 +7,8 @@
 
 namespace zn::headless {
 
-// The stages of a run in the order of the work, each in a file of its own name. Each throws Failure, having said nothing
-// yet; what it leaves behind stands in Run under its name.
+// The stages of a run in the order of the work, each in a file of its own name. Each throws Failure, having said
+// nothing yet; what it leaves behind stands in Run under its name.
 
 /// Reads everything about a run but the functional data, which take the time and the memory: the image's header, the
 /// repetition time, and mask, regions and design matrix from their files, each checked against the image. Settles the

@@ -1,5 +1,6 @@
 #include "headless/run/stages.h"
 
+#include "headless/memory/available_memory.h"
 #include "headless/report/mean_image.h"
 #include "headless/report/report_page.h"
 #include "headless/report/write_report.h"
@@ -44,7 +45,7 @@ void addReport(const Run& run) {
 }
 
 void printSummary(const Run& run) {
-    std::printf("%lld voxels x %d volumes analysed\n", static_cast<long long>(voxelsAnalysed(run)), run.volumes);
+    std::printf("%lld voxels x %d volumes analysed\n", static_cast<long long>(run.voxelsAnalysed()), run.volumes);
     std::printf("%d of %d components found%s", run.componentsFound(), run.eigenvalues.count(),
                 run.foundAll() ? "" : ": the others did not converge");
     if (run.repeats) std::printf("; %d of %zu runs found all", run.repeats->converged, run.repeats->seeds.size());
