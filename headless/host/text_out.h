@@ -1,17 +1,15 @@
 #pragma once
 
-#include <cstddef>
+#include "host/host_text.h"
+
 #include <cstring>
 #include <string_view>
 
 namespace zn::headless {
 
-/// Characters in every text buffer that the plug-in hands to the host, the closing zero included.
-constexpr std::size_t kTextBuffer = 256;
-
-/// Copies a text into such a buffer, cut where the buffer ends.
+/// Copies a text into a buffer of the plug-in's, cut where the buffer ends.
 inline void copyText(std::string_view text, char* buffer) {
-    const std::size_t length = text.size() < kTextBuffer ? text.size() : kTextBuffer - 1;
+    const std::size_t length = text.size() < kHostTextSize ? text.size() : kHostTextSize - 1;
     std::memcpy(buffer, text.data(), length);
     buffer[length] = '\0';
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/host_text.h"
 #include "host/nrvmp_records.h"
 
 #include <array>
@@ -11,7 +12,7 @@
 namespace zn::headless {
 
 /// A text that the plug-in writes into through a pointer.
-using TextBuffer = std::array<char, 256>;
+using TextBuffer = HostText;
 
 /// One volume map with what belongs to it. The plug-in fills all of it in place.
 struct VolumeMap {
