@@ -31,8 +31,7 @@ void setEigenvalues(EigenvalueRange& range, const std::string& text) {
     const bool valid = colon != std::string::npos && parseCount(std::string_view(text).substr(0, colon), range.first) &&
                        parseCount(std::string_view(text).substr(colon + 1), range.last) && range.first <= range.last;
     if (!valid) {
-        throw CLI::ValidationError("--eigenvalues",
-                                   "FIRST:LAST counts from 1 and ascends, as in 2:21; got " + text);
+        throw CLI::ValidationError("--eigenvalues", "FIRST:LAST counts from 1 and ascends, as in 2:21; got " + text);
     }
 }
 
@@ -73,7 +72,9 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
     command.add_option("--design", o.design, "up to 16 predictors: RTC text, or table with header")->type_name("FILE");
     auto* rois =
         command.add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
-    command.add_option("--roi-names", o.regionNames, "table with columns index and name")->type_name("TSV")->needs(rois);
+    command.add_option("--roi-names", o.regionNames, "table with columns index and name")
+        ->type_name("TSV")
+        ->needs(rois);
     auto* clusterSize =
         command.add_option("--cluster-size", o.clusterSize, "minimum cluster size in voxels, 2 to 2000 (10)");
     clusterSize->check(CLI::Range(2, 2000).description(""))->type_name("N");

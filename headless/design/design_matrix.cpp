@@ -2,8 +2,8 @@
 
 #include "headless/design/predictor_table.h"
 #include "headless/design/rtc_text.h"
-#include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
+#include "headless/text/text_lines.h"
 
 namespace zn::headless {
 

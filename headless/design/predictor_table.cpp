@@ -1,7 +1,7 @@
 #include "headless/design/predictor_table.h"
 
-#include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
+#include "headless/text/text_lines.h"
 
 namespace zn::headless {
 

@@ -1,7 +1,7 @@
 #include "headless/design/region_names.h"
 
-#include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
+#include "headless/text/text_lines.h"
 
 #include <algorithm>
 #include <charconv>

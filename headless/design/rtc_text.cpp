@@ -1,7 +1,7 @@
 #include "headless/design/rtc_text.h"
 
-#include "headless/text/text_lines.h"
 #include "headless/failure/failure.h"
+#include "headless/text/text_lines.h"
 
 #include <charconv>
 

@@ -1,8 +1,8 @@
 #include "headless/nifti/image_header.h"
 
-#include "headless/text/input_file.h"
 #include "headless/nifti/quiet_library.h"
 #include "headless/nifti/raw_header.h"
+#include "headless/text/input_file.h"
 
 #include <cmath>
 #include <limits>

@@ -1,9 +1,9 @@
 #include "headless/report/whole_result.h"
 
-#include "headless/text/text_lines.h"
-#include "headless/text/input_file.h"
 #include "headless/result/metrics.h"
 #include "headless/result/result_names.h"
+#include "headless/text/input_file.h"
+#include "headless/text/text_lines.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,8 +1,8 @@
 #include "headless/result/component_pairs.h"
 
 #include "headless/failure/failure.h"
-#include "headless/nifti/same_grid.h"
 #include "headless/nifti/read_volumes.h"
+#include "headless/nifti/same_grid.h"
 #include "headless/result/matching.h"
 #include "headless/result/result_files.h"
 #include "headless/result/result_names.h"

@@ -17,7 +17,8 @@ public:
     /// to.
     ///
     ///   unfinished   where the hidden folder is entered; outlives this
-    ///   replace      an earlier result of this program may stand in the wanted place; it goes when the new one is there
+    ///   replace      an earlier result of this program may stand in the wanted place; it goes when the new one is
+    ///   there
     ResultFolder(UnfinishedWork& unfinished, const std::filesystem::path& wanted, bool replace);
     ~ResultFolder() { unfinished_.discard(); }
     ResultFolder(const ResultFolder&) = delete;
