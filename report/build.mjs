@@ -2,11 +2,12 @@
 // data of a run will be. `node build.mjs FILE` (dist/report-template.html).
 //
 // esbuild rather than a bundler for web sites: two scripts as text are wanted, not a folder to be served.
-import { build } from 'esbuild';
+
 import { mkdir, readFile, writeFile } from 'node:fs/promises';
 import { dirname, resolve } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { gzipSync } from 'node:zlib';
+import { build } from 'esbuild';
 
 const here = dirname(fileURLToPath(import.meta.url));
 const target = resolve(process.argv[2] ?? `${here}/dist/report-template.html`);

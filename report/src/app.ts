@@ -1,6 +1,6 @@
 import { defaultLook, type Look } from './brain/look';
-import { readRun, type Run } from './data/run';
-import { labelNamed, Labels } from './labels/labels';
+import { type Run, readRun } from './data/run';
+import { Labels, labelNamed } from './labels/labels';
 import { startTheme } from './theme';
 import { ComponentView } from './views/component_view';
 import { Methods } from './views/methods';

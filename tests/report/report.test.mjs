@@ -6,7 +6,7 @@ import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { measures, missingBrowser, openBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
 import { COLUMNS } from './made_up_run.mjs';
-import { cardNames, CHART, chartData, checkCrosshair } from './page_contents.mjs';
+import { CHART, cardNames, chartData, checkCrosshair } from './page_contents.mjs';
 import { colouredPixels, readPng } from './png.mjs';
 import { analysed, madeUp } from './runs.mjs';
 

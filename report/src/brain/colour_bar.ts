@@ -1,5 +1,5 @@
-import { fixed } from '../numbers';
 import { h } from '../dom';
+import { fixed } from '../numbers';
 import { colourMap, type Lut } from './colour_maps';
 import { ceilingOf, type Look } from './look';
 

@@ -1,5 +1,5 @@
+import { type ComponentMap, NO_VALUE } from '../data/component_map';
 import type { Run } from '../data/run';
-import { NO_VALUE, type ComponentMap } from '../data/component_map';
 import { colourMap } from './colour_maps';
 import { ceilingOf, LIGHTEST_GREY, type Look } from './look';
 import type { Plane } from './plane';

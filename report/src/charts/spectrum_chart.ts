@@ -1,6 +1,6 @@
 import type { Bands } from '../data/bands';
-import { type Spectrum, welch } from '../data/spectrum';
 import type { Component } from '../data/run';
+import { type Spectrum, welch } from '../data/spectrum';
 import { colour } from '../theme';
 import { axis, ChartBox, legend, wholeAxis } from './chart';
 

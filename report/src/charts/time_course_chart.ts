@@ -1,6 +1,6 @@
-import { colour } from '../theme';
 import { type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
+import { colour } from '../theme';
 import { axis, ChartBox, legend, wholeAxis } from './chart';
 
 interface Curve {

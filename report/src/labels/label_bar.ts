@@ -1,5 +1,5 @@
-import { h } from '../dom';
 import type { Run } from '../data/run';
+import { h } from '../dom';
 import { plural } from '../numbers';
 import { LABELS, type Labels } from './labels';
 import { labelsTable, readLabelsTable } from './labels_table';

@@ -1,5 +1,5 @@
 import { parseQuotedTable, quoted } from '../data/table';
-import { type Entry, labelNamed, type Labels } from './labels';
+import { type Entry, type Labels, labelNamed } from './labels';
 
 /**
  * The labels as a table that joins the metrics table on its column `component`:

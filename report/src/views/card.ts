@@ -1,7 +1,7 @@
-import { drawMosaic, type Extent } from '../brain/mosaic';
 import type { Look } from '../brain/look';
-import { drawFingerprintGlyph } from '../charts/fingerprint_glyph';
+import { drawMosaic, type Extent } from '../brain/mosaic';
 import { fingerprintOf } from '../charts/fingerprint_chart';
+import { drawFingerprintGlyph } from '../charts/fingerprint_glyph';
 import { drawSparkline } from '../charts/sparkline';
 import { scaledPredictor } from '../charts/time_course_chart';
 import { METRICS } from '../data/metrics';

@@ -1,7 +1,7 @@
 import type { Component, Run } from '../data/run';
 import { h } from '../dom';
-import type { Labels } from '../labels/labels';
 import { labelButtons } from '../labels/label_buttons';
+import type { Labels } from '../labels/labels';
 
 /** Name, neighbours, label, note and the choice of a second component. */
 export class ComponentHead {

@@ -2,15 +2,15 @@ import { defaultLook, type Look } from '../brain/look';
 import { extentOfMask } from '../brain/mosaic';
 import type { Run } from '../data/run';
 import { h } from '../dom';
-import type { Labels } from '../labels/labels';
 import { labelBar } from '../labels/label_bar';
+import type { Labels } from '../labels/labels';
 import { plural, short } from '../numbers';
 import { onThemeChange } from '../theme';
 import { Card } from './card';
 import { DrawQueue } from './draw_queue';
 import { galleryControls } from './gallery_controls';
 import { lookSwitch } from './look_switch';
-import { select, type Selection } from './order';
+import { type Selection, select } from './order';
 
 /**
  * Every component as a card. All cards are in the page, so that find-in-page, the keyboard and the printer reach them;

@@ -1,6 +1,6 @@
 import { METRICS } from '../data/metrics';
 import { type Component, isRepeated } from '../data/run';
-import { type Label, LABELS, type Labels } from '../labels/labels';
+import { LABELS, type Label, type Labels } from '../labels/labels';
 
 /** What the gallery is sorted by: the order of extraction, a parameter by its position, the label, or the stability. */
 export type SortKey = 'order' | 'label' | 'stability' | number;

@@ -1,9 +1,9 @@
-import { h } from '../dom';
 import { ChartBox } from '../charts/chart';
 import { showEigenvalues } from '../charts/eigenvalue_chart';
 import { edges } from '../data/affine';
 import { meanImageShare } from '../data/decomposition';
 import type { Run } from '../data/run';
+import { h } from '../dom';
 import { duration, grouped, short } from '../numbers';
 import { notesOf, warningsOf } from './warnings';
 

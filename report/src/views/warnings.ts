@@ -1,6 +1,6 @@
-import { FINGERPRINT, METRICS } from '../data/metrics';
 import { bandsFor, isDefined } from '../data/bands';
 import type { Decomposition } from '../data/decomposition';
+import { FINGERPRINT, METRICS } from '../data/metrics';
 import type { Run } from '../data/run';
 import { grouped, plural } from '../numbers';
 
