@@ -45,7 +45,7 @@ test('znica report refuses a result with a damaged table and leaves the page as 
 });
 
 const rowsOf = (text) => text.trimEnd().split('\n');
-const joined = (rows) => rows.join('\n') + '\n';
+const joined = (rows) => `${rows.join('\n')}\n`;
 const damages = [
     ['metrics.tsv', 'empty', () => '', / is empty\.$/m],
     ['metrics.tsv', 'cut in a row', (text) => text.slice(0, -60), /its row 3 has \d+ cells, its header 20/],

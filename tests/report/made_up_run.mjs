@@ -68,7 +68,7 @@ function makeMaps(size, mask, count, random) {
 }
 
 function table(columns, rows) {
-    return [columns, ...rows].map((row) => row.join('\t')).join('\n') + '\n';
+    return `${[columns, ...rows].map((row) => row.join('\t')).join('\n')}\n`;
 }
 
 /**

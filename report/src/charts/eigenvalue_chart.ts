@@ -1,6 +1,6 @@
 import type { Decomposition } from '../data/decomposition';
 import { colour } from '../theme';
-import { axis, ChartBox, legend } from './chart';
+import { axis, type ChartBox, legend } from './chart';
 
 /** The eigenvalues of the temporal covariance by rank, on a logarithmic axis, with the kept range shaded. */
 export function showEigenvalues(box: ChartBox, facts: Decomposition): void {

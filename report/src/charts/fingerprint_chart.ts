@@ -2,7 +2,7 @@ import { FINGERPRINT, FINGERPRINT_START } from '../data/metrics';
 import type { Component } from '../data/run';
 import { short } from '../numbers';
 import { colour } from '../theme';
-import { ChartBox, legend } from './chart';
+import { type ChartBox, legend } from './chart';
 
 /** The eleven parameters of the fingerprint in their fixed order; NaN where the table has n/a. */
 export function fingerprintOf(component: Component): number[] {

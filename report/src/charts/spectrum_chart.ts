@@ -2,7 +2,7 @@ import type { Bands } from '../data/bands';
 import type { Component } from '../data/run';
 import { type Spectrum, welch } from '../data/spectrum';
 import { colour } from '../theme';
-import { axis, ChartBox, legend, wholeAxis } from './chart';
+import { axis, type ChartBox, legend, wholeAxis } from './chart';
 
 const spectra = new Map<Component, Spectrum>();
 

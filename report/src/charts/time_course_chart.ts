@@ -1,7 +1,7 @@
 import { type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
 import { colour } from '../theme';
-import { axis, ChartBox, legend, wholeAxis } from './chart';
+import { axis, type ChartBox, legend, wholeAxis } from './chart';
 
 interface Curve {
     label: string;

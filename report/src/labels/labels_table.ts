@@ -13,7 +13,7 @@ export function labelsTable(components: string[], labels: Labels): string {
         const { label, note } = labels.get(component);
         return [component, label ?? 'n/a', quoted(note.replace(/\s+/g, ' ').trim()) || 'n/a'].join('\t');
     });
-    return ['component\tclassification\tnote', ...rows].join('\n') + '\n';
+    return `${['component\tclassification\tnote', ...rows].join('\n')}\n`;
 }
 
 function isNothing(cell: string): boolean {
