@@ -48,17 +48,18 @@ class App {
         this.head.mark(part === 'component' && !component ? '/' : `/${part}`);
         if (part === 'component' && component) {
             this.last = component.name;
-            const view = (this.component ??= new ComponentView(this.run, this.labels, this.look,
+            this.component ??= new ComponentView(this.run, this.labels, this.look,
                 () => this.overview.gallery.shown.map((card) => card.component),
-                (next) => location.replace(`#/component/${next.name}`)));
-            this.enter(view);
-            await view.show(component);
+                (next) => location.replace(`#/component/${next.name}`));
+            this.enter(this.component);
+            await this.component.show(component);
             const end = await painted();
             if (own !== this.routes) return; // the reader went on meanwhile
             performance.measure('component change', { start, end });
             document.body.dataset.shown = component.name;
         } else if (part === 'methods') {
-            this.enter((this.methods ??= new Methods(this.run)));
+            this.methods ??= new Methods(this.run);
+            this.enter(this.methods);
         } else {
             this.enter(this.overview);
         }

@@ -56,7 +56,7 @@ describe('labels', { skip: missingBrowser }, () => {
         await page.keyboard.press('s');
         const table = join(run.folder, `${STEM}_desc-ICA_metrics.tsv`);
         const lines = readFileSync(table, 'utf8').split('\n');
-        const classes = [, 'noise', 'noise', 'unsure', 'n/a']; // the header has none
+        const classes = [null, 'noise', 'noise', 'unsure', 'n/a']; // the header has none
         writeFileSync(table, lines.map((line, i) => (classes[i] ? line.replace(/\tn\/a$/, `\t${classes[i]}`) : line)).join('\n'));
         execFileSync(ZNICA, ['report', run.folder]);
         await page.reload();

@@ -100,10 +100,14 @@ export class CanvasView implements BrainView {
         context.strokeStyle = 'rgba(110, 235, 150, 0.85)';
         context.lineWidth = ratio;
         context.beginPath();
-        context.moveTo(0, y), context.lineTo(x - gap, y);
-        context.moveTo(x + gap, y), context.lineTo(width, y);
-        context.moveTo(x, 0), context.lineTo(x, y - gap);
-        context.moveTo(x, y + gap), context.lineTo(x, height);
+        context.moveTo(0, y);
+        context.lineTo(x - gap, y);
+        context.moveTo(x + gap, y);
+        context.lineTo(width, y);
+        context.moveTo(x, 0);
+        context.lineTo(x, y - gap);
+        context.moveTo(x, y + gap);
+        context.lineTo(x, height);
         context.stroke();
     }
 

@@ -66,7 +66,8 @@ const stages: HTMLCanvasElement[] = [];
 
 // A picture as something that can be drawn scaled; one scratch canvas a layer, because each is used up at once.
 function staged(pixels: ImageData, layer: number): HTMLCanvasElement {
-    const stage = (stages[layer] ??= document.createElement('canvas'));
+    stages[layer] ??= document.createElement('canvas');
+    const stage = stages[layer];
     stage.width = pixels.width;
     stage.height = pixels.height;
     stage.getContext('2d')!.putImageData(pixels, 0, 0);

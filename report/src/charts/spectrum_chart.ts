@@ -7,8 +7,8 @@ import { axis, type ChartBox, legend, wholeAxis } from './chart';
 const spectra = new Map<Component, Spectrum>();
 
 function spectrumOf(component: Component): Spectrum {
-    let spectrum = spectra.get(component);
-    if (!spectrum) spectra.set(component, (spectrum = welch(component.timeCourse)));
+    const spectrum = spectra.get(component) ?? welch(component.timeCourse);
+    spectra.set(component, spectrum);
     return spectrum;
 }
 

@@ -42,7 +42,10 @@ function describe(values: Int16Array, decimals: number): ComponentMap {
     const scale = 10 ** -decimals;
     let above = 0;
     let high = 32767;
-    while (high > 0 && (above += histogram[high]) < values.length / 1000) --high;
+    for (; high > 0; --high) {
+        above += histogram[high];
+        if (above >= values.length / 1000) break;
+    }
     return { values, decimals, scale, peak, high: high * scale };
 }
 
