@@ -14,8 +14,16 @@ const target = resolve(process.argv[2] ?? `${here}/dist/report-template.html`);
 
 async function bundle(entry, extra = {}) {
     const result = await build({
-        entryPoints: [`${here}/src/${entry}`], bundle: true, minify: true, write: false, target: 'es2022',
-        charset: 'utf8', legalComments: 'inline', logLevel: 'warning', format: 'iife', ...extra,
+        entryPoints: [`${here}/src/${entry}`],
+        bundle: true,
+        minify: true,
+        write: false,
+        target: 'es2022',
+        charset: 'utf8',
+        legalComments: 'inline',
+        logLevel: 'warning',
+        format: 'iife',
+        ...extra,
     });
     return result.outputFiles[0].text;
 }
@@ -36,5 +44,7 @@ const html = page
     .replace('/* loader */', () => loader.replaceAll('</script', '<\\/script'));
 await mkdir(dirname(target), { recursive: true });
 await writeFile(target, html);
-console.log(`${target}: ${(html.length / 1024).toFixed(0)} KiB (app ${(app.length / 1024).toFixed(0)}, `
-    + `NiiVue ${(niivue.length / 1024).toFixed(0)}, before compression)`);
+console.log(
+    `${target}: ${(html.length / 1024).toFixed(0)} KiB (app ${(app.length / 1024).toFixed(0)}, `
+        + `NiiVue ${(niivue.length / 1024).toFixed(0)}, before compression)`,
+);

@@ -24,9 +24,14 @@ class App {
     private routes = 0; // taken so far
     private readonly head: ReturnType<typeof pageHead>;
 
-    constructor(private readonly run: Run, private readonly place: HTMLElement) {
-        this.labels = new Labels(run.id, new Map(run.components.map(({ name, classification }) =>
-            [name, labelNamed(classification ?? '')])));
+    constructor(
+        private readonly run: Run,
+        private readonly place: HTMLElement,
+    ) {
+        this.labels = new Labels(
+            run.id,
+            new Map(run.components.map(({ name, classification }) => [name, labelNamed(classification ?? '')])),
+        );
         this.last = run.components[0]?.name ?? '';
         let opened = false;
         this.look = defaultLook(run.facts.Settings.ZThreshold || 2.5);
@@ -48,9 +53,13 @@ class App {
         this.head.mark(part === 'component' && !component ? '/' : `/${part}`);
         if (part === 'component' && component) {
             this.last = component.name;
-            this.component ??= new ComponentView(this.run, this.labels, this.look,
+            this.component ??= new ComponentView(
+                this.run,
+                this.labels,
+                this.look,
                 () => this.overview.gallery.shown.map((card) => card.component),
-                (next) => location.replace(`#/component/${next.name}`));
+                (next) => location.replace(`#/component/${next.name}`),
+            );
             this.enter(this.component);
             await this.component.show(component);
             const end = await painted();

@@ -3,7 +3,10 @@ type Attributes = Record<string, string | number | boolean | null | undefined | 
 
 /** An element with attributes ("on..." are listeners, true and false set and leave out) and children. */
 export function h<K extends keyof HTMLElementTagNameMap>(
-    tag: K, attributes: Attributes = {}, ...children: Child[]): HTMLElementTagNameMap[K] {
+    tag: K,
+    attributes: Attributes = {},
+    ...children: Child[]
+): HTMLElementTagNameMap[K] {
     const element = document.createElement(tag);
     for (const [name, value] of Object.entries(attributes)) {
         if (typeof value === 'function') element.addEventListener(name.slice(2), value);

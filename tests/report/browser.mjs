@@ -9,11 +9,19 @@ export const CHROMIUM = process.env.CHROMIUM ?? '/usr/bin/chromium';
 export const SCREENSHOTS = process.env.REPORT_SCREENSHOTS ?? fileURLToPath(new URL('screenshots', import.meta.url));
 
 /** Why no browser test can run here, or false. In CI a missing browser is an error, not a reason. */
-export const missingBrowser = existsSync(CHROMIUM) || process.env.CI
-    ? false : `chromium was not found at ${CHROMIUM}; install the package chromium or set CHROMIUM`;
+export const missingBrowser =
+    existsSync(CHROMIUM) || process.env.CI
+        ? false
+        : `chromium was not found at ${CHROMIUM}; install the package chromium or set CHROMIUM`;
 
-const QUIET = ['--no-sandbox', '--disable-quic', '--no-first-run', '--disable-background-networking',
-    '--disable-component-update', '--disable-sync'];
+const QUIET = [
+    '--no-sandbox',
+    '--disable-quic',
+    '--no-first-run',
+    '--disable-background-networking',
+    '--disable-component-update',
+    '--disable-sync',
+];
 const GRAPHICS = {
     webgl2: ['--use-gl=angle', '--use-angle=swiftshader', '--enable-unsafe-swiftshader'], // software rendering
     canvas: ['--disable-gpu', '--disable-3d-apis'],
@@ -23,8 +31,11 @@ const GRAPHICS = {
 export async function openBrowser(renderer) {
     const profile = mkdtempSync(join(tmpdir(), 'znica-report-'));
     const context = await chromium.launchPersistentContext(profile, {
-        executablePath: CHROMIUM, headless: true, args: [...QUIET, ...GRAPHICS[renderer]],
-        viewport: { width: 1440, height: 1000 }, acceptDownloads: true,
+        executablePath: CHROMIUM,
+        headless: true,
+        args: [...QUIET, ...GRAPHICS[renderer]],
+        viewport: { width: 1440, height: 1000 },
+        acceptDownloads: true,
     });
     context.setDefaultTimeout(90_000); // machines that build the project may be busy with it
     return {
@@ -54,13 +65,18 @@ export async function openReport(browser, file, settings = {}) {
     if (settings.first) await page.addInitScript(settings.first);
     await page.emulateMedia({ colorScheme: settings.dark ? 'dark' : 'light' });
     await page.goto(`file://${file}${settings.at ?? ''}`);
-    await page.locator(settings.at ? 'body[data-shown]' : '.card[data-drawn]').first().waitFor();
+    await page
+        .locator(settings.at ? 'body[data-shown]' : '.card[data-drawn]')
+        .first()
+        .waitFor();
     return page;
 }
 
 /** Goes to a component and waits until it is drawn, by the final renderer. */
 export async function showComponent(page, name, renderer) {
-    await page.evaluate((hash) => { location.hash = hash; }, `#/component/${name}`);
+    await page.evaluate((hash) => {
+        location.hash = hash;
+    }, `#/component/${name}`);
     await page.locator(`body[data-shown="${name}"]`).waitFor();
     await page.locator(`.brain .planes[data-renderer="${renderer}"]:not(.planes-waiting)`).first().waitFor();
 }
@@ -78,5 +94,8 @@ export async function screenshot(page, name) {
 
 /** What a page measured by that name so far, in milliseconds. */
 export function measures(page, name) {
-    return page.evaluate((wanted) => performance.getEntriesByName(wanted, 'measure').map((entry) => Math.round(entry.duration)), name);
+    return page.evaluate(
+        (wanted) => performance.getEntriesByName(wanted, 'measure').map((entry) => Math.round(entry.duration)),
+        name,
+    );
 }

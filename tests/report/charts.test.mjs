@@ -19,7 +19,8 @@ function welchPerCent(course, points) {
         for (let start = 0; start + length <= course.length; start += step) {
             let [re, im] = [0, 0];
             for (let n = 0; n < length; ++n) {
-                const weighted = (course[start + n] - mean) * (0.54 - 0.46 * Math.cos((2 * Math.PI * n) / (length - 1)));
+                const weighted =
+                    (course[start + n] - mean) * (0.54 - 0.46 * Math.cos((2 * Math.PI * n) / (length - 1)));
                 re += weighted * Math.cos((2 * Math.PI * k * n) / points);
                 im += weighted * Math.sin((2 * Math.PI * k * n) / points);
             }
@@ -33,17 +34,22 @@ function welchPerCent(course, points) {
 
 describe('charts', { skip: missingBrowser }, () => {
     let browser;
-    before(async () => { browser = await openBrowser('canvas'); });
-    after(async () => { await browser.close(); });
+    before(async () => {
+        browser = await openBrowser('canvas');
+    });
+    after(async () => {
+        await browser.close();
+    });
 
     const open = (name, options, at = '#/component/ICA_00') =>
         openReport(browser, madeUp(`charts-${name}`, { components: 3, ...options }).report, { at });
-    const spectrum = (page) => page.locator(CHART('spectrum')).evaluate((canvas) => {
-        const { x, top } = canvas.chart.scales;
-        const labels = (scale) => scale?.ticks.map(({ label }) => label) ?? null;
-        const title = canvas.chart.options.plugins.tooltip.callbacks.title([{ parsed: { x: 0.1 } }]);
-        return { x: labels(x), end: x.max, top: labels(top), title, text: canvas.getAttribute('aria-label') };
-    });
+    const spectrum = (page) =>
+        page.locator(CHART('spectrum')).evaluate((canvas) => {
+            const { x, top } = canvas.chart.scales;
+            const labels = (scale) => scale?.ticks.map(({ label }) => label) ?? null;
+            const title = canvas.chart.options.plugins.tooltip.callbacks.title([{ parsed: { x: 0.1 } }]);
+            return { x: labels(x), end: x.max, top: labels(top), title, text: canvas.getAttribute('aria-label') };
+        });
 
     test('of spectra give the true frequency first where the plug-in has another clock', async () => {
         const page = await open('clock', { trMilliseconds: 2500 }); // counted as 2 s: 0.25 Hz stand for 0.2 Hz
@@ -69,25 +75,37 @@ describe('charts', { skip: missingBrowser }, () => {
         const run = madeUp('charts-long', { components: 2, volumes: 1400 }); // segments of 311, transforms of 256 points
         const page = await openReport(browser, run.report, { at: '#/component/ICA_01' });
         const shown = (await chartData(page, 'spectrum')).datasets[0].data.map(({ y }) => y);
-        const wanted = welchPerCent(run.mixing.map((row) => Number(row.ICA_01)), 256);
+        const wanted = welchPerCent(
+            run.mixing.map((row) => Number(row.ICA_01)),
+            256,
+        );
         assert.equal(shown.length, wanted.length);
-        shown.forEach((value, k) => assert.ok(Math.abs(value - wanted[k]) < 1e-9 * 100, `${k}: ${value} for ${wanted[k]}`));
+        shown.forEach((value, k) =>
+            assert.ok(Math.abs(value - wanted[k]) < 1e-9 * 100, `${k}: ${value} for ${wanted[k]}`),
+        );
         await page.close();
     });
 
     test('of fingerprints leave a gap where a value is missing', async () => {
         const page = await open('gap', {}, '#/component/ICA_02'); // its kurtosis is n/a
-        const segments = await page.locator(CHART('fingerprint')).evaluate((canvas) => canvas.chart.getDatasetMeta(0).dataset.segments.length);
-        const spanned = await page.locator(CHART('fingerprint')).evaluate((canvas) => canvas.chart.data.datasets[0].spanGaps);
+        const segments = await page
+            .locator(CHART('fingerprint'))
+            .evaluate((canvas) => canvas.chart.getDatasetMeta(0).dataset.segments.length);
+        const spanned = await page
+            .locator(CHART('fingerprint'))
+            .evaluate((canvas) => canvas.chart.data.datasets[0].spanGaps);
         assert.deepEqual([segments, spanned], [1, false]);
         await page.close();
         const cards = await open('gap-cards', {}, '');
         // Curves in blue near the middle: a value drawn at 0 would bring the curve there.
-        const inMiddle = (name) => cards.locator(`.card[data-component=${name}] .card-glyph`).evaluate((canvas) => {
-            const size = Math.round(canvas.width * 0.1);
-            const { data } = canvas.getContext('2d').getImageData((canvas.width - size) / 2, (canvas.height - size) / 2, size, size);
-            return data.filter((alpha, i) => i % 4 === 3 && alpha > 200).length;
-        });
+        const inMiddle = (name) =>
+            cards.locator(`.card[data-component=${name}] .card-glyph`).evaluate((canvas) => {
+                const size = Math.round(canvas.width * 0.1);
+                const { data } = canvas
+                    .getContext('2d')
+                    .getImageData((canvas.width - size) / 2, (canvas.height - size) / 2, size, size);
+                return data.filter((alpha, i) => i % 4 === 3 && alpha > 200).length;
+            });
         assert.equal(await inMiddle('ICA_02'), 0);
         await cards.close();
     });

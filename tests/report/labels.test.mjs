@@ -10,15 +10,29 @@ import { madeUp, ZNICA } from './runs.mjs';
 
 describe('labels', { skip: missingBrowser }, () => {
     let browser;
-    before(async () => { browser = await openBrowser('canvas'); });
-    after(async () => { await browser.close(); });
+    before(async () => {
+        browser = await openBrowser('canvas');
+    });
+    after(async () => {
+        await browser.close();
+    });
 
     const open = (run, component) => openReport(browser, run.report, { at: `#/component/${component}` });
     const pressed = (page) => page.locator('.label-button[aria-pressed=true]').allTextContents();
-    const chips = (page) => page.locator('.card').evaluateAll((cards) => Object.fromEntries(cards
-        .map((card) => [card.dataset.component, card.querySelector('.card-label').textContent]).filter(([, text]) => text)));
+    const chips = (page) =>
+        page
+            .locator('.card')
+            .evaluateAll((cards) =>
+                Object.fromEntries(
+                    cards
+                        .map((card) => [card.dataset.component, card.querySelector('.card-label').textContent])
+                        .filter(([, text]) => text),
+                ),
+            );
     const overview = async (page) => {
-        await page.evaluate(() => { location.hash = '#/'; });
+        await page.evaluate(() => {
+            location.hash = '#/';
+        });
         await page.locator('.card').first().waitFor();
         return page;
     };
@@ -57,13 +71,21 @@ describe('labels', { skip: missingBrowser }, () => {
         const table = join(run.folder, `${STEM}_desc-ICA_metrics.tsv`);
         const lines = readFileSync(table, 'utf8').split('\n');
         const classes = [null, 'noise', 'noise', 'unsure', 'n/a']; // the header has none
-        writeFileSync(table, lines.map((line, i) => (classes[i] ? line.replace(/\tn\/a$/, `\t${classes[i]}`) : line)).join('\n'));
+        writeFileSync(
+            table,
+            lines.map((line, i) => (classes[i] ? line.replace(/\tn\/a$/, `\t${classes[i]}`) : line)).join('\n'),
+        );
         execFileSync(ZNICA, ['report', run.folder]);
         await page.reload();
         await page.locator('body[data-shown]').waitFor();
-        assert.deepEqual(await chips(await overview(page)),
-            { ICA_00: '\u2713 Signal', ICA_01: '\u2715 Noise', ICA_02: '? Unsure' });
-        await page.evaluate(() => { location.hash = '#/component/ICA_01'; });
+        assert.deepEqual(await chips(await overview(page)), {
+            ICA_00: '\u2713 Signal',
+            ICA_01: '\u2715 Noise',
+            ICA_02: '? Unsure',
+        });
+        await page.evaluate(() => {
+            location.hash = '#/component/ICA_01';
+        });
         await page.locator('body[data-shown=ICA_01]').waitFor();
         await page.keyboard.press('n'); // taken away, and that is kept too
         await page.reload();
@@ -85,7 +107,9 @@ describe('labels', { skip: missingBrowser }, () => {
         const one = 'component\tclassification\nICA_00\tnoise\n';
         await read(page, file, one);
         await page.locator('.label-message', { hasText: '1 component read from read.tsv, 1 changed.' }).waitFor();
-        await page.evaluate(() => { location.hash = '#/component/ICA_00'; });
+        await page.evaluate(() => {
+            location.hash = '#/component/ICA_00';
+        });
         assert.equal(await page.inputValue('#note'), 'default mode');
         assert.deepEqual(await pressed(page), ['\u2715Noise']);
         await page.close();
@@ -96,16 +120,26 @@ describe('labels', { skip: missingBrowser }, () => {
         const page = await open(run, 'ICA_00');
         await page.fill('#note', '"left" motor');
         await overview(page);
-        const [download] = await Promise.all([page.waitForEvent('download'), page.click('[data-action="export-labels"]')]);
+        const [download] = await Promise.all([
+            page.waitForEvent('download'),
+            page.click('[data-action="export-labels"]'),
+        ]);
         assert.equal(readFileSync(await download.path(), 'utf8').split('\n')[1], 'ICA_00\tn/a\t"""left"" motor"');
 
-        const lines = ['"component"\t"classification"\t"note"', '"ICA_00"\t"noise"\t"a ""second"" look"',
-            'ICA_01\tsignal\t"two\nlines"', 'ICA_02\tunsure\t"open', 'ICA_03\tn/a\t'];
+        const lines = [
+            '"component"\t"classification"\t"note"',
+            '"ICA_00"\t"noise"\t"a ""second"" look"',
+            'ICA_01\tsignal\t"two\nlines"',
+            'ICA_02\tunsure\t"open',
+            'ICA_03\tn/a\t',
+        ];
         await read(page, join(run.folder, 'read.tsv'), lines.join('\r\n'));
         assert.deepEqual(await chips(page), { ICA_00: '\u2715 Noise', ICA_01: '\u2713 Signal', ICA_02: '? Unsure' });
         const notes = [];
         for (const name of ['ICA_00', 'ICA_01', 'ICA_02']) {
-            await page.evaluate((next) => { location.hash = `#/component/${next}`; }, name);
+            await page.evaluate((next) => {
+                location.hash = `#/component/${next}`;
+            }, name);
             await page.locator(`body[data-shown=${name}]`).waitFor();
             notes.push(await page.inputValue('#note'));
         }

@@ -8,17 +8,53 @@ import { argv } from 'node:process';
 import { fileURLToPath } from 'node:url';
 import { writeNifti } from './nifti.mjs';
 
-export const COLUMNS = ['dm_pred_max', 'dm_pred_index', 'rms', 'template_max_corr', 'template_voi_index',
-    'degree_of_clustering', 'skewness', 'kurtosis', 'spatial_entropy', 'lag1_autocorr', 'temporal_entropy',
-    'power_band_1', 'power_band_2', 'power_band_3', 'power_band_4', 'power_band_5'];
+export const COLUMNS = [
+    'dm_pred_max',
+    'dm_pred_index',
+    'rms',
+    'template_max_corr',
+    'template_voi_index',
+    'degree_of_clustering',
+    'skewness',
+    'kurtosis',
+    'spatial_entropy',
+    'lag1_autocorr',
+    'temporal_entropy',
+    'power_band_1',
+    'power_band_2',
+    'power_band_3',
+    'power_band_4',
+    'power_band_5',
+];
 export const STEM = 'sub-made_task-up';
 const PREDICTORS = ['left hand', 'right hand'];
 
 /** Small and oblique, with x running from right to left as scanners store it; the others upright. */
 const GRIDS = {
-    small: { size: [26, 30, 24], affine: [[-5.9, 0.5, 0.3, 74], [0.6, 5.9, -0.9, -82], [0.2, 0.9, 5.8, -64]] },
-    medium: { size: [40, 48, 36], affine: [[4, 0, 0, -78], [0, 4, 0, -94], [0, 0, 4, -70]] },
-    brain: { size: [91, 109, 91], affine: [[2, 0, 0, -90], [0, 2, 0, -126], [0, 0, 2, -72]] },
+    small: {
+        size: [26, 30, 24],
+        affine: [
+            [-5.9, 0.5, 0.3, 74],
+            [0.6, 5.9, -0.9, -82],
+            [0.2, 0.9, 5.8, -64],
+        ],
+    },
+    medium: {
+        size: [40, 48, 36],
+        affine: [
+            [4, 0, 0, -78],
+            [0, 4, 0, -94],
+            [0, 0, 4, -70],
+        ],
+    },
+    brain: {
+        size: [91, 109, 91],
+        affine: [
+            [2, 0, 0, -90],
+            [0, 2, 0, -126],
+            [0, 0, 2, -72],
+        ],
+    },
 };
 
 // Mulberry32: the same numbers every time.
@@ -47,7 +83,9 @@ function makeMask(size) {
     const half = size.map((n) => (n - 1) / 2);
     // 0.79 of the half axes: as large a share of the grid as a brain has of a template's
     const inside = (x, y, z) => [x, y, z].reduce((sum, v, a) => sum + ((v - half[a]) / (half[a] * 0.79)) ** 2, 0) < 1;
-    forEachVoxel(size, (i, x, y, z) => { mask[i] = inside(x, y, z) ? 1 : 0; });
+    forEachVoxel(size, (i, x, y, z) => {
+        mask[i] = inside(x, y, z) ? 1 : 0;
+    });
     return mask;
 }
 
@@ -76,8 +114,18 @@ function table(columns, rows) {
  * asked (as many as found), design (true); constant: parameters that are the same for all components, by column; input, settings, facts: what the description of the run says besides.
  */
 export function makeRun(folder, options) {
-    const { components, grid = 'small', trMilliseconds = 2000, volumes = 120, asked = components, design = true,
-        constant = {}, input = {}, settings = {}, facts = {} } = options;
+    const {
+        components,
+        grid = 'small',
+        trMilliseconds = 2000,
+        volumes = 120,
+        asked = components,
+        design = true,
+        constant = {},
+        input = {},
+        settings = {},
+        facts = {},
+    } = options;
     const { size, affine } = GRIDS[grid];
     const random = randomNumbers(components);
     const mask = makeMask(size);
@@ -90,12 +138,18 @@ export function makeRun(folder, options) {
     const mean = Float32Array.from(mask, (inside) => (inside ? 800 + 300 * random() : 20 * random()));
     writeNifti(file('desc-mean_bold.nii.gz'), size, 1, affine, mean);
 
-    const courses = names.map((_, c) => Array.from({ length: volumes }, (_, t) =>
-        Math.fround(0.5 + 0.4 * Math.sin(t * (0.05 + 0.02 * (c % 12)) + c) + 0.1 * (random() - 0.5))));
+    const courses = names.map((_, c) =>
+        Array.from({ length: volumes }, (_, t) =>
+            Math.fround(0.5 + 0.4 * Math.sin(t * (0.05 + 0.02 * (c % 12)) + c) + 0.1 * (random() - 0.5)),
+        ),
+    );
     const rows = Array.from({ length: volumes }, (_, t) => courses.map((course) => course[t]));
     writeFileSync(file('desc-ICA_mixing.tsv'), table(names, rows));
     if (design) {
-        const predictors = Array.from({ length: volumes }, (_, t) => [Math.sin(t / 5).toFixed(6), Math.cos(t / 9).toFixed(6)]);
+        const predictors = Array.from({ length: volumes }, (_, t) => [
+            Math.sin(t / 5).toFixed(6),
+            Math.cos(t / 9).toFixed(6),
+        ]);
         writeFileSync(file('desc-ICA_design.tsv'), table(PREDICTORS, predictors));
     }
 
@@ -109,22 +163,66 @@ export function makeRun(folder, options) {
         if (c === 2) cells[7] = 'n/a'; // one kurtosis that could not be rescaled
         return [name, ...cells, design ? PREDICTORS[c % 2] : 'n/a', 'n/a', 'n/a'];
     });
-    writeFileSync(file('desc-ICA_metrics.tsv'),
-        table(['component', ...COLUMNS, 'dm_pred_name', 'template_voi_name', 'classification'], metrics));
-    writeFileSync(file('desc-ICA_metrics.json'), JSON.stringify(Object.fromEntries(
-        COLUMNS.map((column) => [column, { LongName: column, Description: `What ${column} says.`, Units: 'arbitrary' }]))));
-    writeFileSync(file('desc-ICA_decomposition.json'), JSON.stringify({
-        GeneratedBy: { Name: 'znica', Version: '2.0', Plugin: { Name: 'Made up', Version: '2.0', File: 'none' } },
-        Input: { File: `${STEM}_bold.nii.gz`, Size: size, Volumes: volumes, RepetitionTimeMilliseconds: trMilliseconds,
-            VoxelsAnalysed: mask.reduce((sum, inside) => sum + inside, 0), ...input },
-        Settings: { Mask: 'mask.nii.gz', Components: asked, FirstEigenvalue: 1, LastEigenvalue: asked, Nonlinearity: 'tanh',
-            Epsilon: 1e-4, MaxIterations: 500, DesignMatrix: design ? 'design.tsv' : null, Regions: null,
-            RegionNames: null, ClusterSize: 10, ZThreshold: 2.5, Label: null, ...settings },
-        ComponentsFound: components, RetainedVariancePercent: 87.25, Predictors: design ? PREDICTORS : [], Regions: [],
-        Components: names.map((Name, c) => ({ Name, PluginName: `IC ${c + 1}`, Iterations: 20 + c, Restarts: 0, ElapsedSeconds: 1 })),
-        Eigenvalues: Array.from({ length: volumes }, (_, i) => 1e4 / (i + 1) ** 1.5),
-        ElapsedSeconds: { Reading: 1, Plugin: 20, Total: 23 }, PeakMemoryBytes: 5e8, ...facts,
-    }));
+    writeFileSync(
+        file('desc-ICA_metrics.tsv'),
+        table(['component', ...COLUMNS, 'dm_pred_name', 'template_voi_name', 'classification'], metrics),
+    );
+    writeFileSync(
+        file('desc-ICA_metrics.json'),
+        JSON.stringify(
+            Object.fromEntries(
+                COLUMNS.map((column) => [
+                    column,
+                    { LongName: column, Description: `What ${column} says.`, Units: 'arbitrary' },
+                ]),
+            ),
+        ),
+    );
+    writeFileSync(
+        file('desc-ICA_decomposition.json'),
+        JSON.stringify({
+            GeneratedBy: { Name: 'znica', Version: '2.0', Plugin: { Name: 'Made up', Version: '2.0', File: 'none' } },
+            Input: {
+                File: `${STEM}_bold.nii.gz`,
+                Size: size,
+                Volumes: volumes,
+                RepetitionTimeMilliseconds: trMilliseconds,
+                VoxelsAnalysed: mask.reduce((sum, inside) => sum + inside, 0),
+                ...input,
+            },
+            Settings: {
+                Mask: 'mask.nii.gz',
+                Components: asked,
+                FirstEigenvalue: 1,
+                LastEigenvalue: asked,
+                Nonlinearity: 'tanh',
+                Epsilon: 1e-4,
+                MaxIterations: 500,
+                DesignMatrix: design ? 'design.tsv' : null,
+                Regions: null,
+                RegionNames: null,
+                ClusterSize: 10,
+                ZThreshold: 2.5,
+                Label: null,
+                ...settings,
+            },
+            ComponentsFound: components,
+            RetainedVariancePercent: 87.25,
+            Predictors: design ? PREDICTORS : [],
+            Regions: [],
+            Components: names.map((Name, c) => ({
+                Name,
+                PluginName: `IC ${c + 1}`,
+                Iterations: 20 + c,
+                Restarts: 0,
+                ElapsedSeconds: 1,
+            })),
+            Eigenvalues: Array.from({ length: volumes }, (_, i) => 1e4 / (i + 1) ** 1.5),
+            ElapsedSeconds: { Reading: 1, Plugin: 20, Total: 23 },
+            PeakMemoryBytes: 5e8,
+            ...facts,
+        }),
+    );
     return folder;
 }
 

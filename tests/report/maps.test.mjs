@@ -18,11 +18,14 @@ for (const renderer of ['webgl2', 'canvas']) {
             run = madeUp('maps', { components: 6 });
             browser = await openBrowser(renderer);
         });
-        after(async () => { await browser.close(); });
+        after(async () => {
+            await browser.close();
+        });
 
         test('have one scale of colours while two are compared', async () => {
             const page = await openReport(browser, run.report);
-            const bars = () => page.locator('.brain:visible .colour-bar').evaluateAll((all) => all.map((bar) => bar.textContent));
+            const bars = () =>
+                page.locator('.brain:visible .colour-bar').evaluateAll((all) => all.map((bar) => bar.textContent));
             const alone = [];
             for (const name of ['ICA_00', 'ICA_01', 'ICA_02', 'ICA_03', 'ICA_04', 'ICA_05']) {
                 await showComponent(page, name, renderer);
@@ -46,7 +49,10 @@ for (const renderer of ['webgl2', 'canvas']) {
             const page = await openReport(browser, run.report);
             await showComponent(page, 'ICA_01', renderer);
             const dialogs = [];
-            page.on('dialog', async (dialog) => { dialogs.push(dialog.message()); await dialog.dismiss(); });
+            page.on('dialog', async (dialog) => {
+                dialogs.push(dialog.message());
+                await dialog.dismiss();
+            });
             const place = page.locator('.brain-place').first();
             const box = await page.locator('.planes:not(.planes-waiting)').first().boundingBox();
             const at = [box.x + box.width * 0.15, box.y + box.height * 0.5];
@@ -91,10 +97,15 @@ for (const renderer of ['webgl2', 'canvas']) {
         test('have strong ends that stand out from the brightest tissue, by lightness and by hue', async () => {
             const page = await openReport(browser, run.report);
             await showComponent(page, 'ICA_01', renderer);
-            const ends = await page.locator('.colour-strip').evaluateAll((strips) => strips.map((strip, i) => {
-                const stops = getComputedStyle(strip).backgroundImage.match(/rgb\(\d+, \d+, \d+\)/g);
-                return stops.at(i === 0 ? 0 : -1).match(/\d+/g).map(Number); // blue ends at the left, orange at the right
-            }));
+            const ends = await page.locator('.colour-strip').evaluateAll((strips) =>
+                strips.map((strip, i) => {
+                    const stops = getComputedStyle(strip).backgroundImage.match(/rgb\(\d+, \d+, \d+\)/g);
+                    return stops
+                        .at(i === 0 ? 0 : -1)
+                        .match(/\d+/g)
+                        .map(Number); // blue ends at the left, orange at the right
+                }),
+            );
             await page.locator('#opacity').fill('0'); // the mean image alone
             await painted(page);
             const image = readPng(await page.locator('.brain-place').first().screenshot());
@@ -105,7 +116,9 @@ for (const renderer of ['webgl2', 'canvas']) {
                     if (r === g && g === b) grey = Math.max(grey, r);
                 }
             }
-            const widths = await page.locator('.colour-strip').evaluateAll((strips) => strips.map((strip) => strip.offsetWidth));
+            const widths = await page
+                .locator('.colour-strip')
+                .evaluateAll((strips) => strips.map((strip) => strip.offsetWidth));
             assert.deepEqual(widths, [92, 92]); // as wide as they are meant to be, where there is room
             const [blue, orange] = ends;
             assert.ok(blue[2] - blue[0] > 30 && orange[0] - orange[2] > 30, `${blue} and ${orange}`);
@@ -126,7 +139,9 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         run = madeUp('mosaics', { components: 6 });
         browser = await openBrowser('canvas');
     });
-    after(async () => { await browser.close(); });
+    after(async () => {
+        await browser.close();
+    });
 
     test('mark left and right at the first slice', async () => {
         const page = await openReport(browser, run.report);
@@ -134,7 +149,9 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         const letters = await card(page).evaluate((canvas) => {
             const [width, height] = [canvas.width / 5, canvas.height / 2];
             const count = (x) => {
-                const { data } = canvas.getContext('2d').getImageData(Math.round(x), height / 3, width * 0.15, height / 3);
+                const { data } = canvas
+                    .getContext('2d')
+                    .getImageData(Math.round(x), height / 3, width * 0.15, height / 3);
                 return data.filter((red, i) => i % 4 === 0 && red > 200 && data[i + 2] - red > 4).length;
             };
             return [0, 0.85 * width, width, 1.85 * width].map(count);
@@ -150,23 +167,34 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         assert.match(await legend.textContent(), /\|z\| > 2\.5.*left is left\.$/);
         const left = await picture(page);
         await sides(page).check();
-        await page.waitForFunction((before) =>
-            document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() !== before, left);
+        await page.waitForFunction(
+            (before) => document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() !== before,
+            left,
+        );
         assert.match(await legend.textContent(), /left is on the right\.$/);
         await showComponent(page, 'ICA_02', 'canvas');
         assert.equal(await sides(page).isChecked(), true);
         await sides(page).uncheck();
-        await page.evaluate(() => { location.hash = '#/'; });
-        await page.waitForFunction((before) =>
-            document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() === before, left);
+        await page.evaluate(() => {
+            location.hash = '#/';
+        });
+        await page.waitForFunction(
+            (before) => document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() === before,
+            left,
+        );
         assert.match(await legend.textContent(), /left is left\.$/);
         await page.close();
     });
 
     test('stand over names of predictors that can be read', async () => {
         const page = await openReport(browser, run.report);
-        const colours = await page.locator('.card-predictor').first().evaluate((element) =>
-            [getComputedStyle(element).color, getComputedStyle(element.closest('.card')).backgroundColor]);
+        const colours = await page
+            .locator('.card-predictor')
+            .first()
+            .evaluate((element) => [
+                getComputedStyle(element).color,
+                getComputedStyle(element.closest('.card')).backgroundColor,
+            ]);
         const [text, ground] = colours.map((colour) => colour.match(/\d+/g).map(Number));
         assert.ok(contrast(text, ground) >= 4.5, `${colours}`); // level AA for small text
         await page.close();

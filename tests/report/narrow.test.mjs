@@ -5,16 +5,22 @@ import { missingBrowser, openBrowser, openReport, painted, screenshot, showCompo
 import { madeUp } from './runs.mjs';
 
 /** What is shown and reaches over the right edge of the window or of the box that cuts it off. */
-const cutOff = (page) => page.evaluate(() => {
-    const scrolls = (element) => element.closest('.table-scroll, .visually-hidden, .page-title');
-    return [...document.querySelectorAll('#app *')].filter((element) => {
-        const { right, width, height } = element.getBoundingClientRect();
-        if (width === 0 || height === 0 || scrolls(element) || element.closest('[hidden]')) return false;
-        const clip = element.parentElement.closest('.panel, .card') ?? document.documentElement;
-        const edge = Math.min(innerWidth, clip.getBoundingClientRect().right);
-        return right > edge + 0.5;
-    }).map((element) => `${element.tagName} ${element.className} ${element.id}: ${element.getBoundingClientRect().right}`);
-});
+const cutOff = (page) =>
+    page.evaluate(() => {
+        const scrolls = (element) => element.closest('.table-scroll, .visually-hidden, .page-title');
+        return [...document.querySelectorAll('#app *')]
+            .filter((element) => {
+                const { right, width, height } = element.getBoundingClientRect();
+                if (width === 0 || height === 0 || scrolls(element) || element.closest('[hidden]')) return false;
+                const clip = element.parentElement.closest('.panel, .card') ?? document.documentElement;
+                const edge = Math.min(innerWidth, clip.getBoundingClientRect().right);
+                return right > edge + 0.5;
+            })
+            .map(
+                (element) =>
+                    `${element.tagName} ${element.className} ${element.id}: ${element.getBoundingClientRect().right}`,
+            );
+    });
 
 describe('in a narrow window', { skip: missingBrowser }, () => {
     let browser;
@@ -23,7 +29,9 @@ describe('in a narrow window', { skip: missingBrowser }, () => {
         run = madeUp('narrow', { components: 6 });
         browser = await openBrowser('canvas');
     });
-    after(async () => { await browser.close(); });
+    after(async () => {
+        await browser.close();
+    });
 
     for (const width of [400, 320]) {
         test(`of ${width} pixels nothing sticks out or is cut off`, async () => {
@@ -43,7 +51,9 @@ describe('in a narrow window', { skip: missingBrowser }, () => {
             await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
             await painted(page);
             assert.deepEqual(await cutOff(page), []);
-            await page.evaluate(() => { location.hash = '#/methods'; });
+            await page.evaluate(() => {
+                location.hash = '#/methods';
+            });
             await page.locator('#methods-text').waitFor();
             assert.deepEqual(await cutOff(page), []);
             await page.close();

@@ -14,8 +14,10 @@ export function readNifti(file) {
     const start = bytes.readFloatLE(108);
     const affine = [0, 1, 2].map((row) => [0, 1, 2, 3].map((column) => bytes.readFloatLE(280 + 16 * row + 4 * column)));
     const index = ([x, y, z], volume) => x + size[0] * (y + size[1] * (z + size[2] * volume));
-    const at = (voxel, volume = 0) => (type === FLOAT32
-        ? bytes.readFloatLE(start + 4 * index(voxel, volume)) : bytes.readUInt8(start + index(voxel, volume)));
+    const at = (voxel, volume = 0) =>
+        type === FLOAT32
+            ? bytes.readFloatLE(start + 4 * index(voxel, volume))
+            : bytes.readUInt8(start + index(voxel, volume));
     return { size, volumes, affine, at };
 }
 

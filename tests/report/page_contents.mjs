@@ -4,12 +4,20 @@ import assert from 'node:assert/strict';
 export const CHART = (name) => `.chart-${name} canvas`;
 
 /** Component names in the order of the cards. */
-export const cardNames = (page) => page.locator('.card').evaluateAll((cards) => cards.map((card) => card.dataset.component));
-export const readout = async (page, field) => (await page.locator(`[data-readout="${field}"]`).first().textContent()).trim();
+export const cardNames = (page) =>
+    page.locator('.card').evaluateAll((cards) => cards.map((card) => card.dataset.component));
+export const readout = async (page, field) =>
+    (await page.locator(`[data-readout="${field}"]`).first().textContent()).trim();
 export const numberOf = (text) => Number(text.replace('\u2212', '-'));
-export const chartData = (page, name) => page.locator(CHART(name)).evaluate((canvas) => JSON.parse(JSON.stringify({
-    labels: canvas.chart.data.labels, datasets: canvas.chart.data.datasets.map(({ label, data }) => ({ label, data })),
-})));
+export const chartData = (page, name) =>
+    page.locator(CHART(name)).evaluate((canvas) =>
+        JSON.parse(
+            JSON.stringify({
+                labels: canvas.chart.data.labels,
+                datasets: canvas.chart.data.datasets.map(({ label, data }) => ({ label, data })),
+            }),
+        ),
+    );
 
 /** The crosshair's voxel, position and value against the files. */
 export async function checkCrosshair(page, run, component) {

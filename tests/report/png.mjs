@@ -12,7 +12,8 @@ export function readPng(file) {
     const channels = file[25] === 6 ? 4 : 3;
     const parts = [];
     for (let at = 8; at < file.length; at += 12 + file.readUInt32BE(at)) {
-        if (file.toString('latin1', at + 4, at + 8) === 'IDAT') parts.push(file.subarray(at + 8, at + 8 + file.readUInt32BE(at)));
+        if (file.toString('latin1', at + 4, at + 8) === 'IDAT')
+            parts.push(file.subarray(at + 8, at + 8 + file.readUInt32BE(at)));
     }
     const raw = inflateSync(Buffer.concat(parts));
     const line = width * channels;
@@ -27,7 +28,11 @@ export function readPng(file) {
             pixels[y * line + i] = raw[y * (line + 1) + 1 + i] + guess;
         }
     }
-    return { width, height, at: (x, y) => [...pixels.subarray((y * width + x) * channels, (y * width + x) * channels + 3)] };
+    return {
+        width,
+        height,
+        at: (x, y) => [...pixels.subarray((y * width + x) * channels, (y * width + x) * channels + 3)],
+    };
 }
 
 /** How many pixels are clearly coloured, that is, belong to a map and not to the grey image. */
@@ -45,9 +50,11 @@ export function colouredPixels(image) {
 
 /** Contrast ratio of two colours, 1 to 21, by the formula of the Web Content Accessibility Guidelines 2. */
 export function contrast(one, other) {
-    const luminance = (rgb) => rgb.map((value) => value / 255)
-        .map((value) => (value <= 0.04045 ? value / 12.92 : ((value + 0.055) / 1.055) ** 2.4))
-        .reduce((sum, value, i) => sum + value * [0.2126, 0.7152, 0.0722][i], 0);
+    const luminance = (rgb) =>
+        rgb
+            .map((value) => value / 255)
+            .map((value) => (value <= 0.04045 ? value / 12.92 : ((value + 0.055) / 1.055) ** 2.4))
+            .reduce((sum, value, i) => sum + value * [0.2126, 0.7152, 0.0722][i], 0);
     const [light, dark] = [luminance(one), luminance(other)].sort((a, b) => b - a);
     return (light + 0.05) / (dark + 0.05);
 }

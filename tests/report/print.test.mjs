@@ -11,10 +11,18 @@ function observeUntilPrinted() {
     const Observer = window.ResizeObserver;
     window.ResizeObserver = class extends Observer {
         constructor(callback) {
-            super((...about) => { if (!window.printed) callback(...about); });
+            super((...about) => {
+                if (!window.printed) callback(...about);
+            });
         }
     };
-    addEventListener('resize', (event) => { if (window.printed) event.stopImmediatePropagation(); }, { capture: true });
+    addEventListener(
+        'resize',
+        (event) => {
+            if (window.printed) event.stopImmediatePropagation();
+        },
+        { capture: true },
+    );
 }
 
 /** Lays the page out for paper after the scripts have had their last word. */
@@ -30,14 +38,19 @@ async function onPaper(page) {
 }
 
 /** Boxes of the panels, and of the charts and planes in them, by class; those that are shown. */
-const boxes = (page, selector) => page.locator(selector).evaluateAll((all) => all.map((element) => {
-    const { left, right, top, bottom } = element.getBoundingClientRect();
-    const panel = element.parentElement.closest('.panel')?.getBoundingClientRect();
-    return { name: element.parentElement.className, left, right, top, bottom, panel: panel?.toJSON() };
-}).filter(({ left, right }) => right > left));
+const boxes = (page, selector) =>
+    page.locator(selector).evaluateAll((all) =>
+        all
+            .map((element) => {
+                const { left, right, top, bottom } = element.getBoundingClientRect();
+                const panel = element.parentElement.closest('.panel')?.getBoundingClientRect();
+                return { name: element.parentElement.className, left, right, top, bottom, panel: panel?.toJSON() };
+            })
+            .filter(({ left, right }) => right > left),
+    );
 
-const inside = (box, frame) => box.left >= frame.left && box.right <= frame.right && box.top >= frame.top
-    && box.bottom <= frame.bottom;
+const inside = (box, frame) =>
+    box.left >= frame.left && box.right <= frame.right && box.top >= frame.top && box.bottom <= frame.bottom;
 const overlap = (a, b) => a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 
 for (const renderer of ['webgl2', 'canvas']) {
@@ -48,11 +61,16 @@ for (const renderer of ['webgl2', 'canvas']) {
             run = madeUp('paper', { components: 4 });
             browser = await openBrowser(renderer);
         });
-        after(async () => { await browser.close(); });
+        after(async () => {
+            await browser.close();
+        });
 
         const open = async (at) => {
-            const page = await openReport(browser, run.report, { at, first: `(${observeUntilPrinted})()`,
-                viewport: { width: 1100, height: 900 } }); // charts over the whole width, more than the paper has
+            const page = await openReport(browser, run.report, {
+                at,
+                first: `(${observeUntilPrinted})()`,
+                viewport: { width: 1100, height: 900 },
+            }); // charts over the whole width, more than the paper has
             if (at) await page.locator(`.planes[data-renderer=${renderer}]:not(.planes-waiting)`).waitFor();
             return page;
         };
@@ -68,7 +86,8 @@ for (const renderer of ['webgl2', 'canvas']) {
             for (const picture of pictures) assert.ok(inside(picture, picture.panel), JSON.stringify(picture));
             for (const panel of panels) {
                 assert.ok(panel.left >= 0 && panel.right <= PAPER, JSON.stringify(panel));
-                for (const other of panels) assert.ok(panel === other || !overlap(panel, other), JSON.stringify([panel, other]));
+                for (const other of panels)
+                    assert.ok(panel === other || !overlap(panel, other), JSON.stringify([panel, other]));
             }
             await page.close();
         });
@@ -77,7 +96,10 @@ for (const renderer of ['webgl2', 'canvas']) {
             const page = await open(undefined);
             await onPaper(page);
             const [{ left, right, panel }] = await boxes(page, '.chart-eigenvalues canvas');
-            assert.ok(right - left > 0.85 * panel.width && right <= panel.right, `${left} to ${right} in ${JSON.stringify(panel)}`);
+            assert.ok(
+                right - left > 0.85 * panel.width && right <= panel.right,
+                `${left} to ${right} in ${JSON.stringify(panel)}`,
+            );
             await page.close();
         });
 
@@ -88,7 +110,10 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.fill('#note', note);
             await onPaper(page);
             assert.deepEqual(await page.locator('.label-button:visible').allTextContents(), ['?Unsure']);
-            assert.equal(await page.locator('.component-head input:visible, .component-head select:visible').count(), 0);
+            assert.equal(
+                await page.locator('.component-head input:visible, .component-head select:visible').count(),
+                0,
+            );
             assert.equal((await page.locator('.component-head').innerText()).includes(note), true);
             await page.close();
         });

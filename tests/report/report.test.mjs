@@ -28,17 +28,25 @@ before(() => {
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer}`, { skip: missingBrowser }, () => {
         let browser;
-        before(async () => { browser = await openBrowser(renderer); });
-        after(async () => { await browser.close(); });
+        before(async () => {
+            browser = await openBrowser(renderer);
+        });
+        after(async () => {
+            await browser.close();
+        });
 
         test('opens from disk without a complaint and without a request', async () => {
             const page = await openReport(browser, real.report);
             await screenshot(page, `gallery-${renderer}`);
             await showComponent(page, 'ICA_03', renderer);
             await page.selectOption('#compare', '1');
-            await page.locator(`.brain:nth-child(2) .planes[data-renderer="${renderer}"]:not(.planes-waiting)`).waitFor();
+            await page
+                .locator(`.brain:nth-child(2) .planes[data-renderer="${renderer}"]:not(.planes-waiting)`)
+                .waitFor();
             await screenshot(page, `compare-${renderer}`);
-            await page.evaluate(() => { location.hash = '#/methods'; });
+            await page.evaluate(() => {
+                location.hash = '#/methods';
+            });
             await page.locator('#methods-text').waitFor();
             await screenshot(page, `methods-${renderer}`);
             assert.deepEqual(page.complaints, []);
@@ -46,7 +54,11 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        for (const [count, run] of [[1, () => one], [30, () => thirty], [200, () => twoHundred]]) {
+        for (const [count, run] of [
+            [1, () => one],
+            [30, () => thirty],
+            [200, () => twoHundred],
+        ]) {
             test(`shows a card for each of ${count} components`, async () => {
                 const page = await openReport(browser, run().report);
                 assert.deepEqual(await cardNames(page), NAMES(count));
@@ -75,7 +87,11 @@ for (const renderer of ['webgl2', 'canvas']) {
                 await page.fill('.filter input >> nth=0', '0.3');
                 await page.fill('.filter input >> nth=1', '0.7');
                 const expected = thirty.metrics.filter((row) => row[column] >= 0.3 && row[column] <= 0.7);
-                assert.deepEqual(await cardNames(page), expected.map((row) => row.component), column);
+                assert.deepEqual(
+                    await cardNames(page),
+                    expected.map((row) => row.component),
+                    column,
+                );
             }
             await page.close();
         });
@@ -97,7 +113,10 @@ for (const renderer of ['webgl2', 'canvas']) {
         test('changes the pixels of the map with the opacity and the colours', async () => {
             const page = await openReport(browser, thirty.report);
             await showComponent(page, 'ICA_01', renderer);
-            const picture = async () => { await painted(page); return page.locator('.brain-place').first().screenshot(); };
+            const picture = async () => {
+                await painted(page);
+                return page.locator('.brain-place').first().screenshot();
+            };
             const before = await picture();
             await page.locator('#opacity').fill('0.3');
             const faint = await picture();
@@ -159,15 +178,26 @@ for (const renderer of ['webgl2', 'canvas']) {
                 const name = NAMES(30)[component];
                 await showComponent(page, name, renderer);
                 const course = await chartData(page, 'course');
-                assert.deepEqual(course.datasets[0].data.map(({ y }) => y), thirty.mixing.map((row) => Number(row[name])));
-                assert.deepEqual(course.datasets[0].data.map(({ x }) => x), thirty.mixing.map((_, t) => 2 * t));
+                assert.deepEqual(
+                    course.datasets[0].data.map(({ y }) => y),
+                    thirty.mixing.map((row) => Number(row[name])),
+                );
+                assert.deepEqual(
+                    course.datasets[0].data.map(({ x }) => x),
+                    thirty.mixing.map((_, t) => 2 * t),
+                );
                 assert.match(course.datasets[1].label, new RegExp(`^${thirty.metrics[component].dm_pred_name}`));
                 const radar = await chartData(page, 'fingerprint');
                 const wanted = COLUMNS.slice(5).map((column) => thirty.metrics[component][column]);
-                assert.deepEqual(radar.datasets[0].data, wanted.map((cell) => (cell === 'n/a' ? null : Number(cell))));
-                const cells = await page.locator('td[data-metric]').evaluateAll((all) =>
-                    Object.fromEntries(all.map((cell) => [cell.dataset.metric, cell.title])));
-                for (const column of COLUMNS.slice(5)) assert.equal(cells[column], thirty.metrics[component][column], column);
+                assert.deepEqual(
+                    radar.datasets[0].data,
+                    wanted.map((cell) => (cell === 'n/a' ? null : Number(cell))),
+                );
+                const cells = await page
+                    .locator('td[data-metric]')
+                    .evaluateAll((all) => Object.fromEntries(all.map((cell) => [cell.dataset.metric, cell.title])));
+                for (const column of COLUMNS.slice(5))
+                    assert.equal(cells[column], thirty.metrics[component][column], column);
             }
             await page.close();
         });
@@ -185,21 +215,35 @@ for (const renderer of ['webgl2', 'canvas']) {
             assert.equal(await page.locator('.label-noise').getAttribute('aria-pressed'), 'true');
 
             await page.click('a[href="#/"] >> nth=0');
-            const [download] = await Promise.all([page.waitForEvent('download'), page.click('[data-action="export-labels"]')]);
+            const [download] = await Promise.all([
+                page.waitForEvent('download'),
+                page.click('[data-action="export-labels"]'),
+            ]);
             assert.equal(download.suggestedFilename(), 'sub-made_task-up_desc-ICA_labels.tsv');
             const lines = readFileSync(await download.path(), 'utf8').split('\n');
             assert.equal(lines[0], 'component\tclassification\tnote');
-            assert.deepEqual(lines.slice(1, -1).map((line) => line.split('\t')[0]), thirty.metrics.map((row) => row.component));
+            assert.deepEqual(
+                lines.slice(1, -1).map((line) => line.split('\t')[0]),
+                thirty.metrics.map((row) => row.component),
+            );
             assert.equal(lines[7], 'ICA_06\tsignal\tvisual cortex');
             assert.equal(lines[8], 'ICA_07\tnoise\tn/a');
             assert.equal(lines[9], 'ICA_08\tn/a\tn/a');
 
             const changed = join(thirty.folder, 'labels.tsv');
-            writeFileSync(changed, lines.join('\n').replace('ICA_08\tn/a', 'ICA_08\tunsure').replace('ICA_06\tsignal', 'ICA_06\tnoise'));
+            writeFileSync(
+                changed,
+                lines.join('\n').replace('ICA_08\tn/a', 'ICA_08\tunsure').replace('ICA_06\tsignal', 'ICA_06\tnoise'),
+            );
             await page.setInputFiles('.label-bar input[type="file"]', changed);
-            await page.locator('.label-message', { hasText: '30 components read from labels.tsv, 2 changed.' }).waitFor();
+            await page
+                .locator('.label-message', { hasText: '30 components read from labels.tsv, 2 changed.' })
+                .waitFor();
             assert.equal(await page.locator('.card[data-component="ICA_08"] .card-label').textContent(), '? Unsure');
-            assert.equal(await page.locator('.card[data-component="ICA_06"] .card-label').textContent(), '\u2715 Noise');
+            assert.equal(
+                await page.locator('.card[data-component="ICA_06"] .card-label').textContent(),
+                '\u2715 Noise',
+            );
 
             writeFileSync(changed, 'component\tclassification\nICA_99\tsignal\n');
             await page.setInputFiles('.label-bar input[type="file"]', changed);
@@ -209,7 +253,10 @@ for (const renderer of ['webgl2', 'canvas']) {
         });
 
         test('says how long it takes', async (t) => {
-            for (const [name, run] of [['sample', real], ['200 components', twoHundred]]) {
+            for (const [name, run] of [
+                ['sample', real],
+                ['200 components', twoHundred],
+            ]) {
                 const page = await openReport(browser, run.report);
                 await page.waitForFunction(() => performance.getEntriesByName('first view').length > 0);
                 const [first] = await measures(page, 'first view');
@@ -220,8 +267,10 @@ for (const renderer of ['webgl2', 'canvas']) {
                 }
                 const changes = (await measures(page, 'component change')).slice(1).sort((a, b) => a - b);
                 const megabytes = (readFileSync(run.report).length / 1e6).toFixed(2);
-                t.diagnostic(`${name}, ${renderer}: ${megabytes} MB, first view ${first} ms, component change `
-                    + `${changes[changes.length >> 1]} ms (median of ${changes.length})`);
+                t.diagnostic(
+                    `${name}, ${renderer}: ${megabytes} MB, first view ${first} ms, component change `
+                        + `${changes[changes.length >> 1]} ms (median of ${changes.length})`,
+                );
                 assert.equal(changes.length, 7);
                 await page.close();
             }
@@ -231,8 +280,12 @@ for (const renderer of ['webgl2', 'canvas']) {
 
 describe('the page', { skip: missingBrowser }, () => {
     let browser;
-    before(async () => { browser = await openBrowser('webgl2'); });
-    after(async () => { await browser.close(); });
+    before(async () => {
+        browser = await openBrowser('webgl2');
+    });
+    after(async () => {
+        await browser.close();
+    });
 
     test('is legible in dark colours and in a narrow window', async () => {
         const dark = await openReport(browser, real.report, { dark: true });
@@ -245,7 +298,10 @@ describe('the page', { skip: missingBrowser }, () => {
         await screenshot(narrow, 'gallery-narrow');
         await showComponent(narrow, 'ICA_02', 'webgl2');
         await screenshot(narrow, 'component-narrow');
-        assert.ok(await narrow.evaluate(() => document.documentElement.scrollWidth <= innerWidth), 'nothing sticks out sideways');
+        assert.ok(
+            await narrow.evaluate(() => document.documentElement.scrollWidth <= innerWidth),
+            'nothing sticks out sideways',
+        );
         await narrow.close();
     });
 
@@ -278,12 +334,23 @@ describe('the page', { skip: missingBrowser }, () => {
         await showComponent(page, 'ICA_00', 'webgl2');
         // Nyquist 0.25 Hz: limits 0.008, 0.02, 0.05 and 0.1 Hz
         const { left, right, ground } = await page.locator(CHART('spectrum')).evaluate((canvas) => {
-            const { scales: { x }, chartArea: { top } } = canvas.chart;
+            const {
+                scales: { x },
+                chartArea: { top },
+            } = canvas.chart;
             const ratio = canvas.width / canvas.clientWidth;
-            const shade = (hz) => [...canvas.getContext('2d').getImageData(
-                Math.round(x.getPixelForValue(hz) * ratio), Math.round((top + 2) * ratio), 1, 1).data].join();
-            return { left: [0.004, 0.014, 0.035, 0.075, 0.175].map(shade), right: x.max,
-                ground: [0.0062, 0.0098, 0.018, 0.022, 0.048, 0.052, 0.098, 0.102].map(shade) };
+            const shade = (hz) =>
+                [
+                    ...canvas
+                        .getContext('2d')
+                        .getImageData(Math.round(x.getPixelForValue(hz) * ratio), Math.round((top + 2) * ratio), 1, 1)
+                        .data,
+                ].join();
+            return {
+                left: [0.004, 0.014, 0.035, 0.075, 0.175].map(shade),
+                right: x.max,
+                ground: [0.0062, 0.0098, 0.018, 0.022, 0.048, 0.052, 0.098, 0.102].map(shade),
+            };
         });
         assert.equal(right, 0.25);
         const [even, odd] = [left[0], left[1]];
@@ -296,11 +363,17 @@ describe('the page', { skip: missingBrowser }, () => {
         const page = await openReport(browser, thirty.report, { at: '#/component/ICA_04' });
         const away = () => page.waitForTimeout(1500); // in which the cards would be drawn if they were in the page
         const allDrawn = async () => {
-            await page.evaluate(() => { location.hash = '#/'; });
-            await page.waitForFunction(() => {
-                const pictures = [...document.querySelectorAll('.card[data-drawn] canvas')];
-                return pictures.length === 90 && pictures.every(({ width }) => width > 30);
-            }, null, { timeout: 20000 });
+            await page.evaluate(() => {
+                location.hash = '#/';
+            });
+            await page.waitForFunction(
+                () => {
+                    const pictures = [...document.querySelectorAll('.card[data-drawn] canvas')];
+                    return pictures.length === 90 && pictures.every(({ width }) => width > 30);
+                },
+                null,
+                { timeout: 20000 },
+            );
         };
         await away();
         await allDrawn();
@@ -338,8 +411,9 @@ describe('the page', { skip: missingBrowser }, () => {
         assert.match(warnings, /2\.5 s as 2 s/);
         assert.match(warnings, /n\/a\) for Kurtosis/);
         await showComponent(page, 'ICA_00', 'webgl2');
-        const axes = await page.locator(CHART('spectrum')).evaluate((canvas) =>
-            [canvas.chart.scales.x.max, canvas.chart.scales.top.max]);
+        const axes = await page
+            .locator(CHART('spectrum'))
+            .evaluate((canvas) => [canvas.chart.scales.x.max, canvas.chart.scales.top.max]);
         assert.deepEqual(axes, [0.25, 0.2]); // the plug-in's clock below, the true one above
         assert.equal((await chartData(page, 'course')).datasets.length, 1); // no predictor to show
         assert.match(await page.locator('.matches').textContent(), /none/);
@@ -348,10 +422,20 @@ describe('the page', { skip: missingBrowser }, () => {
 
     test('has a methods paragraph with the numbers of the run', async () => {
         const page = await openReport(browser, thirty.report);
-        await page.evaluate(() => { location.hash = '#/methods'; });
+        await page.evaluate(() => {
+            location.hash = '#/methods';
+        });
         const text = await page.locator('#methods-text').textContent();
-        for (const part of ['120 volumes', 'TR 2 s', '30 largest', '87.3 % of the variance', '30 of 30 components',
-            'convergence limit of 0.0001', '500 iterations', '2 predictors']) {
+        for (const part of [
+            '120 volumes',
+            'TR 2 s',
+            '30 largest',
+            '87.3 % of the variance',
+            '30 of 30 components',
+            'convergence limit of 0.0001',
+            '500 iterations',
+            '2 predictors',
+        ]) {
             assert.ok(text.includes(part), `${part} in: ${text}`);
         }
         await page.close();
@@ -370,7 +454,9 @@ describe('the page', { skip: missingBrowser }, () => {
         }
         const changes = (await measures(page, 'component change')).slice(1);
         await checkCrosshair(page, brain, 3);
-        t.diagnostic(`whole brain: ${(bytes / 1e6).toFixed(2)} MB, first view ${first} ms, component changes ${changes.join(', ')} ms`);
+        t.diagnostic(
+            `whole brain: ${(bytes / 1e6).toFixed(2)} MB, first view ${first} ms, component changes ${changes.join(', ')} ms`,
+        );
         assert.ok(bytes < 15e6, `${bytes} bytes`);
         await page.close();
     });

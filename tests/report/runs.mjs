@@ -12,7 +12,10 @@ const scratch = mkdtempSync(join(tmpdir(), 'znica-report-runs-'));
 process.on('exit', () => rmSync(scratch, { recursive: true, force: true }));
 
 function rows(file) {
-    const [header, ...lines] = readFileSync(file, 'utf8').trimEnd().split('\n').map((line) => line.split('\t'));
+    const [header, ...lines] = readFileSync(file, 'utf8')
+        .trimEnd()
+        .split('\n')
+        .map((line) => line.split('\t'));
     return lines.map((line) => Object.fromEntries(header.map((column, i) => [column, line[i]])));
 }
 
@@ -41,8 +44,25 @@ export function analysed() {
     const folder = join(scratch, 'analysed');
     const stem = `${sample}/sub-sim_task-blocks_`;
     execFileSync(ZNICA, ['simulate', '--out', sample, '--size', 'small']);
-    execFileSync(ZNICA, ['run', `${stem}bold.nii.gz`, '--mask', `${stem}desc-brain_mask.nii.gz`, '--components', '8',
-        '--design', `${stem}desc-task_design.tsv`, '--rois', `${stem}desc-sources_dseg.nii.gz`, '--roi-names',
-        `${stem}desc-sources_dseg.tsv`, '--seed', '1', '--repeats', '3', '--out', folder]);
+    execFileSync(ZNICA, [
+        'run',
+        `${stem}bold.nii.gz`,
+        '--mask',
+        `${stem}desc-brain_mask.nii.gz`,
+        '--components',
+        '8',
+        '--design',
+        `${stem}desc-task_design.tsv`,
+        '--rois',
+        `${stem}desc-sources_dseg.nii.gz`,
+        '--roi-names',
+        `${stem}desc-sources_dseg.tsv`,
+        '--seed',
+        '1',
+        '--repeats',
+        '3',
+        '--out',
+        folder,
+    ]);
     return described(folder, 'sub-sim_task-blocks');
 }

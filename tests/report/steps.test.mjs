@@ -8,14 +8,19 @@ import { madeUp } from './runs.mjs';
 /** In the page: holds one block of the file back until `window.release()`. */
 function holdBack(held) {
     let given;
-    const released = new Promise((resolve) => { window.release = resolve; });
+    const released = new Promise((resolve) => {
+        window.release = resolve;
+    });
     Object.defineProperty(window, 'znBlocks', {
         get: () => given,
         set: (blocks) => {
-            given = { ...blocks, bytes: async (name) => {
-                if (name === held) await released;
-                return blocks.bytes(name);
-            } };
+            given = {
+                ...blocks,
+                bytes: async (name) => {
+                    if (name === held) await released;
+                    return blocks.bytes(name);
+                },
+            };
         },
     });
 }
@@ -27,17 +32,24 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         run = madeUp('steps', { components: 6 });
         browser = await openBrowser('canvas');
     });
-    after(async () => { await browser.close(); });
+    after(async () => {
+        await browser.close();
+    });
 
-    const goTo = (page, hash) => page.evaluate((next) => { location.hash = next; }, hash);
+    const goTo = (page, hash) =>
+        page.evaluate((next) => {
+            location.hash = next;
+        }, hash);
     const release = async (page) => {
         await page.evaluate(() => window.release());
         for (let i = 0; i < 5; ++i) await painted(page);
     };
 
     test('keeps the map of the component named, also when the one passed by is unpacked later', async () => {
-        const page = await openReport(browser, run.report, { at: '#/component/ICA_00',
-            first: `(${holdBack})('map-1')` });
+        const page = await openReport(browser, run.report, {
+            at: '#/component/ICA_00',
+            first: `(${holdBack})('map-1')`,
+        });
         const { voxel } = await checkCrosshair(page, run, 0);
         await page.keyboard.press('ArrowRight');
         await page.locator('h2', { hasText: /^IC 2$/ }).waitFor();
@@ -50,8 +62,10 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
     });
 
     test('keeps the map of the component compared last', async () => {
-        const page = await openReport(browser, run.report, { at: '#/component/ICA_00',
-            first: `(${holdBack})('map-1')` });
+        const page = await openReport(browser, run.report, {
+            at: '#/component/ICA_00',
+            first: `(${holdBack})('map-1')`,
+        });
         await page.selectOption('#compare', '1');
         await page.selectOption('#compare', '2');
         const second = page.locator('.brain:nth-child(2)');

@@ -14,13 +14,20 @@ function pearson(x, y) {
 describe('the page says', { skip: missingBrowser }, () => {
     let browser;
     let made = 0;
-    before(async () => { browser = await openBrowser('canvas'); });
-    after(async () => { await browser.close(); });
+    before(async () => {
+        browser = await openBrowser('canvas');
+    });
+    after(async () => {
+        await browser.close();
+    });
 
-    const open = (options, at) => openReport(browser, madeUp(`texts-${++made}`, { components: 3, ...options }).report, { at });
+    const open = (options, at) =>
+        openReport(browser, madeUp(`texts-${++made}`, { components: 3, ...options }).report, { at });
     const textOf = async (options, selector, hash = '#/') => {
         const page = await open(options);
-        await page.evaluate((next) => { location.hash = next; }, hash);
+        await page.evaluate((next) => {
+            location.hash = next;
+        }, hash);
         const text = (await page.locator(selector).allTextContents()).join('\n');
         await page.close();
         return text;
@@ -31,7 +38,10 @@ describe('the page says', { skip: missingBrowser }, () => {
 
     test('how many voxels were left out, and why', async () => {
         const text = (NotFinite, Constant) => warnings({ input: { VoxelsDropped: { NotFinite, Constant } } });
-        assert.match(await text(1200, 34), /1,234 voxels of the mask were left out: 1,200 not finite in some volume, 34 constant over time\./);
+        assert.match(
+            await text(1200, 34),
+            /1,234 voxels of the mask were left out: 1,200 not finite in some volume, 34 constant over time\./,
+        );
         assert.match(await text(0, 1), /1 voxel of the mask was left out: 1 constant over time\./);
         assert.doesNotMatch(await text(0, 0), /left out/);
         assert.doesNotMatch(await warnings({}), /left out/); // a result that does not tell
@@ -43,7 +53,10 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.equal(await warnings({ components: 2, input: { Notes: [] } }), '');
         const bands = 'TR: 6 s leaves the plug-in 4 of its 5 frequency bands; the others are n/a.'; // the page says so itself
         const lines = (await warnings({ components: 2, trMilliseconds: 6000, input: { Notes: [bands] } })).split('\n');
-        assert.deepEqual(lines.map((line) => /bands/.test(line)), [true]);
+        assert.deepEqual(
+            lines.map((line) => /bands/.test(line)),
+            [true],
+        );
     });
 
     test('where the voxels come from', async () => {
@@ -58,36 +71,55 @@ describe('the page says', { skip: missingBrowser }, () => {
 
     test('which frequency bands there are and on what clock', async () => {
         assert.match(await methods({}), /in five frequency bands \(Welch, 1967\), relative/);
-        assert.match(await methods({ trMilliseconds: 2500 }), /five frequency bands \(Welch, 1967\) with the repetition time taken as 2 s,/);
+        assert.match(
+            await methods({ trMilliseconds: 2500 }),
+            /five frequency bands \(Welch, 1967\) with the repetition time taken as 2 s,/,
+        );
         assert.match(await methods({ trMilliseconds: 6000 }), /in four frequency bands/); // up to 0.083 Hz
         assert.match(await methods({ trMilliseconds: 11000 }), /in three frequency bands/); // up to 0.045 Hz
         assert.match(await methods({ trMilliseconds: 720 }), /not defined at a repetition time below one second/);
     });
 
     test('which parameters were rescaled across components', async () => {
-        const [, before, rescaled] = /the spread(.*)each rescaled across the components of the run,([^.]*)\./.exec(await methods({}));
+        const [, before, rescaled] = /the spread(.*)each rescaled across the components of the run,([^.]*)\./.exec(
+            await methods({}),
+        );
         assert.match(before, /clustering.*lag-1 autocorrelation/);
         assert.match(rescaled, /skewness.*kurtosis and entropy of its map and the entropy of its time course/);
     });
 
     test('how often the run was repeated, what was left out and how the number of components was found', async () => {
-        assert.match(await methods({ facts: { Repeats: { Runs: 7 } } }), /extraction was done 7 times.*Iq.*Himberg et al\., 2004/);
+        assert.match(
+            await methods({ facts: { Repeats: { Runs: 7 } } }),
+            /extraction was done 7 times.*Iq.*Himberg et al\., 2004/,
+        );
         assert.match(await references({ facts: { Repeats: { Runs: 7 } } }), /Himberg.*NeuroImage, 22/);
         assert.doesNotMatch(await references({}), /Himberg|Wax/);
         assert.match(await methods({ input: { DummyScans: 4 } }), /4 volumes before them were left out/);
         const ComponentEstimate = { MDL: 3, Laplace: 5, OptimalThreshold: 4, EffectiveSamples: 2407.3 };
-        assert.match(await methods({ facts: { ComponentEstimate } }),
-            /number of components, 3, was estimated .* minimum description length \(Wax & Kailath, 1985\) at 2407 /);
+        assert.match(
+            await methods({ facts: { ComponentEstimate } }),
+            /number of components, 3, was estimated .* minimum description length \(Wax & Kailath, 1985\) at 2407 /,
+        );
         assert.match(await methods({}), /at most five restarts in the whole run/);
     });
 
     test('what share of the variance is the mean image', async () => {
         const facts = { Eigenvalues: [80, 10, 6, 4], RetainedVariancePercent: 96 };
-        assert.match(await methods({ facts }), /\(96\.0 % of the variance; the first, which holds the mean image, alone 80\.0 %\)/);
-        assert.match(await textOf({ facts }, '.tile-detail'), /eigenvalues 1 to 3, mean image included: the first alone 80\.0 %/);
+        assert.match(
+            await methods({ facts }),
+            /\(96\.0 % of the variance; the first, which holds the mean image, alone 80\.0 %\)/,
+        );
+        assert.match(
+            await textOf({ facts }, '.tile-detail'),
+            /eigenvalues 1 to 3, mean image included: the first alone 80\.0 %/,
+        );
         const without = { facts, settings: { FirstEigenvalue: 2, LastEigenvalue: 4 } };
         assert.doesNotMatch(await methods(without), /mean image,? alone/);
-        assert.match(await methods({ components: 1, settings: { LastEigenvalue: 1 } }), /reduced to the largest principal component of/);
+        assert.match(
+            await methods({ components: 1, settings: { LastEigenvalue: 1 } }),
+            /reduced to the largest principal component of/,
+        );
     });
 
     test('that parameters rescaled across components say nothing of a single one', async () => {
@@ -121,8 +153,13 @@ describe('the page says', { skip: missingBrowser }, () => {
         const page = await openReport(browser, run.report);
         let against = 0;
         for (const [c, row] of run.metrics.entries()) {
-            const r = pearson(run.mixing.map((line) => Number(line[row.component])), run.design.map((line) => Number(line[row.dm_pred_name])));
-            await page.evaluate((name) => { location.hash = `#/component/${name}`; }, row.component);
+            const r = pearson(
+                run.mixing.map((line) => Number(line[row.component])),
+                run.design.map((line) => Number(line[row.dm_pred_name])),
+            );
+            await page.evaluate((name) => {
+                location.hash = `#/component/${name}`;
+            }, row.component);
             await page.locator('h2', { hasText: new RegExp(`^IC ${c + 1}$`) }).waitFor();
             const text = await page.locator('.matches [data-metric=dm_pred_max]').textContent();
             assert.match(text, /, \|r\| [0-9.e-]+(, runs against it)?$/);

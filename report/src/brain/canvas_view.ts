@@ -112,8 +112,10 @@ export class CanvasView implements BrainView {
     }
 
     private drawMarks(
-        context: CanvasRenderingContext2D, marks: { left: string; right: string; top: string; bottom: string },
-        ratio: number): void {
+        context: CanvasRenderingContext2D,
+        marks: { left: string; right: string; top: string; bottom: string },
+        ratio: number,
+    ): void {
         const { width, height } = context.canvas;
         const size = 13 * ratio;
         context.textAlign = 'left';

@@ -22,8 +22,15 @@ export function colourBar(look: Look, high: number): HTMLElement {
         return strip;
     };
     const text = `Colours from z ${fixed(look.threshold, 1)} to ${fixed(ceiling, 1)} of either sign`;
-    return h('div', { class: 'colour-bar', role: 'img', 'aria-label': text },
-        number(-ceiling), bar(map.negative, true), number(-look.threshold),
+    return h(
+        'div',
+        { class: 'colour-bar', role: 'img', 'aria-label': text },
+        number(-ceiling),
+        bar(map.negative, true),
+        number(-look.threshold),
         h('span', { class: 'colour-unit' }, 'z'),
-        number(look.threshold), bar(map.positive, false), number(ceiling));
+        number(look.threshold),
+        bar(map.positive, false),
+        number(ceiling),
+    );
 }

@@ -1,5 +1,10 @@
-import { interpolateBlues, interpolateCividis, interpolateInferno, interpolateViridis, interpolateYlOrBr }
-    from 'd3-scale-chromatic';
+import {
+    interpolateBlues,
+    interpolateCividis,
+    interpolateInferno,
+    interpolateViridis,
+    interpolateYlOrBr,
+} from 'd3-scale-chromatic';
 
 /** Colours for one sign of a map: 256 steps from the threshold to the ceiling, red, green, blue each. */
 export type Lut = Uint8Array;

@@ -13,8 +13,15 @@ export interface Look {
 }
 
 export function defaultLook(threshold: number): Look {
-    return { threshold, ceiling: null, opacity: 0.9, colourMap: 'orange-blue', smooth: true, radiological: false,
-        render: false };
+    return {
+        threshold,
+        ceiling: null,
+        opacity: 0.9,
+        colourMap: 'orange-blue',
+        smooth: true,
+        radiological: false,
+        render: false,
+    };
 }
 
 /** Where the colours end for a map whose large values reach `high`. */

@@ -33,13 +33,20 @@ export function mosaicPositions(grid: Grid, extent: Extent, count: number): numb
     const length = to - from;
     const many = Math.min(count, length + 1);
     return Array.from({ length: many }, (_, i) =>
-        Math.min(grid.body[2].size - 1, Math.round(from + length * (0.12 + (0.8 * (i + 0.5)) / many))));
+        Math.min(grid.body[2].size - 1, Math.round(from + length * (0.12 + (0.8 * (i + 0.5)) / many))),
+    );
 }
 
 /** Draws axial slices of a map over the mean image side by side, from bottom to top, to fill the canvas's width; left and right are marked. */
 export function drawMosaic(
-    canvas: HTMLCanvasElement, run: Run, map: ComponentMap, look: Look, extent: Extent, columns: number,
-    rows: number): void {
+    canvas: HTMLCanvasElement,
+    run: Run,
+    map: ComponentMap,
+    look: Look,
+    extent: Extent,
+    columns: number,
+    rows: number,
+): void {
     const plane = planeOf(run.grid, 'axial', look.radiological);
     const [acrossFrom, acrossTo] = widened(extent[0], plane.across.size);
     const [upFrom, upTo] = widened(extent[1], plane.up.size);
@@ -47,8 +54,10 @@ export function drawMosaic(
     const context = canvas.getContext('2d')!;
     const cellWidth = canvas.width / columns;
     const cellHeight = canvas.height / rows;
-    const scale = Math.min(cellWidth / ((acrossTo - acrossFrom + 1) * plane.across.mm),
-        cellHeight / ((upTo - upFrom + 1) * plane.up.mm));
+    const scale = Math.min(
+        cellWidth / ((acrossTo - acrossFrom + 1) * plane.across.mm),
+        cellHeight / ((upTo - upFrom + 1) * plane.up.mm),
+    );
     const width = (acrossTo - acrossFrom + 1) * plane.across.mm * scale;
     const height = (upTo - upFrom + 1) * plane.up.mm * scale;
     context.fillStyle = '#000';
@@ -62,8 +71,12 @@ export function drawMosaic(
 }
 
 // At the first slice alone: it says it for all.
-function drawSides(context: CanvasRenderingContext2D, marks: { left: string; right: string }, cellWidth: number,
-    cellHeight: number): void {
+function drawSides(
+    context: CanvasRenderingContext2D,
+    marks: { left: string; right: string },
+    cellWidth: number,
+    cellHeight: number,
+): void {
     const size = cellHeight * 0.16;
     context.textAlign = 'left';
     drawSideMark(context, marks.left, size * 0.2, cellHeight / 2, size);

@@ -32,8 +32,15 @@ function niivueColours(lut: Lut): { R: number[]; G: number[]; B: number[]; A: nu
     };
 }
 
-type OpenImage = (data: ArrayBuffer, name: string, colours: string, opacity: number, paired: null, low: number,
-    high: number) => Promise<NVImageType>;
+type OpenImage = (
+    data: ArrayBuffer,
+    name: string,
+    colours: string,
+    opacity: number,
+    paired: null,
+    low: number,
+    high: number,
+) => Promise<NVImageType>;
 interface Location {
     mm: ArrayLike<number>;
     axCorSag: number; // slice type of the plane that was used

@@ -16,8 +16,14 @@ export function planeOf(grid: Grid, name: PlaneName, radiological: boolean): Pla
     const [x, y, z] = grid.body;
     const sides = radiological ? { left: 'R', right: 'L' } : { left: 'L', right: 'R' };
     if (name === 'sagittal') {
-        return { name, across: y, up: z, through: x, mirrored: false,
-            marks: { left: 'P', right: 'A', top: 'S', bottom: 'I' } };
+        return {
+            name,
+            across: y,
+            up: z,
+            through: x,
+            mirrored: false,
+            marks: { left: 'P', right: 'A', top: 'S', bottom: 'I' },
+        };
     }
     const [up, through] = name === 'coronal' ? [z, y] : [y, z];
     const ends = name === 'coronal' ? { top: 'S', bottom: 'I' } : { top: 'A', bottom: 'P' };

@@ -1,5 +1,11 @@
 /** A letter for a side of the body, legible over black and over bright tissue. Aligned as the context says. */
-export function drawSideMark(context: CanvasRenderingContext2D, letter: string, x: number, y: number, size: number): void {
+export function drawSideMark(
+    context: CanvasRenderingContext2D,
+    letter: string,
+    x: number,
+    y: number,
+    size: number,
+): void {
     context.font = `600 ${size}px system-ui, sans-serif`;
     context.textBaseline = 'middle';
     context.lineJoin = 'round';

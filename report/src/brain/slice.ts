@@ -28,7 +28,13 @@ export function acrossAt(plane: Plane, frame: Frame, column: number): number {
 }
 
 export function drawSlice(
-    run: Run, map: ComponentMap, look: Look, plane: Plane, position: number, frame = wholeFrame(plane)): SlicePixels {
+    run: Run,
+    map: ComponentMap,
+    look: Look,
+    plane: Plane,
+    position: number,
+    frame = wholeFrame(plane),
+): SlicePixels {
     const width = frame.acrossTo - frame.acrossFrom + 1;
     const height = frame.upTo - frame.upFrom + 1;
     const grey = new ImageData(width, height);
@@ -76,8 +82,14 @@ function staged(pixels: ImageData, layer: number): HTMLCanvasElement {
 
 /** Draws both pictures of a slice into a rectangle of a canvas. */
 export function paintSlice(
-    context: CanvasRenderingContext2D, pixels: SlicePixels, look: Look, x: number, y: number, width: number,
-    height: number): void {
+    context: CanvasRenderingContext2D,
+    pixels: SlicePixels,
+    look: Look,
+    x: number,
+    y: number,
+    width: number,
+    height: number,
+): void {
     context.imageSmoothingEnabled = look.smooth;
     context.imageSmoothingQuality = 'high';
     context.drawImage(staged(pixels.grey, 0), x, y, width, height);

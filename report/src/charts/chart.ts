@@ -1,15 +1,38 @@
 // Chart.js: line and radar charts from one library, small when only the parts in use are bundled, redrawn without
 // animation in a few milliseconds. Its canvases get their text alternative here.
 import {
-    CategoryScale, Chart, type ChartConfiguration, Filler, Legend, LinearScale, LineController, LineElement,
-    LogarithmicScale, PointElement, RadarController, RadialLinearScale, Tooltip,
+    CategoryScale,
+    Chart,
+    type ChartConfiguration,
+    Filler,
+    Legend,
+    LinearScale,
+    LineController,
+    LineElement,
+    LogarithmicScale,
+    PointElement,
+    RadarController,
+    RadialLinearScale,
+    Tooltip,
 } from 'chart.js';
 import { h } from '../dom';
 import { colour, onThemeChange } from '../theme';
 import { type Area, BAND_AREAS, setAreas } from './band_areas';
 
-Chart.register(BAND_AREAS, CategoryScale, Filler, Legend, LinearScale, LineController, LineElement, LogarithmicScale, PointElement,
-    RadarController, RadialLinearScale, Tooltip);
+Chart.register(
+    BAND_AREAS,
+    CategoryScale,
+    Filler,
+    Legend,
+    LinearScale,
+    LineController,
+    LineElement,
+    LogarithmicScale,
+    PointElement,
+    RadarController,
+    RadialLinearScale,
+    Tooltip,
+);
 Chart.defaults.animation = false;
 Chart.defaults.maintainAspectRatio = false;
 Chart.defaults.font.family = 'system-ui, -apple-system, "Segoe UI", Roboto, sans-serif';
@@ -27,7 +50,10 @@ export class ChartBox {
     private configuration: (() => ChartConfiguration) | null = null;
 
     /** `paper`: width and height in print, in CSS pixels; the style sheet scales what does not fit its panel after all. */
-    constructor(name: string, private readonly paper: [number, number]) {
+    constructor(
+        name: string,
+        private readonly paper: [number, number],
+    ) {
         this.canvas = h('canvas', { role: 'img' });
         this.element = h('div', { class: `chart chart-${name}` }, this.canvas);
         onThemeChange(() => this.draw());

@@ -14,8 +14,12 @@ export function showFingerprint(box: ChartBox, component: Component, other: Comp
     const dataset = (of: Component, name: string): object => ({
         label: of.title,
         data: fingerprintOf(of),
-        borderColor: colour(name), backgroundColor: colour(`${name}-fill`), borderWidth: 2,
-        pointRadius: 2.5, pointBackgroundColor: colour(name), spanGaps: false, // an n/a is no value between its neighbours'
+        borderColor: colour(name),
+        backgroundColor: colour(`${name}-fill`),
+        borderWidth: 2,
+        pointRadius: 2.5,
+        pointBackgroundColor: colour(name),
+        spanGaps: false, // an n/a is no value between its neighbours'
     });
     const values = FINGERPRINT.map((metric, i) => `${metric.short} ${short(fingerprintOf(component)[i])}`).join(', ');
     box.show(`Fingerprint of ${component.title}: ${values}`, () => ({
@@ -27,7 +31,8 @@ export function showFingerprint(box: ChartBox, component: Component, other: Comp
         options: {
             scales: {
                 r: {
-                    min: 0, max: 1,
+                    min: 0,
+                    max: 1,
                     ticks: { stepSize: 0.5, color: colour('muted'), backdropColor: 'transparent', font: { size: 10 } },
                     grid: { color: colour('line') },
                     angleLines: { color: colour('line') },

@@ -11,8 +11,9 @@ export function drawSparkline(canvas: HTMLCanvasElement, values: number[], behin
         context.lineWidth = lineWidth;
         context.lineJoin = 'round';
         context.beginPath();
-        curveValues.forEach((value, t) => context.lineTo(
-            (t / (curveValues.length - 1)) * width, height - pad - value * (height - 2 * pad)));
+        curveValues.forEach((value, t) =>
+            context.lineTo((t / (curveValues.length - 1)) * width, height - pad - value * (height - 2 * pad)),
+        );
         context.stroke();
     };
     const ratio = window.devicePixelRatio || 1;

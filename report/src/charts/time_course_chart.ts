@@ -26,11 +26,19 @@ export function showTimeCourse(box: ChartBox, run: Run, component: Component, ot
     const predictor = match && scaledPredictor(match);
     const seconds = (component.timeCourse.length - 1) * run.trSeconds;
     const line = (curve: Curve, name: string, width: number, dash: number[] = []): object => ({
-        label: curve.label, data: points(curve.values), borderColor: colour(name), borderWidth: width, borderDash: dash,
-        pointRadius: 0, pointHitRadius: 6, tension: 0,
+        label: curve.label,
+        data: points(curve.values),
+        borderColor: colour(name),
+        borderWidth: width,
+        borderDash: dash,
+        pointRadius: 0,
+        pointHitRadius: 6,
+        tension: 0,
     });
-    const text = `Time course of ${component.title} over ${seconds.toFixed(0)} seconds`
-        + (predictor ? `, with the predictor ${predictor.label}` : '') + (other ? `, and of ${other.title}` : '');
+    const text =
+        `Time course of ${component.title} over ${seconds.toFixed(0)} seconds`
+        + (predictor ? `, with the predictor ${predictor.label}` : '')
+        + (other ? `, and of ${other.title}` : '');
     box.show(text, () => ({
         type: 'line',
         data: {

@@ -9,13 +9,17 @@ export function toMm(affine: Affine, voxel: Vector): Vector {
 /** The voxel nearest to a place in millimetres; it may lie outside of the grid. */
 export function toVoxel(affine: Affine, mm: Vector): Vector {
     const [a, b, c] = affine;
-    const cross = (p: number[], q: number[]): Vector =>
-        [p[1] * q[2] - p[2] * q[1], p[2] * q[0] - p[0] * q[2], p[0] * q[1] - p[1] * q[0]];
+    const cross = (p: number[], q: number[]): Vector => [
+        p[1] * q[2] - p[2] * q[1],
+        p[2] * q[0] - p[0] * q[2],
+        p[0] * q[1] - p[1] * q[0],
+    ];
     const columns = [cross(b, c), cross(c, a), cross(a, b)]; // of the inverse, times the determinant
     const determinant = a[0] * columns[0][0] + a[1] * columns[0][1] + a[2] * columns[0][2];
     const from = affine.map((row, i) => mm[i] - row[3]);
-    return [0, 1, 2].map((axis) => Math.round(
-        columns.reduce((sum, column, i) => sum + column[axis] * from[i], 0) / determinant)) as Vector;
+    return [0, 1, 2].map((axis) =>
+        Math.round(columns.reduce((sum, column, i) => sum + column[axis] * from[i], 0) / determinant),
+    ) as Vector;
 }
 
 /** Length of a voxel's edge along each voxel axis, in millimetres. */

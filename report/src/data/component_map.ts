@@ -53,13 +53,19 @@ function describe(values: Int16Array, decimals: number): ComponentMap {
 export class ComponentMaps {
     private readonly kept = new Map<number, Promise<ComponentMap>>();
 
-    constructor(private readonly decimals: number[], private readonly limit = 24) {}
+    constructor(
+        private readonly decimals: number[],
+        private readonly limit = 24,
+    ) {}
 
     get(component: number): Promise<ComponentMap> {
         const known = this.kept.get(component);
         this.kept.delete(component); // goes to the end: the order of the keys is the order of use
-        const map = known ?? blocks.bytes(`map-${component}`).then(
-            (bytes) => describe(unpackDifferences(bytes), this.decimals[component]));
+        const map =
+            known
+            ?? blocks
+                .bytes(`map-${component}`)
+                .then((bytes) => describe(unpackDifferences(bytes), this.decimals[component]));
         this.kept.set(component, map);
         if (this.kept.size > this.limit) this.kept.delete(this.kept.keys().next().value!);
         return map;

@@ -5,7 +5,10 @@ export interface Table {
 }
 
 export function parseTable(text: string): Table {
-    const lines = text.replace(/^\uFEFF/, '').split(/\r?\n/).filter((line) => line !== '');
+    const lines = text
+        .replace(/^\uFEFF/, '')
+        .split(/\r?\n/)
+        .filter((line) => line !== '');
     const [header = '', ...rest] = lines;
     return { columns: header.split('\t'), rows: rest.map((line) => line.split('\t')) };
 }

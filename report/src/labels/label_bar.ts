@@ -16,8 +16,11 @@ export function labelBar(run: Run, labels: Labels): HTMLElement {
     const counts = h('span', { class: 'label-counts' });
     const message = h('span', { class: 'label-message', role: 'status' });
     const refresh = (): void => {
-        counts.replaceChildren(...LABELS.map(({ label, sign, title }) =>
-            h('span', { class: `chip chip-${label}` }, `${sign} ${labels.count(label)} ${title.toLowerCase()}`)));
+        counts.replaceChildren(
+            ...LABELS.map(({ label, sign, title }) =>
+                h('span', { class: `chip chip-${label}` }, `${sign} ${labels.count(label)} ${title.toLowerCase()}`),
+            ),
+        );
     };
     const read = async (file: File): Promise<void> => {
         try {
@@ -28,22 +31,44 @@ export function labelBar(run: Run, labels: Labels): HTMLElement {
             message.textContent = (error as Error).message;
         }
     };
-    const picker = h('input', { type: 'file', accept: '.tsv,.txt', class: 'visually-hidden', tabindex: -1,
-        'aria-label': 'Labels file', onchange: () => {
+    const picker = h('input', {
+        type: 'file',
+        accept: '.tsv,.txt',
+        class: 'visually-hidden',
+        tabindex: -1,
+        'aria-label': 'Labels file',
+        onchange: () => {
             const file = picker.files?.[0];
             picker.value = ''; // the same file can be read again
             if (file) void read(file);
-        } });
+        },
+    });
     const name = `${run.name}_desc-ICA_labels.tsv`;
     labels.onChange(refresh);
     refresh();
-    return h('div', { class: 'label-bar' },
+    return h(
+        'div',
+        { class: 'label-bar' },
         counts,
-        h('button', { type: 'button', class: 'button', title: `Save ${name}`, 'data-action': 'export-labels',
-            onclick: () => download(name, labelsTable(components, labels)) }, 'Export labels'),
-        h('button', { type: 'button', class: 'button', title: 'Read a labels file', onclick: () => picker.click() },
-            'Import labels'),
+        h(
+            'button',
+            {
+                type: 'button',
+                class: 'button',
+                title: `Save ${name}`,
+                'data-action': 'export-labels',
+                onclick: () => download(name, labelsTable(components, labels)),
+            },
+            'Export labels',
+        ),
+        h(
+            'button',
+            { type: 'button', class: 'button', title: 'Read a labels file', onclick: () => picker.click() },
+            'Import labels',
+        ),
         picker,
         message,
-        !labels.kept && h('span', { class: 'label-message' }, 'This browser keeps no data for files: export your labels.'));
+        !labels.kept
+            && h('span', { class: 'label-message' }, 'This browser keeps no data for files: export your labels.'),
+    );
 }

@@ -4,9 +4,19 @@ import { LABELS, type Labels } from './labels';
 /** The three labels as buttons for the component that `current` names; returns the element and how to refresh it. */
 export function labelButtons(labels: Labels, current: () => string): { element: HTMLElement; refresh: () => void } {
     const buttons = LABELS.map(({ label, key, sign, title }) =>
-        h('button', { type: 'button', class: `label-button label-${label}`, 'aria-keyshortcuts': key,
-            title: `${title} (key ${key.toUpperCase()})`, onclick: () => labels.toggle(current(), label) },
-        h('span', { class: 'label-sign', 'aria-hidden': 'true' }, sign), title));
+        h(
+            'button',
+            {
+                type: 'button',
+                class: `label-button label-${label}`,
+                'aria-keyshortcuts': key,
+                title: `${title} (key ${key.toUpperCase()})`,
+                onclick: () => labels.toggle(current(), label),
+            },
+            h('span', { class: 'label-sign', 'aria-hidden': 'true' }, sign),
+            title,
+        ),
+    );
     const refresh = (): void => {
         const set = labels.get(current()).label;
         LABELS.forEach(({ label }, i) => buttons[i].setAttribute('aria-pressed', String(label === set)));

@@ -29,11 +29,15 @@ export class Labels {
     private readonly listeners = new Set<() => void>();
 
     /** `initial`: every component of the run with its label in the metrics table. */
-    constructor(runId: string, private readonly initial: Map<string, Label | null>) {
+    constructor(
+        runId: string,
+        private readonly initial: Map<string, Label | null>,
+    ) {
         this.key = `znica-report-labels-${runId}`;
         this.read();
         this.write(); // tells whether the browser keeps anything
-        addEventListener('storage', ({ key }) => { // the report is open in another tab as well
+        addEventListener('storage', ({ key }) => {
+            // the report is open in another tab as well
             if (key !== this.key && key !== null) return;
             this.read();
             this.tell();
@@ -84,7 +88,9 @@ export class Labels {
     private read(): void {
         if (!this.kept) return;
         try {
-            this.entries = new Map(Object.entries(JSON.parse(localStorage.getItem(this.key) ?? '{}') as Record<string, Entry>));
+            this.entries = new Map(
+                Object.entries(JSON.parse(localStorage.getItem(this.key) ?? '{}') as Record<string, Entry>),
+            );
         } catch {
             this.kept = false;
         }

@@ -35,12 +35,14 @@ export function readLabelsTable(text: string, components: string[]): [string, Pa
     return table.rows.map((row): [string, Partial<Entry>] => {
         const cell = (column: string): string => (row[at(column)] ?? '').trim();
         const component = cell('component');
-        if (!known.has(component)) throw new Error(`This run has no component "${component}"; is it another run's file?`);
+        if (!known.has(component))
+            throw new Error(`This run has no component "${component}"; is it another run's file?`);
         const said: Partial<Entry> = {};
         const word = cell('classification');
         const label = labelNamed(word);
         if (label) said.label = label;
-        else if (!isNothing(word)) throw new Error(`"${word}" is none of signal, noise, unsure and n/a (${component}).`);
+        else if (!isNothing(word))
+            throw new Error(`"${word}" is none of signal, noise, unsure and n/a (${component}).`);
         if (!isNothing(cell('note'))) said.note = cell('note').replace(/\s+/g, ' ');
         return [component, said];
     });

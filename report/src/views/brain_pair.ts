@@ -19,7 +19,10 @@ export class BrainPair {
     private activePlane: PlaneName = 'axial';
     private redraw = 0;
 
-    constructor(private readonly run: Run, private readonly look: Look) {
+    constructor(
+        private readonly run: Run,
+        private readonly look: Look,
+    ) {
         this.first = this.addPanel();
     }
 
@@ -30,7 +33,9 @@ export class BrainPair {
         if (compared) this.second ??= this.addPanel();
         if (this.second) this.second.element.hidden = compared === null;
         this.element.classList.toggle('brains-two', compared !== null);
-        const [map, other] = await Promise.all([component, compared].map((shown) => shown && this.run.maps.get(shown.index)));
+        const [map, other] = await Promise.all(
+            [component, compared].map((shown) => shown && this.run.maps.get(shown.index)),
+        );
         // Maps may be unpacked in another order than they were asked for: only what is wanted now is drawn.
         if (!map || component !== this.component || compared !== this.compared) return;
         this.high = Math.max(map.high, other?.high ?? 0);

@@ -25,8 +25,13 @@ export class BrainPanel {
     private voxel: Vector = [0, 0, 0];
 
     constructor(private readonly run: Run) {
-        this.element = h('div', { class: 'brain' }, this.title, this.place,
-            h('div', { class: 'brain-foot' }, this.readout, this.bar));
+        this.element = h(
+            'div',
+            { class: 'brain' },
+            this.title,
+            this.place,
+            h('div', { class: 'brain-foot' }, this.readout, this.bar),
+        );
     }
 
     /** Draws the map of a component with the crosshair at a voxel. */
@@ -66,8 +71,11 @@ export class BrainPanel {
 
     private readOut(): void {
         if (!this.map) return;
-        this.place.setAttribute('aria-label', `${this.title.textContent}: three planes through voxel ${this.voxel.join(', ')}, `
-            + `z ${valueText(this.run, this.map, this.voxel)}`);
+        this.place.setAttribute(
+            'aria-label',
+            `${this.title.textContent}: three planes through voxel ${this.voxel.join(', ')}, `
+                + `z ${valueText(this.run, this.map, this.voxel)}`,
+        );
         this.readout.replaceChildren(crosshairReadout(this.run, this.map, this.voxel, () => this.onPeak()));
     }
 }

@@ -16,8 +16,11 @@ const MOSAIC_COLUMNS = 5;
 const MOSAIC_ROWS = 2;
 
 function predictorText({ predictor: { name }, strength, against }: PredictorMatch): HTMLElement {
-    return h('span', { class: 'card-predictor', title: `Best-matching predictor${against ? ', runs against it' : ''}` },
-        `${name} |r| ${strength.toFixed(2)}`);
+    return h(
+        'span',
+        { class: 'card-predictor', title: `Best-matching predictor${against ? ', runs against it' : ''}` },
+        `${name} |r| ${strength.toFixed(2)}`,
+    );
 }
 
 /** One component in the gallery. Its pictures are drawn when it comes into sight. */
@@ -32,22 +35,36 @@ export class Card {
     private readonly note = h('p', { class: 'card-note' });
     private readonly value = h('span', { class: 'card-value' });
 
-    constructor(private readonly run: Run, readonly component: Component, private readonly labels: Labels) {
+    constructor(
+        private readonly run: Run,
+        readonly component: Component,
+        private readonly labels: Labels,
+    ) {
         const { name, title } = component;
         const match = predictorMatch(run, component);
         this.match = match && !isWeak(match) ? match : null;
-        this.mosaic.setAttribute('aria-label', `Map of ${title}, ten axial slices; values of z from `
-            + `${fixed(component.lowest, 1)} to ${fixed(component.highest, 1)}`);
+        this.mosaic.setAttribute(
+            'aria-label',
+            `Map of ${title}, ten axial slices; values of z from `
+                + `${fixed(component.lowest, 1)} to ${fixed(component.highest, 1)}`,
+        );
         this.course.setAttribute('aria-label', `Time course of ${title}`);
         this.glyph.setAttribute('aria-label', `Fingerprint of ${title}`);
-        this.element = h('article', { class: 'card', 'data-component': name },
-            h('header', { class: 'card-head' },
+        this.element = h(
+            'article',
+            { class: 'card', 'data-component': name },
+            h(
+                'header',
+                { class: 'card-head' },
                 h('h3', {}, h('a', { href: `#/component/${name}`, class: 'card-link' }, title)),
-                h('span', { class: 'card-name' }, name), this.label),
+                h('span', { class: 'card-name' }, name),
+                this.label,
+            ),
             this.mosaic,
             h('div', { class: 'card-charts' }, this.course, this.glyph),
-            h('footer', { class: 'card-foot' }, this.value,
-                this.match && predictorText(this.match)), this.note);
+            h('footer', { class: 'card-foot' }, this.value, this.match && predictorText(this.match)),
+            this.note,
+        );
         this.refreshLabel();
     }
 
@@ -103,7 +120,8 @@ export class Card {
         this.drawn = true;
         this.drawCurves();
         const map = await this.run.maps.get(this.component.index);
-        if (!this.hasPlace()) { // the reader went to another view meanwhile
+        if (!this.hasPlace()) {
+            // the reader went to another view meanwhile
             this.drawn = false;
             return;
         }

@@ -16,25 +16,68 @@ export class ComponentHead {
     private readonly compare: HTMLSelectElement;
     private readonly buttons: { element: HTMLElement; refresh: () => void };
 
-    constructor(run: Run, private readonly labels: Labels) {
+    constructor(
+        run: Run,
+        private readonly labels: Labels,
+    ) {
         this.component = run.components[0];
         this.buttons = labelButtons(labels, () => this.component.name);
-        this.note = h('input', { type: 'text', id: 'note', class: 'note', placeholder: 'Note', 'aria-label': 'Note',
-            oninput: () => labels.setNote(this.component.name, this.note.value) });
-        this.compare = h('select', { id: 'compare', onchange: () => {
-            this.onCompare(this.compare.value === '' ? null : run.components[Number(this.compare.value)]);
-        } }, h('option', { value: '' }, 'Compare with \u2026'),
-        ...run.components.map((component) => h('option', { value: component.index }, `Beside ${component.title}`)));
+        this.note = h('input', {
+            type: 'text',
+            id: 'note',
+            class: 'note',
+            placeholder: 'Note',
+            'aria-label': 'Note',
+            oninput: () => labels.setNote(this.component.name, this.note.value),
+        });
+        this.compare = h(
+            'select',
+            {
+                id: 'compare',
+                onchange: () => {
+                    this.onCompare(this.compare.value === '' ? null : run.components[Number(this.compare.value)]);
+                },
+            },
+            h('option', { value: '' }, 'Compare with \u2026'),
+            ...run.components.map((component) => h('option', { value: component.index }, `Beside ${component.title}`)),
+        );
         this.compare.setAttribute('aria-label', 'Compare with another component');
-        this.element = h('div', { class: 'component-head' },
+        this.element = h(
+            'div',
+            { class: 'component-head' },
             h('a', { class: 'button', href: '#/' }, '\u2190 All components'),
-            h('div', { class: 'component-step' },
-                h('button', { type: 'button', class: 'button button-icon', 'aria-label': 'Previous component',
-                    title: 'Left arrow', onclick: () => this.onStep(-1) }, '\u2039'),
+            h(
+                'div',
+                { class: 'component-step' },
+                h(
+                    'button',
+                    {
+                        type: 'button',
+                        class: 'button button-icon',
+                        'aria-label': 'Previous component',
+                        title: 'Left arrow',
+                        onclick: () => this.onStep(-1),
+                    },
+                    '\u2039',
+                ),
                 h('div', { class: 'component-title' }, this.title, this.name),
-                h('button', { type: 'button', class: 'button button-icon', 'aria-label': 'Next component',
-                    title: 'Right arrow', onclick: () => this.onStep(1) }, '\u203a')),
-            this.buttons.element, this.note, this.noteText, this.compare);
+                h(
+                    'button',
+                    {
+                        type: 'button',
+                        class: 'button button-icon',
+                        'aria-label': 'Next component',
+                        title: 'Right arrow',
+                        onclick: () => this.onStep(1),
+                    },
+                    '\u203a',
+                ),
+            ),
+            this.buttons.element,
+            this.note,
+            this.noteText,
+            this.compare,
+        );
         labels.onChange(() => this.showNote());
     }
 

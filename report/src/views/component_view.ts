@@ -29,8 +29,13 @@ export class ComponentView implements View {
     private position = 0; // in the gallery's order, where the component last stood
 
     /** `neighbours`: the components in the gallery's order; `open`: goes to another one. */
-    constructor(private readonly run: Run, private readonly labels: Labels, look: Look,
-        private readonly neighbours: () => Component[], private readonly open: (component: Component) => void) {
+    constructor(
+        private readonly run: Run,
+        private readonly labels: Labels,
+        look: Look,
+        private readonly neighbours: () => Component[],
+        private readonly open: (component: Component) => void,
+    ) {
         const highest = Math.max(...run.components.map((c) => Math.max(Math.abs(c.lowest), Math.abs(c.highest))));
         this.head = new ComponentHead(run, labels);
         this.head.onStep = (by) => this.step(by);
@@ -42,19 +47,37 @@ export class ComponentView implements View {
         this.controls = lookControls(look, highest, () => this.brains.lookChanged());
         const figure = (title: string, ...content: HTMLElement[]): HTMLElement =>
             h('figure', { class: 'panel' }, h('figcaption', {}, title), ...content);
-        this.element = h('main', { class: 'view component' },
+        this.element = h(
+            'main',
+            { class: 'view component' },
             this.head.element,
-            h('section', { class: 'panel brain-panel', 'aria-label': 'Map' }, this.brains.element,
+            h(
+                'section',
+                { class: 'panel brain-panel', 'aria-label': 'Map' },
+                this.brains.element,
                 this.controls.element,
-                h('p', { class: 'chart-note sign-note' },
-                    'The sign of a component is arbitrary: only map and time course together have a meaning.')),
-            h('div', { class: 'component-side' },
-                figure('Fingerprint', this.fingerprint.element, this.tables)),
-            h('div', { class: 'component-charts' },
+                h(
+                    'p',
+                    { class: 'chart-note sign-note' },
+                    'The sign of a component is arbitrary: only map and time course together have a meaning.',
+                ),
+            ),
+            h('div', { class: 'component-side' }, figure('Fingerprint', this.fingerprint.element, this.tables)),
+            h(
+                'div',
+                { class: 'component-charts' },
                 figure('Time course', this.course.element),
-                figure('Power spectrum', this.spectrum.element, this.spectrumNote)),
-            h('p', { class: 'keys' }, 'Keys: ', ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'P peak']
-                .map((text) => h('kbd', {}, text))));
+                figure('Power spectrum', this.spectrum.element, this.spectrumNote),
+            ),
+            h(
+                'p',
+                { class: 'keys' },
+                'Keys: ',
+                ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'P peak'].map((text) =>
+                    h('kbd', {}, text),
+                ),
+            ),
+        );
     }
 
     /** Shows a component; resolves when everything is drawn. */
@@ -90,8 +113,13 @@ export class ComponentView implements View {
         if (!component) return;
         const compared = this.chosen === component ? null : this.chosen; // on the way through the others it may be itself
         showTimeCourse(this.course, run, component, compared);
-        this.spectrumNote.textContent =
-            showSpectrum(this.spectrum, bandsFor(run.trSeconds), run.trSeconds, component, compared);
+        this.spectrumNote.textContent = showSpectrum(
+            this.spectrum,
+            bandsFor(run.trSeconds),
+            run.trSeconds,
+            component,
+            compared,
+        );
         showFingerprint(this.fingerprint, component, compared);
         const shown = compared ? [component, compared] : [component];
         this.tables.replaceChildren(fingerprintTable(run, shown), matchTable(run, shown));

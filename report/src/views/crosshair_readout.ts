@@ -17,10 +17,20 @@ export function crosshairReadout(run: Run, map: ComponentMap, voxel: Vector, pea
     const mm = toMm(run.grid.affine, voxel).map((value) => fixed(value, 1));
     const field = (name: string, value: string, id: string): HTMLElement =>
         h('div', { class: 'readout-field' }, h('dt', {}, name), h('dd', { 'data-readout': id }, value));
-    return h('div', { class: 'readout' },
-        h('dl', { 'aria-live': 'polite' },
+    return h(
+        'div',
+        { class: 'readout' },
+        h(
+            'dl',
+            { 'aria-live': 'polite' },
             field('Position (mm)', `x ${mm[0]}  y ${mm[1]}  z ${mm[2]}`, 'mm'),
             field('Voxel (from 0)', voxel.join(', '), 'voxel'),
-            field('Map value (z)', valueText(run, map, voxel), 'value')),
-        h('button', { type: 'button', class: 'button', 'data-action': 'peak', onclick: peak, title: 'Key P' }, 'Go to peak'));
+            field('Map value (z)', valueText(run, map, voxel), 'value'),
+        ),
+        h(
+            'button',
+            { type: 'button', class: 'button', 'data-action': 'peak', onclick: peak, title: 'Key P' },
+            'Go to peak',
+        ),
+    );
 }

@@ -10,7 +10,10 @@ export class DrawQueue {
     private rest: Card[] = [];
     private running = false;
 
-    constructor(private readonly draw: (card: Card) => Promise<void>, private readonly whenSeenDrawn: () => void) {}
+    constructor(
+        private readonly draw: (card: Card) => Promise<void>,
+        private readonly whenSeenDrawn: () => void,
+    ) {}
 
     inSight(card: Card): void {
         if (!card.drawn && !this.seen.includes(card)) this.seen.push(card);

@@ -30,20 +30,28 @@ export class Gallery {
     private readonly legend = h('p', { class: 'gallery-legend' });
 
     /** `look`: of the reader's; the cards follow only the side that the left is on, and stay comparable in the rest. */
-    constructor(run: Run, labels: Labels, private readonly look: Look, whenSeenDrawn: () => void) {
+    constructor(
+        run: Run,
+        labels: Labels,
+        private readonly look: Look,
+        whenSeenDrawn: () => void,
+    ) {
         this.own = defaultLook(look.threshold);
         const extent = extentOfMask(run);
         this.cards = run.components.map((component) => new Card(run, component, labels));
         this.shown = this.cards;
         this.queue = new DrawQueue((card) => card.draw(this.own, extent), whenSeenDrawn);
-        const observer = new IntersectionObserver((entries) => {
-            for (const { target, isIntersecting } of entries) {
-                const card = this.cards.find((candidate) => candidate.element === target)!;
-                if (isIntersecting) this.queue.inSight(card);
-                else this.queue.outOfSight(card);
-            }
-            this.queue.start();
-        }, { rootMargin: '200px' });
+        const observer = new IntersectionObserver(
+            (entries) => {
+                for (const { target, isIntersecting } of entries) {
+                    const card = this.cards.find((candidate) => candidate.element === target)!;
+                    if (isIntersecting) this.queue.inSight(card);
+                    else this.queue.outOfSight(card);
+                }
+                this.queue.start();
+            },
+            { rootMargin: '200px' },
+        );
         for (const card of this.cards) observer.observe(card.element);
         this.queue.later(this.cards);
 
@@ -54,10 +62,20 @@ export class Gallery {
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
         this.sides = lookSwitch(look, 'radiological', 'Left on the right', () => this.turn());
         this.describe();
-        this.element = h('section', { class: 'gallery', 'aria-labelledby': 'gallery-title' },
+        this.element = h(
+            'section',
+            { class: 'gallery', 'aria-labelledby': 'gallery-title' },
             h('div', { class: 'gallery-head' }, h('h2', { id: 'gallery-title' }, 'Components'), labelBar(run, labels)),
-            galleryControls(run.components, this.selection, this.count, () => this.refresh(run, labels), this.sides.element),
-            this.legend, this.grid);
+            galleryControls(
+                run.components,
+                this.selection,
+                this.count,
+                () => this.refresh(run, labels),
+                this.sides.element,
+            ),
+            this.legend,
+            this.grid,
+        );
         this.refresh(run, labels);
     }
 
@@ -79,7 +97,8 @@ export class Gallery {
     }
 
     private describe(): void {
-        this.legend.textContent = `Axial slices from bottom to top; in colour where |z| > ${short(this.own.threshold)}, up to the large values `
+        this.legend.textContent =
+            `Axial slices from bottom to top; in colour where |z| > ${short(this.own.threshold)}, up to the large values `
             + `of each map; left is ${this.own.radiological ? 'on the right' : 'left'}.`;
     }
 
@@ -89,8 +108,10 @@ export class Gallery {
         for (const card of this.cards) card.showValue(sort);
         this.grid.replaceChildren(...this.shown.map((card) => card.element));
         const all = this.cards.length;
-        this.count.textContent = this.shown.length === all
-            ? plural(all, 'component') : `${this.shown.length} of ${plural(all, 'component')}`;
+        this.count.textContent =
+            this.shown.length === all
+                ? plural(all, 'component')
+                : `${this.shown.length} of ${plural(all, 'component')}`;
         if (this.shown.length === 0) this.grid.append(h('p', { class: 'empty' }, 'No component passes these filters.'));
     }
 }

@@ -9,48 +9,99 @@ function options(list: { value: string; title: string }[]): HTMLOptionElement[] 
 }
 
 function filterRow(filter: Filter, changed: () => void, removed: () => void): HTMLElement {
-    const metric = h('select', { 'aria-label': 'Parameter to filter by', onchange: () => {
-        filter.metric = Number(metric.value);
-        changed();
-    } }, ...options(METRICS.map((entry, i) => ({ value: String(i), title: entry.title }))));
+    const metric = h(
+        'select',
+        {
+            'aria-label': 'Parameter to filter by',
+            onchange: () => {
+                filter.metric = Number(metric.value);
+                changed();
+            },
+        },
+        ...options(METRICS.map((entry, i) => ({ value: String(i), title: entry.title }))),
+    );
     metric.value = String(filter.metric);
     const limit = (name: string, set: (value: number | null) => void): HTMLInputElement => {
-        const input = h('input', { type: 'number', step: '0.05', 'aria-label': name, placeholder: name, oninput: () => {
-            set(input.value === '' ? null : Number(input.value));
-            changed();
-        } });
+        const input = h('input', {
+            type: 'number',
+            step: '0.05',
+            'aria-label': name,
+            placeholder: name,
+            oninput: () => {
+                set(input.value === '' ? null : Number(input.value));
+                changed();
+            },
+        });
         return input;
     };
-    return h('div', { class: 'filter' }, metric,
-        limit('at least', (value) => { filter.least = value ?? -Infinity; }),
-        limit('at most', (value) => { filter.most = value ?? Infinity; }),
-        h('button', { type: 'button', class: 'button button-icon', 'aria-label': 'Remove this filter', onclick: removed },
-            '\u2715'));
+    return h(
+        'div',
+        { class: 'filter' },
+        metric,
+        limit('at least', (value) => {
+            filter.least = value ?? -Infinity;
+        }),
+        limit('at most', (value) => {
+            filter.most = value ?? Infinity;
+        }),
+        h(
+            'button',
+            { type: 'button', class: 'button button-icon', 'aria-label': 'Remove this filter', onclick: removed },
+            '\u2715',
+        ),
+    );
 }
 
 /** Sorting and filters of the gallery, beside the switch for its `sides`; calls back after every change of the selection. */
-export function galleryControls(components: Component[], selection: Selection, count: HTMLElement,
-    changed: () => void, sides: HTMLElement): HTMLElement {
-    const sort = h('select', { id: 'sort', onchange: () => {
-        selection.sort = sortKey(sort.value);
-        changed();
-    } }, ...options(sortOptions(components)));
-    const direction = h('button', { type: 'button', class: 'button button-icon', id: 'direction', onclick: () => {
-        selection.falling = !selection.falling;
-        describe();
-        changed();
-    } });
+export function galleryControls(
+    components: Component[],
+    selection: Selection,
+    count: HTMLElement,
+    changed: () => void,
+    sides: HTMLElement,
+): HTMLElement {
+    const sort = h(
+        'select',
+        {
+            id: 'sort',
+            onchange: () => {
+                selection.sort = sortKey(sort.value);
+                changed();
+            },
+        },
+        ...options(sortOptions(components)),
+    );
+    const direction = h('button', {
+        type: 'button',
+        class: 'button button-icon',
+        id: 'direction',
+        onclick: () => {
+            selection.falling = !selection.falling;
+            describe();
+            changed();
+        },
+    });
     const describe = (): void => {
         direction.textContent = selection.falling ? '\u2193' : '\u2191';
         direction.setAttribute('aria-label', selection.falling ? 'Largest first' : 'Smallest first');
         direction.title = selection.falling ? 'Largest first' : 'Smallest first';
     };
-    const label = h('select', { id: 'label-filter', 'aria-label': 'Show labels', onchange: () => {
-        selection.label = label.value as Selection['label'];
-        changed();
-    } }, ...options([{ value: 'all', title: 'All labels' },
-        ...LABELS.map((entry) => ({ value: entry.label, title: `${entry.title} only` })),
-        { value: 'none', title: 'Without a label' }]));
+    const label = h(
+        'select',
+        {
+            id: 'label-filter',
+            'aria-label': 'Show labels',
+            onchange: () => {
+                selection.label = label.value as Selection['label'];
+                changed();
+            },
+        },
+        ...options([
+            { value: 'all', title: 'All labels' },
+            ...LABELS.map((entry) => ({ value: entry.label, title: `${entry.title} only` })),
+            { value: 'none', title: 'Without a label' },
+        ]),
+    );
     const filters = h('div', { class: 'filters' });
     const add = (): void => {
         const filter: Filter = { metric: 5, least: -Infinity, most: Infinity };
@@ -64,10 +115,18 @@ export function galleryControls(components: Component[], selection: Selection, c
         row.querySelector('select')?.focus();
     };
     describe();
-    return h('div', { class: 'gallery-controls' },
+    return h(
+        'div',
+        { class: 'gallery-controls' },
         h('div', { class: 'control' }, h('label', { for: 'sort' }, 'Sort by'), sort, direction),
         h('div', { class: 'control' }, label),
-        h('div', { class: 'control' },
-            h('button', { type: 'button', class: 'button', id: 'add-filter', onclick: add }, '+ Filter')),
-        filters, sides, count);
+        h(
+            'div',
+            { class: 'control' },
+            h('button', { type: 'button', class: 'button', id: 'add-filter', onclick: add }, '+ Filter'),
+        ),
+        filters,
+        sides,
+        count,
+    );
 }

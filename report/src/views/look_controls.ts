@@ -4,36 +4,83 @@ import { h } from '../dom';
 import { lookSwitch } from './look_switch';
 
 /** Threshold, ceiling, opacity and colours of the maps; calls back with every movement of a slider. `refresh`: after changes from elsewhere. */
-export function lookControls(look: Look, highest: number, changed: () => void): { element: HTMLElement; refresh: () => void } {
-    const slider = (id: string, title: string, min: number, max: number, step: number, value: number,
-        set: (value: number) => void): HTMLElement => {
+export function lookControls(
+    look: Look,
+    highest: number,
+    changed: () => void,
+): { element: HTMLElement; refresh: () => void } {
+    const slider = (
+        id: string,
+        title: string,
+        min: number,
+        max: number,
+        step: number,
+        value: number,
+        set: (value: number) => void,
+    ): HTMLElement => {
         const output = h('output', { for: id }, value.toFixed(step < 0.1 ? 2 : 1));
-        const input = h('input', { type: 'range', id, min, max, step, value, oninput: () => {
-            output.textContent = input.valueAsNumber.toFixed(step < 0.1 ? 2 : 1);
-            set(input.valueAsNumber);
-            changed();
-        } });
+        const input = h('input', {
+            type: 'range',
+            id,
+            min,
+            max,
+            step,
+            value,
+            oninput: () => {
+                output.textContent = input.valueAsNumber.toFixed(step < 0.1 ? 2 : 1);
+                set(input.valueAsNumber);
+                changed();
+            },
+        });
         return h('div', { class: 'slider' }, h('label', { for: id }, title), input, output);
     };
-    const colours = h('select', { id: 'colour-map', onchange: () => {
-        look.colourMap = colours.value;
-        changed();
-    } }, ...COLOUR_MAPS.map((map) => h('option', { value: map.id }, map.title)));
-    const ceiling = h('input', { type: 'number', id: 'ceiling', min: 0, step: 0.5, placeholder: 'auto', oninput: () => {
-        look.ceiling = ceiling.value === '' ? null : ceiling.valueAsNumber;
-        changed();
-    } });
+    const colours = h(
+        'select',
+        {
+            id: 'colour-map',
+            onchange: () => {
+                look.colourMap = colours.value;
+                changed();
+            },
+        },
+        ...COLOUR_MAPS.map((map) => h('option', { value: map.id }, map.title)),
+    );
+    const ceiling = h('input', {
+        type: 'number',
+        id: 'ceiling',
+        min: 0,
+        step: 0.5,
+        placeholder: 'auto',
+        oninput: () => {
+            look.ceiling = ceiling.value === '' ? null : ceiling.valueAsNumber;
+            changed();
+        },
+    });
     const switches = [
         lookSwitch(look, 'smooth', 'Smooth', changed),
         lookSwitch(look, 'radiological', 'Left on the right', changed),
         lookSwitch(look, 'render', '3D', changed),
     ];
-    const element = h('div', { class: 'look-controls' },
-        slider('threshold', 'Threshold |z|', 0, Math.max(look.threshold, Math.min(15, Math.max(5, Math.ceil(highest)))), 0.1, look.threshold,
-            (value) => { look.threshold = value; }),
-        slider('opacity', 'Opacity', 0, 1, 0.05, look.opacity, (value) => { look.opacity = value; }),
+    const element = h(
+        'div',
+        { class: 'look-controls' },
+        slider(
+            'threshold',
+            'Threshold |z|',
+            0,
+            Math.max(look.threshold, Math.min(15, Math.max(5, Math.ceil(highest)))),
+            0.1,
+            look.threshold,
+            (value) => {
+                look.threshold = value;
+            },
+        ),
+        slider('opacity', 'Opacity', 0, 1, 0.05, look.opacity, (value) => {
+            look.opacity = value;
+        }),
         h('div', { class: 'control' }, h('label', { for: 'ceiling' }, 'Colours up to |z|'), ceiling),
         h('div', { class: 'control' }, h('label', { for: 'colour-map' }, 'Colours'), colours),
-        ...switches.map((each) => each.element));
+        ...switches.map((each) => each.element),
+    );
     return { element, refresh: () => switches.forEach((each) => each.refresh()) };
 }

@@ -2,13 +2,22 @@ import type { Look } from '../brain/look';
 import { h } from '../dom';
 
 /** A part of the look to be switched on and off; `refresh` follows what another switch did. */
-export function lookSwitch(look: Look, id: 'smooth' | 'radiological' | 'render', title: string,
-    changed: () => void): { element: HTMLElement; refresh: () => void } {
-    const input = h('input', { type: 'checkbox', onchange: () => {
-        look[id] = input.checked;
-        changed();
-    } });
-    const refresh = (): void => { input.checked = look[id]; };
+export function lookSwitch(
+    look: Look,
+    id: 'smooth' | 'radiological' | 'render',
+    title: string,
+    changed: () => void,
+): { element: HTMLElement; refresh: () => void } {
+    const input = h('input', {
+        type: 'checkbox',
+        onchange: () => {
+            look[id] = input.checked;
+            changed();
+        },
+    });
+    const refresh = (): void => {
+        input.checked = look[id];
+    };
     refresh();
     return { element: h('label', { class: `switch switch-${id}` }, input, title), refresh };
 }

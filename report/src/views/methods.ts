@@ -23,40 +23,82 @@ export class Methods implements View {
                 done.textContent = 'Selected: copy it with Ctrl+C.';
             }
         };
-        this.element = h('main', { class: 'view methods' },
-            h('section', { class: 'panel' },
-                h('h2', {}, 'How it was done'), paragraph,
-                h('p', { class: 'methods-actions' },
-                    h('button', { type: 'button', class: 'button', onclick: () => void copy() }, 'Copy'), done),
+        this.element = h(
+            'main',
+            { class: 'view methods' },
+            h(
+                'section',
+                { class: 'panel' },
+                h('h2', {}, 'How it was done'),
+                paragraph,
+                h(
+                    'p',
+                    { class: 'methods-actions' },
+                    h('button', { type: 'button', class: 'button', onclick: () => void copy() }, 'Copy'),
+                    done,
+                ),
                 h('h3', {}, 'References'),
-                h('ul', { class: 'references' }, ...references.map((reference) => h('li', {}, reference)))),
+                h('ul', { class: 'references' }, ...references.map((reference) => h('li', {}, reference))),
+            ),
             h('section', { class: 'panel' }, h('h2', {}, 'The sixteen parameters'), parameterList(run)),
-            h('section', { class: 'panel' }, h('h2', {}, 'How the pictures are made'), ...pictures().map((line) => h('p', {}, line))));
+            h(
+                'section',
+                { class: 'panel' },
+                h('h2', {}, 'How the pictures are made'),
+                ...pictures().map((line) => h('p', {}, line)),
+            ),
+        );
     }
 }
 
 function parameterList(run: Run): HTMLElement {
-    return h('div', { class: 'table-scroll' }, h('table', { class: 'parameters parameter-list' },
-        h('thead', {}, h('tr', {}, ...['Column', 'Name in the plug-in', 'What it says', 'Unit'].map((name) =>
-            h('th', { scope: 'col' }, name)))),
-        h('tbody', {}, ...METRICS.map(({ column }) => {
-            const { LongName = '', Description = '', Units = '' } = run.columns[column] ?? {};
-            return h('tr', {}, h('th', { scope: 'row' }, h('code', {}, column)), h('td', {}, LongName), h('td', {}, Description),
-                h('td', {}, Units));
-        }))));
+    return h(
+        'div',
+        { class: 'table-scroll' },
+        h(
+            'table',
+            { class: 'parameters parameter-list' },
+            h(
+                'thead',
+                {},
+                h(
+                    'tr',
+                    {},
+                    ...['Column', 'Name in the plug-in', 'What it says', 'Unit'].map((name) =>
+                        h('th', { scope: 'col' }, name),
+                    ),
+                ),
+            ),
+            h(
+                'tbody',
+                {},
+                ...METRICS.map(({ column }) => {
+                    const { LongName = '', Description = '', Units = '' } = run.columns[column] ?? {};
+                    return h(
+                        'tr',
+                        {},
+                        h('th', { scope: 'row' }, h('code', {}, column)),
+                        h('td', {}, LongName),
+                        h('td', {}, Description),
+                        h('td', {}, Units),
+                    );
+                }),
+            ),
+        ),
+    );
 }
 
 function pictures(): string[] {
     return [
         'Maps are kept in this file rounded to the decimals that are shown, so every value under the crosshair is the one '
-        + 'of the map file to its last shown digit. The mean image is kept in 256 shades, for display only, and drawn '
-        + 'darker than the strong ends of the colours.',
+            + 'of the map file to its last shown digit. The mean image is kept in 256 shades, for display only, and drawn '
+            + 'darker than the strong ends of the colours.',
         'Colours: orange is positive and blue negative (ColorBrewer YlOrBr and Blues), a pair that readers with any common '
-        + 'form of colour blindness tell apart; viridis, cividis and inferno show the magnitude and rise evenly in '
-        + 'lightness. Curves use blue, orange and green of the palette by Okabe and Ito.',
+            + 'form of colour blindness tell apart; viridis, cividis and inferno show the magnitude and rise evenly in '
+            + 'lightness. Curves use blue, orange and green of the palette by Okabe and Ito.',
         'Brain views are drawn by NiiVue where the browser offers WebGL2, otherwise on a 2D canvas; curves by Chart.js.',
         'Time courses are those of the mixing table, rescaled to 0\u20131. A predictor is scaled to the same range, and turned '
-        + 'upside down where it runs against the component.',
+            + 'upside down where it runs against the component.',
         'The sign of a component is arbitrary: map and time course may be turned around together.',
     ];
 }

@@ -6,85 +6,133 @@ import { plural, short } from '../numbers';
 import { seedOf } from './summary';
 
 const NONLINEARITY: Record<string, string> = {
-    tanh: 'the hyperbolic tangent', gauss: 'the Gaussian nonlinearity y\u00b7exp(\u2212y\u00b2/2)', cube: 'the cubic nonlinearity',
+    tanh: 'the hyperbolic tangent',
+    gauss: 'the Gaussian nonlinearity y\u00b7exp(\u2212y\u00b2/2)',
+    cube: 'the cubic nonlinearity',
 };
 const COUNTS = ['no', 'one', 'two', 'three', 'four', 'five'];
 
 /** A paragraph for the methods section of a paper, with the numbers of this run. */
 export function methodsText(run: Run): string {
-    return [input(run), voxels(run), ...componentCount(run), reduction(run), extraction(run), ...repeats(run), maps(),
-        fingerprint(run), bandPowers(run), ...matches(run)].join(' ');
+    return [
+        input(run),
+        voxels(run),
+        ...componentCount(run),
+        reduction(run),
+        extraction(run),
+        ...repeats(run),
+        maps(),
+        fingerprint(run),
+        bandPowers(run),
+        ...matches(run),
+    ].join(' ');
 }
 
 function input(run: Run): string {
     const { Input: from, GeneratedBy: by } = run.facts;
-    const mm = edges(run.grid.affine).map((edge) => short(edge)).join(' \u00d7 ');
-    const dummies = from.DummyScans ? `; ${plural(from.DummyScans, 'volume')} before them ${from.DummyScans === 1 ? 'was' : 'were'} left out` : '';
-    return `Spatial independent component analysis (McKeown et al., 1998) was performed with znica ${by.Version} (plug-in `
-        + `version ${by.Plugin.Version}) on ${plural(from.Volumes, 'volume')} (TR ${short(run.trSeconds, 4)} s; voxel size ${mm} mm)${dummies}.`;
+    const mm = edges(run.grid.affine)
+        .map((edge) => short(edge))
+        .join(' \u00d7 ');
+    const dummies = from.DummyScans
+        ? `; ${plural(from.DummyScans, 'volume')} before them ${from.DummyScans === 1 ? 'was' : 'were'} left out`
+        : '';
+    return (
+        `Spatial independent component analysis (McKeown et al., 1998) was performed with znica ${by.Version} (plug-in `
+        + `version ${by.Plugin.Version}) on ${plural(from.Volumes, 'volume')} (TR ${short(run.trSeconds, 4)} s; voxel size ${mm} mm)${dummies}.`
+    );
 }
 
 function voxels(run: Run): string {
     const where: Record<string, string> = {
-        none: ' of the whole grid, without a mask,', auto: ' inside a brain mask made from the mean image over time',
+        none: ' of the whole grid, without a mask,',
+        auto: ' inside a brain mask made from the mean image over time',
     };
-    return `The time courses of ${plural(run.voxelsInside, 'voxel')}${where[run.facts.Settings.Mask] ?? ' inside a mask'} entered the `
-        + 'analysis; the spatial mean of every volume was removed, the mean over time of every voxel was not.';
+    return (
+        `The time courses of ${plural(run.voxelsInside, 'voxel')}${where[run.facts.Settings.Mask] ?? ' inside a mask'} entered the `
+        + 'analysis; the spatial mean of every volume was removed, the mean over time of every voxel was not.'
+    );
 }
 
 function componentCount({ facts: { ComponentEstimate: estimate } }: Run): string[] {
     return estimate
-        ? [`The number of components, ${estimate.MDL}, was estimated from the eigenvalues by minimum description length (Wax & `
-            + `Kailath, 1985) at ${estimate.EffectiveSamples.toFixed(0)} effectively independent voxels.`]
+        ? [
+              `The number of components, ${estimate.MDL}, was estimated from the eigenvalues by minimum description length (Wax & `
+                  + `Kailath, 1985) at ${estimate.EffectiveSamples.toFixed(0)} effectively independent voxels.`,
+          ]
         : [];
 }
 
 function reduction({ facts }: Run): string {
     const { FirstEigenvalue: first, LastEigenvalue: last } = facts.Settings;
-    const many = first === 1 ? (last === 1 ? 'the largest principal component' : `the ${last} largest principal components`)
-        : first === last ? `principal component ${first}` : `principal components ${first} to ${last}`;
+    const many =
+        first === 1
+            ? last === 1
+                ? 'the largest principal component'
+                : `the ${last} largest principal components`
+            : first === last
+              ? `principal component ${first}`
+              : `principal components ${first} to ${last}`;
     const kept = facts.RetainedVariancePercent;
     const mean = meanImageShare(facts);
     const ofMean = mean === null ? '' : `; the first, which holds the mean image, alone ${mean.toFixed(1)} %`;
-    return `The data were reduced to ${many} of the temporal covariance`
-        + `${kept === null ? '' : ` (${kept.toFixed(1)} % of the variance${ofMean})`} and whitened.`;
+    return (
+        `The data were reduced to ${many} of the temporal covariance`
+        + `${kept === null ? '' : ` (${kept.toFixed(1)} % of the variance${ofMean})`} and whitened.`
+    );
 }
 
 function extraction(run: Run): string {
-    const { facts, facts: { Settings: settings } } = run;
+    const {
+        facts,
+        facts: { Settings: settings },
+    } = run;
     const seed = seedOf(run);
-    return `Components were extracted one after another by the fixed-point algorithm FastICA in its deflation form `
+    return (
+        `Components were extracted one after another by the fixed-point algorithm FastICA in its deflation form `
         + `(Hyv\u00e4rinen, 1999) with ${NONLINEARITY[settings.Nonlinearity] ?? settings.Nonlinearity}, a convergence limit of `
         + `${short(settings.Epsilon)}, at most ${plural(settings.MaxIterations, 'iteration')} a component and at most five restarts in the `
-        + `whole run${seed === null ? '' : ` (random seed ${seed})`}; ${facts.ComponentsFound} of ${plural(settings.Components, 'component')} converged.`;
+        + `whole run${seed === null ? '' : ` (random seed ${seed})`}; ${facts.ComponentsFound} of ${plural(settings.Components, 'component')} converged.`
+    );
 }
 
 function repeats({ facts: { Repeats: repeated } }: Run): string[] {
-    return repeated?.Runs === undefined ? [] : [
-        `The extraction was done ${repeated.Runs} times from different random starts; the components of all runs were clustered by `
-        + 'their spatial correlation, and the stability of each is the quality index Iq of its cluster (Himberg et al., 2004).'];
+    return repeated?.Runs === undefined
+        ? []
+        : [
+              `The extraction was done ${repeated.Runs} times from different random starts; the components of all runs were clustered by `
+                  + 'their spatial correlation, and the stability of each is the quality index Iq of its cluster (Himberg et al., 2004).',
+          ];
 }
 
 function maps(): string {
-    return 'Maps are the projections of the centred data on the separating vectors, with unit variance over the voxels, and '
+    return (
+        'Maps are the projections of the centred data on the separating vectors, with unit variance over the voxels, and '
         + 'are shown as z without further scaling. The sign of a component is arbitrary: only the product of its map and its '
-        + 'time course has a meaning.';
+        + 'time course has a meaning.'
+    );
 }
 
 function fingerprint({ facts: { Settings: settings } }: Run): string {
-    const clusters = settings.ClusterSize === null ? ' (not estimated)'
-        : ` (clusters of at least ${plural(settings.ClusterSize, 'voxel')} beyond |z| = ${short(settings.ZThreshold)})`;
-    return `Every component was characterised by the spread of its time course, the degree of spatial clustering${clusters}, `
+    const clusters =
+        settings.ClusterSize === null
+            ? ' (not estimated)'
+            : ` (clusters of at least ${plural(settings.ClusterSize, 'voxel')} beyond |z| = ${short(settings.ZThreshold)})`;
+    return (
+        `Every component was characterised by the spread of its time course, the degree of spatial clustering${clusters}, `
         + 'the lag-1 autocorrelation of its time course, and, each rescaled across the components of the run, the skewness, '
-        + 'kurtosis and entropy of its map and the entropy of its time course.';
+        + 'kurtosis and entropy of its map and the entropy of its time course.'
+    );
 }
 
 function bandPowers(run: Run): string {
     const { ranges, exact, wholeSeconds } = bandsFor(run.trSeconds);
-    if (ranges.length === 0) return 'The power in frequency bands is not defined at a repetition time below one second.';
+    if (ranges.length === 0)
+        return 'The power in frequency bands is not defined at a repetition time below one second.';
     const clock = exact ? '' : ` with the repetition time taken as ${wholeSeconds} s`;
-    return `The power of its time course was estimated in ${COUNTS[ranges.length]} frequency bands (Welch, 1967)${clock}, relative to `
-        + 'the strongest band of the component, and rescaled across the components of the run.';
+    return (
+        `The power of its time course was estimated in ${COUNTS[ranges.length]} frequency bands (Welch, 1967)${clock}, relative to `
+        + 'the strongest band of the component, and rescaled across the components of the run.'
+    );
 }
 
 function matches({ facts }: Run): string[] {

@@ -52,7 +52,8 @@ export function select(components: Component[], selection: Selection, labels: La
     };
     return components.filter(passes).sort((a, b) => {
         const [x, y] = [rank(a), rank(b)];
-        if (Number.isNaN(x) || Number.isNaN(y)) return Number(Number.isNaN(x)) - Number(Number.isNaN(y)) || a.index - b.index;
+        if (Number.isNaN(x) || Number.isNaN(y))
+            return Number(Number.isNaN(x)) - Number(Number.isNaN(y)) || a.index - b.index;
         return (falling ? y - x : x - y) || a.index - b.index;
     });
 }

@@ -4,8 +4,11 @@ import { currentTheme, onThemeChange, toggleTheme } from '../theme';
 
 /** The strip on top: what is shown, the parts of the page, light or dark. */
 export function pageHead(run: Run): { element: HTMLElement; mark: (path: string) => void } {
-    const links = [['#/', 'Overview'], ['#/component', 'Component'], ['#/methods', 'Methods']].map(([href, title]) =>
-        h('a', { href, class: 'tab' }, title));
+    const links = [
+        ['#/', 'Overview'],
+        ['#/component', 'Component'],
+        ['#/methods', 'Methods'],
+    ].map(([href, title]) => h('a', { href, class: 'tab' }, title));
     const theme = h('button', { type: 'button', class: 'button button-icon', id: 'theme', onclick: toggleTheme });
     const describe = (): void => {
         const next = currentTheme() === 'dark' ? 'light' : 'dark';
@@ -16,19 +19,31 @@ export function pageHead(run: Run): { element: HTMLElement; mark: (path: string)
     onThemeChange(describe);
     describe();
     const { Label } = run.facts.Settings;
-    const element = h('header', { class: 'page-head' },
-        h('div', { class: 'page-title' }, h('span', { class: 'page-kind' }, 'ICA report'),
-            h('h1', {}, Label ? `${Label} \u00b7 ${run.name}` : run.name)),
+    const element = h(
+        'header',
+        { class: 'page-head' },
+        h(
+            'div',
+            { class: 'page-title' },
+            h('span', { class: 'page-kind' }, 'ICA report'),
+            h('h1', {}, Label ? `${Label} \u00b7 ${run.name}` : run.name),
+        ),
         h('nav', { 'aria-label': 'Parts of the report' }, ...links),
-        h('div', { class: 'page-actions' },
-            h('button', { type: 'button', class: 'button', onclick: () => print() }, 'Print'), theme));
+        h(
+            'div',
+            { class: 'page-actions' },
+            h('button', { type: 'button', class: 'button', onclick: () => print() }, 'Print'),
+            theme,
+        ),
+    );
     return {
         element,
-        mark: (path) => links.forEach((link) => {
-            const own = link.getAttribute('href')!.slice(1);
-            const here = own === '/' ? path === '/' : path.startsWith(own);
-            if (here) link.setAttribute('aria-current', 'page');
-            else link.removeAttribute('aria-current');
-        }),
+        mark: (path) =>
+            links.forEach((link) => {
+                const own = link.getAttribute('href')!.slice(1);
+                const here = own === '/' ? path === '/' : path.startsWith(own);
+                if (here) link.setAttribute('aria-current', 'page');
+                else link.removeAttribute('aria-current');
+            }),
     };
 }

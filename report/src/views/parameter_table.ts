@@ -6,48 +6,108 @@ import { short } from '../numbers';
 
 function cell(component: Component, metric: number): HTMLElement {
     const { column } = METRICS[metric];
-    return h('td', { 'data-metric': column, 'data-component': component.name, title: component.cells[metric] },
-        short(component.values[metric]));
+    return h(
+        'td',
+        { 'data-metric': column, 'data-component': component.name, title: component.cells[metric] },
+        short(component.values[metric]),
+    );
 }
 
 /** The eleven values of the fingerprint in their order, a column a component; the full digits as the tip of a value. */
 export function fingerprintTable(run: Run, shown: Component[]): HTMLElement {
-    return h('table', { class: 'parameters' },
+    return h(
+        'table',
+        { class: 'parameters' },
         h('caption', { class: 'visually-hidden' }, 'Values of the fingerprint'),
-        h('thead', {}, h('tr', {}, h('th', { scope: 'col' }, 'Fingerprint'),
-            ...shown.map((component) => h('th', { scope: 'col' }, component.title)))),
-        h('tbody', {}, ...FINGERPRINT.map((metric, i) => h('tr', {},
-            h('th', { scope: 'row', title: run.columns[metric.column]?.Description ?? '' }, metric.short),
-            ...shown.map((component) => cell(component, FINGERPRINT_START + i))))));
+        h(
+            'thead',
+            {},
+            h(
+                'tr',
+                {},
+                h('th', { scope: 'col' }, 'Fingerprint'),
+                ...shown.map((component) => h('th', { scope: 'col' }, component.title)),
+            ),
+        ),
+        h(
+            'tbody',
+            {},
+            ...FINGERPRINT.map((metric, i) =>
+                h(
+                    'tr',
+                    {},
+                    h('th', { scope: 'row', title: run.columns[metric.column]?.Description ?? '' }, metric.short),
+                    ...shown.map((component) => cell(component, FINGERPRINT_START + i)),
+                ),
+            ),
+        ),
+    );
 }
 
 /** How alike the component comes back from other starts. */
 function stabilityRow(run: Run, shown: Component[]): HTMLElement {
     const { Runs } = run.facts.Repeats ?? {};
-    return h('tr', {},
-        h('th', { scope: 'row', title: 'Himberg et al. 2004: 1 means that all runs found the same component' }, 'Stability'),
-        ...shown.map(({ facts }) => h('td', { 'data-metric': 'stability_iq' },
-            `Iq ${short(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${Runs} runs`)));
+    return h(
+        'tr',
+        {},
+        h(
+            'th',
+            { scope: 'row', title: 'Himberg et al. 2004: 1 means that all runs found the same component' },
+            'Stability',
+        ),
+        ...shown.map(({ facts }) =>
+            h(
+                'td',
+                { 'data-metric': 'stability_iq' },
+                `Iq ${short(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${Runs} runs`,
+            ),
+        ),
+    );
 }
 
 /** What the component matches, by name: the best predictor, the best region, and the spread of the time course. */
 export function matchTable(run: Run, shown: Component[]): HTMLElement {
-    const named = (component: Component, metric: number, name: string | null, number: number, against = false): HTMLElement => {
+    const named = (
+        component: Component,
+        metric: number,
+        name: string | null,
+        number: number,
+        against = false,
+    ): HTMLElement => {
         const strength = `|r| ${short(component.values[metric])}${against ? ', runs against it' : ''}`;
         const text = name === null ? 'none' : `${name} (no. ${component.cells[number]}), ${strength}`;
         return h('td', { 'data-metric': METRICS[metric].column, title: component.cells[metric] }, text);
     };
     const row = (title: string, metric: number, make: (component: Component) => HTMLElement): HTMLElement =>
-        h('tr', {}, h('th', { scope: 'row', title: run.columns[METRICS[metric].column]?.Description ?? '' }, title),
-            ...shown.map(make));
-    return h('table', { class: 'parameters matches' },
+        h(
+            'tr',
+            {},
+            h('th', { scope: 'row', title: run.columns[METRICS[metric].column]?.Description ?? '' }, title),
+            ...shown.map(make),
+        );
+    return h(
+        'table',
+        { class: 'parameters matches' },
         h('caption', { class: 'visually-hidden' }, 'Best matches'),
-        h('thead', {}, h('tr', {}, h('th', { scope: 'col' }, 'Best match'),
-            ...shown.map((component) => h('th', { scope: 'col' }, component.title)))),
-        h('tbody', {},
-            row('Design matrix', 0, (component) => named(component, 0, component.predictor, 1,
-                predictorMatch(run, component)?.against)),
+        h(
+            'thead',
+            {},
+            h(
+                'tr',
+                {},
+                h('th', { scope: 'col' }, 'Best match'),
+                ...shown.map((component) => h('th', { scope: 'col' }, component.title)),
+            ),
+        ),
+        h(
+            'tbody',
+            {},
+            row('Design matrix', 0, (component) =>
+                named(component, 0, component.predictor, 1, predictorMatch(run, component)?.against),
+            ),
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
             row('RMS', 2, (component) => cell(component, 2)),
-            ...(shown.some(isRepeated) ? [stabilityRow(run, shown)] : [])));
+            ...(shown.some(isRepeated) ? [stabilityRow(run, shown)] : []),
+        ),
+    );
 }

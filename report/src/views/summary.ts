@@ -8,10 +8,18 @@ import { duration, grouped, short } from '../numbers';
 import { notesOf, warningsOf } from './warnings';
 
 function tile(value: string, unit: string, name: string, detail = ''): HTMLElement {
-    return h('div', { class: 'tile' },
+    return h(
+        'div',
+        { class: 'tile' },
         h('dt', {}, name),
-        h('dd', {}, h('span', { class: 'tile-value' }, value), unit && h('span', { class: 'tile-unit' }, ` ${unit}`),
-            detail && h('span', { class: 'tile-detail' }, detail)));
+        h(
+            'dd',
+            {},
+            h('span', { class: 'tile-value' }, value),
+            unit && h('span', { class: 'tile-unit' }, ` ${unit}`),
+            detail && h('span', { class: 'tile-detail' }, detail),
+        ),
+    );
 }
 
 export function seedOf(run: Run): string | null {
@@ -22,21 +30,30 @@ export function seedOf(run: Run): string | null {
 function tiles(run: Run): HTMLElement {
     const { facts } = run;
     const { Input: input, Settings: settings, ElapsedSeconds: elapsed } = facts;
-    const mm = edges(run.grid.affine).map((edge) => short(edge)).join(' \u00d7 ');
+    const mm = edges(run.grid.affine)
+        .map((edge) => short(edge))
+        .join(' \u00d7 ');
     const seed = seedOf(run);
     const kept = facts.RetainedVariancePercent;
     const mean = meanImageShare(facts);
-    return h('dl', { class: 'tiles' },
+    return h(
+        'dl',
+        { class: 'tiles' },
         tile(String(facts.ComponentsFound), `of ${settings.Components}`, 'Components found'),
-        tile(kept === null ? 'n/a' : kept.toFixed(1), '%', 'Variance kept',
+        tile(
+            kept === null ? 'n/a' : kept.toFixed(1),
+            '%',
+            'Variance kept',
             `eigenvalues ${settings.FirstEigenvalue} to ${settings.LastEigenvalue}`
-            + (mean === null ? '' : `, mean image included: the first alone ${mean.toFixed(1)} %`)),
+                + (mean === null ? '' : `, mean image included: the first alone ${mean.toFixed(1)} %`),
+        ),
         tile(grouped(run.voxelsInside), '', 'Voxels', `of ${input.Size.join(' \u00d7 ')}, ${mm} mm`),
         tile(grouped(input.Volumes), '', 'Volumes', duration(input.Volumes * run.trSeconds)),
         tile(short(run.trSeconds, 4), 's', 'Repetition time'),
         tile(duration(elapsed.Total), '', 'Run time', `${(facts.PeakMemoryBytes / 2 ** 20).toFixed(0)} MiB at most`),
         seed !== null && tile(seed, '', 'Seed', 'the same seed gives the same maps'),
-        tile(facts.GeneratedBy.Plugin.Version, '', 'Plug-in version', `znica ${facts.GeneratedBy.Version}`));
+        tile(facts.GeneratedBy.Plugin.Version, '', 'Plug-in version', `znica ${facts.GeneratedBy.Version}`),
+    );
 }
 
 /** What was done and how it went, on one screen. */
@@ -45,14 +62,28 @@ export function summary(run: Run): HTMLElement {
     showEigenvalues(eigenvalues, run.facts);
     const warnings = warningsOf(run);
     const notes = notesOf(run);
-    return h('section', { class: 'summary', 'aria-labelledby': 'summary-title' },
+    return h(
+        'section',
+        { class: 'summary', 'aria-labelledby': 'summary-title' },
         h('h2', { id: 'summary-title', class: 'visually-hidden' }, 'Summary of the run'),
-        h('div', { class: 'panel summary-facts' },
+        h(
+            'div',
+            { class: 'panel summary-facts' },
             tiles(run),
             h('p', { class: 'summary-input' }, h('span', {}, 'Input '), h('code', {}, run.facts.Input.File)),
-            warnings.length > 0 && h('ul', { class: 'warnings', 'aria-label': 'Warnings' },
-                ...warnings.map((text) => h('li', {}, text))),
-            notes.length > 0 && h('p', { class: 'notes' }, notes.join(' '))),
-        h('figure', { class: 'panel summary-eigenvalues' },
-            h('figcaption', {}, 'Eigenvalues of the temporal covariance'), eigenvalues.element));
+            warnings.length > 0
+                && h(
+                    'ul',
+                    { class: 'warnings', 'aria-label': 'Warnings' },
+                    ...warnings.map((text) => h('li', {}, text)),
+                ),
+            notes.length > 0 && h('p', { class: 'notes' }, notes.join(' ')),
+        ),
+        h(
+            'figure',
+            { class: 'panel summary-eigenvalues' },
+            h('figcaption', {}, 'Eigenvalues of the temporal covariance'),
+            eigenvalues.element,
+        ),
+    );
 }

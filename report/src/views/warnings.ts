@@ -12,8 +12,10 @@ export function warningsOf(run: Run): string[] {
     const asked = facts.Settings.Components;
     const warnings: string[] = [];
     if (facts.ComponentsFound < asked) {
-        warnings.push(`The run gave up early: ${facts.ComponentsFound} of ${asked} components converged within `
-            + `${facts.Settings.MaxIterations} iterations. The others may still be mixed into the ones shown.`);
+        warnings.push(
+            `The run gave up early: ${facts.ComponentsFound} of ${asked} components converged within `
+                + `${facts.Settings.MaxIterations} iterations. The others may still be mixed into the ones shown.`,
+        );
     }
     warnings.push(...droppedWarning(facts));
     if (facts.Settings.Mask === 'none') {
@@ -34,39 +36,63 @@ function droppedWarning({ Input: { VoxelsDropped: dropped } }: Decomposition): s
         notFinite > 0 && `${grouped(notFinite)} not finite in some volume`,
         constant > 0 && `${grouped(constant)} constant over time`,
     ].filter((reason) => reason !== false);
-    return [`${plural(notFinite + constant, 'voxel')} of the mask ${notFinite + constant === 1 ? 'was' : 'were'} left out: ${reasons.join(', ')}.`];
+    return [
+        `${plural(notFinite + constant, 'voxel')} of the mask ${notFinite + constant === 1 ? 'was' : 'were'} left out: ${reasons.join(', ')}.`,
+    ];
 }
 
 function repetitionTimeWarning(seconds: number): string[] {
     const { exact, nyquistHz, ranges, wholeSeconds: whole } = bandsFor(seconds);
     if (whole < 1) {
-        return [`The repetition time of ${seconds} s is below one second, which the plug-in counts as 0: the five power `
-            + 'bands are undefined.'];
+        return [
+            `The repetition time of ${seconds} s is below one second, which the plug-in counts as 0: the five power `
+                + 'bands are undefined.',
+        ];
     }
-    const few = ranges.length === 5 ? [] : [`At a repetition time of ${seconds} s the spectrum ends at ${nyquistHz.toFixed(3)} Hz: `
-        + `${ranges.length} of the five power bands are used, the others mean nothing.`];
-    return exact ? few : [...few, `The plug-in counts the repetition time of ${seconds} s as ${whole} s for the power spectrum: its `
-        + `frequencies, and the limits of the bands, are ${((seconds / whole - 1) * 100).toFixed(0)} % too high.`];
+    const few =
+        ranges.length === 5
+            ? []
+            : [
+                  `At a repetition time of ${seconds} s the spectrum ends at ${nyquistHz.toFixed(3)} Hz: `
+                      + `${ranges.length} of the five power bands are used, the others mean nothing.`,
+              ];
+    return exact
+        ? few
+        : [
+              ...few,
+              `The plug-in counts the repetition time of ${seconds} s as ${whole} s for the power spectrum: its `
+                  + `frequencies, and the limits of the bands, are ${((seconds / whole - 1) * 100).toFixed(0)} % too high.`,
+          ];
 }
 
 function degenerateWarnings(run: Run): string[] {
     const { components } = run;
     const bands = bandsFor(run.trSeconds);
-    const without = METRICS.filter((metric, m) => isDefined(metric.column, bands)
-        && components.some((component) => !Number.isFinite(component.values[m])));
+    const without = METRICS.filter(
+        (metric, m) =>
+            isDefined(metric.column, bands) && components.some((component) => !Number.isFinite(component.values[m])),
+    );
     const warnings: string[] = [];
     if (without.length > 0) {
         const names = without.map((metric) => metric.short).join(', ');
         warnings.push(`Some components have no number (n/a) for ${names}: the value behind it could not be rescaled.`);
     }
     const skipped = run.facts.Settings.ClusterSize === null;
-    const same = METRICS.filter((metric, m) => FINGERPRINT.includes(metric) && !(skipped && metric.column === CLUSTERING)
-        && components.every((component) => component.values[m] === components[0].values[m]));
+    const same = METRICS.filter(
+        (metric, m) =>
+            FINGERPRINT.includes(metric)
+            && !(skipped && metric.column === CLUSTERING)
+            && components.every((component) => component.values[m] === components[0].values[m]),
+    );
     if (components.length === 1) {
-        warnings.push('There is a single component: the parameters that are rescaled across components say nothing about it.');
+        warnings.push(
+            'There is a single component: the parameters that are rescaled across components say nothing about it.',
+        );
     } else if (same.length > 0) {
-        warnings.push(`${same.map((metric) => metric.short).join(', ')}: the same for every component, so of no help to `
-            + 'tell them apart.');
+        warnings.push(
+            `${same.map((metric) => metric.short).join(', ')}: the same for every component, so of no help to `
+                + 'tell them apart.',
+        );
     }
     if (skipped) warnings.push('The degree of clustering was skipped; it is 0 for every component.');
     return warnings;
