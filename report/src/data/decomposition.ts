@@ -1,3 +1,5 @@
+import type { InputNote } from './input_note';
+
 /** What "..._desc-ICA_decomposition.json" says about a run. A key that a version of znica does not write is absent. */
 export interface Decomposition {
     GeneratedBy: { Name: string; Version: string; Plugin: { Name: string; Version: string; File: string } };
@@ -9,7 +11,7 @@ export interface Decomposition {
         StoredType?: string;
         VoxelsAnalysed: number;
         VoxelsDropped?: { NotFinite?: number; Constant?: number };
-        Notes?: string[]; // what znica said about the input
+        Notes?: (InputNote | string)[];
         DummyScans?: number;
     };
     Settings: {

@@ -1,5 +1,6 @@
 import { bandsFor, isDefined } from '../data/bands';
 import type { Decomposition } from '../data/decomposition';
+import { inputNotes } from '../data/input_note';
 import { FINGERPRINT, METRICS } from '../data/metrics';
 import type { Run } from '../data/run';
 import { grouped, plural } from '../numbers';
@@ -21,9 +22,10 @@ export function warningsOf(run: Run): string[] {
     if (facts.Settings.Mask === 'none') {
         warnings.push('No mask was used: every voxel of the grid was analysed, also those outside the head.');
     }
-    // What znica noted about the bands stands here in other words, also for results without notes.
-    const notes = (facts.Input.Notes ?? []).filter((note) => !/^TR: .*frequency bands/.test(note));
-    warnings.push(...notes, ...repetitionTimeWarning(run.trSeconds), ...degenerateWarnings(run));
+    // The page explains the bands itself, also for results without notes.
+    const notes = inputNotes(facts.Input.Notes).filter(({ Code }) => Code !== 'frequency-bands');
+    warnings.push(...notes.map(({ Text }) => Text));
+    warnings.push(...repetitionTimeWarning(run.trSeconds), ...degenerateWarnings(run));
     if (!run.hasMean) warnings.push('The result holds no mean image; the maps are drawn over the outline of the mask.');
     return warnings;
 }
