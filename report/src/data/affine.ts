@@ -6,7 +6,7 @@ export function toMm(affine: Affine, voxel: Vector): Vector {
     return affine.map((row) => row[0] * voxel[0] + row[1] * voxel[1] + row[2] * voxel[2] + row[3]) as Vector;
 }
 
-/** The voxel nearest to a place in millimetres; it may lie outside of the grid. */
+/** The voxel nearest to a position in millimetres; it may lie outside the grid. */
 export function toVoxel(affine: Affine, mm: Vector): Vector {
     const [a, b, c] = affine;
     const cross = (p: number[], q: number[]): Vector => [
@@ -22,7 +22,7 @@ export function toVoxel(affine: Affine, mm: Vector): Vector {
     ) as Vector;
 }
 
-/** Length of a voxel's edge along each voxel axis, in millimetres. */
+/** Voxel size along each voxel axis, in millimetres. */
 export function edges(affine: Affine): Vector {
     return [0, 1, 2].map((axis) => Math.hypot(affine[0][axis], affine[1][axis], affine[2][axis])) as Vector;
 }

@@ -1,6 +1,6 @@
-/** The frequency bands of the fingerprint and the clock that the plug-in measures them with. */
+/** The frequency bands of the fingerprint and the clock by which the plug-in measures them. */
 export interface Bands {
-    /** The repetition time that the plug-in counts with: whole seconds. 0 below one second. */
+    /** Repetition time as the plug-in uses it, in whole seconds; 0 below one second. */
     wholeSeconds: number;
     /** Nyquist frequency of that clock, in Hz; NaN below one second, where the plug-in's bands are undefined. */
     nyquistHz: number;
@@ -9,7 +9,7 @@ export interface Bands {
     exact: boolean; // the repetition time is a whole number of seconds
 }
 
-/** Whether a parameter means something at the repetition time: bands beyond the last one that is used do not. */
+/** Whether a parameter is defined at the repetition time; bands beyond the last one in use are not. */
 export function isDefined(column: string, { ranges }: Bands): boolean {
     const band = /^power_band_(\d)$/.exec(column);
     return band === null || Number(band[1]) <= ranges.length;
@@ -22,7 +22,7 @@ export function bandsFor(trSeconds: number): Bands {
     const exact = wholeSeconds === trSeconds;
     if (wholeSeconds < 1) return { wholeSeconds, nyquistHz: NaN, ranges: [], exact };
     const nyquistHz = 0.5 / wholeSeconds;
-    // Long repetition times reach fewer bands: the plug-in joins the rest to the last one that it uses.
+    // At long repetition times fewer bands are in use, and the last of them extends to the Nyquist frequency.
     const count = nyquistHz >= 0.1 ? 5 : nyquistHz >= 0.05 ? 4 : 3;
     const limits = [0, ...EDGES.slice(0, count - 1), 1];
     const ranges = limits.slice(1).map((end, i): [number, number] => [limits[i], end]);

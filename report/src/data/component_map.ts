@@ -1,20 +1,20 @@
 import { blocks } from './blocks';
 
-/** Marks a voxel whose value is not a finite number. */
+/** Marks a voxel with a non-finite value. */
 export const NO_VALUE = -32768;
 
-/** A component's map inside the mask, as whole numbers of 10^-decimals. */
+/** A component's map inside the mask, as integers in units of 10^-decimals. */
 export interface ComponentMap {
-    values: Int16Array; // one a voxel of the mask, in the order of the file
+    values: Int16Array; // one per voxel of the mask, in file order
     decimals: number;
-    scale: number; // value = number * scale
-    /** Position inside the mask of the value of largest magnitude. */
+    scale: number; // value = integer * scale
+    /** Position inside the mask of the value with the largest magnitude. */
     peak: number;
-    /** 99.9th percentile of the magnitudes: a ceiling for the colours that single voxels do not move. */
+    /** 99.9th percentile of the magnitudes: an upper end for the colours that outlying voxels do not affect. */
     high: number;
 }
 
-/** All low bytes, then all high bytes, each number the difference from the one before, modulo 2^16. */
+/** Decodes 16-bit differences from the preceding number, modulo 2^16, stored as all low bytes, then all high bytes. */
 export function unpackDifferences(bytes: Uint8Array): Int16Array {
     const count = bytes.length >> 1;
     const values = new Int16Array(count);
@@ -49,7 +49,7 @@ function describe(values: Int16Array, decimals: number): ComponentMap {
     return { values, decimals, scale, peak, high: high * scale };
 }
 
-/** Unpacks maps when they are asked for and keeps the ones used last. */
+/** Unpacks maps on demand and keeps the most recently used ones. */
 export class ComponentMaps {
     private readonly kept = new Map<number, Promise<ComponentMap>>();
 
@@ -60,7 +60,7 @@ export class ComponentMaps {
 
     get(component: number): Promise<ComponentMap> {
         const known = this.kept.get(component);
-        this.kept.delete(component); // goes to the end: the order of the keys is the order of use
+        this.kept.delete(component); // set again below, so that the keys stay in order of use
         const map =
             known
             ?? blocks

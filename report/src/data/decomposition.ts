@@ -1,6 +1,6 @@
 import type { InputNote } from './input_note';
 
-/** What "..._desc-ICA_decomposition.json" says about a run. A key that a version of znica does not write is absent. */
+/** Contents of "..._desc-ICA_decomposition.json". Keys are absent where the version of znica did not write them. */
 export interface Decomposition {
     GeneratedBy: { Name: string; Version: string; Plugin: { Name: string; Version: string; File: string } };
     Input: {
@@ -51,12 +51,12 @@ export interface ComponentFacts {
     Restarts?: number;
     ElapsedSeconds?: number;
     StabilityIndex?: number | null; // Iq over the repeats; absent when there were none
-    StabilityRuns?: number; // in how many of them the component's cluster appears
+    StabilityRuns?: number; // number of repeats in which the component's cluster appears
 }
 
 /**
- * Share of the first eigenvalue in the variance, in per cent; null where it is not among the kept ones. Voxels keep their
- * mean over time, so the first eigenvalue is little else than the mean image, and most of the variance.
+ * Share of the first eigenvalue in the variance, in per cent; null when it was not kept. The temporal mean of each voxel
+ * is not removed, so the first eigenvalue mostly represents the mean image and accounts for most of the variance.
  */
 export function meanImageShare({ Settings, Eigenvalues }: Decomposition): number | null {
     const total = Eigenvalues.reduce((sum, value) => sum + value, 0);

@@ -1,15 +1,15 @@
 import { type Affine, edges, type Vector } from './affine';
 
-/** One direction of the body in the grid: index 0 lies furthest to the left, back or bottom. */
+/** An anatomical axis of the grid: position 0 is furthest left, posterior or inferior. */
 export interface BodyAxis {
     voxelAxis: 0 | 1 | 2;
-    flipped: boolean; // the voxel index falls along the direction
+    flipped: boolean; // the voxel index decreases along the axis
     size: number; // voxels
-    mm: number; // a voxel's edge
+    mm: number; // voxel size
     stride: number; // in the x-fastest order of the file
 }
 
-/** The voxel grid with the directions of the body found in its affine; oblique grids go by the nearest axis. */
+/** The voxel grid with its anatomical axes, derived from the affine; oblique grids use the nearest axes. */
 export class Grid {
     readonly size: Vector;
     readonly affine: Affine;

@@ -20,23 +20,23 @@ interface RunBlock {
     maps: { decimals: number; lowest: number; highest: number }[];
 }
 
-/** One component with everything that the tables of the run say about it. */
+/** A component with everything that the tables of the run hold about it. */
 export interface Component {
     index: number;
     name: string; // "ICA_00", as in the files
-    title: string; // "IC 1", as the plug-in counts
-    values: number[]; // the sixteen parameters; NaN where the table has n/a and for bands that the repetition time has not
-    cells: string[]; // the same as written in the table
+    title: string; // "IC 1", as the plug-in numbers them
+    values: number[]; // the sixteen parameters; NaN for n/a and for undefined frequency bands
+    cells: string[]; // the same parameters as written in the table
     predictor: string | null; // best match by name
     region: string | null;
-    classification: string | null; // as somebody filled it in, in the metrics table
+    classification: string | null; // from the metrics table, if somebody filled it in
     timeCourse: number[];
-    lowest: number; // of the map
+    lowest: number; // value of the map
     highest: number;
     facts: ComponentFacts | undefined;
 }
 
-/** Whether the analysis was repeated, so that there is a stability to show. */
+/** Whether the analysis was repeated, so that the component has a stability index. */
 export function isRepeated(component: Component): boolean {
     return component.facts?.StabilityIndex !== undefined;
 }
@@ -49,7 +49,10 @@ export interface Predictor {
 /** A finished run, read from the blocks of this file. */
 export interface Run {
     name: string;
-    /** Tells this run's labels from another's in the browser's storage; from numbers alone, not from what people fill in. */
+    /**
+     * Identifies the labels of this run in the browser's storage. Derived from the numbers alone, so that filling in
+     * names or classifications does not change it.
+     */
     id: string;
     facts: Decomposition;
     columns: RunBlock['columns'];
@@ -60,7 +63,7 @@ export interface Run {
     voxelsInside: number;
     insideOf: Int32Array; // grid index -> position inside the mask, -1 outside
     gridOf: Int32Array; // position inside the mask -> grid index
-    grey: Uint8Array; // the mean image for display; the mask's outline where the run left none
+    grey: Uint8Array; // mean image for display; the shape of the mask if the run has none
     hasMean: boolean;
     maps: ComponentMaps;
 }

@@ -1,4 +1,4 @@
-/** A power spectrum for display; the five band parameters are not taken from it but from the metrics table. */
+/** A power spectrum for display; the five band parameters come from the metrics table, not from here. */
 export interface Spectrum {
     /** Fractions of the Nyquist frequency, 0 to 1. */
     position: number[];
@@ -10,8 +10,8 @@ export interface Spectrum {
 
 /**
  * Welch (1967): segments of T / 4.5 volumes, overlapping by half, a symmetric Hamming window, zero-padded to a power of
- * two of at least 256; a segment longer than that is wrapped around. The same setup as the plug-in's bands have, so that
- * the shaded areas are what they sum.
+ * two of at least 256; longer segments are wrapped around. These are the settings of the plug-in's band powers, so that
+ * the shaded areas are what those sum.
  */
 export function welch(timeCourse: number[]): Spectrum {
     const volumes = timeCourse.length;

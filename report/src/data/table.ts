@@ -1,4 +1,4 @@
-/** A tab-separated table with a header line, cells as they stand in the file. */
+/** A tab-separated table with a header line; cells as in the file. */
 export interface Table {
     columns: string[];
     rows: string[][];
@@ -13,13 +13,13 @@ export function parseTable(text: string): Table {
     return { columns: header.split('\t'), rows: rest.map((line) => line.split('\t')) };
 }
 
-/** The same for a table that went through a spreadsheet: a cell may stand in quotes, with its own quotes doubled. */
+/** The same for a table saved by a spreadsheet: a cell may be quoted, with the quotes inside it doubled. */
 export function parseQuotedTable(text: string): Table {
     const [columns = [], ...rows] = quotedLines(text.replace(/^\uFEFF/, ''));
     return { columns, rows };
 }
 
-// Between quotes, tabs and line ends belong to the cell. A quote that is not closed is one of the text.
+// Between quotes, tabs and line breaks belong to the cell. An unclosed quote is part of the text.
 function quotedLines(text: string): string[][] {
     const cells = /(?:"((?:[^"]|"")*)"(?=[\t\r\n]|$)|([^\t\r\n]*))(\t|\r?\n|\r|$)/gy;
     const lines: string[][] = [[]];
@@ -31,12 +31,12 @@ function quotedLines(text: string): string[][] {
     return lines.filter((line) => line.some((cell) => cell !== ''));
 }
 
-/** A cell as such a table holds it: in quotes where it has quotes of its own, which readers would take for theirs. */
+/** A cell as written to such a table: quoted if it contains quotes, which table readers would otherwise remove. */
 export function quoted(cell: string): string {
     return cell.includes('"') ? `"${cell.replaceAll('"', '""')}"` : cell;
 }
 
-/** A cell as a number; "n/a" and anything else that is none become NaN. */
+/** A cell as a number; "n/a" and anything else that is not a number become NaN. */
 export function numberIn(cell: string | undefined): number {
     return cell === undefined || cell.trim() === '' ? NaN : Number(cell);
 }
