@@ -155,10 +155,10 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(await warnings({ trMilliseconds: 6000 }), /ends at 0\.083 Hz: 4 of the five power bands are used/);
     });
 
-    test('where a component runs against its best predictor', async () => {
+    test('where a component and its best predictor are negatively correlated', async () => {
         const run = madeUp('signs', { components: 12 });
         const page = await openReport(browser, run.report);
-        let against = 0;
+        let negative = 0;
         for (const [c, row] of run.metrics.entries()) {
             const r = pearson(
                 run.mixing.map((line) => Number(line[row.component])),
@@ -169,11 +169,11 @@ describe('the page says', { skip: missingBrowser }, () => {
             }, row.component);
             await page.locator('h2', { hasText: new RegExp(`^IC ${c + 1}$`) }).waitFor();
             const text = await page.locator('.matches [data-metric=dm_pred_max]').textContent();
-            assert.match(text, /, \|r\| [0-9.e-]+(, runs against it)?$/);
-            assert.equal(text.endsWith('runs against it'), r < 0, `${text}, r ${r}`);
-            against += r < 0 ? 1 : 0;
+            assert.match(text, /, \|r\| [0-9.e-]+(, negatively correlated)?$/);
+            assert.equal(text.endsWith('negatively correlated'), r < 0, `${text}, r ${r}`);
+            negative += r < 0 ? 1 : 0;
         }
-        assert.ok(against > 0 && against < 12); // both kinds were there
+        assert.ok(negative > 0 && negative < 12); // both signs occur
         assert.match(await page.locator('.sign-note').textContent(), /sign of a component is arbitrary/);
         await page.close();
         assert.match(await methods({}), /sign of a component is arbitrary/);

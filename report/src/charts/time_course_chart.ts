@@ -8,17 +8,17 @@ interface Curve {
     values: number[];
 }
 
-/** A predictor brought to the range of the time course; upside down where they run against each other. */
-export function scaledPredictor({ predictor: { name, values }, against }: PredictorMatch): Curve {
+/** A predictor scaled to the range of the time course, and inverted if the two are negatively correlated. */
+export function scaledPredictor({ predictor: { name, values }, negative }: PredictorMatch): Curve {
     const low = Math.min(...values);
     const range = Math.max(...values) - low || 1;
     return {
-        label: `${name}${against ? ', upside down' : ''} (scaled)`,
-        values: values.map((value) => (against ? 1 - (value - low) / range : (value - low) / range)),
+        label: `${name}${negative ? ', inverted' : ''} (scaled)`,
+        values: values.map((value) => (negative ? 1 - (value - low) / range : (value - low) / range)),
     };
 }
 
-/** Time courses over seconds: the component, the predictor that matches it best, a second component. */
+/** Time courses over seconds: the component, its best-matching predictor, and a second component. */
 export function showTimeCourse(box: ChartBox, run: Run, component: Component, other: Component | null): void {
     const points = (values: number[]): { x: number; y: number }[] =>
         values.map((y, t) => ({ x: Number((t * run.trSeconds).toFixed(3)), y }));

@@ -1,13 +1,13 @@
 import type { Component, Predictor, Run } from './run';
 
-/** The predictor that a component's time course follows best, and how. */
+/** The predictor that best matches a component's time course. */
 export interface PredictorMatch {
     predictor: Predictor;
     strength: number; // |r|
-    against: boolean; // the two run against each other, so r itself is negative
+    negative: boolean; // r is negative
 }
 
-// Only its sign is used.
+// Not divided by the number of volumes: only its sign is used.
 function covariance(x: number[], y: number[]): number {
     const mean = (values: number[]): number => values.reduce((sum, value) => sum + value, 0) / values.length;
     const mx = mean(x);
@@ -19,7 +19,7 @@ export function predictorMatch(run: Run, component: Component): PredictorMatch |
     const [strength, number] = component.values;
     const predictor = run.predictors[number - 1];
     if (!predictor || !component.predictor) return null;
-    return { predictor, strength, against: covariance(component.timeCourse, predictor.values) < 0 };
+    return { predictor, strength, negative: covariance(component.timeCourse, predictor.values) < 0 };
 }
 
 const WEAK = 0.3; // |r|; the two share less than a tenth of their variance

@@ -15,10 +15,10 @@ import type { SortKey } from './order';
 const MOSAIC_COLUMNS = 5;
 const MOSAIC_ROWS = 2;
 
-function predictorText({ predictor: { name }, strength, against }: PredictorMatch): HTMLElement {
+function predictorText({ predictor: { name }, strength, negative }: PredictorMatch): HTMLElement {
     return h(
         'span',
-        { class: 'card-predictor', title: `Best-matching predictor${against ? ', runs against it' : ''}` },
+        { class: 'card-predictor', title: `Best-matching predictor${negative ? ', negatively correlated' : ''}` },
         `${name} |r| ${strength.toFixed(2)}`,
     );
 }

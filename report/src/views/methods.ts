@@ -97,8 +97,8 @@ function pictures(): string[] {
             + 'form of colour blindness tell apart; viridis, cividis and inferno show the magnitude and rise evenly in '
             + 'lightness. Curves use blue, orange and green of the palette by Okabe and Ito.',
         'Brain views are drawn by NiiVue where the browser offers WebGL2, otherwise on a 2D canvas; curves by Chart.js.',
-        'Time courses are those of the mixing table, rescaled to 0\u20131. A predictor is scaled to the same range, and turned '
-            + 'upside down where it runs against the component.',
+        'Time courses are those of the mixing table, rescaled to 0\u20131. A predictor is scaled to the same range, and '
+            + 'inverted where it is negatively correlated with the component.',
         'The sign of a component is arbitrary: map and time course may be turned around together.',
     ];
 }

@@ -72,9 +72,9 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
         metric: number,
         name: string | null,
         number: number,
-        against = false,
+        negative = false,
     ): HTMLElement => {
-        const strength = `|r| ${short(component.values[metric])}${against ? ', runs against it' : ''}`;
+        const strength = `|r| ${short(component.values[metric])}${negative ? ', negatively correlated' : ''}`;
         const text = name === null ? 'none' : `${name} (no. ${component.cells[number]}), ${strength}`;
         return h('td', { 'data-metric': METRICS[metric].column, title: component.cells[metric] }, text);
     };
@@ -103,7 +103,7 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
             'tbody',
             {},
             row('Design matrix', 0, (component) =>
-                named(component, 0, component.predictor, 1, predictorMatch(run, component)?.against),
+                named(component, 0, component.predictor, 1, predictorMatch(run, component)?.negative),
             ),
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
             row('RMS', 2, (component) => cell(component, 2)),
