@@ -55,8 +55,8 @@ export interface ComponentFacts {
 }
 
 /**
- * Share of the first eigenvalue in the variance, in per cent; null when it was not kept. The temporal mean of each voxel
- * is not removed, so the first eigenvalue mostly represents the mean image and accounts for most of the variance.
+ * Share of the first eigenvalue in the variance, in per cent; null when it was not kept. The temporal mean of each
+ * voxel is not removed, so the first eigenvalue mostly represents the mean image and accounts for most of the variance.
  */
 export function meanImageShare({ Settings, Eigenvalues }: Decomposition): number | null {
     const total = Eigenvalues.reduce((sum, value) => sum + value, 0);
