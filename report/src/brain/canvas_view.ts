@@ -48,7 +48,7 @@ export class CanvasView implements BrainView {
         const canvas = h('canvas', { class: 'plane', 'data-plane': name, role: 'img', 'aria-label': `${name} plane` });
         const aspect = (plane.across.size * plane.across.mm) / (plane.up.size * plane.up.mm);
         canvas.style.aspectRatio = String(aspect);
-        canvas.style.flex = `${plane.across.size * plane.across.mm} 1 0`; // one scale for all three
+        canvas.style.flex = `${plane.across.size * plane.across.mm} 1 0`; // the same scale for all three
         canvas.addEventListener('pointerdown', (event) => {
             canvas.setPointerCapture(event.pointerId);
             this.pick(name, event);
@@ -96,7 +96,7 @@ export class CanvasView implements BrainView {
 
     private drawCrosshair(context: CanvasRenderingContext2D, x: number, y: number, ratio: number): void {
         const { width, height } = context.canvas;
-        const gap = 7 * ratio; // leaves the voxel itself to be seen
+        const gap = 7 * ratio; // keeps the voxel itself visible
         context.strokeStyle = 'rgba(110, 235, 150, 0.85)';
         context.lineWidth = ratio;
         context.beginPath();

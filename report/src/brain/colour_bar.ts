@@ -11,7 +11,7 @@ function gradient(lut: Lut, reversed: boolean): string {
     return `linear-gradient(to right, ${stops.join(', ')})`;
 }
 
-/** The colours with their numbers: the negative side, the part below the threshold left open, the positive side. */
+/** The colour scale with its limits: the negative side, a gap below the threshold, the positive side. */
 export function colourBar(look: Look, high: number): HTMLElement {
     const map = colourMap(look.colourMap);
     const ceiling = ceilingOf(look, high);
@@ -21,7 +21,7 @@ export function colourBar(look: Look, high: number): HTMLElement {
         strip.style.background = gradient(lut, reversed);
         return strip;
     };
-    const text = `Colours from z ${fixed(look.threshold, 1)} to ${fixed(ceiling, 1)} of either sign`;
+    const text = `Colour scale from |z| ${fixed(look.threshold, 1)} to ${fixed(ceiling, 1)}`;
     return h(
         'div',
         { class: 'colour-bar', role: 'img', 'aria-label': text },

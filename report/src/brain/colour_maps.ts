@@ -6,10 +6,10 @@ import {
     interpolateYlOrBr,
 } from 'd3-scale-chromatic';
 
-/** Colours for one sign of a map: 256 steps from the threshold to the ceiling, red, green, blue each. */
+/** Colours for one sign of a map: 256 steps from the threshold to the ceiling, as red, green, blue. */
 export type Lut = Uint8Array;
 
-/** Colours for a signed map over a grey image, chosen to stay apart for colour-blind readers. */
+/** Colours for a signed map over a grey image, chosen so that colour-blind readers can distinguish them. */
 export interface ColourMap {
     id: string;
     title: string;
@@ -18,7 +18,7 @@ export interface ColourMap {
     signed: boolean; // the two signs look different
 }
 
-// The ramp's part from `from` to `to`, so that neither end drowns in the grey of the image.
+// The part of the ramp from `from` to `to`, so that neither end is lost in the grey of the image.
 function lut(ramp: (t: number) => string, from: number, to: number): Lut {
     const table = new Uint8Array(3 * 256);
     for (let i = 0; i < 256; ++i) {
@@ -37,7 +37,7 @@ function unsigned(id: string, title: string, ramp: (t: number) => string, from: 
 }
 
 /**
- * Orange against blue differs in the channel that red-green blindness leaves intact (ColorBrewer YlOrBr and Blues, both
+ * Orange and blue differ in the channel that red-green blindness leaves intact (ColorBrewer YlOrBr and Blues, both
  * marked colour-blind safe there; dark means weak). Viridis, cividis (Nunez et al. 2018) and inferno rise evenly in
  * lightness and show the magnitude alone.
  */

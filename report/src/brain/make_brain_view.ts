@@ -15,15 +15,15 @@ function hasWebgl2(): boolean {
 }
 
 /**
- * Puts a view into the place that can draw at once, with the 2D canvas, and where the browser has WebGL2 calls back with
- * a NiiVue view when that is ready to take over. So there is never an empty box, and the page decides by itself.
+ * Adds a view to `place` that draws immediately with the 2D canvas. Where the browser has WebGL2, calls back with a
+ * NiiVue view once that is ready to take over. The reader never sees an empty box and has nothing to choose.
  */
 export function makeBrainView(run: Run, place: HTMLElement, better: (view: NiivueView) => void): BrainView {
     const view = new CanvasView(run);
     place.append(view.element);
     if (hasWebgl2()) {
         NiivueView.make(run, place).then(better, () => {
-            webgl2 = false; // announced but not working, as on some remote desktops
+            webgl2 = false; // reported as available but not working, as on some remote desktops
         });
     }
     return view;

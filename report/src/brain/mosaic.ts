@@ -27,7 +27,9 @@ function widened([from, to]: [number, number], size: number): [number, number] {
     return [Math.max(0, from - 1), Math.min(size - 1, to + 1)];
 }
 
-/** Axial positions from the lower to the upper part of the mask; the outermost slices show next to nothing. */
+/**
+ * Axial positions from the lower to the upper part of the mask, without the outermost slices, which show very little.
+ */
 export function mosaicPositions(grid: Grid, extent: Extent, count: number): number[] {
     const [from, to] = extent[2];
     const length = to - from;
@@ -37,7 +39,10 @@ export function mosaicPositions(grid: Grid, extent: Extent, count: number): numb
     );
 }
 
-/** Draws axial slices of a map over the mean image side by side, from bottom to top, to fill the canvas's width; left and right are marked. */
+/**
+ * Draws axial slices of a map over the mean image side by side, from bottom to top, filling the width of the canvas.
+ * Left and right are marked.
+ */
 export function drawMosaic(
     canvas: HTMLCanvasElement,
     run: Run,
@@ -70,7 +75,7 @@ export function drawMosaic(
     drawSides(context, plane.marks, cellWidth, cellHeight);
 }
 
-// At the first slice alone: it says it for all.
+// On the first slice only, which stands for all of them.
 function drawSides(
     context: CanvasRenderingContext2D,
     marks: { left: string; right: string },

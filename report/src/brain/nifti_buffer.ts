@@ -1,6 +1,6 @@
 import type { Grid } from '../data/grid';
 
-const HEADER_BYTES = 352; // 348 and four bytes that say "no extension"
+const HEADER_BYTES = 352; // 348 bytes, and four that mean "no extension"
 const UINT8 = 2;
 const INT16 = 4;
 

@@ -19,8 +19,8 @@ function loadLibrary(): Promise<NiivueModule> {
     return library;
 }
 
-// The first step is clear, because values below the threshold fall on it; its grey keeps the smoothed edges of one sign
-// free of the other sign's colour.
+// The first step is transparent, because values below the threshold map to it; its grey keeps the colour of the other
+// sign out of smoothed edges.
 function niivueColours(lut: Lut): { R: number[]; G: number[]; B: number[]; A: number[]; I: number[] } {
     const steps = Array.from({ length: 256 }, (_, i) => i);
     return {
@@ -49,18 +49,18 @@ interface Location {
 const ROW_WIDTH = 620; // pixels
 const PLANE_OF_SLICE_TYPE: (PlaneName | undefined)[] = ['axial', 'coronal', 'sagittal'];
 
-// The crosshair follows the left button. The library's other buttons and keys would change the greys of the mean image,
-// push the brain out of sight or open a dialog, and nothing on this page would bring it back.
-function leaveOutGestures(nv: NiivueType): void {
+// The crosshair follows the left button. The library's actions for other buttons and keys would change the contrast of
+// the mean image, move the brain out of view or open a dialog, and nothing on this page could undo that.
+function disableGestures(nv: NiivueType): void {
     const press = nv.mouseDownListener.bind(nv);
     nv.mouseDownListener = (event) => {
         if (event.button === 0 && !event.shiftKey) press(event);
     };
     nv.keyDownListener = nv.keyUpListener = () => {};
-    nv.resetBriCon = () => {}; // at a double click
+    nv.resetBriCon = () => {}; // on double-click
 }
 
-/** The planes, and the volume rendered when asked for, drawn by NiiVue with WebGL2. */
+/** The planes, and on request a 3D rendering, drawn by NiiVue with WebGL2. */
 export class NiivueView implements BrainView {
     readonly element = h('div', { class: 'planes planes-webgl', 'data-renderer': 'webgl2' });
     onPick: BrainView['onPick'] = () => {};
@@ -73,14 +73,14 @@ export class NiivueView implements BrainView {
     private colours = '';
     private overlay!: NVImageType;
     private map: ComponentMap | null = null;
-    private own = false; // the crosshair is being moved from outside
+    private own = false; // the crosshair is being moved by the page, not by the reader
 
     private constructor(private readonly run: Run) {
         this.dense = new Int16Array(run.grid.count);
         this.element.append(this.canvas);
     }
 
-    /** Makes a view that waits unseen in the place until `reveal`. Fails where the browser does not draw after all. */
+    /** Makes a view that stays hidden in `place` until `reveal`. Rejects if the browser cannot draw after all. */
     static async make(run: Run, place: HTMLElement): Promise<NiivueView> {
         const view = new NiivueView(run);
         view.element.classList.add('planes-waiting');
@@ -109,16 +109,16 @@ export class NiivueView implements BrainView {
         overlay.cal_minNeg = -overlay.cal_max;
         overlay.cal_maxNeg = -overlay.cal_min;
         overlay.opacity = look.opacity;
-        if (nv.opts.isNearestInterpolation === look.smooth) nv.setInterpolation(!look.smooth); // of the mean image too
+        if (nv.opts.isNearestInterpolation === look.smooth) nv.setInterpolation(!look.smooth); // for the mean image too
         nv.opts.isRadiologicalConvention = look.radiological;
         nv.opts.multiplanarShowRender = look.render ? this.library.SHOW_RENDER.ALWAYS : this.library.SHOW_RENDER.NEVER;
         this.render = look.render;
         this.arrange();
-        nv.scene.pan2Dxyzmm = [0, 0, 0, 1]; // two fingers may have moved it
+        nv.scene.pan2Dxyzmm = [0, 0, 0, 1]; // a two-finger gesture may have moved it
         nv.scene.crosshairPos = this.fractionOf(voxel);
         if (look.colourMap !== this.colours) nv.refreshColormaps();
         this.colours = look.colourMap;
-        nv.refreshLayers(overlay, 1); // the mean image stays as it is on the graphics card
+        nv.refreshLayers(overlay, 1); // the mean image stays on the graphics card as it is
         nv.drawScene();
     }
 
@@ -131,7 +131,7 @@ export class NiivueView implements BrainView {
 
     dispose(): void {
         this.element.remove();
-        this.nv.gl?.getExtension('WEBGL_lose_context')?.loseContext(); // browsers allow but a few contexts
+        this.nv.gl?.getExtension('WEBGL_lose_context')?.loseContext(); // browsers allow only a few contexts
     }
 
     private async start(): Promise<void> {
@@ -157,21 +157,21 @@ export class NiivueView implements BrainView {
             dragMode: DRAG_MODE.none,
             touchEventConfig: { singleTouch: DRAG_MODE.crosshair, doubleTouch: DRAG_MODE.none },
         });
-        leaveOutGestures(this.nv);
+        disableGestures(this.nv);
         for (const map of COLOUR_MAPS) {
             this.nv.addColormap(`${map.id}+`, niivueColours(map.positive));
             this.nv.addColormap(`${map.id}-`, niivueColours(map.negative));
         }
         const resize = this.nv.resizeListener.bind(this.nv);
         this.nv.resizeListener = () => {
-            if (this.canvas.offsetWidth === 0) return; // the view is out of the page
+            if (this.canvas.offsetWidth === 0) return; // the view is not in the page
             this.arrange();
             resize();
         };
         this.arrange();
         await this.nv.attachToCanvas(this.canvas);
         const { grid, grey } = this.run;
-        const open = NVImage.new as unknown as OpenImage; // everything after the sixth argument has a default
+        const open = NVImage.new as unknown as OpenImage; // the remaining parameters have defaults
         const mean = await open(niftiBuffer(grid, grey, 1), 'mean.nii', 'gray', 1, null, 0, 255 / LIGHTEST_GREY);
         this.overlay = await open(niftiBuffer(grid, this.dense, 1), 'map.nii', `${COLOUR_MAPS[0].id}+`, 1, null, 1, 2);
         this.nv.addVolume(mean);
@@ -182,11 +182,11 @@ export class NiivueView implements BrainView {
     private picked(location: Location): void {
         if (this.own || !this.map) return;
         const { mm, axCorSag } = location;
-        // NiiVue's own voxels count along the body, not along the file.
+        // NiiVue numbers its voxels along the anatomical axes, not in file order.
         this.onPick(toVoxel(this.run.grid.affine, [mm[0], mm[1], mm[2]]), PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
     }
 
-    // Side by side where there is room, else two by two; lines of the crosshair a little over a pixel wide.
+    // Side by side where there is room, otherwise two by two, with crosshair lines slightly wider than a pixel.
     private arrange(): void {
         const [x, y, z] = this.run.grid.body.map((axis) => axis.size * axis.mm);
         const { GRID, ROW } = this.library.MULTIPLANAR_TYPE;
@@ -195,11 +195,11 @@ export class NiivueView implements BrainView {
         this.nv.opts.multiplanarLayout = row ? ROW : GRID;
         this.element.style.aspectRatio = String(width / (row ? Math.max(y, z) : y + z));
         const pixel = (1.3 * width) / Math.max(1, this.element.clientWidth);
-        if (Math.abs(this.nv.opts.crosshairWidth - pixel) > 0.05) this.nv.crosshairs3D = null; // made anew
+        if (Math.abs(this.nv.opts.crosshairWidth - pixel) > 0.05) this.nv.crosshairs3D = null; // made again when drawn
         this.nv.opts.crosshairWidth = pixel;
     }
 
-    // By the whole affine, also where the grid is oblique.
+    // Uses the full affine, so that it holds for oblique grids too.
     private fractionOf(voxel: Vector): ReturnType<NiivueType['mm2frac']> {
         return this.nv.mm2frac(toMm(this.run.grid.affine, voxel), 0, true);
     }

@@ -2,13 +2,13 @@ import type { BodyAxis, Grid } from '../data/grid';
 
 export type PlaneName = 'sagittal' | 'coronal' | 'axial';
 
-/** A cut through the grid: body axes across and up the image, and the one it is stacked along. */
+/** A slice orientation: the anatomical axes across and up the image, and the one that slices are stacked along. */
 export interface Plane {
     name: PlaneName;
     across: BodyAxis;
     up: BodyAxis;
     through: BodyAxis;
-    mirrored: boolean; // across runs from right to left
+    mirrored: boolean; // the axis across runs from right to left
     marks: { left: string; right: string; top: string; bottom: string };
 }
 

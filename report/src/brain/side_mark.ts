@@ -1,4 +1,4 @@
-/** A letter for a side of the body, legible over black and over bright tissue. Aligned as the context says. */
+/** Draws a letter for a side of the body, legible over black and bright tissue, aligned as set in the context. */
 export function drawSideMark(
     context: CanvasRenderingContext2D,
     letter: string,

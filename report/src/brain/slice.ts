@@ -4,7 +4,7 @@ import { colourMap } from './colour_maps';
 import { ceilingOf, LIGHTEST_GREY, type Look } from './look';
 import type { Plane } from './plane';
 
-/** A part of a plane, in voxels along its axes, limits included. */
+/** A rectangle of a plane, in voxels along its axes, limits included. */
 export interface Frame {
     acrossFrom: number;
     acrossTo: number;
@@ -16,13 +16,15 @@ export function wholeFrame(plane: Plane): Frame {
     return { acrossFrom: 0, acrossTo: plane.across.size - 1, upFrom: 0, upTo: plane.up.size - 1 };
 }
 
-/** Two pictures of a slice, a pixel a voxel: the grey image, and the map in colours, clear below the threshold. */
+/**
+ * Two images of a slice, one pixel per voxel: the mean image, and the map in colours, transparent below the threshold.
+ */
 export interface SlicePixels {
     grey: ImageData;
     overlay: ImageData;
 }
 
-/** The position along the axis across for a column of the picture. */
+/** Position along the axis across for a column of the image. */
 export function acrossAt(plane: Plane, frame: Frame, column: number): number {
     return plane.mirrored ? frame.acrossTo - column : frame.acrossFrom + column;
 }
@@ -70,7 +72,7 @@ export function drawSlice(
 
 const stages: HTMLCanvasElement[] = [];
 
-// A picture as something that can be drawn scaled; one scratch canvas a layer, because each is used up at once.
+// The pixels on a canvas, which can be drawn scaled. One scratch canvas per layer is enough, as each is drawn at once.
 function staged(pixels: ImageData, layer: number): HTMLCanvasElement {
     stages[layer] ??= document.createElement('canvas');
     const stage = stages[layer];
@@ -80,7 +82,7 @@ function staged(pixels: ImageData, layer: number): HTMLCanvasElement {
     return stage;
 }
 
-/** Draws both pictures of a slice into a rectangle of a canvas. */
+/** Draws both images of a slice into a rectangle of a canvas. */
 export function paintSlice(
     context: CanvasRenderingContext2D,
     pixels: SlicePixels,
