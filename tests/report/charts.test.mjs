@@ -54,8 +54,8 @@ describe('charts', { skip: missingBrowser }, () => {
     test('of spectra give the true frequency first where the plug-in has another clock', async () => {
         const page = await open('clock', { trMilliseconds: 2500 }); // counted as 2 s: 0.25 Hz stand for 0.2 Hz
         const { title, text } = await spectrum(page);
-        assert.equal(title, '0.0800 Hz (0.1000 Hz on the clock of the plug-in)');
-        assert.match(text, /up to 0\.200 Hz \(0\.250 Hz on the clock of the plug-in\)/);
+        assert.equal(title, "0.0800 Hz (0.1000 Hz on the plug-in's clock)");
+        assert.match(text, /up to 0\.200 Hz \(0\.250 Hz on the plug-in's clock\)/);
         await page.close();
         const exact = await open('exact', {});
         assert.equal((await spectrum(exact)).title, '0.1000 Hz');

@@ -6,7 +6,7 @@ export interface Area {
     from: number;
     to: number;
     label: string;
-    beside?: boolean; // the label stands to the right, because the area is too narrow for it
+    beside?: boolean; // the label goes to the right of the area, which is too narrow for it
 }
 
 const areasOf = new WeakMap<HTMLCanvasElement, Area[]>();
@@ -15,7 +15,7 @@ export function setAreas(canvas: HTMLCanvasElement, areas: Area[]): void {
     areasOf.set(canvas, areas);
 }
 
-/** Shades the areas of a chart in two tones by turns. */
+/** Shades the areas of a chart in two alternating tones. */
 export const BAND_AREAS: Plugin = {
     id: 'bandAreas',
     beforeDatasetsDraw(chart: Chart): void {

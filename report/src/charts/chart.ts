@@ -1,5 +1,5 @@
-// Chart.js: line and radar charts from one library, small when only the parts in use are bundled, redrawn without
-// animation in a few milliseconds. Its canvases get their text alternative here.
+// Chart.js draws both line and radar charts, is small when only the parts in use are bundled, and redraws in a few
+// milliseconds without animation. Its canvases get their text alternatives here.
 import {
     CategoryScale,
     Chart,
@@ -38,18 +38,18 @@ Chart.defaults.maintainAspectRatio = false;
 Chart.defaults.font.family = 'system-ui, -apple-system, "Segoe UI", Roboto, sans-serif';
 Chart.defaults.font.size = 12;
 
-const PAPER_RATIO = 3; // dots a CSS pixel, 288 an inch
+const PAPER_RATIO = 3; // device pixels per CSS pixel: 288 per inch
 
-/** A canvas that remembers its chart, for tests. */
+/** A canvas that keeps a reference to its chart, for tests. */
 export type ChartCanvas = HTMLCanvasElement & { chart?: Chart };
 
-/** A chart in a box of its own; drawn anew when its data or the theme change. */
+/** A chart in its own box, redrawn when its data or the theme change. */
 export class ChartBox {
     readonly element: HTMLElement;
     private readonly canvas: ChartCanvas;
     private configuration: (() => ChartConfiguration) | null = null;
 
-    /** `paper`: width and height in print, in CSS pixels; the style sheet scales what does not fit its panel after all. */
+    /** `paper`: width and height in print, in CSS pixels; the style sheet scales down what does not fit its panel. */
     constructor(
         name: string,
         private readonly paper: [number, number],
@@ -61,7 +61,7 @@ export class ChartBox {
         addEventListener('afterprint', () => this.resize(undefined, []));
     }
 
-    /** `text`: what the chart shows, for readers who do not see it; `areas`: shaded ranges of the horizontal axis. */
+    /** `text`: what the chart shows, for readers who cannot see it; `areas`: shaded ranges of the horizontal axis. */
     show(text: string, configuration: () => ChartConfiguration, areas: Area[] = []): void {
         setAreas(this.canvas, areas);
         this.canvas.setAttribute('aria-label', text);
@@ -69,7 +69,7 @@ export class ChartBox {
         this.draw();
     }
 
-    // There is no layout for paper yet when scripts are told of it, so the size is given.
+    // The size is given because the page is not yet laid out for paper when `beforeprint` fires.
     private resize(ratio: number | undefined, size: [number, number] | []): void {
         const { chart } = this.canvas;
         if (!chart) return;
@@ -91,7 +91,7 @@ export class ChartBox {
     }
 }
 
-/** The look of an axis with a title. */
+/** Options of an axis with a title. */
 export function axis(title: string, step?: number): object {
     return {
         title: { display: true, text: title, color: colour('muted') },
@@ -101,12 +101,12 @@ export function axis(title: string, step?: number): object {
     };
 }
 
-/** The look of an axis that ends where the data end: ticks at round numbers alone, none at an end that is not one. */
+/** Options of an axis that ends where the data end: ticks at round numbers only, even at its ends. */
 export function wholeAxis(title: string): object {
     return { ...axis(title), ticks: { color: colour('muted'), maxRotation: 0, includeBounds: false } };
 }
 
-/** The look of a legend; `visible` when there is more than one curve. */
+/** Options of a legend; `visible` when there is more than one curve. */
 export function legend(visible: boolean): object {
     return {
         display: visible,

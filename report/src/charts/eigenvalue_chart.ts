@@ -8,7 +8,7 @@ export function showEigenvalues(box: ChartBox, facts: Decomposition): void {
     const points = facts.Eigenvalues.map((y, i) => ({ x: i + 1, y })).filter(({ y }) => y > 0);
     const kept = { from: first - 0.5, to: last + 0.5, label: 'kept', beside: last - first < points.length / 6 };
     box.show(
-        `${points.length} eigenvalues in falling order; ranks ${first} to ${last} are kept`,
+        `${points.length} eigenvalues in descending order; ranks ${first} to ${last} are kept`,
         () => ({
             type: 'line',
             data: {
@@ -53,7 +53,7 @@ export function showEigenvalues(box: ChartBox, facts: Decomposition): void {
     );
 }
 
-// Powers of ten alone; the ticks between them only crowd the axis.
+// Labels powers of ten only; more labels would crowd the axis.
 function exponent(value: number | string): string {
     const power = Math.log10(Number(value));
     return Math.abs(power - Math.round(power)) < 1e-6 ? `1e${Math.round(power)}` : '';

@@ -9,7 +9,7 @@ export function fingerprintOf(component: Component): number[] {
     return component.values.slice(FINGERPRINT_START);
 }
 
-/** The fingerprint as a radar, from 0 in the middle to 1. */
+/** The fingerprint as a radar chart, from 0 at the centre to 1. */
 export function showFingerprint(box: ChartBox, component: Component, other: Component | null): void {
     const dataset = (of: Component, name: string): object => ({
         label: of.title,
@@ -19,13 +19,13 @@ export function showFingerprint(box: ChartBox, component: Component, other: Comp
         borderWidth: 2,
         pointRadius: 2.5,
         pointBackgroundColor: colour(name),
-        spanGaps: false, // an n/a is no value between its neighbours'
+        spanGaps: false, // no line across an n/a
     });
     const values = FINGERPRINT.map((metric, i) => `${metric.short} ${short(fingerprintOf(component)[i])}`).join(', ');
     box.show(`Fingerprint of ${component.title}: ${values}`, () => ({
         type: 'radar',
         data: {
-            labels: FINGERPRINT.map((metric) => metric.short.split(' ')), // a word a line leaves room for the star
+            labels: FINGERPRINT.map((metric) => metric.short.split(' ')), // one word per line leaves room for the chart
             datasets: [dataset(component, 'curve'), ...(other ? [dataset(other, 'curve-other')] : [])] as never,
         },
         options: {

@@ -1,6 +1,6 @@
 import { colour } from '../theme';
 
-/** A fingerprint in small: the eleven values as a star, clockwise from the top; values without number leave a gap. */
+/** Draws a small fingerprint: the eleven values as a star, clockwise from the top. Missing values leave a gap. */
 export function drawFingerprintGlyph(canvas: HTMLCanvasElement, values: number[]): void {
     const context = canvas.getContext('2d')!;
     const { width, height } = canvas;

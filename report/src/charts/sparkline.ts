@@ -1,6 +1,6 @@
 import { colour } from '../theme';
 
-/** A time course in small, with a second curve behind it; no axes. */
+/** Draws a small time course without axes, with an optional second curve behind it. */
 export function drawSparkline(canvas: HTMLCanvasElement, values: number[], behind: number[] | null): void {
     const context = canvas.getContext('2d')!;
     const { width, height } = canvas;

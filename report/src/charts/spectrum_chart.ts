@@ -13,9 +13,9 @@ function spectrumOf(component: Component): Spectrum {
 }
 
 /**
- * Power over frequency with the bands shaded. The axis is the plug-in's own clock, whole seconds of the repetition time,
- * because that is where its bands lie; a second axis on top has the true frequencies where the two differ. Without bands
- * there is the true one alone.
+ * Power over frequency with the bands shaded. The axis follows the plug-in's clock, the repetition time in whole
+ * seconds, because the bands are defined on that clock; where it differs from the true one, a second axis at the top
+ * shows the true frequencies. Without bands there is only the true axis. Returns a note on the method.
  */
 export function showSpectrum(
     box: ChartBox,
@@ -29,7 +29,7 @@ export function showSpectrum(
     const nyquist = twoClocks ? bands.nyquistHz : trueNyquist;
     const inHz = (x: number, digits: number): string =>
         `${((x * trueNyquist) / nyquist).toFixed(digits)} Hz`
-        + (twoClocks ? ` (${x.toFixed(digits)} Hz on the clock of the plug-in)` : '');
+        + (twoClocks ? ` (${x.toFixed(digits)} Hz on the plug-in's clock)` : '');
     const curve = (of: Component, name: string): object => {
         const spectrum = spectrumOf(of);
         return {
