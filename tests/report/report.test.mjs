@@ -407,7 +407,7 @@ describe('the page', { skip: missingBrowser }, () => {
         const limited = madeUp('limited', { components: 3, asked: 5, trMilliseconds: 2500, design: false });
         const page = await openReport(browser, limited.report);
         const warnings = (await page.locator('.warnings li').allTextContents()).join('\n');
-        assert.match(warnings, /gave up early: 3 of 5/);
+        assert.match(warnings, /stopped early: 3 of 5/);
         assert.match(warnings, /2\.5 s as 2 s/);
         assert.match(warnings, /n\/a\) for Kurtosis/);
         await showComponent(page, 'ICA_00', 'webgl2');

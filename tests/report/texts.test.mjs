@@ -36,15 +36,15 @@ describe('the page says', { skip: missingBrowser }, () => {
     const methods = (options) => textOf(options, '#methods-text', '#/methods');
     const references = (options) => textOf(options, '.references li', '#/methods');
 
-    test('how many voxels were left out, and why', async () => {
+    test('how many voxels were excluded, and why', async () => {
         const text = (NotFinite, Constant) => warnings({ input: { VoxelsDropped: { NotFinite, Constant } } });
         assert.match(
             await text(1200, 34),
-            /1,234 voxels of the mask were left out: 1,200 not finite in some volume, 34 constant over time\./,
+            /1,234 voxels of the mask were excluded: 1,200 with non-finite values, 34 constant over time\./,
         );
-        assert.match(await text(0, 1), /1 voxel of the mask was left out: 1 constant over time\./);
-        assert.doesNotMatch(await text(0, 0), /left out/);
-        assert.doesNotMatch(await warnings({}), /left out/); // a result that does not tell
+        assert.match(await text(0, 1), /1 voxel of the mask was excluded: 1 constant over time\./);
+        assert.doesNotMatch(await text(0, 0), /excluded/);
+        assert.doesNotMatch(await warnings({}), /excluded/); // a result that does not say
     });
 
     test('what was noted about the input', async () => {
@@ -71,7 +71,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(await methods(none), /voxels of the whole grid, without a mask,/);
         assert.match(await warnings(none), /No mask was used/);
         const auto = { settings: { Mask: 'auto' } };
-        assert.match(await methods(auto), /voxels inside a brain mask made from the mean image/);
+        assert.match(await methods(auto), /voxels inside a brain mask derived from the temporal mean image/);
         assert.equal(await warnings({ components: 2, ...auto }), '');
         assert.match(await methods({}), /voxels inside a mask entered/);
     });
@@ -95,18 +95,18 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(rescaled, /skewness.*kurtosis and entropy of its map and the entropy of its time course/);
     });
 
-    test('how often the run was repeated, what was left out and how the number of components was found', async () => {
+    test('how often the run was repeated, what was discarded and how the number of components was found', async () => {
         assert.match(
             await methods({ facts: { Repeats: { Runs: 7 } } }),
-            /extraction was done 7 times.*Iq.*Himberg et al\., 2004/,
+            /extraction was run 7 times.*Iq.*Himberg et al\., 2004/,
         );
         assert.match(await references({ facts: { Repeats: { Runs: 7 } } }), /Himberg.*NeuroImage, 22/);
         assert.doesNotMatch(await references({}), /Himberg|Wax/);
-        assert.match(await methods({ input: { DummyScans: 4 } }), /4 volumes before them were left out/);
+        assert.match(await methods({ input: { DummyScans: 4 } }), /4 initial volumes were discarded beforehand/);
         const ComponentEstimate = { MDL: 3, Laplace: 5, OptimalThreshold: 4, EffectiveSamples: 2407.3 };
         assert.match(
             await methods({ facts: { ComponentEstimate } }),
-            /number of components, 3, was estimated .* minimum description length \(Wax & Kailath, 1985\) at 2407 /,
+            /number of components, 3, was estimated .* minimum description length \(Wax & Kailath, 1985\), assuming 2407 /,
         );
         assert.match(await methods({}), /at most five restarts in the whole run/);
     });
@@ -115,14 +115,14 @@ describe('the page says', { skip: missingBrowser }, () => {
         const facts = { Eigenvalues: [80, 10, 6, 4], RetainedVariancePercent: 96 };
         assert.match(
             await methods({ facts }),
-            /\(96\.0 % of the variance; the first, which holds the mean image, alone 80\.0 %\)/,
+            /\(96\.0 % of the variance; 80\.0 % in the first, which represents the mean image\)/,
         );
         assert.match(
             await textOf({ facts }, '.tile-detail'),
-            /eigenvalues 1 to 3, mean image included: the first alone 80\.0 %/,
+            /eigenvalues 1 to 3; the first \(the mean image\) alone 80\.0 %/,
         );
         const without = { facts, settings: { FirstEigenvalue: 2, LastEigenvalue: 4 } };
-        assert.doesNotMatch(await methods(without), /mean image,? alone/);
+        assert.doesNotMatch(await methods(without), /the mean image\)/);
         assert.match(
             await methods({ components: 1, settings: { LastEigenvalue: 1 } }),
             /reduced to the largest principal component of/,
@@ -134,12 +134,12 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.doesNotMatch(await warnings({ components: 2 }), /single component/);
     });
 
-    test('which parameters are the same for every component, also when clustering was skipped', async () => {
+    test('which parameters are the same for every component, also when clustering was not estimated', async () => {
         const same = { constant: { power_band_3: 1, degree_of_clustering: 0 } };
         assert.match(await warnings(same), /^Clustering, Band\u00a03: the same for every component/m);
         const skipped = await warnings({ ...same, settings: { ClusterSize: null } });
         assert.match(skipped, /^Band\u00a03: the same for every component/m);
-        assert.match(skipped, /clustering was skipped/);
+        assert.match(skipped, /clustering was not estimated/);
     });
 
     test('no value of a frequency band that the repetition time does not have', async () => {
@@ -152,7 +152,10 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.deepEqual(await bands(720), [true, true, true, true, true]);
         assert.deepEqual(await bands(6000), [false, false, false, false, true]);
         assert.deepEqual(await bands(2000), [false, false, false, false, false]);
-        assert.match(await warnings({ trMilliseconds: 6000 }), /ends at 0\.083 Hz: 4 of the five power bands are used/);
+        assert.match(
+            await warnings({ trMilliseconds: 6000 }),
+            /ends at 0\.083 Hz: only 4 of the five power bands are in use/,
+        );
     });
 
     test('where a component and its best predictor are negatively correlated', async () => {

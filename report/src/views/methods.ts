@@ -5,7 +5,7 @@ import { methodsText } from './methods_text';
 import { referencesOf } from './references';
 import type { View } from './view';
 
-/** How it was done: the paragraph to paste, the references, what the parameters mean, how the pictures are made. */
+/** The methods: a paragraph to paste, the references, the meaning of the parameters, how the images are made. */
 export class Methods implements View {
     readonly element: HTMLElement;
 
@@ -19,7 +19,7 @@ export class Methods implements View {
                 await navigator.clipboard.writeText(`${text}\n\n${references.join('\n')}\n`);
                 done.textContent = 'Copied with the references.';
             } catch {
-                getSelection()?.selectAllChildren(paragraph); // not allowed: at least it is selected
+                getSelection()?.selectAllChildren(paragraph); // copying is not allowed: select the text instead
                 done.textContent = 'Selected: copy it with Ctrl+C.';
             }
         };
@@ -29,7 +29,7 @@ export class Methods implements View {
             h(
                 'section',
                 { class: 'panel' },
-                h('h2', {}, 'How it was done'),
+                h('h2', {}, 'Methods'),
                 paragraph,
                 h(
                     'p',
@@ -44,8 +44,8 @@ export class Methods implements View {
             h(
                 'section',
                 { class: 'panel' },
-                h('h2', {}, 'How the pictures are made'),
-                ...pictures().map((line) => h('p', {}, line)),
+                h('h2', {}, 'How the images are made'),
+                ...imageNotes().map((line) => h('p', {}, line)),
             ),
         );
     }
@@ -64,7 +64,7 @@ function parameterList(run: Run): HTMLElement {
                 h(
                     'tr',
                     {},
-                    ...['Column', 'Name in the plug-in', 'What it says', 'Unit'].map((name) =>
+                    ...['Column', 'Name in the plug-in', 'Meaning', 'Unit'].map((name) =>
                         h('th', { scope: 'col' }, name),
                     ),
                 ),
@@ -88,17 +88,17 @@ function parameterList(run: Run): HTMLElement {
     );
 }
 
-function pictures(): string[] {
+function imageNotes(): string[] {
     return [
-        'Maps are kept in this file rounded to the decimals that are shown, so every value under the crosshair is the one '
-            + 'of the map file to its last shown digit. The mean image is kept in 256 shades, for display only, and drawn '
+        'Maps are stored in this file rounded to the decimals shown, so every value under the crosshair agrees with the '
+            + 'map file to the last digit shown. The mean image is stored in 256 shades, for display only, and drawn '
             + 'darker than the strong ends of the colours.',
-        'Colours: orange is positive and blue negative (ColorBrewer YlOrBr and Blues), a pair that readers with any common '
-            + 'form of colour blindness tell apart; viridis, cividis and inferno show the magnitude and rise evenly in '
-            + 'lightness. Curves use blue, orange and green of the palette by Okabe and Ito.',
-        'Brain views are drawn by NiiVue where the browser offers WebGL2, otherwise on a 2D canvas; curves by Chart.js.',
+        'Colours: orange is positive and blue negative (ColorBrewer YlOrBr and Blues), a pair that readers with any '
+            + 'common form of colour blindness can distinguish; viridis, cividis and inferno show the magnitude and '
+            + 'increase evenly in lightness. Curves use blue, orange and green from the palette by Okabe and Ito.',
+        'Brain views are drawn by NiiVue where the browser has WebGL2, otherwise on a 2D canvas; curves by Chart.js.',
         'Time courses are those of the mixing table, rescaled to 0\u20131. A predictor is scaled to the same range, and '
             + 'inverted where it is negatively correlated with the component.',
-        'The sign of a component is arbitrary: map and time course may be turned around together.',
+        'The sign of a component is arbitrary: map and time course may be inverted together.',
     ];
 }

@@ -34,30 +34,32 @@ function input(run: Run): string {
         .map((edge) => short(edge))
         .join(' \u00d7 ');
     const dummies = from.DummyScans
-        ? `; ${plural(from.DummyScans, 'volume')} before them ${from.DummyScans === 1 ? 'was' : 'were'} left out`
+        ? `; ${plural(from.DummyScans, 'initial volume')} ${from.DummyScans === 1 ? 'was' : 'were'} discarded beforehand`
         : '';
     return (
-        `Spatial independent component analysis (McKeown et al., 1998) was performed with znica ${by.Version} (plug-in `
-        + `version ${by.Plugin.Version}) on ${plural(from.Volumes, 'volume')} (TR ${short(run.trSeconds, 4)} s; voxel size ${mm} mm)${dummies}.`
+        'Spatial independent component analysis (McKeown et al., 1998) was performed with znica '
+        + `${by.Version} (plug-in version ${by.Plugin.Version}) on ${plural(from.Volumes, 'volume')} `
+        + `(TR ${short(run.trSeconds, 4)} s; voxel size ${mm} mm)${dummies}.`
     );
 }
 
 function voxels(run: Run): string {
     const where: Record<string, string> = {
         none: ' of the whole grid, without a mask,',
-        auto: ' inside a brain mask made from the mean image over time',
+        auto: ' inside a brain mask derived from the temporal mean image',
     };
     return (
-        `The time courses of ${plural(run.voxelsInside, 'voxel')}${where[run.facts.Settings.Mask] ?? ' inside a mask'} entered the `
-        + 'analysis; the spatial mean of every volume was removed, the mean over time of every voxel was not.'
+        `The time courses of ${plural(run.voxelsInside, 'voxel')}${where[run.facts.Settings.Mask] ?? ' inside a mask'} `
+        + 'entered the analysis; the spatial mean of each volume was removed, the temporal mean of each voxel was not.'
     );
 }
 
 function componentCount({ facts: { ComponentEstimate: estimate } }: Run): string[] {
     return estimate
         ? [
-              `The number of components, ${estimate.MDL}, was estimated from the eigenvalues by minimum description length (Wax & `
-                  + `Kailath, 1985) at ${estimate.EffectiveSamples.toFixed(0)} effectively independent voxels.`,
+              `The number of components, ${estimate.MDL}, was estimated from the eigenvalues by minimum description `
+                  + `length (Wax & Kailath, 1985), assuming ${estimate.EffectiveSamples.toFixed(0)} effectively `
+                  + 'independent voxels.',
           ]
         : [];
 }
@@ -74,7 +76,7 @@ function reduction({ facts }: Run): string {
               : `principal components ${first} to ${last}`;
     const kept = facts.RetainedVariancePercent;
     const mean = meanImageShare(facts);
-    const ofMean = mean === null ? '' : `; the first, which holds the mean image, alone ${mean.toFixed(1)} %`;
+    const ofMean = mean === null ? '' : `; ${mean.toFixed(1)} % in the first, which represents the mean image`;
     return (
         `The data were reduced to ${many} of the temporal covariance`
         + `${kept === null ? '' : ` (${kept.toFixed(1)} % of the variance${ofMean})`} and whitened.`
@@ -88,10 +90,11 @@ function extraction(run: Run): string {
     } = run;
     const seed = seedOf(run);
     return (
-        `Components were extracted one after another by the fixed-point algorithm FastICA in its deflation form `
-        + `(Hyv\u00e4rinen, 1999) with ${NONLINEARITY[settings.Nonlinearity] ?? settings.Nonlinearity}, a convergence limit of `
-        + `${short(settings.Epsilon)}, at most ${plural(settings.MaxIterations, 'iteration')} a component and at most five restarts in the `
-        + `whole run${seed === null ? '' : ` (random seed ${seed})`}; ${facts.ComponentsFound} of ${plural(settings.Components, 'component')} converged.`
+        'Components were extracted one after another by the fixed-point algorithm FastICA in its deflation form '
+        + `(Hyv\u00e4rinen, 1999) with ${NONLINEARITY[settings.Nonlinearity] ?? settings.Nonlinearity}, a convergence `
+        + `limit of ${short(settings.Epsilon)}, at most ${plural(settings.MaxIterations, 'iteration')} per component and `
+        + `at most five restarts in the whole run${seed === null ? '' : ` (random seed ${seed})`}; `
+        + `${facts.ComponentsFound} of ${plural(settings.Components, 'component')} converged.`
     );
 }
 
@@ -99,16 +102,17 @@ function repeats({ facts: { Repeats: repeated } }: Run): string[] {
     return repeated?.Runs === undefined
         ? []
         : [
-              `The extraction was done ${repeated.Runs} times from different random starts; the components of all runs were clustered by `
-                  + 'their spatial correlation, and the stability of each is the quality index Iq of its cluster (Himberg et al., 2004).',
+              `The extraction was run ${repeated.Runs} times from different random starting points; the components of all `
+                  + 'runs were clustered by their spatial correlation, and the stability of each is the quality index Iq '
+                  + 'of its cluster (Himberg et al., 2004).',
           ];
 }
 
 function maps(): string {
     return (
-        'Maps are the projections of the centred data on the separating vectors, with unit variance over the voxels, and '
-        + 'are shown as z without further scaling. The sign of a component is arbitrary: only the product of its map and its '
-        + 'time course has a meaning.'
+        'Maps are the projections of the centred data onto the separating vectors, with unit variance over the voxels, '
+        + 'and are shown as z without further scaling. The sign of a component is arbitrary: only the product of its map '
+        + 'and its time course is meaningful.'
     );
 }
 
@@ -118,7 +122,7 @@ function fingerprint({ facts: { Settings: settings } }: Run): string {
             ? ' (not estimated)'
             : ` (clusters of at least ${plural(settings.ClusterSize, 'voxel')} beyond |z| = ${short(settings.ZThreshold)})`;
     return (
-        `Every component was characterised by the spread of its time course, the degree of spatial clustering${clusters}, `
+        `Each component was characterised by the spread of its time course, the degree of spatial clustering${clusters}, `
         + 'the lag-1 autocorrelation of its time course, and, each rescaled across the components of the run, the skewness, '
         + 'kurtosis and entropy of its map and the entropy of its time course.'
     );
@@ -130,15 +134,15 @@ function bandPowers(run: Run): string {
         return 'The power in frequency bands is not defined at a repetition time below one second.';
     const clock = exact ? '' : ` with the repetition time taken as ${wholeSeconds} s`;
     return (
-        `The power of its time course was estimated in ${COUNTS[ranges.length]} frequency bands (Welch, 1967)${clock}, relative to `
-        + 'the strongest band of the component, and rescaled across the components of the run.'
+        `The power of its time course was estimated in ${COUNTS[ranges.length]} frequency bands (Welch, 1967)${clock}, `
+        + 'relative to the strongest band of the component, and rescaled across the components of the run.'
     );
 }
 
 function matches({ facts }: Run): string[] {
     return [
         facts.Predictors.length > 0
-            && `Time courses were correlated with ${plural(facts.Predictors.length, 'predictor')} of a design matrix.`,
+            && `Time courses were correlated with ${plural(facts.Predictors.length, 'predictor')} from a design matrix.`,
         facts.Regions.length > 0 && `Maps were correlated with ${plural(facts.Regions.length, 'region')} of interest.`,
     ].filter((sentence) => sentence !== false);
 }

@@ -45,18 +45,18 @@ function tiles(run: Run): HTMLElement {
             '%',
             'Variance kept',
             `eigenvalues ${settings.FirstEigenvalue} to ${settings.LastEigenvalue}`
-                + (mean === null ? '' : `, mean image included: the first alone ${mean.toFixed(1)} %`),
+                + (mean === null ? '' : `; the first (the mean image) alone ${mean.toFixed(1)} %`),
         ),
         tile(grouped(run.voxelsInside), '', 'Voxels', `of ${input.Size.join(' \u00d7 ')}, ${mm} mm`),
         tile(grouped(input.Volumes), '', 'Volumes', duration(input.Volumes * run.trSeconds)),
         tile(short(run.trSeconds, 4), 's', 'Repetition time'),
-        tile(duration(elapsed.Total), '', 'Run time', `${(facts.PeakMemoryBytes / 2 ** 20).toFixed(0)} MiB at most`),
+        tile(duration(elapsed.Total), '', 'Run time', `${(facts.PeakMemoryBytes / 2 ** 20).toFixed(0)} MiB of memory`),
         seed !== null && tile(seed, '', 'Seed', 'the same seed gives the same maps'),
         tile(facts.GeneratedBy.Plugin.Version, '', 'Plug-in version', `znica ${facts.GeneratedBy.Version}`),
     );
 }
 
-/** What was done and how it went, on one screen. */
+/** The analysis and how it went, on one screen. */
 export function summary(run: Run): HTMLElement {
     const eigenvalues = new ChartBox('eigenvalues', [220, 170]);
     showEigenvalues(eigenvalues, run.facts);

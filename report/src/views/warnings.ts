@@ -7,26 +7,26 @@ import { grouped, plural } from '../numbers';
 
 const CLUSTERING = 'degree_of_clustering';
 
-/** What a reader has to know before believing the numbers, in plain words. */
+/** What a reader must know before trusting the numbers, in plain words. */
 export function warningsOf(run: Run): string[] {
     const { facts } = run;
     const asked = facts.Settings.Components;
     const warnings: string[] = [];
     if (facts.ComponentsFound < asked) {
         warnings.push(
-            `The run gave up early: ${facts.ComponentsFound} of ${asked} components converged within `
+            `The run stopped early: ${facts.ComponentsFound} of ${asked} components converged within `
                 + `${facts.Settings.MaxIterations} iterations. The others may still be mixed into the ones shown.`,
         );
     }
     warnings.push(...droppedWarning(facts));
     if (facts.Settings.Mask === 'none') {
-        warnings.push('No mask was used: every voxel of the grid was analysed, also those outside the head.');
+        warnings.push('No mask was used: every voxel of the grid was analysed, including those outside the head.');
     }
     // The page explains the bands itself, also for results without notes.
     const notes = inputNotes(facts.Input.Notes).filter(({ Code }) => Code !== 'frequency-bands');
     warnings.push(...notes.map(({ Text }) => Text));
     warnings.push(...repetitionTimeWarning(run.trSeconds), ...degenerateWarnings(run));
-    if (!run.hasMean) warnings.push('The result holds no mean image; the maps are drawn over the outline of the mask.');
+    if (!run.hasMean) warnings.push('The result has no mean image; the maps are drawn over the shape of the mask.');
     return warnings;
 }
 
@@ -35,11 +35,12 @@ function droppedWarning({ Input: { VoxelsDropped: dropped } }: Decomposition): s
     const constant = dropped?.Constant ?? 0;
     if (notFinite + constant === 0) return [];
     const reasons = [
-        notFinite > 0 && `${grouped(notFinite)} not finite in some volume`,
+        notFinite > 0 && `${grouped(notFinite)} with non-finite values`,
         constant > 0 && `${grouped(constant)} constant over time`,
     ].filter((reason) => reason !== false);
     return [
-        `${plural(notFinite + constant, 'voxel')} of the mask ${notFinite + constant === 1 ? 'was' : 'were'} left out: ${reasons.join(', ')}.`,
+        `${plural(notFinite + constant, 'voxel')} of the mask ${notFinite + constant === 1 ? 'was' : 'were'} excluded: `
+            + `${reasons.join(', ')}.`,
     ];
 }
 
@@ -47,7 +48,7 @@ function repetitionTimeWarning(seconds: number): string[] {
     const { exact, nyquistHz, ranges, wholeSeconds: whole } = bandsFor(seconds);
     if (whole < 1) {
         return [
-            `The repetition time of ${seconds} s is below one second, which the plug-in counts as 0: the five power `
+            `The repetition time of ${seconds} s is below one second, which the plug-in takes as 0: the five power `
                 + 'bands are undefined.',
         ];
     }
@@ -56,13 +57,13 @@ function repetitionTimeWarning(seconds: number): string[] {
             ? []
             : [
                   `At a repetition time of ${seconds} s the spectrum ends at ${nyquistHz.toFixed(3)} Hz: `
-                      + `${ranges.length} of the five power bands are used, the others mean nothing.`,
+                      + `only ${ranges.length} of the five power bands are in use; the others are undefined.`,
               ];
     return exact
         ? few
         : [
               ...few,
-              `The plug-in counts the repetition time of ${seconds} s as ${whole} s for the power spectrum: its `
+              `The plug-in takes the repetition time of ${seconds} s as ${whole} s for the power spectrum: its `
                   + `frequencies, and the limits of the bands, are ${((seconds / whole - 1) * 100).toFixed(0)} % too high.`,
           ];
 }
@@ -77,7 +78,7 @@ function degenerateWarnings(run: Run): string[] {
     const warnings: string[] = [];
     if (without.length > 0) {
         const names = without.map((metric) => metric.short).join(', ');
-        warnings.push(`Some components have no number (n/a) for ${names}: the value behind it could not be rescaled.`);
+        warnings.push(`Some components have no value (n/a) for ${names}, because it could not be rescaled.`);
     }
     const skipped = run.facts.Settings.ClusterSize === null;
     const same = METRICS.filter(
@@ -87,28 +88,26 @@ function degenerateWarnings(run: Run): string[] {
             && components.every((component) => component.values[m] === components[0].values[m]),
     );
     if (components.length === 1) {
-        warnings.push(
-            'There is a single component: the parameters that are rescaled across components say nothing about it.',
-        );
+        warnings.push('There is only a single component: parameters rescaled across components say nothing about it.');
     } else if (same.length > 0) {
         warnings.push(
-            `${same.map((metric) => metric.short).join(', ')}: the same for every component, so of no help to `
-                + 'tell them apart.',
+            `${same.map((metric) => metric.short).join(', ')}: the same for every component, so not useful for `
+                + 'distinguishing them.',
         );
     }
-    if (skipped) warnings.push('The degree of clustering was skipped; it is 0 for every component.');
+    if (skipped) warnings.push('The degree of clustering was not estimated; it is 0 for every component.');
     return warnings;
 }
 
-/** Notes that are no warnings: what was simply not asked for. */
+/** Notes that are not warnings, such as what was not requested. */
 export function notesOf(run: Run): string[] {
     const notes: string[] = [];
-    if (run.facts.Settings.Mask === 'auto') notes.push('The mask was made from the mean image over time.');
-    if (!run.facts.Settings.DesignMatrix) notes.push('No design matrix was given, so no predictor can match.');
-    if (!run.facts.Settings.Regions) notes.push('No regions were given, so no spatial template can match.');
+    if (run.facts.Settings.Mask === 'auto') notes.push('The mask was derived from the temporal mean image.');
+    if (!run.facts.Settings.DesignMatrix) notes.push('No design matrix was given, so there are no predictor matches.');
+    if (!run.facts.Settings.Regions) notes.push('No regions were given, so there are no spatial template matches.');
     if (run.facts.Input.DummyScans) {
         const { DummyScans: dummies } = run.facts.Input;
-        notes.push(`${plural(dummies, 'volume')} at the start ${dummies === 1 ? 'was' : 'were'} left out.`);
+        notes.push(`${plural(dummies, 'initial volume')} ${dummies === 1 ? 'was' : 'were'} discarded.`);
     }
     return notes;
 }
