@@ -10,7 +10,7 @@ function download(name: string, text: string): void {
     setTimeout(() => URL.revokeObjectURL(url), 1000);
 }
 
-/** How many components carry which label, and the ways out of the page and back into it. */
+/** The number of components per label, and the export and import of labels. */
 export function labelBar(run: Run, labels: Labels): HTMLElement {
     const components = run.components.map((component) => component.name);
     const counts = h('span', { class: 'label-counts' });
@@ -39,7 +39,7 @@ export function labelBar(run: Run, labels: Labels): HTMLElement {
         'aria-label': 'Labels file',
         onchange: () => {
             const file = picker.files?.[0];
-            picker.value = ''; // the same file can be read again
+            picker.value = ''; // so that the same file can be chosen again
             if (file) void read(file);
         },
     });
@@ -69,6 +69,10 @@ export function labelBar(run: Run, labels: Labels): HTMLElement {
         picker,
         message,
         !labels.kept
-            && h('span', { class: 'label-message' }, 'This browser keeps no data for files: export your labels.'),
+            && h(
+                'span',
+                { class: 'label-message' },
+                'This browser stores no data for local files: export your labels.',
+            ),
     );
 }

@@ -1,7 +1,10 @@
 import { h } from '../dom';
 import { LABELS, type Labels } from './labels';
 
-/** The three labels as buttons for the component that `current` names; returns the element and how to refresh it. */
+/**
+ * The three labels as buttons for the component that `current` names; returns the element and a function that refreshes
+ * it.
+ */
 export function labelButtons(labels: Labels, current: () => string): { element: HTMLElement; refresh: () => void } {
     const buttons = LABELS.map(({ label, key, sign, title }) =>
         h(

@@ -5,24 +5,24 @@ export interface Entry {
     note: string;
 }
 
-/** The three labels with their keys; a sign and a word beside the colour. */
+/** The three labels with their keys, and a sign and a word so that they do not depend on colour. */
 export const LABELS: { label: Label; key: string; sign: string; title: string }[] = [
     { label: 'signal', key: 's', sign: '\u2713', title: 'Signal' },
     { label: 'noise', key: 'n', sign: '\u2715', title: 'Noise' },
     { label: 'unsure', key: 'u', sign: '?', title: 'Unsure' },
 ];
 
-/** The label that a word of a table stands for; null for n/a and for any other word. */
+/** The label for a word of a table; null for n/a and for any other word. */
 export function labelNamed(word: string): Label | null {
     return LABELS.find(({ label }) => label === word)?.label ?? null;
 }
 
 /**
  * The reader's labels of one run, by component name, kept in the browser's storage. A component that the reader has not
- * touched has the label that the metrics table gives it.
+ * touched has its label from the metrics table.
  */
 export class Labels {
-    /** False where the browser keeps nothing: then the labels last until the page is closed. */
+    /** False if the browser stores nothing: the labels then last until the page is closed. */
     kept = true;
     private readonly key: string;
     private entries = new Map<string, Entry>(); // of the components that the reader has touched
@@ -35,12 +35,12 @@ export class Labels {
     ) {
         this.key = `znica-report-labels-${runId}`;
         this.read();
-        this.write(); // tells whether the browser keeps anything
+        this.write(); // finds out whether the browser stores anything
         addEventListener('storage', ({ key }) => {
-            // the report is open in another tab as well
+            // changed in another tab with this report
             if (key !== this.key && key !== null) return;
             this.read();
-            this.tell();
+            this.notify();
         });
     }
 
@@ -48,9 +48,9 @@ export class Labels {
         return this.entries.get(component) ?? { label: this.initial.get(component) ?? null, note: '' };
     }
 
-    /** Changes label, note or both of components; returns how many of them are other than before. */
+    /** Changes label, note or both of components; returns how many of them differ from before. */
     change(changes: Iterable<[string, Partial<Entry>]>): number {
-        this.read(); // the other components as they are now, whoever labelled them
+        this.read(); // another tab may have changed other components
         let changed = 0;
         for (const [component, part] of changes) {
             const before = this.get(component);
@@ -60,7 +60,7 @@ export class Labels {
             ++changed;
         }
         this.write();
-        this.tell();
+        this.notify();
         return changed;
     }
 
@@ -68,7 +68,7 @@ export class Labels {
         this.change([[component, { note }]]);
     }
 
-    /** Sets a label, or takes it away when it is set already. */
+    /** Sets a label, or removes it if it is already set. */
     toggle(component: string, label: Label): void {
         this.change([[component, { label: this.get(component).label === label ? null : label }]]);
     }
@@ -81,7 +81,7 @@ export class Labels {
         this.listeners.add(listener);
     }
 
-    private tell(): void {
+    private notify(): void {
         for (const listener of this.listeners) listener();
     }
 

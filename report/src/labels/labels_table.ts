@@ -16,14 +16,14 @@ export function labelsTable(components: string[], labels: Labels): string {
     return `${['component\tclassification\tnote', ...rows].join('\n')}\n`;
 }
 
-function isNothing(cell: string): boolean {
+function isMissing(cell: string): boolean {
     return cell === '' || cell === 'n/a';
 }
 
 /**
  * Reads such a table back, or a metrics table with its classification filled in: what it says about each component. An
- * n/a, an empty cell or a column that is not there say nothing, so that a table can be added to labels already given.
- * Throws in words for the reader.
+ * n/a, an empty cell or a missing column changes nothing, so that a table can be added to existing labels.
+ * Throws an error with a message for the reader.
  */
 export function readLabelsTable(text: string, components: string[]): [string, Partial<Entry>][] {
     const table = parseQuotedTable(text);
@@ -36,14 +36,14 @@ export function readLabelsTable(text: string, components: string[]): [string, Pa
         const cell = (column: string): string => (row[at(column)] ?? '').trim();
         const component = cell('component');
         if (!known.has(component))
-            throw new Error(`This run has no component "${component}"; is it another run's file?`);
+            throw new Error(`This run has no component "${component}"; is this another run's file?`);
         const said: Partial<Entry> = {};
         const word = cell('classification');
         const label = labelNamed(word);
         if (label) said.label = label;
-        else if (!isNothing(word))
-            throw new Error(`"${word}" is none of signal, noise, unsure and n/a (${component}).`);
-        if (!isNothing(cell('note'))) said.note = cell('note').replace(/\s+/g, ' ');
+        else if (!isMissing(word))
+            throw new Error(`"${word}" is not one of signal, noise, unsure or n/a (${component}).`);
+        if (!isMissing(cell('note'))) said.note = cell('note').replace(/\s+/g, ' ');
         return [component, said];
     });
 }
