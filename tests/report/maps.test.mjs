@@ -164,7 +164,7 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
     test('say from where on they are coloured and share the switch of the sides', async () => {
         const page = await openReport(browser, run.report);
         const legend = page.locator('.gallery-legend');
-        assert.match(await legend.textContent(), /\|z\| > 2\.5.*left is left\.$/);
+        assert.match(await legend.textContent(), /\|z\| > 2\.5.*left is on the left\.$/);
         const left = await picture(page);
         await sides(page).check();
         await page.waitForFunction(
@@ -182,7 +182,7 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
             (before) => document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() === before,
             left,
         );
-        assert.match(await legend.textContent(), /left is left\.$/);
+        assert.match(await legend.textContent(), /left is on the left\.$/);
         await page.close();
     });
 

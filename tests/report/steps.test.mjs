@@ -109,7 +109,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         const brains = page.locator('.brain:visible');
         await page.selectOption('#compare', '1');
         await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
-        assert.deepEqual(await page.locator('#compare option:disabled').allTextContents(), ['Beside IC 1']);
+        assert.deepEqual(await page.locator('#compare option:disabled').allTextContents(), ['Compare with IC 1']);
         await page.keyboard.press('ArrowRight');
         await page.locator('body[data-shown=ICA_01]').waitFor();
         assert.equal(await brains.count(), 1);

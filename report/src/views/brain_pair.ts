@@ -6,16 +6,16 @@ import type { Component, Run } from '../data/run';
 import { h } from '../dom';
 import { BrainPanel } from './brain_panel';
 
-/** The maps of one component or of two side by side, with one crosshair and one scale of colours. */
+/** The maps of one component or of two side by side, with one crosshair and one colour scale. */
 export class BrainPair {
     readonly element = h('div', { class: 'brains' });
     private readonly first: BrainPanel;
-    private second: BrainPanel | null = null; // made when it is needed
+    private second: BrainPanel | null = null; // made on demand
     private component: Component | null = null;
     private compared: Component | null = null;
-    private drawn: Component | null = null; // the one that the crosshair was set for
+    private drawn: Component | null = null; // the component that the crosshair was placed for
     private voxel: Vector | null = null;
-    private high = 0; // of the maps shown
+    private high = 0; // the larger one of the maps shown
     private activePlane: PlaneName = 'axial';
     private redraw = 0;
 
@@ -26,7 +26,7 @@ export class BrainPair {
         this.first = this.addPanel();
     }
 
-    /** Draws the maps; a new first component has the crosshair at its peak. Resolves when all is drawn. */
+    /** Draws the maps, with the crosshair at the peak of a new first component. Resolves when all is drawn. */
     async show(component: Component, compared: Component | null): Promise<void> {
         this.component = component;
         this.compared = compared;
@@ -36,7 +36,7 @@ export class BrainPair {
         const [map, other] = await Promise.all(
             [component, compared].map((shown) => shown && this.run.maps.get(shown.index)),
         );
-        // Maps may be unpacked in another order than they were asked for: only what is wanted now is drawn.
+        // Maps may be unpacked in a different order than requested: draw only what is still wanted.
         if (!map || component !== this.component || compared !== this.compared) return;
         this.high = Math.max(map.high, other?.high ?? 0);
         if (this.drawn !== component || !this.voxel) this.voxel = this.peakOf(map);
@@ -45,7 +45,7 @@ export class BrainPair {
         if (compared && other) this.second?.show(compared, other, this.commonLook(), this.voxel);
     }
 
-    /** Sliders send more changes than the screen has pictures. */
+    /** Redraws at most once per frame, because sliders report more changes than that. */
     lookChanged(): void {
         cancelAnimationFrame(this.redraw);
         this.redraw = requestAnimationFrame(() => this.panels().forEach((panel) => panel.setLook(this.commonLook())));
@@ -55,7 +55,7 @@ export class BrainPair {
         if (panel.currentMap) this.moveTo(this.peakOf(panel.currentMap));
     }
 
-    /** Moves along the plane used last. */
+    /** Moves by a number of slices in the plane used last. */
     moveSlice(by: number): void {
         if (!this.voxel) return;
         const { grid } = this.run;

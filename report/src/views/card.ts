@@ -23,14 +23,14 @@ function predictorText({ predictor: { name }, strength, negative }: PredictorMat
     );
 }
 
-/** One component in the gallery. Its pictures are drawn when it comes into sight. */
+/** One component in the gallery. Its images are drawn when it comes into view. */
 export class Card {
     readonly element: HTMLElement;
     drawn = false;
     private readonly mosaic = h('canvas', { class: 'card-mosaic', role: 'img' });
     private readonly course = h('canvas', { class: 'card-course', role: 'img' });
     private readonly glyph = h('canvas', { class: 'card-glyph', role: 'img' });
-    private readonly match: PredictorMatch | null; // none that is weak
+    private readonly match: PredictorMatch | null; // null if it is weak
     private readonly label = h('span', { class: 'card-label' });
     private readonly note = h('p', { class: 'card-note' });
     private readonly value = h('span', { class: 'card-value' });
@@ -45,7 +45,7 @@ export class Card {
         this.match = match && !isWeak(match) ? match : null;
         this.mosaic.setAttribute(
             'aria-label',
-            `Map of ${title}, ten axial slices; values of z from `
+            `Map of ${title}, ten axial slices; z from `
                 + `${fixed(component.lowest, 1)} to ${fixed(component.highest, 1)}`,
         );
         this.course.setAttribute('aria-label', `Time course of ${title}`);
@@ -68,7 +68,7 @@ export class Card {
         this.refreshLabel();
     }
 
-    /** Shows label and note as they are now. */
+    /** Shows the current label and note. */
     refreshLabel(): void {
         const { label, note } = this.labels.get(this.component.name);
         const known = LABELS.find((entry) => entry.label === label);
@@ -78,7 +78,7 @@ export class Card {
         this.note.hidden = note === '';
     }
 
-    /** Shows what the gallery is sorted by; the iterations where that is no number of its own. */
+    /** Shows the value that the gallery is sorted by, or the iterations where it is not sorted by a number. */
     showValue(sort: SortKey): void {
         const { facts, cells, values } = this.component;
         if (typeof sort === 'number') {
@@ -93,7 +93,7 @@ export class Card {
         }
     }
 
-    /** Whether the card stands in the page and has a size; pictures drawn without one would stay empty. */
+    /** Whether the card is in the page and has a size; images drawn without one would stay empty. */
     hasPlace(): boolean {
         return this.mosaic.clientWidth > 0;
     }
@@ -103,7 +103,7 @@ export class Card {
         return bottom > 0 && top < innerHeight;
     }
 
-    /** Draws the curves, which need no map, in the colours of now; later if the card has no place now. */
+    /** Redraws the curves, which need no map, in the current colours; later if the card has no size now. */
     recolour(): void {
         if (this.hasPlace()) this.drawCurves();
         else this.drawn = false;
@@ -121,7 +121,7 @@ export class Card {
         this.drawCurves();
         const map = await this.run.maps.get(this.component.index);
         if (!this.hasPlace()) {
-            // the reader went to another view meanwhile
+            // the reader has moved to another view in the meantime
             this.drawn = false;
             return;
         }

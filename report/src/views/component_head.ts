@@ -3,7 +3,7 @@ import { h } from '../dom';
 import { labelButtons } from '../labels/label_buttons';
 import type { Labels } from '../labels/labels';
 
-/** Name, neighbours, label, note and the choice of a second component. */
+/** Name, previous and next, label, note, and the choice of a second component. */
 export class ComponentHead {
     readonly element: HTMLElement;
     onStep: (by: 1 | -1) => void = () => {};
@@ -39,7 +39,9 @@ export class ComponentHead {
                 },
             },
             h('option', { value: '' }, 'Compare with \u2026'),
-            ...run.components.map((component) => h('option', { value: component.index }, `Beside ${component.title}`)),
+            ...run.components.map((component) =>
+                h('option', { value: component.index }, `Compare with ${component.title}`),
+            ),
         );
         this.compare.setAttribute('aria-label', 'Compare with another component');
         this.element = h(
@@ -81,7 +83,7 @@ export class ComponentHead {
         labels.onChange(() => this.showNote());
     }
 
-    /** Where the keyboard goes on when the reader comes to the view. */
+    /** Moves the keyboard focus here when the reader opens the view. */
     focus(): void {
         this.title.focus({ preventScroll: true });
     }

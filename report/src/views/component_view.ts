@@ -13,7 +13,7 @@ import { lookControls } from './look_controls';
 import { fingerprintTable, matchTable } from './parameter_table';
 import type { View } from './view';
 
-/** One component from every side, alone or beside a second one. */
+/** Everything about one component, alone or beside a second one. */
 export class ComponentView implements View {
     readonly element: HTMLElement;
     private readonly head: ComponentHead;
@@ -25,8 +25,8 @@ export class ComponentView implements View {
     private readonly fingerprint = new ChartBox('fingerprint', [310, 270]);
     private readonly tables = h('div', { class: 'tables' });
     private component: Component | null = null;
-    private chosen: Component | null = null; // to stand beside
-    private position = 0; // in the gallery's order, where the component last stood
+    private chosen: Component | null = null; // the one to compare with
+    private position = 0; // of the component in the gallery's order, when it was last there
 
     /** `neighbours`: the components in the gallery's order; `open`: goes to another one. */
     constructor(
@@ -59,7 +59,7 @@ export class ComponentView implements View {
                 h(
                     'p',
                     { class: 'chart-note sign-note' },
-                    'The sign of a component is arbitrary: only map and time course together have a meaning.',
+                    'The sign of a component is arbitrary: map and time course are meaningful only together.',
                 ),
             ),
             h('div', { class: 'component-side' }, figure('Fingerprint', this.fingerprint.element, this.tables)),
@@ -111,7 +111,7 @@ export class ComponentView implements View {
     private async draw(): Promise<void> {
         const { component, run } = this;
         if (!component) return;
-        const compared = this.chosen === component ? null : this.chosen; // on the way through the others it may be itself
+        const compared = this.chosen === component ? null : this.chosen; // stepping may have reached that one
         showTimeCourse(this.course, run, component, compared);
         this.spectrumNote.textContent = showSpectrum(
             this.spectrum,
@@ -126,7 +126,7 @@ export class ComponentView implements View {
         await this.brains.show(component, compared);
     }
 
-    // A component that a new label took out of the selection has left its place to the one after it.
+    // When a new label has removed the component from the selection, the next one has taken its place.
     private step(by: 1 | -1): void {
         const list = this.neighbours();
         const own = list.indexOf(this.component!);

@@ -4,7 +4,7 @@ import type { Run } from '../data/run';
 import { h } from '../dom';
 import { fixed } from '../numbers';
 
-/** The value of a map at a voxel, as it stands in the file to the decimals shown. */
+/** The value of a map at a voxel, equal to the map file's to the decimals shown. */
 export function valueText(run: Run, map: ComponentMap, voxel: Vector): string {
     const inside = run.insideOf[run.grid.indexOf(voxel)];
     if (inside < 0) return 'outside the mask';
@@ -12,7 +12,7 @@ export function valueText(run: Run, map: ComponentMap, voxel: Vector): string {
     return stored === NO_VALUE ? 'n/a' : fixed(stored * map.scale, map.decimals);
 }
 
-/** Where the crosshair is and what the map holds there. */
+/** The position of the crosshair and the value of the map there. */
 export function crosshairReadout(run: Run, map: ComponentMap, voxel: Vector, peak: () => void): HTMLElement {
     const mm = toMm(run.grid.affine, voxel).map((value) => fixed(value, 1));
     const field = (name: string, value: string, id: string): HTMLElement =>

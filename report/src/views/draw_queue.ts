@@ -1,9 +1,9 @@
 import type { Card } from './card';
 
 /**
- * Draws cards one after another: first the ones in sight, then, while the browser has nothing else to do, the rest, so
- * that scrolling and printing find them ready. Between two cards the page can react. Cards that are not in the page,
- * because a filter keeps them out or another view is shown, wait until they are.
+ * Draws cards one at a time: first those in view, then, while the browser is idle, the rest, so that they are ready for
+ * scrolling and printing. The page stays responsive between two cards. Cards that are not in the page, because of a
+ * filter or another view, wait until they are.
  */
 export class DrawQueue {
     private seen: Card[] = [];
@@ -27,7 +27,7 @@ export class DrawQueue {
         this.rest = cards;
     }
 
-    /** After every change of what is in sight. */
+    /** To be called after every change of what is in view. */
     start(): void {
         if (this.running) return;
         this.running = true;
@@ -37,7 +37,7 @@ export class DrawQueue {
     }
 
     private async work(): Promise<void> {
-        if (this.seen.length === 0) this.whenSeenDrawn(); // a small window may hold no card at first
+        if (this.seen.length === 0) this.whenSeenDrawn(); // a small window may show no card at first
         for (;;) {
             const urgent = this.seen.shift();
             if (urgent) {

@@ -14,22 +14,22 @@ import { type Selection, select } from './order';
 
 /**
  * Every component as a card. All cards are in the page, so that find-in-page, the keyboard and the printer reach them;
- * their pictures, which are what costs, are drawn as they come into sight.
+ * their images, which are the expensive part, are drawn as they come into view.
  */
 export class Gallery {
     readonly element: HTMLElement;
-    /** Components as shown, for stepping through them one by one. */
+    /** Cards in the order shown, for stepping through their components. */
     shown: Card[];
     private readonly cards: Card[];
     private readonly grid = h('div', { class: 'cards' });
     private readonly count = h('span', { class: 'gallery-count', role: 'status' });
-    private readonly selection: Selection = { sort: 'order', falling: false, filters: [], label: 'all' };
+    private readonly selection: Selection = { sort: 'order', descending: false, filters: [], label: 'all' };
     private readonly queue: DrawQueue;
     private readonly own: Look;
     private readonly sides: ReturnType<typeof lookSwitch>;
     private readonly legend = h('p', { class: 'gallery-legend' });
 
-    /** `look`: of the reader's; the cards follow only the side that the left is on, and stay comparable in the rest. */
+    /** `look`: the reader's settings. The cards follow only `radiological` and stay comparable in everything else. */
     constructor(
         run: Run,
         labels: Labels,
@@ -84,7 +84,7 @@ export class Gallery {
         this.turn();
     }
 
-    // Cards in sight are drawn anew first.
+    // Redraws the cards, those in view first.
     private turn(): void {
         if (this.own.radiological === this.look.radiological) return;
         this.own.radiological = this.look.radiological;
@@ -98,8 +98,8 @@ export class Gallery {
 
     private describe(): void {
         this.legend.textContent =
-            `Axial slices from bottom to top; in colour where |z| > ${short(this.own.threshold)}, up to the large values `
-            + `of each map; left is ${this.own.radiological ? 'on the right' : 'left'}.`;
+            `Axial slices from bottom to top; coloured where |z| > ${short(this.own.threshold)}, up to the large values `
+            + `of each map; left is ${this.own.radiological ? 'on the right' : 'on the left'}.`;
     }
 
     private refresh(run: Run, labels: Labels): void {

@@ -52,7 +52,10 @@ function filterRow(filter: Filter, changed: () => void, removed: () => void): HT
     );
 }
 
-/** Sorting and filters of the gallery, beside the switch for its `sides`; calls back after every change of the selection. */
+/**
+ * Sorting and filters of the gallery, beside the switch for its `sides`; calls back after every change of the
+ * selection.
+ */
 export function galleryControls(
     components: Component[],
     selection: Selection,
@@ -76,15 +79,15 @@ export function galleryControls(
         class: 'button button-icon',
         id: 'direction',
         onclick: () => {
-            selection.falling = !selection.falling;
+            selection.descending = !selection.descending;
             describe();
             changed();
         },
     });
     const describe = (): void => {
-        direction.textContent = selection.falling ? '\u2193' : '\u2191';
-        direction.setAttribute('aria-label', selection.falling ? 'Largest first' : 'Smallest first');
-        direction.title = selection.falling ? 'Largest first' : 'Smallest first';
+        direction.textContent = selection.descending ? '\u2193' : '\u2191';
+        direction.setAttribute('aria-label', selection.descending ? 'Largest first' : 'Smallest first');
+        direction.title = selection.descending ? 'Largest first' : 'Smallest first';
     };
     const label = h(
         'select',

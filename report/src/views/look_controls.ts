@@ -3,7 +3,10 @@ import type { Look } from '../brain/look';
 import { h } from '../dom';
 import { lookSwitch } from './look_switch';
 
-/** Threshold, ceiling, opacity and colours of the maps; calls back with every movement of a slider. `refresh`: after changes from elsewhere. */
+/**
+ * Threshold, upper end, opacity and colours of the maps; calls back at every movement of a slider. `refresh` takes over
+ * changes made elsewhere.
+ */
 export function lookControls(
     look: Look,
     highest: number,

@@ -1,7 +1,7 @@
 import type { Look } from '../brain/look';
 import { h } from '../dom';
 
-/** A part of the look to be switched on and off; `refresh` follows what another switch did. */
+/** A checkbox for one of the settings; `refresh` takes over a change made by another one. */
 export function lookSwitch(
     look: Look,
     id: 'smooth' | 'radiological' | 'render',

@@ -2,7 +2,7 @@ import { METRICS } from '../data/metrics';
 import { type Component, isRepeated } from '../data/run';
 import { LABELS, type Label, type Labels } from '../labels/labels';
 
-/** What the gallery is sorted by: the order of extraction, a parameter by its position, the label, or the stability. */
+/** What the gallery is sorted by: the order of extraction, a parameter by its index, the label, or the stability. */
 export type SortKey = 'order' | 'label' | 'stability' | number;
 
 export interface Filter {
@@ -13,12 +13,12 @@ export interface Filter {
 
 export interface Selection {
     sort: SortKey;
-    falling: boolean;
+    descending: boolean;
     filters: Filter[];
     label: Label | 'none' | 'all';
 }
 
-/** By value as in the list; the stability only where the analysis was repeated. */
+/** The options of the list of sort keys; stability only where the analysis was repeated. */
 export function sortOptions(components: Component[]): { value: string; title: string }[] {
     return [
         { value: 'order', title: 'Order of extraction' },
@@ -32,9 +32,9 @@ export function sortKey(value: string): SortKey {
     return value === 'order' || value === 'label' || value === 'stability' ? value : Number(value);
 }
 
-/** The components that pass every filter, in the wanted order; those without a number come last. */
+/** The components that pass every filter, in the requested order; missing values come last. */
 export function select(components: Component[], selection: Selection, labels: Labels): Component[] {
-    const { sort, falling, filters, label } = selection;
+    const { sort, descending, filters, label } = selection;
     const passes = (component: Component): boolean => {
         const own = labels.get(component.name).label;
         if (label !== 'all' && (label === 'none' ? own !== null : own !== label)) return false;
@@ -54,6 +54,6 @@ export function select(components: Component[], selection: Selection, labels: La
         const [x, y] = [rank(a), rank(b)];
         if (Number.isNaN(x) || Number.isNaN(y))
             return Number(Number.isNaN(x)) - Number(Number.isNaN(y)) || a.index - b.index;
-        return (falling ? y - x : x - y) || a.index - b.index;
+        return (descending ? y - x : x - y) || a.index - b.index;
     });
 }

@@ -6,7 +6,7 @@ import { Gallery } from './gallery';
 import { summary } from './summary';
 import type { View } from './view';
 
-/** The first thing that is seen: the summary of the run, and all components below it. */
+/** The opening view: the summary of the run, and all components below it. */
 export class Overview implements View {
     readonly element: HTMLElement;
     readonly gallery: Gallery;
@@ -20,7 +20,7 @@ export class Overview implements View {
 
     enter(): void {
         this.gallery.enter();
-        scrollTo(0, this.scroll); // back to the card that one came from
+        scrollTo(0, this.scroll); // back to the card that the reader came from
         if (this.focused instanceof HTMLElement) this.focused.focus({ preventScroll: true });
     }
 

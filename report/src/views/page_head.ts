@@ -2,7 +2,7 @@ import type { Run } from '../data/run';
 import { h } from '../dom';
 import { currentTheme, onThemeChange, toggleTheme } from '../theme';
 
-/** The strip on top: what is shown, the parts of the page, light or dark. */
+/** The header: name of the run, links to the views, printing, light or dark. */
 export function pageHead(run: Run): { element: HTMLElement; mark: (path: string) => void } {
     const links = [
         ['#/', 'Overview'],

@@ -13,7 +13,9 @@ function cell(component: Component, metric: number): HTMLElement {
     );
 }
 
-/** The eleven values of the fingerprint in their order, a column a component; the full digits as the tip of a value. */
+/**
+ * The eleven values of the fingerprint in their order, one column per component; all digits in the tooltip of a value.
+ */
 export function fingerprintTable(run: Run, shown: Component[]): HTMLElement {
     return h(
         'table',
@@ -44,7 +46,7 @@ export function fingerprintTable(run: Run, shown: Component[]): HTMLElement {
     );
 }
 
-/** How alike the component comes back from other starts. */
+/** How consistently a component is found from different starting points. */
 function stabilityRow(run: Run, shown: Component[]): HTMLElement {
     const { Runs } = run.facts.Repeats ?? {};
     return h(

@@ -17,7 +17,7 @@ const WELCH =
     'Welch, P. D. (1967). The use of fast Fourier transform for the estimation of power spectra: a method based on '
     + 'time averaging over short, modified periodograms. IEEE Transactions on Audio and Electroacoustics, 15(2), 70\u201373.';
 
-/** What the methods paragraph of this run cites, by author. */
+/** The references of this run's methods paragraph, by author. */
 export function referencesOf({ facts }: Run): string[] {
     return [...(facts.Repeats ? [ICASSO] : []), FASTICA, SPATIAL_ICA, ...(facts.ComponentEstimate ? [MDL] : []), WELCH];
 }

@@ -1,9 +1,9 @@
-/** A part of the page that takes its whole width. */
+/** A view that takes up the page below the header. */
 export interface View {
     readonly element: HTMLElement;
-    /** The reader comes to it, or leaves it for another. */
+    /** The reader opens the view, or leaves it for another. */
     enter?(): void;
     leave?(): void;
-    /** A key was pressed outside of text fields; true when it was used. */
+    /** A key was pressed outside a text field; returns whether it was used. */
     key?(event: KeyboardEvent): boolean;
 }
