@@ -1,8 +1,7 @@
-// Builds the template of the report: one HTML file with the styles, the app and NiiVue inside, scripts compressed as the
-// data of a run will be. `node build.mjs FILE` (dist/report-template.html).
+// Builds the template of the report: one HTML file with the styles, the app and NiiVue inlined, and the scripts
+// compressed as the data of a run will be. `node build.mjs FILE` (dist/report-template.html).
 //
-// esbuild rather than a bundler for web sites: two scripts as text are wanted, not a folder to be served.
-
+// esbuild rather than a bundler for websites, because the result is two scripts as text, not a folder to serve.
 import { mkdir, readFile, writeFile } from 'node:fs/promises';
 import { dirname, resolve } from 'node:path';
 import { fileURLToPath } from 'node:url';

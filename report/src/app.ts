@@ -8,20 +8,20 @@ import { Overview } from './views/overview';
 import { pageHead } from './views/page_head';
 import type { View } from './views/view';
 
-/** The time of the next picture on the screen. */
+/** Resolves with the time when the next frame is on the screen. */
 function painted(): Promise<number> {
     return new Promise((resolve) => requestAnimationFrame(() => setTimeout(() => resolve(performance.now()))));
 }
 
 class App {
     private readonly labels: Labels;
-    private readonly look: Look; // of all maps, wherever they are shown
+    private readonly look: Look; // shared by all maps, wherever they are shown
     private readonly overview: Overview;
     private component: ComponentView | null = null;
     private methods: Methods | null = null;
     private view: View | null = null;
-    private last: string; // component shown last
-    private routes = 0; // taken so far
+    private last: string; // name of the component shown last
+    private routes = 0; // number of routes taken so far
     private readonly head: ReturnType<typeof pageHead>;
 
     constructor(
@@ -63,7 +63,7 @@ class App {
             this.enter(this.component);
             await this.component.show(component);
             const end = await painted();
-            if (own !== this.routes) return; // the reader went on meanwhile
+            if (own !== this.routes) return; // the reader has moved on in the meantime
             performance.measure('component change', { start, end });
             document.body.dataset.shown = component.name;
         } else if (part === 'methods') {

@@ -1,7 +1,10 @@
 type Child = Node | string | null | undefined | false;
 type Attributes = Record<string, string | number | boolean | null | undefined | ((event: Event) => void)>;
 
-/** An element with attributes ("on..." are listeners, true and false set and leave out) and children. */
+/**
+ * Creates an element with attributes and children. Attributes named "on..." are listeners; true sets an attribute
+ * without a value, false, null and undefined leave it out.
+ */
 export function h<K extends keyof HTMLElementTagNameMap>(
     tag: K,
     attributes: Attributes = {},

@@ -1,5 +1,5 @@
-// Starts the page: unpacks what is inlined and runs the app. Kept apart from it, because it is the only script that is
-// not compressed itself.
+// Starts the page: unpacks the inlined parts and runs the app. Separate from the app, because it is the only script
+// that is not compressed.
 import type { Blocks } from './data/blocks';
 
 function bytesOf(base64: string): Uint8Array<ArrayBuffer> {
@@ -15,7 +15,7 @@ const blocks: Blocks = {
     has: (name) => document.querySelector(`script[data-block="${name}"]`) !== null,
     async bytes(name) {
         const base64 = document.querySelector(`script[data-block="${name}"]`)?.textContent;
-        if (!base64) throw new Error(`this file lacks its part "${name}"; it was cut short`);
+        if (!base64) throw new Error(`its part "${name}" is missing; the file is incomplete`);
         const unpacked = new Blob([bytesOf(base64)]).stream().pipeThrough(new DecompressionStream('gzip'));
         return new Uint8Array(await new Response(unpacked).arrayBuffer());
     },
@@ -32,7 +32,7 @@ const blocks: Blocks = {
 async function start(): Promise<void> {
     try {
         if (typeof DecompressionStream === 'undefined') {
-            throw new Error('it needs a browser of 2023 or later (Chrome 80, Edge 80, Safari 16.4, Firefox 113)');
+            throw new Error('it needs a browser from 2023 or later (Chrome 80, Edge 80, Safari 16.4, Firefox 113)');
         }
         (window as unknown as { znBlocks: Blocks }).znBlocks = blocks;
         await blocks.run('app');

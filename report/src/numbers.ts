@@ -3,14 +3,14 @@ export function grouped(value: number): string {
     return value.toLocaleString('en-US');
 }
 
-/** A number to so many significant digits without an exponent where that can be helped; "n/a" for none. */
+/** A number to `digits` significant digits, without an exponent unless very small or large; "n/a" if non-finite. */
 export function short(value: number, digits = 3): string {
     if (!Number.isFinite(value)) return 'n/a';
     if (value !== 0 && (Math.abs(value) < 1e-4 || Math.abs(value) >= 1e6)) return value.toExponential(digits - 1);
     return String(Number(value.toPrecision(digits)));
 }
 
-/** A value of a map with the decimals that it is stored with; a real minus sign. */
+/** A map value with a fixed number of decimals and a true minus sign. */
 export function fixed(value: number, decimals: number): string {
     const text = Math.abs(value).toFixed(Math.max(0, decimals));
     return value < 0 && Number(text) !== 0 ? `\u2212${text}` : text;

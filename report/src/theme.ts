@@ -9,7 +9,7 @@ function stored(): Theme | null {
         const value = localStorage.getItem(KEY);
         return value === 'light' || value === 'dark' ? value : null;
     } catch {
-        return null; // storage may be switched off
+        return null; // storage may be disabled
     }
 }
 
@@ -41,18 +41,18 @@ export function toggleTheme(): void {
     try {
         localStorage.setItem(KEY, theme);
     } catch {
-        // the choice holds until the page is closed
+        // the choice lasts until the page is closed
     }
     apply(theme);
 }
 
-/** Calls back after every change; returns what ends it. */
+/** Calls back after every change; returns a function that stops it. */
 export function onThemeChange(listener: () => void): () => void {
     listeners.add(listener);
     return () => listeners.delete(listener);
 }
 
-/** A colour of the style sheet by the name of its custom property, without the dashes. */
+/** A colour from the style sheet, by the name of its custom property without the leading dashes. */
 export function colour(name: string): string {
     return getComputedStyle(document.documentElement).getPropertyValue(`--${name}`).trim();
 }
