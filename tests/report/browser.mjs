@@ -1,4 +1,4 @@
-// A real Chromium without a window, with or without WebGL2, that notes what a report must not do.
+// A real headless Chromium, with or without WebGL2, that records what a report must not do.
 import { existsSync, mkdirSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
@@ -8,7 +8,7 @@ import { chromium } from 'playwright-core';
 export const CHROMIUM = process.env.CHROMIUM ?? '/usr/bin/chromium';
 export const SCREENSHOTS = process.env.REPORT_SCREENSHOTS ?? fileURLToPath(new URL('screenshots', import.meta.url));
 
-/** Why no browser test can run here, or false. In CI a missing browser is an error, not a reason. */
+/** Why browser tests cannot run here, or false. In CI a missing browser is an error, not a reason to skip. */
 export const missingBrowser =
     existsSync(CHROMIUM) || process.env.CI
         ? false
@@ -27,7 +27,7 @@ const GRAPHICS = {
     canvas: ['--disable-gpu', '--disable-3d-apis'],
 };
 
-/** A browser with a profile of its own. `renderer`: webgl2 or canvas. */
+/** A browser with its own profile. `renderer`: webgl2 or canvas. */
 export async function openBrowser(renderer) {
     const profile = mkdtempSync(join(tmpdir(), 'znica-report-'));
     const context = await chromium.launchPersistentContext(profile, {
@@ -37,7 +37,7 @@ export async function openBrowser(renderer) {
         viewport: { width: 1440, height: 1000 },
         acceptDownloads: true,
     });
-    context.setDefaultTimeout(90_000); // machines that build the project may be busy with it
+    context.setDefaultTimeout(90_000); // a machine that builds the project at the same time is slow
     return {
         context,
         async close() {
@@ -48,8 +48,8 @@ export async function openBrowser(renderer) {
 }
 
 /**
- * Opens a report from disk, `at` a view if not the overview, and waits until that or the cards in sight are drawn.
- * `first` runs in the page before its own scripts. `page.complaints` collects what went wrong.
+ * Opens a report from disk, at the view `at` instead of the overview, and waits until that or the first card is drawn.
+ * `first` runs in the page before the page's scripts. `page.complaints` collects errors and warnings.
  */
 export async function openReport(browser, file, settings = {}) {
     const page = await browser.context.newPage();
@@ -72,7 +72,7 @@ export async function openReport(browser, file, settings = {}) {
     return page;
 }
 
-/** Goes to a component and waits until it is drawn, by the final renderer. */
+/** Goes to a component and waits until the final renderer has drawn it. */
 export async function showComponent(page, name, renderer) {
     await page.evaluate((hash) => {
         location.hash = hash;
@@ -81,7 +81,7 @@ export async function showComponent(page, name, renderer) {
     await page.locator(`.brain .planes[data-renderer="${renderer}"]:not(.planes-waiting)`).first().waitFor();
 }
 
-/** The next picture is on the screen. */
+/** Resolves when the next frame is on the screen. */
 export function painted(page) {
     return page.evaluate(() => new Promise((done) => requestAnimationFrame(() => setTimeout(done, 50))));
 }
@@ -92,7 +92,7 @@ export async function screenshot(page, name) {
     await page.screenshot({ path: join(SCREENSHOTS, `${name}.png`) });
 }
 
-/** What a page measured by that name so far, in milliseconds. */
+/** What a page has measured under that name so far, in milliseconds. */
 export function measures(page, name) {
     return page.evaluate(
         (wanted) => performance.getEntriesByName(wanted, 'measure').map((entry) => Math.round(entry.duration)),

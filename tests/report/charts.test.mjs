@@ -1,4 +1,4 @@
-// What the charts show, held against numbers that do not come from the page.
+// What the charts show, compared with numbers that do not come from the page.
 import assert from 'node:assert/strict';
 import { after, before, describe, test } from 'node:test';
 import { missingBrowser, openBrowser, openReport } from './browser.mjs';
@@ -6,9 +6,9 @@ import { CHART, chartData } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
 /**
- * Welch's estimate in per cent of the total, the plain way: the Fourier integral of every whole segment of T / 4.5
- * volumes at the frequencies k / points, however long the segment is. With `points` frequencies a segment that is longer
- * than the transform is the same as one that is wrapped around.
+ * Welch's estimate in per cent of the total, in its plain form: the Fourier integral of every full segment of T / 4.5
+ * volumes at the frequencies k / points, however long the segment. At these frequencies a segment longer than the
+ * transform gives the same result as one that is wrapped around.
  */
 function welchPerCent(course, points) {
     const length = Math.floor(course.length / 4.5);
@@ -51,8 +51,8 @@ describe('charts', { skip: missingBrowser }, () => {
             return { x: labels(x), end: x.max, top: labels(top), title, text: canvas.getAttribute('aria-label') };
         });
 
-    test('of spectra give the true frequency first where the plug-in has another clock', async () => {
-        const page = await open('clock', { trMilliseconds: 2500 }); // counted as 2 s: 0.25 Hz stand for 0.2 Hz
+    test('of spectra give the true frequency first where the plug-in uses another clock', async () => {
+        const page = await open('clock', { trMilliseconds: 2500 }); // taken as 2 s: 0.25 Hz stands for 0.2 Hz
         const { title, text } = await spectrum(page);
         assert.equal(title, "0.0800 Hz (0.1000 Hz on the plug-in's clock)");
         assert.match(text, /up to 0\.200 Hz \(0\.250 Hz on the plug-in's clock\)/);
@@ -62,16 +62,16 @@ describe('charts', { skip: missingBrowser }, () => {
         await exact.close();
     });
 
-    test('of spectra end where the frequencies end, without a rounded number there', async () => {
+    test('of spectra end at the Nyquist frequency, without a rounded tick label there', async () => {
         const page = await open('fast', { trMilliseconds: 720 });
         const { x, end, top } = await spectrum(page);
         assert.ok(Math.abs(end - 1 / 1.44) < 1e-12);
         for (const label of x) assert.ok(Number(label) <= end, `${label} on an axis up to ${end}`);
-        assert.equal(top, null); // without bands there is one clock
+        assert.equal(top, null); // without bands there is only one clock
         await page.close();
     });
 
-    test('of spectra of long runs use the whole segments', async () => {
+    test('of spectra of long runs use full segments', async () => {
         const run = madeUp('charts-long', { components: 2, volumes: 1400 }); // segments of 311, transforms of 256 points
         const page = await openReport(browser, run.report, { at: '#/component/ICA_01' });
         const shown = (await chartData(page, 'spectrum')).datasets[0].data.map(({ y }) => y);
@@ -97,7 +97,7 @@ describe('charts', { skip: missingBrowser }, () => {
         assert.deepEqual([segments, spanned], [1, false]);
         await page.close();
         const cards = await open('gap-cards', {}, '');
-        // Curves in blue near the middle: a value drawn at 0 would bring the curve there.
+        // Opaque pixels near the centre: a value drawn at 0 would take the curve there.
         const inMiddle = (name) =>
             cards.locator(`.card[data-component=${name}] .card-glyph`).evaluate((canvas) => {
                 const size = Math.round(canvas.width * 0.1);

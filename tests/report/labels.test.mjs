@@ -1,4 +1,4 @@
-// Labels and notes: kept whoever else writes them, and through tables out of the page and back.
+// Labels and notes: kept when another tab writes some too, and exported to and imported from tables.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
@@ -44,7 +44,7 @@ describe('labels', { skip: missingBrowser }, () => {
         return message.textContent();
     };
 
-    test('of two tabs with the same report do not overwrite each other', async () => {
+    test('from two tabs with the same report do not overwrite each other', async () => {
         const run = madeUp('two-tabs', { components: 4 });
         const [left, right] = [await open(run, 'ICA_00'), await open(run, 'ICA_01')];
         await left.keyboard.press('s');
@@ -55,7 +55,7 @@ describe('labels', { skip: missingBrowser }, () => {
         await right.close();
     });
 
-    test('given in one tab are shown in the other', async () => {
+    test('set in one tab are shown in the other', async () => {
         const run = madeUp('shared', { components: 4, volumes: 90 });
         const [left, right] = [await open(run, 'ICA_02'), await open(run, 'ICA_02')];
         await left.keyboard.press('u');
@@ -64,7 +64,7 @@ describe('labels', { skip: missingBrowser }, () => {
         await right.close();
     });
 
-    test('stay when the metrics table is classified and the report made again, and begin with its classes', async () => {
+    test('survive a classified metrics table and a new report, and start with its classes', async () => {
         const run = madeUp('classified', { components: 4, volumes: 100 });
         const page = await open(run, 'ICA_00');
         await page.keyboard.press('s');
@@ -87,14 +87,14 @@ describe('labels', { skip: missingBrowser }, () => {
             location.hash = '#/component/ICA_01';
         });
         await page.locator('body[data-shown=ICA_01]').waitFor();
-        await page.keyboard.press('n'); // taken away, and that is kept too
+        await page.keyboard.press('n'); // removes the label, which is kept too
         await page.reload();
         await page.locator('body[data-shown=ICA_01]').waitFor();
         assert.deepEqual(await pressed(page), []);
         await page.close();
     });
 
-    test('and notes stay when a table without them is read', async () => {
+    test('and notes survive reading a table without them', async () => {
         const run = madeUp('unlabelled-table', { components: 4, volumes: 110 });
         const page = await open(run, 'ICA_00');
         await page.keyboard.press('s');
@@ -115,7 +115,7 @@ describe('labels', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('leave with notes in quotes that table readers undo, and come back from a spreadsheet', async () => {
+    test('are exported with notes quoted for table readers, and imported from a spreadsheet', async () => {
         const run = madeUp('quotes', { components: 4, volumes: 95 });
         const page = await open(run, 'ICA_00');
         await page.fill('#note', '"left" motor');
@@ -147,7 +147,7 @@ describe('labels', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('and notes stand on the cards', async () => {
+    test('and notes are shown on the cards', async () => {
         const run = madeUp('noted', { components: 4, volumes: 85 });
         const page = await open(run, 'ICA_01');
         await page.fill('#note', 'eyes, most of it');

@@ -1,6 +1,6 @@
-// Files as a run of znica leaves them, made up: any number of components on any grid, in seconds. The maps are noise with
-// a bright ball each, the time courses oscillations, the sixteen parameters random; what matters is that the page shows
-// what the files hold.
+// Made-up files in the form that a run of znica writes: any number of components on any grid, within seconds. The maps
+// are noise with one bright ball each, the time courses oscillations, the sixteen parameters random; what matters is
+// that the page shows what the files hold.
 //
 //   node made_up_run.mjs DIR COMPONENTS [small|medium|brain]
 import { mkdirSync, writeFileSync } from 'node:fs';
@@ -57,7 +57,7 @@ const GRIDS = {
     },
 };
 
-// Mulberry32: the same numbers every time.
+// Mulberry32: the same numbers in every run.
 function randomNumbers(seed) {
     let state = seed;
     return () => {
@@ -81,7 +81,7 @@ function forEachVoxel([nx, ny, nz], visit) {
 function makeMask(size) {
     const mask = new Uint8Array(size[0] * size[1] * size[2]);
     const half = size.map((n) => (n - 1) / 2);
-    // 0.79 of the half axes: as large a share of the grid as a brain has of a template's
+    // 0.79 of the half axes: the same share of the grid as a brain has in a template
     const inside = (x, y, z) => [x, y, z].reduce((sum, v, a) => sum + ((v - half[a]) / (half[a] * 0.79)) ** 2, 0) < 1;
     forEachVoxel(size, (i, x, y, z) => {
         mask[i] = inside(x, y, z) ? 1 : 0;
@@ -111,7 +111,8 @@ function table(columns, rows) {
 
 /**
  * Writes a run into a folder. `options`: components, grid (small, medium, brain), trMilliseconds (2000), volumes (120),
- * asked (as many as found), design (true); constant: parameters that are the same for all components, by column; input, settings, facts: what the description of the run says besides.
+ * asked (as many as found), design (true); constant: values of parameters that are the same for all components, by
+ * column; input, settings, facts: additions to the description of the run.
  */
 export function makeRun(folder, options) {
     const {
@@ -160,7 +161,7 @@ export function makeRun(folder, options) {
         if (!design) values[0] = 0;
         for (const [column, value] of Object.entries(constant)) values[COLUMNS.indexOf(column)] = value;
         const cells = values.map(String);
-        if (c === 2) cells[7] = 'n/a'; // one kurtosis that could not be rescaled
+        if (c === 2) cells[7] = 'n/a'; // a kurtosis that could not be rescaled
         return [name, ...cells, design ? PREDICTORS[c % 2] : 'n/a', 'n/a', 'n/a'];
     });
     writeFileSync(

@@ -22,7 +22,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await browser.close();
         });
 
-        test('have one scale of colours while two are compared', async () => {
+        test('share one colour scale while two are compared', async () => {
             const page = await openReport(browser, run.report);
             const bars = () =>
                 page.locator('.brain:visible .colour-bar').evaluateAll((all) => all.map((bar) => bar.textContent));
@@ -45,7 +45,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        test('answer to the left button alone', async () => {
+        test('respond only to the left button', async () => {
             const page = await openReport(browser, run.report);
             await showComponent(page, 'ICA_01', renderer);
             const dialogs = [];
@@ -81,10 +81,10 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        test('are drawn voxel by voxel when smoothing is off, the mean image too', async () => {
+        test('are drawn voxel by voxel when smoothing is off, including the mean image', async () => {
             const page = await openReport(browser, run.report);
             await showComponent(page, 'ICA_01', renderer);
-            await page.locator('#opacity').fill('0'); // the mean image alone
+            await page.locator('#opacity').fill('0'); // only the mean image
             await painted(page);
             const place = page.locator('.brain-place').first();
             const smooth = await place.screenshot();
@@ -94,7 +94,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        test('have strong ends that stand out from the brightest tissue, by lightness and by hue', async () => {
+        test('have strong ends that stand out from the brightest tissue in lightness and hue', async () => {
             const page = await openReport(browser, run.report);
             await showComponent(page, 'ICA_01', renderer);
             const ends = await page.locator('.colour-strip').evaluateAll((strips) =>
@@ -106,7 +106,7 @@ for (const renderer of ['webgl2', 'canvas']) {
                         .map(Number); // blue ends at the left, orange at the right
                 }),
             );
-            await page.locator('#opacity').fill('0'); // the mean image alone
+            await page.locator('#opacity').fill('0'); // only the mean image
             await painted(page);
             const image = readPng(await page.locator('.brain-place').first().screenshot());
             let grey = 0;
@@ -119,10 +119,10 @@ for (const renderer of ['webgl2', 'canvas']) {
             const widths = await page
                 .locator('.colour-strip')
                 .evaluateAll((strips) => strips.map((strip) => strip.offsetWidth));
-            assert.deepEqual(widths, [92, 92]); // as wide as they are meant to be, where there is room
+            assert.deepEqual(widths, [92, 92]); // full width, where there is room
             const [blue, orange] = ends;
             assert.ok(blue[2] - blue[0] > 30 && orange[0] - orange[2] > 30, `${blue} and ${orange}`);
-            assert.ok(grey > 100, `${grey}`); // the tissue was there
+            assert.ok(grey > 100, `${grey}`); // tissue is visible
             for (const end of ends) {
                 const ratio = contrast(end, [grey, grey, grey]);
                 assert.ok(ratio > 1.6, `${ratio} of ${end} over ${grey}`);
@@ -143,9 +143,9 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         await browser.close();
     });
 
-    test('mark left and right at the first slice', async () => {
+    test('mark left and right on the first slice', async () => {
         const page = await openReport(browser, run.report);
-        // Letters are a light grey with a touch of blue, which tissue has not.
+        // Letters are light grey with a touch of blue, unlike tissue.
         const letters = await card(page).evaluate((canvas) => {
             const [width, height] = [canvas.width / 5, canvas.height / 2];
             const count = (x) => {
@@ -157,11 +157,11 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
             return [0, 0.85 * width, width, 1.85 * width].map(count);
         });
         assert.ok(letters[0] > 5 && letters[1] > 5, `letters: ${letters}`);
-        assert.deepEqual(letters.slice(2), [0, 0]); // none at the second slice
+        assert.deepEqual(letters.slice(2), [0, 0]); // none on the second slice
         await page.close();
     });
 
-    test('say from where on they are coloured and share the switch of the sides', async () => {
+    test('state the threshold and follow the radiological switch', async () => {
         const page = await openReport(browser, run.report);
         const legend = page.locator('.gallery-legend');
         assert.match(await legend.textContent(), /\|z\| > 2\.5.*left is on the left\.$/);
@@ -186,7 +186,7 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('stand over names of predictors that can be read', async () => {
+    test('are shown above legible predictor names', async () => {
         const page = await openReport(browser, run.report);
         const colours = await page
             .locator('.card-predictor')

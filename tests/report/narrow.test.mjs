@@ -1,10 +1,10 @@
-// The report on a telephone.
+// The report on a phone.
 import assert from 'node:assert/strict';
 import { after, before, describe, test } from 'node:test';
 import { missingBrowser, openBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
 import { madeUp } from './runs.mjs';
 
-/** What is shown and reaches over the right edge of the window or of the box that cuts it off. */
+/** Visible elements that extend past the right edge of the window or of the box that clips them. */
 const cutOff = (page) =>
     page.evaluate(() => {
         const scrolls = (element) => element.closest('.table-scroll, .visually-hidden, .page-title');

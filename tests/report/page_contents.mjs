@@ -1,4 +1,4 @@
-// What stands on a page, read the way a reader sees it, and held against the files of the run.
+// The contents of a page as a reader sees them, and their comparison with the files of the run.
 import assert from 'node:assert/strict';
 
 export const CHART = (name) => `.chart-${name} canvas`;
@@ -19,7 +19,7 @@ export const chartData = (page, name) =>
         ),
     );
 
-/** The crosshair's voxel, position and value against the files. */
+/** Compares the crosshair's voxel, position and value with the files. */
 export async function checkCrosshair(page, run, component) {
     const map = run.components();
     const voxel = (await readout(page, 'voxel')).split(', ').map(Number);

@@ -6,7 +6,7 @@ import { madeUp } from './runs.mjs';
 
 const PAPER = 703; // CSS pixels: A4 without margins of 12 mm
 
-/** In the page: sizes that change from now on are not told to scripts, as on paper. */
+/** In the page: once `window.printed` is set, scripts are not notified of new sizes, as on paper. */
 function observeUntilPrinted() {
     const Observer = window.ResizeObserver;
     window.ResizeObserver = class extends Observer {
@@ -25,7 +25,7 @@ function observeUntilPrinted() {
     );
 }
 
-/** Lays the page out for paper after the scripts have had their last word. */
+/** Lays the page out for paper after its scripts have run for the last time. */
 async function onPaper(page) {
     await painted(page);
     await page.evaluate(() => {
@@ -37,7 +37,7 @@ async function onPaper(page) {
     await painted(page);
 }
 
-/** Boxes of the panels, and of the charts and planes in them, by class; those that are shown. */
+/** Boxes of the visible elements that match, each with the box of its panel. */
 const boxes = (page, selector) =>
     page.locator(selector).evaluateAll((all) =>
         all
@@ -70,12 +70,12 @@ for (const renderer of ['webgl2', 'canvas']) {
                 at,
                 first: `(${observeUntilPrinted})()`,
                 viewport: { width: 1100, height: 900 },
-            }); // charts over the whole width, more than the paper has
+            }); // charts take the full width, which is more than that of the paper
             if (at) await page.locator(`.planes[data-renderer=${renderer}]:not(.planes-waiting)`).waitFor();
             return page;
         };
 
-        test('a component keeps every picture in its panel and the panels apart', async () => {
+        test('a component keeps every image in its panel and the panels apart', async () => {
             const page = await open('#/component/ICA_01');
             await onPaper(page);
             await screenshot(page, `component-paper-${renderer}`);
@@ -103,7 +103,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        test('a component has its label and its whole note, and nothing to press', async () => {
+        test('a component has its label and its complete note, and no controls', async () => {
             const page = await open('#/component/ICA_02');
             const note = 'a note as long as they are where two networks meet in one component, '.repeat(4).trim();
             await page.click('.label-unsure');

@@ -1,4 +1,4 @@
-// The reports that the tests open: made by the real command from made-up runs, and once from a real analysis.
+// The reports that the tests open: made by the real command from made-up runs or from an actual analysis.
 import { execFileSync } from 'node:child_process';
 import { existsSync, mkdtempSync, readFileSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
@@ -38,7 +38,7 @@ export function madeUp(name, options) {
     return described(folder, STEM);
 }
 
-/** A simulated sample through the whole command: simulate, run with two repeats, report. */
+/** A simulated sample analysed by the whole command: simulate, run with three repeats, report. */
 export function analysed() {
     const sample = join(scratch, 'sample');
     const folder = join(scratch, 'analysed');

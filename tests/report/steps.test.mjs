@@ -1,11 +1,11 @@
-// Going from component to component.
+// Stepping from component to component.
 import assert from 'node:assert/strict';
 import { after, before, describe, test } from 'node:test';
 import { missingBrowser, openBrowser, openReport, painted } from './browser.mjs';
 import { checkCrosshair } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
-/** In the page: holds one block of the file back until `window.release()`. */
+/** In the page: holds back one block of the file until `window.release()`. */
 function holdBack(held) {
     let given;
     const released = new Promise((resolve) => {
@@ -45,7 +45,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         for (let i = 0; i < 5; ++i) await painted(page);
     };
 
-    test('keeps the map of the component named, also when the one passed by is unpacked later', async () => {
+    test('keeps the map of the component shown when that of a skipped one is unpacked later', async () => {
         const page = await openReport(browser, run.report, {
             at: '#/component/ICA_00',
             first: `(${holdBack})('map-1')`,
@@ -61,7 +61,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('keeps the map of the component compared last', async () => {
+    test('keeps the map of the component that was last chosen for comparison', async () => {
         const page = await openReport(browser, run.report, {
             at: '#/component/ICA_00',
             first: `(${holdBack})('map-1')`,
@@ -78,7 +78,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('goes on from where the component stood that a label took out of the selection', async () => {
+    test('continues from the former position of a component that a label removed from the selection', async () => {
         const page = await openReport(browser, run.report);
         await page.selectOption('#label-filter', 'none');
         await page.locator('.card-link', { hasText: 'IC 3' }).click();
@@ -93,7 +93,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('sets labels also while the threshold has the focus, and leaves it the arrows', async () => {
+    test('sets labels while the threshold has the focus, and leaves the arrow keys to it', async () => {
         const page = await openReport(browser, run.report, { at: '#/component/ICA_02' });
         await page.locator('#threshold').focus();
         await page.keyboard.press('ArrowRight');
@@ -113,14 +113,14 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         await page.keyboard.press('ArrowRight');
         await page.locator('body[data-shown=ICA_01]').waitFor();
         assert.equal(await brains.count(), 1);
-        await page.locator('h2').click(); // the choice has the focus
+        await page.locator('h2').click(); // takes the focus from the choice
         await page.keyboard.press('ArrowRight');
         await page.locator('body[data-shown=ICA_02]').waitFor();
         assert.deepEqual(await page.locator('.brain-title:visible').allTextContents(), ['IC 3', 'IC 2']);
         await page.close();
     });
 
-    test('keeps the keyboard where the reader is, on the way to a component and back', async () => {
+    test('keeps the keyboard focus where the reader is, to a component and back', async () => {
         const page = await openReport(browser, run.report);
         await page.locator('.card-link', { hasText: 'IC 4' }).focus();
         await page.keyboard.press('Enter');
@@ -134,7 +134,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('goes to the overview, and says so, for a component that the run does not have', async () => {
+    test('goes to the overview, and marks it, for a component that the run does not have', async () => {
         const page = await openReport(browser, run.report);
         await goTo(page, '#/component/ICA_99');
         await page.waitForFunction(() => location.hash.endsWith('ICA_99'));

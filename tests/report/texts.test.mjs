@@ -1,4 +1,4 @@
-// What the page says about a run in words.
+// What the page says about a run.
 import assert from 'node:assert/strict';
 import { after, before, describe, test } from 'node:test';
 import { missingBrowser, openBrowser, openReport } from './browser.mjs';
@@ -76,7 +76,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(await methods({}), /voxels inside a mask entered/);
     });
 
-    test('which frequency bands there are and on what clock', async () => {
+    test('which frequency bands are in use and on which clock', async () => {
         assert.match(await methods({}), /in five frequency bands \(Welch, 1967\), relative/);
         assert.match(
             await methods({ trMilliseconds: 2500 }),
@@ -129,7 +129,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         );
     });
 
-    test('that parameters rescaled across components say nothing of a single one', async () => {
+    test('that parameters rescaled across components say nothing about a single one', async () => {
         assert.match(await warnings({ components: 1 }), /a single component: .* say nothing about it/);
         assert.doesNotMatch(await warnings({ components: 2 }), /single component/);
     });
@@ -142,7 +142,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(skipped, /clustering was not estimated/);
     });
 
-    test('no value of a frequency band that the repetition time does not have', async () => {
+    test('no value for a frequency band that is undefined at the repetition time', async () => {
         const bands = async (trMilliseconds) => {
             const page = await open({ trMilliseconds }, '#/component/ICA_00');
             const cells = await page.locator('td[data-metric^=power_band]').allTextContents();
@@ -182,7 +182,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(await methods({}), /sign of a component is arbitrary/);
     });
 
-    test('on a card how strong the predictor is, and no weak one', async () => {
+    test('on a card how strong the predictor is, unless it is weak', async () => {
         const run = madeUp('strengths', { components: 12 });
         const page = await openReport(browser, run.report);
         for (const { component, dm_pred_name: name, dm_pred_max: strength } of run.metrics) {
@@ -193,7 +193,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('the threshold of the run, also where it lies above all others', async () => {
+    test('the threshold of the run, even where it is beyond the usual range', async () => {
         const page = await open({ settings: { ZThreshold: 20 } }, '#/component/ICA_00');
         assert.equal(await page.inputValue('#threshold'), '20');
         assert.equal(await page.locator('output[for=threshold]').textContent(), '20.0');
