@@ -2,6 +2,7 @@
 import { existsSync, mkdirSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
+import { after, before } from 'node:test';
 import { fileURLToPath } from 'node:url';
 import { chromium } from 'playwright-core';
 
@@ -27,8 +28,16 @@ const GRAPHICS = {
     canvas: ['--disable-gpu', '--disable-3d-apis'],
 };
 
-/** A browser with its own profile. `renderer`: webgl2 or canvas. */
-export async function openBrowser(renderer) {
+/** The browser of a describe block: opened before its tests and closed after them. `renderer`: webgl2 or canvas. */
+export function browserFor(renderer) {
+    const browser = {};
+    before(async () => Object.assign(browser, await openBrowser(renderer)));
+    after(() => browser.close?.());
+    return browser;
+}
+
+// A browser with its own profile.
+async function openBrowser(renderer) {
     const profile = mkdtempSync(join(tmpdir(), 'znica-report-'));
     const context = await chromium.launchPersistentContext(profile, {
         executablePath: CHROMIUM,

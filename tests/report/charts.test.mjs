@@ -1,7 +1,7 @@
 // What the charts show, compared with numbers that do not come from the page.
 import assert from 'node:assert/strict';
-import { after, before, describe, test } from 'node:test';
-import { missingBrowser, openBrowser, openReport } from './browser.mjs';
+import { describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport } from './browser.mjs';
 import { CHART, chartData } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
@@ -33,13 +33,7 @@ function welchPerCent(course, points) {
 }
 
 describe('charts', { skip: missingBrowser }, () => {
-    let browser;
-    before(async () => {
-        browser = await openBrowser('canvas');
-    });
-    after(async () => {
-        await browser.close();
-    });
+    const browser = browserFor('canvas');
 
     const open = (name, options, at = '#/component/ICA_00') =>
         openReport(browser, madeUp(`charts-${name}`, { components: 3, ...options }).report, { at });

@@ -3,19 +3,13 @@ import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
-import { after, before, describe, test } from 'node:test';
-import { missingBrowser, openBrowser, openReport } from './browser.mjs';
+import { describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport } from './browser.mjs';
 import { STEM } from './made_up_run.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
 describe('labels', { skip: missingBrowser }, () => {
-    let browser;
-    before(async () => {
-        browser = await openBrowser('canvas');
-    });
-    after(async () => {
-        await browser.close();
-    });
+    const browser = browserFor('canvas');
 
     const open = (run, component) => openReport(browser, run.report, { at: `#/component/${component}` });
     const pressed = (page) => page.locator('.label-button[aria-pressed=true]').allTextContents();

@@ -1,7 +1,7 @@
 // How maps are drawn: colours, sides of the body, and what the mouse may do.
 import assert from 'node:assert/strict';
-import { after, before, describe, test } from 'node:test';
-import { missingBrowser, openBrowser, openReport, painted, showComponent } from './browser.mjs';
+import { before, describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport, painted, showComponent } from './browser.mjs';
 import { checkCrosshair } from './page_contents.mjs';
 import { contrast, readPng } from './png.mjs';
 import { madeUp } from './runs.mjs';
@@ -12,14 +12,10 @@ const sides = (page) => page.getByLabel('Left on the right').filter({ visible: t
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`maps with ${renderer}`, { skip: missingBrowser }, () => {
-        let browser;
+        const browser = browserFor(renderer);
         let run;
-        before(async () => {
+        before(() => {
             run = madeUp('maps', { components: 6 });
-            browser = await openBrowser(renderer);
-        });
-        after(async () => {
-            await browser.close();
         });
 
         test('share one colour scale while two are compared', async () => {
@@ -133,14 +129,10 @@ for (const renderer of ['webgl2', 'canvas']) {
 }
 
 describe('mosaics of the gallery', { skip: missingBrowser }, () => {
-    let browser;
+    const browser = browserFor('canvas');
     let run;
-    before(async () => {
+    before(() => {
         run = madeUp('mosaics', { components: 6 });
-        browser = await openBrowser('canvas');
-    });
-    after(async () => {
-        await browser.close();
     });
 
     test('mark left and right on the first slice', async () => {

@@ -1,7 +1,7 @@
 // The report on a phone.
 import assert from 'node:assert/strict';
-import { after, before, describe, test } from 'node:test';
-import { missingBrowser, openBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
+import { before, describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
 import { madeUp } from './runs.mjs';
 
 /** Visible elements that extend past the right edge of the window or of the box that clips them. */
@@ -23,14 +23,10 @@ const cutOff = (page) =>
     });
 
 describe('in a narrow window', { skip: missingBrowser }, () => {
-    let browser;
+    const browser = browserFor('canvas');
     let run;
-    before(async () => {
+    before(() => {
         run = madeUp('narrow', { components: 6 });
-        browser = await openBrowser('canvas');
-    });
-    after(async () => {
-        await browser.close();
     });
 
     for (const width of [400, 320]) {

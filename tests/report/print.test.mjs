@@ -1,7 +1,7 @@
 // The report on paper.
 import assert from 'node:assert/strict';
-import { after, before, describe, test } from 'node:test';
-import { missingBrowser, openBrowser, openReport, painted, screenshot } from './browser.mjs';
+import { before, describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport, painted, screenshot } from './browser.mjs';
 import { madeUp } from './runs.mjs';
 
 const PAPER = 703; // CSS pixels: A4 without margins of 12 mm
@@ -55,14 +55,10 @@ const overlap = (a, b) => a.left < b.right && b.left < a.right && a.top < b.bott
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`on paper, with ${renderer}`, { skip: missingBrowser }, () => {
-        let browser;
+        const browser = browserFor(renderer);
         let run;
-        before(async () => {
+        before(() => {
             run = madeUp('paper', { components: 4 });
-            browser = await openBrowser(renderer);
-        });
-        after(async () => {
-            await browser.close();
         });
 
         const open = async (at) => {

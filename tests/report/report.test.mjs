@@ -3,8 +3,8 @@
 import assert from 'node:assert/strict';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
-import { after, before, describe, test } from 'node:test';
-import { measures, missingBrowser, openBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
+import { before, describe, test } from 'node:test';
+import { browserFor, measures, missingBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
 import { COLUMNS } from './made_up_run.mjs';
 import { CHART, cardNames, chartData, checkCrosshair } from './page_contents.mjs';
 import { colouredPixels, readPng } from './png.mjs';
@@ -27,13 +27,7 @@ before(() => {
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer}`, { skip: missingBrowser }, () => {
-        let browser;
-        before(async () => {
-            browser = await openBrowser(renderer);
-        });
-        after(async () => {
-            await browser.close();
-        });
+        const browser = browserFor(renderer);
 
         test('opens from disk without a complaint and without a request', async () => {
             const page = await openReport(browser, real.report);
@@ -279,13 +273,7 @@ for (const renderer of ['webgl2', 'canvas']) {
 }
 
 describe('the page', { skip: missingBrowser }, () => {
-    let browser;
-    before(async () => {
-        browser = await openBrowser('webgl2');
-    });
-    after(async () => {
-        await browser.close();
-    });
+    const browser = browserFor('webgl2');
 
     test('is legible in dark colours and in a narrow window', async () => {
         const dark = await openReport(browser, real.report, { dark: true });

@@ -1,7 +1,7 @@
 // Stepping from component to component.
 import assert from 'node:assert/strict';
-import { after, before, describe, test } from 'node:test';
-import { missingBrowser, openBrowser, openReport, painted } from './browser.mjs';
+import { before, describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport, painted } from './browser.mjs';
 import { checkCrosshair } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
@@ -26,14 +26,10 @@ function holdBack(held) {
 }
 
 describe('stepping through the components', { skip: missingBrowser }, () => {
-    let browser;
+    const browser = browserFor('canvas');
     let run;
-    before(async () => {
+    before(() => {
         run = madeUp('steps', { components: 6 });
-        browser = await openBrowser('canvas');
-    });
-    after(async () => {
-        await browser.close();
     });
 
     const goTo = (page, hash) =>

@@ -1,7 +1,7 @@
 // What the page says about a run.
 import assert from 'node:assert/strict';
-import { after, before, describe, test } from 'node:test';
-import { missingBrowser, openBrowser, openReport } from './browser.mjs';
+import { describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport } from './browser.mjs';
 import { madeUp } from './runs.mjs';
 
 function pearson(x, y) {
@@ -12,14 +12,8 @@ function pearson(x, y) {
 }
 
 describe('the page says', { skip: missingBrowser }, () => {
-    let browser;
+    const browser = browserFor('canvas');
     let made = 0;
-    before(async () => {
-        browser = await openBrowser('canvas');
-    });
-    after(async () => {
-        await browser.close();
-    });
 
     const open = (options, at) =>
         openReport(browser, madeUp(`texts-${++made}`, { components: 3, ...options }).report, { at });
