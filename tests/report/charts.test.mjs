@@ -103,4 +103,33 @@ describe('charts', { skip: missingBrowser }, () => {
         assert.equal(await inMiddle('ICA_02'), 0);
         await cards.close();
     });
+
+    test('of spectra shade the five bands at the limits of the plug-in', async () => {
+        const page = await open('bands', {});
+        // Nyquist 0.25 Hz: limits 0.008, 0.02, 0.05 and 0.1 Hz
+        const { left, right, ground } = await page.locator(CHART('spectrum')).evaluate((canvas) => {
+            const {
+                scales: { x },
+                chartArea: { top },
+            } = canvas.chart;
+            const ratio = canvas.width / canvas.clientWidth;
+            const shade = (hz) =>
+                [
+                    ...canvas
+                        .getContext('2d')
+                        .getImageData(Math.round(x.getPixelForValue(hz) * ratio), Math.round((top + 2) * ratio), 1, 1)
+                        .data,
+                ].join();
+            return {
+                left: [0.004, 0.014, 0.035, 0.075, 0.175].map(shade),
+                right: x.max,
+                ground: [0.0062, 0.0098, 0.018, 0.022, 0.048, 0.052, 0.098, 0.102].map(shade),
+            };
+        });
+        assert.equal(right, 0.25);
+        const [even, odd] = [left[0], left[1]];
+        assert.notEqual(even, odd);
+        assert.deepEqual(ground, [even, odd, odd, even, even, odd, odd, even]);
+        await page.close();
+    });
 });

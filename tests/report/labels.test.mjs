@@ -4,7 +4,7 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport } from './browser.mjs';
+import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
 import { STEM } from './made_up_run.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
@@ -150,3 +150,60 @@ describe('labels', { skip: missingBrowser }, () => {
         await page.close();
     });
 });
+
+for (const renderer of ['webgl2', 'canvas']) {
+    describe(`with ${renderer} the page`, { skip: missingBrowser }, () => {
+        const browser = browserFor(renderer);
+
+        test('keeps labels and notes, gives them as a table and reads them back', async () => {
+            const thirty = madeUp('thirty', { components: 30 });
+            const page = await openReport(browser, thirty.report);
+            await showComponent(page, 'ICA_06', renderer);
+            await page.keyboard.press('s');
+            await page.fill('#note', 'visual\tcortex');
+            await page.locator('h2').first().click();
+            await showComponent(page, 'ICA_07', renderer);
+            await page.click('.label-noise');
+            await page.reload();
+            await page.locator('body[data-shown="ICA_07"]').waitFor();
+            assert.equal(await page.locator('.label-noise').getAttribute('aria-pressed'), 'true');
+
+            await page.click('a[href="#/"] >> nth=0');
+            const [download] = await Promise.all([
+                page.waitForEvent('download'),
+                page.click('[data-action="export-labels"]'),
+            ]);
+            assert.equal(download.suggestedFilename(), 'sub-made_task-up_desc-ICA_labels.tsv');
+            const lines = readFileSync(await download.path(), 'utf8').split('\n');
+            assert.equal(lines[0], 'component\tclassification\tnote');
+            assert.deepEqual(
+                lines.slice(1, -1).map((line) => line.split('\t')[0]),
+                thirty.metrics.map((row) => row.component),
+            );
+            assert.equal(lines[7], 'ICA_06\tsignal\tvisual cortex');
+            assert.equal(lines[8], 'ICA_07\tnoise\tn/a');
+            assert.equal(lines[9], 'ICA_08\tn/a\tn/a');
+
+            const changed = join(thirty.folder, 'labels.tsv');
+            writeFileSync(
+                changed,
+                lines.join('\n').replace('ICA_08\tn/a', 'ICA_08\tunsure').replace('ICA_06\tsignal', 'ICA_06\tnoise'),
+            );
+            await page.setInputFiles('.label-bar input[type="file"]', changed);
+            await page
+                .locator('.label-message', { hasText: '30 components read from labels.tsv, 2 changed.' })
+                .waitFor();
+            assert.equal(await page.locator('.card[data-component="ICA_08"] .card-label').textContent(), '? Unsure');
+            assert.equal(
+                await page.locator('.card[data-component="ICA_06"] .card-label').textContent(),
+                '\u2715 Noise',
+            );
+
+            writeFileSync(changed, 'component\tclassification\nICA_99\tsignal\n');
+            await page.setInputFiles('.label-bar input[type="file"]', changed);
+            await page.locator('.label-message', { hasText: 'no component "ICA_99"' }).waitFor();
+            await page.evaluate(() => localStorage.clear());
+            await page.close();
+        });
+    });
+}

@@ -1,7 +1,8 @@
 // What the page says about a run.
 import assert from 'node:assert/strict';
 import { describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport } from './browser.mjs';
+import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { CHART, chartData } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
 function pearson(x, y) {
@@ -191,6 +192,44 @@ describe('the page says', { skip: missingBrowser }, () => {
         const page = await open({ settings: { ZThreshold: 20 } }, '#/component/ICA_00');
         assert.equal(await page.inputValue('#threshold'), '20');
         assert.equal(await page.locator('output[for=threshold]').textContent(), '20.0');
+        await page.close();
+    });
+
+    test('in plain words what limits a run', async () => {
+        const limited = madeUp('limited', { components: 3, asked: 5, trMilliseconds: 2500, design: false });
+        const page = await openReport(browser, limited.report);
+        const warnings = (await page.locator('.warnings li').allTextContents()).join('\n');
+        assert.match(warnings, /stopped early: 3 of 5/);
+        assert.match(warnings, /2\.5 s as 2 s/);
+        assert.match(warnings, /n\/a\) for Kurtosis/);
+        await showComponent(page, 'ICA_00', 'canvas');
+        const axes = await page
+            .locator(CHART('spectrum'))
+            .evaluate((canvas) => [canvas.chart.scales.x.max, canvas.chart.scales.top.max]);
+        assert.deepEqual(axes, [0.25, 0.2]); // the plug-in's clock below, the true one above
+        assert.equal((await chartData(page, 'course')).datasets.length, 1); // no predictor to show
+        assert.match(await page.locator('.matches').textContent(), /none/);
+        await page.close();
+    });
+
+    test('the numbers of the run in the methods paragraph', async () => {
+        const page = await open({ components: 30 });
+        await page.evaluate(() => {
+            location.hash = '#/methods';
+        });
+        const text = await page.locator('#methods-text').textContent();
+        for (const part of [
+            '120 volumes',
+            'TR 2 s',
+            '30 largest',
+            '87.3 % of the variance',
+            '30 of 30 components',
+            'convergence limit of 0.0001',
+            '500 iterations',
+            '2 predictors',
+        ]) {
+            assert.ok(text.includes(part), `${part} in: ${text}`);
+        }
         await page.close();
     });
 });
