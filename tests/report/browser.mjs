@@ -28,10 +28,12 @@ const GRAPHICS = {
     canvas: ['--disable-gpu', '--disable-3d-apis'],
 };
 
-/** The browser of a describe block: opened before its tests and closed after them. `renderer`: webgl2 or canvas. */
+/** The browser of a file or describe block, opened before its tests and closed after them. `renderer`: webgl2 or canvas. */
 export function browserFor(renderer) {
     const browser = {};
-    before(async () => Object.assign(browser, await openBrowser(renderer)));
+    before(async () => {
+        if (!missingBrowser) Object.assign(browser, await openBrowser(renderer));
+    });
     after(() => browser.close?.());
     return browser;
 }

@@ -8,6 +8,7 @@ import { analysed, madeUp } from './runs.mjs';
 
 const NAMES = (count) => Array.from({ length: count }, (_, c) => `ICA_${String(c).padStart(2, '0')}`);
 
+const browsers = { webgl2: browserFor('webgl2'), canvas: browserFor('canvas') };
 let thirty;
 let one;
 let twoHundred;
@@ -21,7 +22,7 @@ before(() => {
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer} the gallery`, { skip: missingBrowser }, () => {
-        const browser = browserFor(renderer);
+        const browser = browsers[renderer];
 
         for (const [count, run] of [
             [1, () => one],
@@ -68,7 +69,7 @@ for (const renderer of ['webgl2', 'canvas']) {
 }
 
 describe('the gallery', { skip: missingBrowser }, () => {
-    const browser = browserFor('webgl2');
+    const browser = browsers.webgl2;
 
     test('draws the cards of the overview as large after other views as without', async () => {
         const page = await openReport(browser, thirty.report, { at: '#/component/ICA_04' });

@@ -4,6 +4,7 @@ import { before, describe, test } from 'node:test';
 import { browserFor, missingBrowser, openReport, screenshot, showComponent } from './browser.mjs';
 import { analysed, madeUp } from './runs.mjs';
 
+const browsers = { webgl2: browserFor('webgl2'), canvas: browserFor('canvas') };
 let real;
 
 before(() => {
@@ -12,7 +13,7 @@ before(() => {
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer} the page`, { skip: missingBrowser }, () => {
-        const browser = browserFor(renderer);
+        const browser = browsers[renderer];
 
         test('opens from disk without a complaint and without a request', async () => {
             const page = await openReport(browser, real.report);
@@ -36,7 +37,7 @@ for (const renderer of ['webgl2', 'canvas']) {
 }
 
 describe('the page', { skip: missingBrowser }, () => {
-    const browser = browserFor('webgl2');
+    const browser = browsers.webgl2;
 
     test('is legible in dark colours and in a narrow window', async () => {
         const dark = await openReport(browser, real.report, { dark: true });

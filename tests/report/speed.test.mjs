@@ -6,6 +6,7 @@ import { browserFor, measures, missingBrowser, openReport, showComponent } from 
 import { checkCrosshair } from './page_contents.mjs';
 import { analysed, madeUp } from './runs.mjs';
 
+const browsers = { webgl2: browserFor('webgl2'), canvas: browserFor('canvas') };
 let real;
 let twoHundred;
 
@@ -17,7 +18,7 @@ before(() => {
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer} the page`, { skip: missingBrowser }, () => {
-        const browser = browserFor(renderer);
+        const browser = browsers[renderer];
 
         test('says how long it takes', async (t) => {
             for (const [name, run] of [
@@ -46,7 +47,7 @@ for (const renderer of ['webgl2', 'canvas']) {
 }
 
 describe('the page', { skip: missingBrowser }, () => {
-    const browser = browserFor('webgl2');
+    const browser = browsers.webgl2;
 
     test('stays under 15 MB for 30 components of a whole brain at 2 mm', async (t) => {
         const brain = madeUp('brain', { components: 30, grid: 'brain' }); // plain noise: the worst that can be packed
