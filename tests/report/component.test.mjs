@@ -10,8 +10,10 @@ import { madeUp } from './runs.mjs';
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer} a component`, { skip: missingBrowser }, () => {
         const browser = browserFor(renderer);
+        let six;
         let thirty;
         before(() => {
+            six = madeUp('six', { components: 6 });
             thirty = madeUp('thirty', { components: 30 });
         });
 
@@ -30,7 +32,7 @@ for (const renderer of ['webgl2', 'canvas']) {
         });
 
         test('changes the pixels of the map with the opacity and the colours', async () => {
-            const page = await openReport(browser, thirty.report);
+            const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_01', renderer);
             const picture = async () => {
                 await painted(page);
@@ -47,25 +49,25 @@ for (const renderer of ['webgl2', 'canvas']) {
         });
 
         test('shows under the crosshair the value that the map file holds there', async () => {
-            const page = await openReport(browser, thirty.report);
+            const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_04', renderer);
-            const peak = await checkCrosshair(page, thirty, 4);
+            const peak = await checkCrosshair(page, six, 4);
             for (const key of ['ArrowUp', 'ArrowUp', 'ArrowUp', 'ArrowDown']) await page.keyboard.press(key);
-            const above = await checkCrosshair(page, thirty, 4);
+            const above = await checkCrosshair(page, six, 4);
             assert.equal(above.voxel[2], peak.voxel[2] + 2); // up is up: axial slices, z stored upwards
             await page.keyboard.press('p');
-            assert.deepEqual((await checkCrosshair(page, thirty, 4)).voxel, peak.voxel);
+            assert.deepEqual((await checkCrosshair(page, six, 4)).voxel, peak.voxel);
             await page.close();
         });
 
         test('puts the crosshair where one clicks, left on the left, in all planes together', async () => {
-            const page = await openReport(browser, thirty.report);
+            const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_05', renderer);
             const box = await page.locator('.planes:not(.planes-waiting)').first().boundingBox();
             const axial = { left: box.x, width: box.width * (26 / (2 * 26 + 30)), top: box.y, height: box.height };
             const click = async (across, up) => {
                 await page.mouse.click(axial.left + across * axial.width, axial.top + (1 - up) * axial.height);
-                return checkCrosshair(page, thirty, 5);
+                return checkCrosshair(page, six, 5);
             };
             const left = await click(0.3, 0.5);
             const right = await click(0.7, 0.5);
