@@ -28,7 +28,7 @@ const GRAPHICS = {
     canvas: ['--disable-gpu', '--disable-3d-apis'],
 };
 
-/** The browser of a file or describe block, opened before its tests and closed after them. `renderer`: webgl2 or canvas. */
+/** The browser of a file or describe block, open during its tests. `renderer`: webgl2 or canvas. */
 export function browserFor(renderer) {
     const browser = {};
     before(async () => {
@@ -83,11 +83,16 @@ export async function openReport(browser, file, settings = {}) {
     return page;
 }
 
+/** Goes to a view, which may not be drawn yet. */
+export function goTo(page, hash) {
+    return page.evaluate((next) => {
+        location.hash = next;
+    }, hash);
+}
+
 /** Goes to a component and waits until the final renderer has drawn it. */
 export async function showComponent(page, name, renderer) {
-    await page.evaluate((hash) => {
-        location.hash = hash;
-    }, `#/component/${name}`);
+    await goTo(page, `#/component/${name}`);
     await page.locator(`body[data-shown="${name}"]`).waitFor();
     await page.locator(`.brain .planes[data-renderer="${renderer}"]:not(.planes-waiting)`).first().waitFor();
 }

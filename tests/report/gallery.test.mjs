@@ -1,7 +1,7 @@
 // The cards of the gallery: all of them, sorted, filtered, and drawn at their size.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, showComponent } from './browser.mjs';
 import { COLUMNS } from './made_up_run.mjs';
 import { cardNames } from './page_contents.mjs';
 import { analysed, madeUp } from './runs.mjs';
@@ -75,9 +75,7 @@ describe('the gallery', { skip: missingBrowser }, () => {
         const page = await openReport(browser, thirty.report, { at: '#/component/ICA_04' });
         const away = () => page.waitForTimeout(1500); // in which the cards would be drawn if they were in the page
         const allDrawn = async () => {
-            await page.evaluate(() => {
-                location.hash = '#/';
-            });
+            await goTo(page, '#/');
             await page.waitForFunction(
                 () => {
                     const pictures = [...document.querySelectorAll('.card[data-drawn] canvas')];

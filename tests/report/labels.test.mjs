@@ -4,7 +4,7 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, showComponent } from './browser.mjs';
 import { STEM } from './made_up_run.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
@@ -24,9 +24,7 @@ describe('labels', { skip: missingBrowser }, () => {
                 ),
             );
     const overview = async (page) => {
-        await page.evaluate(() => {
-            location.hash = '#/';
-        });
+        await goTo(page, '#/');
         await page.locator('.card').first().waitFor();
         return page;
     };
@@ -77,9 +75,7 @@ describe('labels', { skip: missingBrowser }, () => {
             ICA_01: '\u2715 Noise',
             ICA_02: '? Unsure',
         });
-        await page.evaluate(() => {
-            location.hash = '#/component/ICA_01';
-        });
+        await goTo(page, '#/component/ICA_01');
         await page.locator('body[data-shown=ICA_01]').waitFor();
         await page.keyboard.press('n'); // removes the label, which is kept too
         await page.reload();
@@ -101,9 +97,7 @@ describe('labels', { skip: missingBrowser }, () => {
         const one = 'component\tclassification\nICA_00\tnoise\n';
         await read(page, file, one);
         await page.locator('.label-message', { hasText: '1 component read from read.tsv, 1 changed.' }).waitFor();
-        await page.evaluate(() => {
-            location.hash = '#/component/ICA_00';
-        });
+        await goTo(page, '#/component/ICA_00');
         assert.equal(await page.inputValue('#note'), 'default mode');
         assert.deepEqual(await pressed(page), ['\u2715Noise']);
         await page.close();
@@ -131,9 +125,7 @@ describe('labels', { skip: missingBrowser }, () => {
         assert.deepEqual(await chips(page), { ICA_00: '\u2715 Noise', ICA_01: '\u2713 Signal', ICA_02: '? Unsure' });
         const notes = [];
         for (const name of ['ICA_00', 'ICA_01', 'ICA_02']) {
-            await page.evaluate((next) => {
-                location.hash = `#/component/${next}`;
-            }, name);
+            await goTo(page, `#/component/${name}`);
             await page.locator(`body[data-shown=${name}]`).waitFor();
             notes.push(await page.inputValue('#note'));
         }

@@ -1,7 +1,7 @@
 // How maps are drawn: colours, sides of the body, and what the mouse may do.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, painted, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, painted, showComponent } from './browser.mjs';
 import { checkCrosshair } from './page_contents.mjs';
 import { contrast, readPng } from './png.mjs';
 import { madeUp } from './runs.mjs';
@@ -167,9 +167,7 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         await showComponent(page, 'ICA_02', 'canvas');
         assert.equal(await sides(page).isChecked(), true);
         await sides(page).uncheck();
-        await page.evaluate(() => {
-            location.hash = '#/';
-        });
+        await goTo(page, '#/');
         await page.waitForFunction(
             (before) => document.querySelector('.card[data-component=ICA_00] .card-mosaic').toDataURL() === before,
             left,

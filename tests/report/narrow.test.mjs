@@ -1,7 +1,7 @@
 // The report on a phone.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
 import { madeUp } from './runs.mjs';
 
 /** Visible elements that extend past the right edge of the window or of the box that clips them. */
@@ -47,9 +47,7 @@ describe('in a narrow window', { skip: missingBrowser }, () => {
             await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
             await painted(page);
             assert.deepEqual(await cutOff(page), []);
-            await page.evaluate(() => {
-                location.hash = '#/methods';
-            });
+            await goTo(page, '#/methods');
             await page.locator('#methods-text').waitFor();
             assert.deepEqual(await cutOff(page), []);
             await page.close();

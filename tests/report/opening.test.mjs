@@ -1,7 +1,7 @@
 // The report opened from disk: no network, no complaints, legible in either theme and by keyboard.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, screenshot, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, screenshot, showComponent } from './browser.mjs';
 import { analysed, madeUp } from './runs.mjs';
 
 const browsers = { webgl2: browserFor('webgl2'), canvas: browserFor('canvas') };
@@ -24,9 +24,7 @@ for (const renderer of ['webgl2', 'canvas']) {
                 .locator(`.brain:nth-child(2) .planes[data-renderer="${renderer}"]:not(.planes-waiting)`)
                 .waitFor();
             await screenshot(page, `compare-${renderer}`);
-            await page.evaluate(() => {
-                location.hash = '#/methods';
-            });
+            await goTo(page, '#/methods');
             await page.locator('#methods-text').waitFor();
             await screenshot(page, `methods-${renderer}`);
             assert.deepEqual(page.complaints, []);

@@ -1,7 +1,7 @@
 // Stepping from component to component.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, painted } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, painted } from './browser.mjs';
 import { checkCrosshair } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
@@ -32,10 +32,6 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
         run = madeUp('steps', { components: 6 });
     });
 
-    const goTo = (page, hash) =>
-        page.evaluate((next) => {
-            location.hash = next;
-        }, hash);
     const release = async (page) => {
         await page.evaluate(() => window.release());
         for (let i = 0; i < 5; ++i) await painted(page);

@@ -1,7 +1,7 @@
 // What the page says about a run.
 import assert from 'node:assert/strict';
 import { describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, showComponent } from './browser.mjs';
 import { CHART, chartData } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
@@ -20,9 +20,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         openReport(browser, madeUp(`texts-${++made}`, { components: 3, ...options }).report, { at });
     const textOf = async (options, selector, hash = '#/') => {
         const page = await open(options);
-        await page.evaluate((next) => {
-            location.hash = next;
-        }, hash);
+        await goTo(page, hash);
         const text = (await page.locator(selector).allTextContents()).join('\n');
         await page.close();
         return text;
@@ -162,9 +160,7 @@ describe('the page says', { skip: missingBrowser }, () => {
                 run.mixing.map((line) => Number(line[row.component])),
                 run.design.map((line) => Number(line[row.dm_pred_name])),
             );
-            await page.evaluate((name) => {
-                location.hash = `#/component/${name}`;
-            }, row.component);
+            await goTo(page, `#/component/${row.component}`);
             await page.locator('h2', { hasText: new RegExp(`^IC ${c + 1}$`) }).waitFor();
             const text = await page.locator('.matches [data-metric=dm_pred_max]').textContent();
             assert.match(text, /, \|r\| [0-9.e-]+(, negatively correlated)?$/);
@@ -214,9 +210,7 @@ describe('the page says', { skip: missingBrowser }, () => {
 
     test('the numbers of the run in the methods paragraph', async () => {
         const page = await open({ components: 30 });
-        await page.evaluate(() => {
-            location.hash = '#/methods';
-        });
+        await goTo(page, '#/methods');
         const text = await page.locator('#methods-text').textContent();
         for (const part of [
             '120 volumes',
