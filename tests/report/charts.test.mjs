@@ -66,7 +66,8 @@ describe('charts', { skip: missingBrowser }, () => {
     });
 
     test('of spectra of long runs use full segments', async () => {
-        const run = madeUp('charts-long', { components: 2, volumes: 1400 }); // segments of 311, transforms of 256 points
+        // segments of 311, transforms of 256 points
+        const run = madeUp('charts-long', { components: 2, volumes: 1400 });
         const page = await openReport(browser, run.report, { at: '#/component/ICA_01' });
         const shown = (await chartData(page, 'spectrum')).datasets[0].data.map(({ y }) => y);
         const wanted = welchPerCent(

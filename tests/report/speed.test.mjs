@@ -63,7 +63,8 @@ describe('the page', { skip: missingBrowser }, () => {
         const changes = (await measures(page, 'component change')).slice(1);
         await checkCrosshair(page, brain, 3);
         t.diagnostic(
-            `whole brain: ${(bytes / 1e6).toFixed(2)} MB, first view ${first} ms, component changes ${changes.join(', ')} ms`,
+            `whole brain: ${(bytes / 1e6).toFixed(2)} MB, first view ${first} ms, `
+                + `component changes ${changes.join(', ')} ms`,
         );
         assert.ok(bytes < 15e6, `${bytes} bytes`);
         await page.close();

@@ -98,8 +98,8 @@ export class Gallery {
 
     private describe(): void {
         this.legend.textContent =
-            `Axial slices from bottom to top; coloured where |z| > ${short(this.own.threshold)}, up to the large values `
-            + `of each map; left is ${this.own.radiological ? 'on the right' : 'on the left'}.`;
+            `Axial slices from bottom to top; coloured where |z| > ${short(this.own.threshold)}, up to the large `
+            + `values of each map; left is ${this.own.radiological ? 'on the right' : 'on the left'}.`;
     }
 
     private refresh(run: Run, labels: Labels): void {

@@ -90,15 +90,15 @@ function parameterList(run: Run): HTMLElement {
 
 function imageNotes(): string[] {
     return [
-        'Maps are stored in this file rounded to the decimals shown, so every value under the crosshair agrees with the '
-            + 'map file to the last digit shown. The mean image is stored in 256 shades, for display only, and drawn '
-            + 'darker than the strong ends of the colours.',
+        'Maps are stored in this file rounded to the decimals shown, so every value under the crosshair agrees with '
+            + 'the map file to the last digit shown. The mean image is stored in 256 shades, for display only, and '
+            + 'drawn darker than the strong ends of the colours.',
         'Colours: orange is positive and blue negative (ColorBrewer YlOrBr and Blues), a pair that readers with any '
             + 'common form of colour blindness can distinguish; viridis, cividis and inferno show the magnitude and '
             + 'increase evenly in lightness. Curves use blue, orange and green from the palette by Okabe and Ito.',
         'Brain views are drawn by NiiVue where the browser has WebGL2, otherwise on a 2D canvas; curves by Chart.js.',
-        'Time courses are those of the mixing table, rescaled to 0\u20131. A predictor is scaled to the same range, and '
-            + 'inverted where it is negatively correlated with the component.',
+        'Time courses are those of the mixing table, rescaled to 0\u20131. A predictor is scaled to the same range, '
+            + 'and inverted where it is negatively correlated with the component.',
         'The sign of a component is arbitrary: map and time course may be inverted together.',
     ];
 }

@@ -34,7 +34,8 @@ function input(run: Run): string {
         .map((edge) => short(edge))
         .join(' \u00d7 ');
     const dummies = from.DummyScans
-        ? `; ${plural(from.DummyScans, 'initial volume')} ${from.DummyScans === 1 ? 'was' : 'were'} discarded beforehand`
+        ? `; ${plural(from.DummyScans, 'initial volume')} `
+          + `${from.DummyScans === 1 ? 'was' : 'were'} discarded beforehand`
         : '';
     return (
         'Spatial independent component analysis (McKeown et al., 1998) was performed with znica '
@@ -92,8 +93,8 @@ function extraction(run: Run): string {
     return (
         'Components were extracted one after another by the fixed-point algorithm FastICA in its deflation form '
         + `(Hyv\u00e4rinen, 1999) with ${NONLINEARITY[settings.Nonlinearity] ?? settings.Nonlinearity}, a convergence `
-        + `limit of ${short(settings.Epsilon)}, at most ${plural(settings.MaxIterations, 'iteration')} per component and `
-        + `at most five restarts in the whole run${seed === null ? '' : ` (random seed ${seed})`}; `
+        + `limit of ${short(settings.Epsilon)}, at most ${plural(settings.MaxIterations, 'iteration')} per component `
+        + `and at most five restarts in the whole run${seed === null ? '' : ` (random seed ${seed})`}; `
         + `${facts.ComponentsFound} of ${plural(settings.Components, 'component')} converged.`
     );
 }
@@ -102,17 +103,17 @@ function repeats({ facts: { Repeats: repeated } }: Run): string[] {
     return repeated?.Runs === undefined
         ? []
         : [
-              `The extraction was run ${repeated.Runs} times from different random starting points; the components of all `
-                  + 'runs were clustered by their spatial correlation, and the stability of each is the quality index Iq '
-                  + 'of its cluster (Himberg et al., 2004).',
+              `The extraction was run ${repeated.Runs} times from different random starting points; the components of `
+                  + 'all runs were clustered by their spatial correlation, and the stability of each is the quality '
+                  + 'index Iq of its cluster (Himberg et al., 2004).',
           ];
 }
 
 function maps(): string {
     return (
         'Maps are the projections of the centred data onto the separating vectors, with unit variance over the voxels, '
-        + 'and are shown as z without further scaling. The sign of a component is arbitrary: only the product of its map '
-        + 'and its time course is meaningful.'
+        + 'and are shown as z without further scaling. The sign of a component is arbitrary: only the product of its '
+        + 'map and its time course is meaningful.'
     );
 }
 
@@ -120,11 +121,13 @@ function fingerprint({ facts: { Settings: settings } }: Run): string {
     const clusters =
         settings.ClusterSize === null
             ? ' (not estimated)'
-            : ` (clusters of at least ${plural(settings.ClusterSize, 'voxel')} beyond |z| = ${short(settings.ZThreshold)})`;
+            : ` (clusters of at least ${plural(settings.ClusterSize, 'voxel')} `
+              + `beyond |z| = ${short(settings.ZThreshold)})`;
     return (
-        `Each component was characterised by the spread of its time course, the degree of spatial clustering${clusters}, `
-        + 'the lag-1 autocorrelation of its time course, and, each rescaled across the components of the run, the skewness, '
-        + 'kurtosis and entropy of its map and the entropy of its time course.'
+        'Each component was characterised by the spread of its time course, the degree of spatial '
+        + `clustering${clusters}, `
+        + 'the lag-1 autocorrelation of its time course, and, each rescaled across the components of the run, the '
+        + 'skewness, kurtosis and entropy of its map and the entropy of its time course.'
     );
 }
 
@@ -142,7 +145,8 @@ function bandPowers(run: Run): string {
 function matches({ facts }: Run): string[] {
     return [
         facts.Predictors.length > 0
-            && `Time courses were correlated with ${plural(facts.Predictors.length, 'predictor')} from a design matrix.`,
+            && `Time courses were correlated with ${plural(facts.Predictors.length, 'predictor')} `
+                + 'from a design matrix.',
         facts.Regions.length > 0 && `Maps were correlated with ${plural(facts.Regions.length, 'region')} of interest.`,
     ].filter((sentence) => sentence !== false);
 }

@@ -64,7 +64,8 @@ function repetitionTimeWarning(seconds: number): string[] {
         : [
               ...few,
               `The plug-in takes the repetition time of ${seconds} s as ${whole} s for the power spectrum: its `
-                  + `frequencies, and the limits of the bands, are ${((seconds / whole - 1) * 100).toFixed(0)} % too high.`,
+                  + 'frequencies, and the limits of the bands, are '
+                  + `${((seconds / whole - 1) * 100).toFixed(0)} % too high.`,
           ];
 }
 
