@@ -60,7 +60,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        test('puts the crosshair where one clicks, left on the left, in all planes together', async () => {
+        test('puts the crosshair where the reader clicks, left on the left, in all planes', async () => {
             const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_05', renderer);
             const box = await page.locator('.planes:not(.planes-waiting)').first().boundingBox();
@@ -77,7 +77,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        test('goes through the components with the arrow keys in the order of the gallery', async () => {
+        test('steps through the components with the arrow keys in the order of the gallery', async () => {
             const page = await openReport(browser, thirty.report);
             await page.selectOption('#sort', { label: 'Skewness' });
             const order = await cardNames(page);
@@ -93,7 +93,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.close();
         });
 
-        test('draws time course and fingerprint with the values of the tables', async () => {
+        test('draws time course and fingerprint from the values of the tables', async () => {
             const page = await openReport(browser, thirty.report);
             for (const component of [0, 2, 29]) {
                 const name = thirty.metrics[component].component;

@@ -1,4 +1,4 @@
-// The cards of the gallery: all of them, sorted, filtered, and drawn at their size.
+// The cards of the gallery: complete, sorted, filtered, and drawn at full size.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, goTo, missingBrowser, openReport, showComponent } from './browser.mjs';
@@ -37,14 +37,14 @@ for (const renderer of ['webgl2', 'canvas']) {
             });
         }
 
-        test('sorts the cards by a parameter in both directions, those without a number last', async () => {
+        test('sorts the cards by a parameter in both directions, missing values last', async () => {
             const page = await openReport(browser, thirty.report);
             const numbered = thirty.metrics.filter((row) => row.kurtosis !== 'n/a');
-            const rising = [...numbered].sort((a, b) => a.kurtosis - b.kurtosis).map((row) => row.component);
+            const ascending = [...numbered].sort((a, b) => a.kurtosis - b.kurtosis).map((row) => row.component);
             await page.selectOption('#sort', { label: 'Kurtosis' });
-            assert.deepEqual(await cardNames(page), [...rising, 'ICA_02']);
+            assert.deepEqual(await cardNames(page), [...ascending, 'ICA_02']);
             await page.click('#direction');
-            assert.deepEqual(await cardNames(page), [...rising.reverse(), 'ICA_02']);
+            assert.deepEqual(await cardNames(page), [...ascending.reverse(), 'ICA_02']);
             assert.equal((await page.locator('.card-value').first().textContent()).split(' ')[0], 'Kurtosis');
             await page.close();
         });
@@ -71,9 +71,9 @@ for (const renderer of ['webgl2', 'canvas']) {
 describe('the gallery', { skip: missingBrowser }, () => {
     const browser = browsers.webgl2;
 
-    test('draws the cards of the overview as large after other views as without', async () => {
+    test('draws the cards of the overview at full size after other views too', async () => {
         const page = await openReport(browser, thirty.report, { at: '#/component/ICA_04' });
-        const away = () => page.waitForTimeout(1500); // in which the cards would be drawn if they were in the page
+        const away = () => page.waitForTimeout(1500); // long enough to draw cards that are in the page
         const allDrawn = async () => {
             await goTo(page, '#/');
             await page.waitForFunction(
@@ -94,12 +94,12 @@ describe('the gallery', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('shows the stability over the repeats and sorts by it, where there were any', async () => {
+    test('shows the stability over the repeats and sorts by it, if there were any', async () => {
         const real = analysed();
         const page = await openReport(browser, real.report);
         await page.selectOption('#sort', { label: 'Stability over repeats (Iq)' });
-        const rising = [...real.metrics].sort((a, b) => a.stability_iq - b.stability_iq).map((row) => row.component);
-        assert.deepEqual(await cardNames(page), rising);
+        const ascending = [...real.metrics].sort((a, b) => a.stability_iq - b.stability_iq).map((row) => row.component);
+        assert.deepEqual(await cardNames(page), ascending);
         await showComponent(page, 'ICA_00', 'webgl2');
         const text = await page.locator('td[data-metric=stability_iq]').textContent();
         const [, index, runs, all] = /^Iq ([0-9.]+), in (\d) of (\d) runs$/.exec(text);

@@ -147,7 +147,7 @@ for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer} the page`, { skip: missingBrowser }, () => {
         const browser = browserFor(renderer);
 
-        test('keeps labels and notes, gives them as a table and reads them back', async () => {
+        test('keeps labels and notes, exports them and imports them again', async () => {
             const thirty = madeUp('thirty', { components: 30 });
             const page = await openReport(browser, thirty.report);
             await showComponent(page, 'ICA_06', renderer);

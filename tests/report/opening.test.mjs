@@ -1,4 +1,4 @@
-// The report opened from disk: no network, no complaints, legible in either theme and by keyboard.
+// The report opened from disk: no network, no errors, legible in either theme and by keyboard.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, goTo, missingBrowser, openReport, screenshot, showComponent } from './browser.mjs';
@@ -15,7 +15,7 @@ for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer} the page`, { skip: missingBrowser }, () => {
         const browser = browsers[renderer];
 
-        test('opens from disk without a complaint and without a request', async () => {
+        test('opens from disk without errors, warnings or requests', async () => {
             const page = await openReport(browser, real.report);
             await screenshot(page, `gallery-${renderer}`);
             await showComponent(page, 'ICA_03', renderer);
@@ -50,7 +50,7 @@ describe('the page', { skip: missingBrowser }, () => {
         await screenshot(narrow, 'component-narrow');
         assert.ok(
             await narrow.evaluate(() => document.documentElement.scrollWidth <= innerWidth),
-            'nothing sticks out sideways',
+            'no horizontal scrolling',
         );
         await narrow.close();
     });
@@ -66,7 +66,7 @@ describe('the page', { skip: missingBrowser }, () => {
         await page.close();
     });
 
-    test('gives every picture a text and reaches every card by keyboard', async () => {
+    test('gives every canvas a text alternative and reaches every card by keyboard', async () => {
         const page = await openReport(browser, madeUp('keyboard', { components: 30 }).report);
         const silent = await page.locator('canvas:not([aria-label])').count();
         assert.equal(silent, 0);

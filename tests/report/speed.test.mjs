@@ -20,7 +20,7 @@ for (const renderer of ['webgl2', 'canvas']) {
     describe(`with ${renderer} the page`, { skip: missingBrowser }, () => {
         const browser = browsers[renderer];
 
-        test('says how long it takes', async (t) => {
+        test('reports how long it takes', async (t) => {
             for (const [name, run] of [
                 ['sample', real],
                 ['200 components', twoHundred],
@@ -50,7 +50,7 @@ describe('the page', { skip: missingBrowser }, () => {
     const browser = browsers.webgl2;
 
     test('stays under 15 MB for 30 components of a whole brain at 2 mm', async (t) => {
-        const brain = madeUp('brain', { components: 30, grid: 'brain' }); // plain noise: the worst that can be packed
+        const brain = madeUp('brain', { components: 30, grid: 'brain' }); // noise compresses worst
         const bytes = readFileSync(brain.report).length;
         const page = await openReport(browser, brain.report);
         await page.waitForFunction(() => performance.getEntriesByName('first view').length > 0);

@@ -39,7 +39,7 @@ function unsigned(id: string, title: string, ramp: (t: number) => string, from: 
 /**
  * Orange and blue differ in the channel that red-green blindness leaves intact (ColorBrewer YlOrBr and Blues, both
  * marked colour-blind safe there; dark means weak). Viridis, cividis (Nunez et al. 2018) and inferno rise evenly in
- * lightness and show the magnitude alone.
+ * lightness and show only the magnitude.
  */
 export const COLOUR_MAPS: ColourMap[] = [
     {
