@@ -40,7 +40,7 @@ Components runEngine(const EngineRequest& request, ZeroedBlock& x, RunResult& re
     const int voxels = request.voxels;
     const int volumes = request.volumes;
     const int n = request.components;
-    const RunParameters parameters{true, Nonlinearity::tanh, 1e-4F, 1000, 1, n, n};
+    const FastIcaSettings settings{Nonlinearity::tanh, 1e-4F, 1000, n};
     const long long held = residentBytes();
     forgetPeak();
     updateClock() = UpdateClock{};
@@ -49,7 +49,7 @@ Components runEngine(const EngineRequest& request, ZeroedBlock& x, RunResult& re
     auto covariance = timed(result, "covariance", [&] { return computeCovariance(x.get(), voxels, volumes); });
     auto eigen = timed(result, "eigen", [&] { return decomposeCovariance(covariance, volumes, "run.vtc"); });
     auto whitened = timed(result, "whitening", [&] { return whiten(x.get(), voxels, volumes, eigen, 1, n); });
-    auto separation = timed(result, "fastica", [&] { return separate(whitened, voxels, volumes, parameters); });
+    auto separation = timed(result, "fastica", [&] { return separate(whitened, voxels, volumes, settings); });
     whitened = Whitening{};
     auto components = timed(result, "maps", [&] { return reconstruct(x, voxels, volumes, separation); });
 

@@ -31,14 +31,14 @@ void normalise(double* w, int n) {
 // Work space of the search; n is the reduced dimension, V the number of voxels.
 struct Search {
     const WhitenedData data;
-    const RunParameters& parameters;
+    const FastIcaSettings& settings;
     ZeroedBlock b;   // n x n, column c is the unit vector of component c
     ZeroedBlock bbt; // n x n, B Bt: projection onto the components found
     ZeroedBlock w, previous, work;
     ZeroedBlock y; // V
 
-    Search(const WhitenedData& whitened, const RunParameters& runParameters)
-        : data(whitened), parameters(runParameters), b(data.dimension, data.dimension),
+    Search(const WhitenedData& whitened, const FastIcaSettings& fastIcaSettings)
+        : data(whitened), settings(fastIcaSettings), b(data.dimension, data.dimension),
           bbt(data.dimension, data.dimension), w(1, data.dimension), previous(1, data.dimension),
           work(1, data.dimension), y(1, data.voxels) {}
 
@@ -65,20 +65,20 @@ struct Search {
     bool isSame(double sign) {
         const int n = data.dimension;
         for (int i = 0; i < n; ++i) work.get()[i] = w.get()[i] - sign * previous.get()[i];
-        return length(work.get(), n) < static_cast<double>(parameters.epsilon);
+        return length(work.get(), n) < static_cast<double>(settings.epsilon);
     }
 };
 
 // One attempt at one component; the number of iterations, or kNotConverged at the limit. A limit below 0 is none.
 int attempt(Search& search) {
     search.start();
-    for (int iteration = 0; iteration != search.parameters.iterationLimit; ++iteration) {
+    for (int iteration = 0; iteration != search.settings.iterationLimit; ++iteration) {
         search.deflateAndNormalise();
         if (search.isSame(+1.0) || search.isSame(-1.0)) return iteration + 1;
         // A not-a-number stays one and passes no test: the iterations left could only repeat it.
         if (std::isnan(search.w.get()[0])) return kNotConverged;
         std::copy_n(search.w.get(), search.data.dimension, search.previous.get());
-        fixedPointStep(search.parameters.nonlinearity, search.data, search.w.get(), search.y.get(), search.work.get());
+        fixedPointStep(search.settings.nonlinearity, search.data, search.w.get(), search.y.get(), search.work.get());
     }
     return kNotConverged;
 }
@@ -101,11 +101,11 @@ void keep(Search& search, int c, const Whitening& whitened, int volumes, Separat
 
 } // namespace
 
-Separation separate(const Whitening& whitened, int voxels, int volumes, const RunParameters& parameters) {
+Separation separate(const Whitening& whitened, int voxels, int volumes, const FastIcaSettings& settings) {
     host().znLogText("// Plugin>  Running FastICA computation (deflation approach)...");
-    const int n = parameters.components;
+    const int n = settings.components;
     Separation separation{ZeroedBlock(volumes, n), ZeroedBlock(n, volumes)};
-    Search search(WhitenedData{whitened.data.get(), n, voxels}, parameters);
+    Search search(WhitenedData{whitened.data.get(), n, voxels}, settings);
 
     std::srand(static_cast<unsigned>(std::time(nullptr)));
     int failures = 0;
@@ -122,7 +122,7 @@ Separation separate(const Whitening& whitened, int voxels, int volumes, const Ru
             break;
         } else {
             logLine("// Plugin>  IC #: %i  Number of Iterations: %i (restarting) (elapsed time: %i secs)", number,
-                    parameters.iterationLimit, time.seconds());
+                    settings.iterationLimit, time.seconds());
         }
     }
     return separation;

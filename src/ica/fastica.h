@@ -1,10 +1,18 @@
 #pragma once
 
+#include "ica/nonlinearity.h"
 #include "ica/whitening.h"
-#include "input/run_parameters.h"
 #include "numeric/array_owners.h"
 
 namespace zn {
+
+/// How the components are searched for.
+struct FastIcaSettings {
+    Nonlinearity nonlinearity;
+    float epsilon;      ///< an iteration has converged when the unit vector moves less than this
+    int iterationLimit; ///< an attempt at one component is given up after this many iterations
+    int components;     ///< number to search for; the reduced dimension n
+};
 
 /// Unmixing of the components found, carried back into volume space. T volumes, n the reduced dimension.
 struct Separation {
@@ -21,6 +29,6 @@ struct Separation {
 ///
 /// Method: Hyvarinen (1999), Fast and robust fixed-point algorithms for independent component analysis, IEEE Trans.
 /// Neural Networks 10(3), 626-634.
-Separation separate(const Whitening& whitened, int voxels, int volumes, const RunParameters& parameters);
+Separation separate(const Whitening& whitened, int voxels, int volumes, const FastIcaSettings& settings);
 
 } // namespace zn

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "input/run_parameters.h"
+#include "ica/nonlinearity.h"
 
 namespace zn {
 

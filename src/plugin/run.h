@@ -6,10 +6,10 @@
 #include "ica/reconstruction.h"
 #include "ica/whitening.h"
 #include "input/file_names.h"
-#include "input/run_parameters.h"
 #include "input/voi_templates.h"
 #include "input/voxel_data.h"
 #include "input/vtc.h"
+#include "plugin/run_parameters.h"
 
 namespace zn {
 

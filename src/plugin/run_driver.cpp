@@ -47,7 +47,7 @@ void reduceAndWhiten(Run& run) {
 // Without the FastICA stage, which the dialog can switch off, there are no components either.
 MaybeStop findComponents(Run& run) {
     if (run.parameters.runFastIca) {
-        run.separation = separate(run.whitened, run.vtc.voxels, run.vtc.volumes(), run.parameters);
+        run.separation = separate(run.whitened, run.vtc.voxels, run.vtc.volumes(), run.parameters.fastIca);
     }
     run.whitened = Whitening{};
     if (run.separation.found > 0) return std::nullopt;

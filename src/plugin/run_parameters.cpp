@@ -1,4 +1,4 @@
-#include "input/run_parameters.h"
+#include "plugin/run_parameters.h"
 
 #include "host/host_api.h"
 #include "host/log.h"
@@ -31,16 +31,16 @@ void adjustEigenvalueRange(RunParameters& p, int volumes) {
 
 // The number of components always ends as the number of kept eigenvalues; the first step only tells more in the log.
 void adjustComponents(RunParameters& p, int volumes) {
-    if (p.components > volumes) {
-        logLine("// Plugin>  Reducing the number of components from %i to %i (number of volumes)", p.components,
+    if (p.fastIca.components > volumes) {
+        logLine("// Plugin>  Reducing the number of components from %i to %i (number of volumes)", p.fastIca.components,
                 volumes);
-        p.components = volumes;
+        p.fastIca.components = volumes;
     }
     const int dimension = static_cast<int>(rangeLength(p));
-    if (p.components != dimension) {
+    if (p.fastIca.components != dimension) {
         logLine("// Plugin>  Adjusting the number of independent components from %i to %i (data dimension)",
-                p.components, dimension);
-        p.components = dimension;
+                p.fastIca.components, dimension);
+        p.fastIca.components = dimension;
     }
 }
 
@@ -49,13 +49,13 @@ void adjustComponents(RunParameters& p, int volumes) {
 RunParameters readRunParameters(int volumes) {
     RunParameters p{};
     p.runFastIca = host().znGetDlgIntegerParameter(0) != 0;
-    p.nonlinearity = readNonlinearity();
-    p.epsilon = host().znGetDlgFloatParameter(0);
-    p.iterationLimit = host().znGetDlgIntegerParameter(8);
+    p.fastIca.nonlinearity = readNonlinearity();
+    p.fastIca.epsilon = host().znGetDlgFloatParameter(0);
+    p.fastIca.iterationLimit = host().znGetDlgIntegerParameter(8);
     p.firstEigenvalue = host().znGetDlgIntegerParameter(6);
     p.lastEigenvalue = host().znGetDlgIntegerParameter(7);
     adjustEigenvalueRange(p, volumes);
-    p.components = host().znGetDlgIntegerParameter(9);
+    p.fastIca.components = host().znGetDlgIntegerParameter(9);
     adjustComponents(p, volumes);
     return p;
 }
