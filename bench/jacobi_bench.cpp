@@ -2,9 +2,9 @@
 // the number of volumes. The counter `bits` is a hash of all eigenvalues and eigenvectors: equal bits, equal hash.
 //
 // The literal form takes minutes at 1200 volumes; choose with --benchmark_filter=/400
-#include "ica/jacobi.h"
+#include "ica/jacobi/jacobi.h"
 #include "runs/simulated_run.h"
-#include "unit/ica/literal_jacobi.h"
+#include "unit/ica/jacobi/literal_jacobi.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
-#include "ica/jacobi.h"
+#include "ica/jacobi/jacobi.h"
 
-#include "ica/jacobi_sweep.h"
-#include "ica/rotate_rows.h"
+#include "ica/jacobi/jacobi_sweep.h"
+#include "ica/jacobi/rotate_rows.h"
 #include "numeric/array_owners.h"
 #include "numeric/nrerror.h"
 

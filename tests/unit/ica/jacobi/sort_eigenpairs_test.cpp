@@ -1,4 +1,4 @@
-#include "ica/sort_eigenpairs.h"
+#include "ica/jacobi/sort_eigenpairs.h"
 
 #include "numeric/array_owners.h"
 

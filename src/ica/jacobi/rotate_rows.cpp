@@ -1,6 +1,6 @@
-#include "ica/rotate_rows.h"
+#include "ica/jacobi/rotate_rows.h"
 
-#include "ica/rotation_tile.h"
+#include "ica/jacobi/rotation_tile.h"
 
 #include <algorithm>
 #include <vector>

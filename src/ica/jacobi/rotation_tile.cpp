@@ -1,4 +1,4 @@
-#include "ica/rotation_tile.h"
+#include "ica/jacobi/rotation_tile.h"
 
 #include "numeric/instruction_set.h"
 

@@ -1,4 +1,4 @@
-#include "ica/rotation_kernels.h"
+#include "ica/jacobi/rotation_kernels.h"
 
 #include "numeric/lanes.h"
 

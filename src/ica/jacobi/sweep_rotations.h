@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ica/rotation_kernels.h"
+#include "ica/jacobi/rotation_kernels.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,7 +1,7 @@
-#include "ica/jacobi_sweep.h"
+#include "ica/jacobi/jacobi_sweep.h"
 
-#include "ica/rotate_rows.h"
-#include "ica/rotation_tile.h"
+#include "ica/jacobi/rotate_rows.h"
+#include "ica/jacobi/rotation_tile.h"
 #include "numeric/instruction_set.h"
 
 #include <algorithm>

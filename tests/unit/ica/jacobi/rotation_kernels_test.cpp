@@ -1,4 +1,4 @@
-#include "ica/rotation_kernels.h"
+#include "ica/jacobi/rotation_kernels.h"
 
 #include "unit/ica/kernel_forms.h"
 

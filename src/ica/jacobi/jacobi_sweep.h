@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ica/sweep_rotations.h"
+#include "ica/jacobi/sweep_rotations.h"
 
 namespace zn {
 

@@ -1,7 +1,7 @@
-#include "ica/jacobi.h"
+#include "ica/jacobi/jacobi.h"
 
-#include "ica/literal_jacobi.h"
 #include "numeric/nrerror.h"
+#include "unit/ica/jacobi/literal_jacobi.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
