@@ -1,6 +1,7 @@
 #include "ica/reconstruction.h"
 
 #include "host/host_api.h"
+#include "numeric/transpose_matrix.h"
 
 #include <algorithm>
 
@@ -50,12 +51,6 @@ Components reconstruct(ZeroedBlock& x, int voxels, int volumes, Separation& sepa
     transposeMatrix(components.timeCourses.get(), components.rawTimeCourses.get(), volumes, components.count);
     scaleColumnsToUnitRange(components.timeCourses.get(), volumes, components.count);
     return components;
-}
-
-void transposeMatrix(float* const* source, float* const* target, int rows, int columns) {
-    for (int i = 0; i < rows; ++i) {
-        for (int j = 0; j < columns; ++j) target[j][i] = source[i][j];
-    }
 }
 
 void scaleColumnsToUnitRange(float* const* matrix, int rows, int columns) {

@@ -23,9 +23,6 @@ struct Components {
 /// Throws std::bad_alloc.
 Components reconstruct(ZeroedBlock& x, int voxels, int volumes, Separation& separation);
 
-/// target[j][i] = source[i][j] for i in 0..rows-1 and j in 0..columns-1; nothing when rows < 1.
-void transposeMatrix(float* const* source, float* const* target, int rows, int columns);
-
 /// Rescales every column of a matrix [0..rows-1][0..columns-1] in place: minus its minimum, over the then largest
 /// value, so that it runs from 0 to 1. A constant column becomes 0 / 0, not-a-number.
 void scaleColumnsToUnitRange(float* const* matrix, int rows, int columns);

@@ -127,19 +127,6 @@ TEST_F(Engine, KeepsTheSignThatTheVectorHas) {
     EXPECT_EQ(c.rawTimeCourses[0][1], -2.5F);
 }
 
-TEST(TransposeMatrix, SwapsRowsAndColumns) {
-    OffsetMatrix<float> source(0, 1, 0, 2);
-    for (int i = 0; i < 6; ++i) source[0][i] = static_cast<float>(i);
-    OffsetMatrix<float> target(0, 2, 0, 1);
-    transposeMatrix(source.get(), target.get(), 2, 3);
-    for (int i = 0; i < 2; ++i) {
-        for (int j = 0; j < 3; ++j) EXPECT_EQ(target[j][i], source[i][j]);
-    }
-    target.fill(9);
-    transposeMatrix(source.get(), target.get(), 0, 3);
-    EXPECT_EQ(target[0][0], 9.0F);
-}
-
 TEST(ScaleColumns, RunFromZeroToOne) {
     OffsetMatrix<float> m(0, 2, 0, 1);
     const float values[3][2] = {{-2, 10}, {0, 30}, {6, 20}};
