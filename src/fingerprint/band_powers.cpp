@@ -1,7 +1,8 @@
 #include "fingerprint/band_powers.h"
 
-#include "fingerprint/columns_as_rows.h"
 #include "fingerprint/unit_range.h"
+#include "numeric/array_owners.h"
+#include "numeric/transpose_matrix.h"
 
 namespace zn {
 
@@ -55,11 +56,10 @@ void bandPowerFractions(const float* const* spectrum, int k, int f, const float*
 
 void scaleBandsToUnitRange(float** bands, int k, float** output) {
     for (int i = 0; i < k; ++i) scaleToLargest(bands[i], kBands, bands[i]);
-    const OffsetMatrix<float> columns = columnsAsRows(bands, k, kBands);
+    const OffsetMatrix<float> columns(0, kBands - 1, 0, k - 1);
+    transposeMatrix(bands, columns.get(), k, kBands);
     for (int b = 0; b < kBands; ++b) scaleToLargest(columns[b], k, columns[b]);
-    for (int i = 0; i < k; ++i) {
-        for (int b = 0; b < kBands; ++b) output[i][b] = columns[b][i];
-    }
+    transposeMatrix(columns.get(), output, kBands, k);
 }
 
 } // namespace zn

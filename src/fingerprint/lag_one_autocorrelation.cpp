@@ -1,7 +1,8 @@
 #include "fingerprint/lag_one_autocorrelation.h"
 
-#include "fingerprint/columns_as_rows.h"
 #include "fingerprint/mean_and_variance.h"
+#include "numeric/array_owners.h"
+#include "numeric/transpose_matrix.h"
 
 #include <cmath>
 
@@ -24,7 +25,8 @@ float lagOneOfRow(const float* row, int t, float mean, float sd) {
 } // namespace
 
 void lagOneAutocorrelation(const float* const* timeCourses, int t, int k, float* signedOut, float* absoluteOut) {
-    const OffsetMatrix<float> rows = columnsAsRows(timeCourses, t, k);
+    const OffsetMatrix<float> rows(0, k - 1, 0, t - 1);
+    transposeMatrix(timeCourses, rows.get(), t, k);
     const OffsetVector<float> mean(0, k - 1);
     const OffsetVector<float> variance(0, k - 1);
     rowMeansAndVariances(rows.get(), k, t, mean.get(), variance.get());

@@ -1,8 +1,9 @@
 #include "fingerprint/match_design_matrix.h"
 
-#include "fingerprint/columns_as_rows.h"
 #include "fingerprint/correlate.h"
 #include "fingerprint/mean_and_variance.h"
+#include "numeric/array_owners.h"
+#include "numeric/transpose_matrix.h"
 
 #include <cmath>
 
@@ -10,8 +11,10 @@ namespace zn {
 
 void matchDesignMatrix(const float* const* designMatrix, const float* const* timeCourses, int predictors, int t, int k,
                        float* bestCorrelation, float* bestIndex, float* standardDeviation) {
-    const OffsetMatrix<float> courses = columnsAsRows(timeCourses, t, k);
-    const OffsetMatrix<float> design = columnsAsRows(designMatrix, t, predictors);
+    const OffsetMatrix<float> courses(0, k - 1, 0, t - 1);
+    transposeMatrix(timeCourses, courses.get(), t, k);
+    const OffsetMatrix<float> design(0, predictors - 1, 0, t - 1);
+    transposeMatrix(designMatrix, design.get(), t, predictors);
     const OffsetMatrix<float> r(0, k - 1, 0, predictors - 1);
     correlateRows(courses.get(), k, design.get(), predictors, t, r.get());
 

@@ -1,6 +1,5 @@
 // Input that has no sensible fingerprint: the values are not-a-number, silently, and nothing else happens. Every way
 // through the stages also serves AddressSanitizer and UndefinedBehaviourSanitizer.
-#include "fingerprint/columns_as_rows.h"
 #include "fingerprint/fingerprint.h"
 #include "unit/fingerprint/test_series.h"
 
@@ -32,7 +31,7 @@ Fingerprint fingerprintOf(const Results& results) {
     const auto t = static_cast<int>(results.courses.front().size());
     const OffsetMatrix<float> maps = matrixOf(results.maps);
     const OffsetMatrix<float> raw = matrixOf(results.courses);
-    const OffsetMatrix<float> rescaled = columnsAsRows(raw.get(), k, t);
+    const OffsetMatrix<float> rescaled = matrixWithColumns(results.courses);
     OffsetMatrix<int> coordinates(0, v - 1, 0, 2);
     for (int i = 0; i < v; ++i) {
         coordinates[i][0] = i % 5;

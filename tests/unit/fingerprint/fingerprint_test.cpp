@@ -1,6 +1,5 @@
 #include "fingerprint/fingerprint.h"
 
-#include "fingerprint/columns_as_rows.h"
 #include "unit/fingerprint/test_series.h"
 
 #include <gtest/gtest.h>
@@ -49,9 +48,8 @@ TEST(Fingerprint, RescalesTheSpatialFeatures) {
 TEST(Fingerprint, RescalesTheTemporalFeatures) {
     // Three courses of 400 volumes, 2.5 s apart, which counts as 2 s. numpy, with the formulas of the single features.
     Fingerprint fingerprint(3);
-    const OffsetMatrix<float> raw = matrixOf({testSeries(400, 0.2), testSeries(400, 0.9), testSeries(400, 1.7)});
-    const OffsetMatrix<float> rescaled = columnsAsRows(raw.get(), 3, 400);
-    computeTemporalFeatures(rescaled.get(), raw.get(), 3, 400, 2500, fingerprint);
+    const std::vector<Series> courses = {testSeries(400, 0.2), testSeries(400, 0.9), testSeries(400, 1.7)};
+    computeTemporalFeatures(matrixWithColumns(courses).get(), matrixOf(courses).get(), 3, 400, 2500, fingerprint);
     const double lag[] = {0.921836228, 0.869438206, 0.860146821};
     const double entropy[] = {1, 0, 0.330590475};
     const double bands[3][5] = {{1, 1, 0.998955559, 1, 0.998792621},
@@ -79,7 +77,7 @@ TEST(Fingerprint, KeepsTheDegreeOfClusteringBesideTheScaledOne) {
 
 TEST(Fingerprint, MatchesDesignAndTemplates) {
     Fingerprint fingerprint(1);
-    const OffsetMatrix<float> courses = columnsAsRows(matrixOf({{0, 1, 0, 1, 1, 0}}).get(), 1, 6);
+    const OffsetMatrix<float> courses = matrixWithColumns({{0, 1, 0, 1, 1, 0}});
     OffsetMatrix<float> design(0, 5, 0, 15);
     design.fill(0);
     for (int t = 0; t < 6; ++t) design[t][4] = courses[t][0];

@@ -1,6 +1,5 @@
 #include "fingerprint/lag_one_autocorrelation.h"
 
-#include "fingerprint/columns_as_rows.h"
 #include "unit/fingerprint/test_series.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +17,7 @@ struct Autocorrelation {
 Autocorrelation autocorrelation(const std::vector<Series>& courses) {
     const auto k = static_cast<int>(courses.size());
     const auto t = static_cast<int>(courses.front().size());
-    const OffsetMatrix<float> timeCourses = columnsAsRows(matrixOf(courses).get(), k, t);
+    const OffsetMatrix<float> timeCourses = matrixWithColumns(courses);
     Autocorrelation result{Series(courses.size()), Series(courses.size())};
     lagOneAutocorrelation(timeCourses.get(), t, k, result.withSign.data(), result.magnitude.data());
     return result;

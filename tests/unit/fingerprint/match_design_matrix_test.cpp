@@ -1,6 +1,5 @@
 #include "fingerprint/match_design_matrix.h"
 
-#include "fingerprint/columns_as_rows.h"
 #include "unit/fingerprint/test_series.h"
 
 #include <gtest/gtest.h>
@@ -23,8 +22,8 @@ Match match(const std::vector<Series>& courses, std::vector<Series> predictors) 
     const auto t = static_cast<int>(courses.front().size());
     const auto k = static_cast<int>(courses.size());
     predictors.resize(16, Series(courses.front().size(), 0.0F));
-    const OffsetMatrix<float> design = columnsAsRows(matrixOf(predictors).get(), 16, t);
-    const OffsetMatrix<float> timeCourses = columnsAsRows(matrixOf(courses).get(), k, t);
+    const OffsetMatrix<float> design = matrixWithColumns(predictors);
+    const OffsetMatrix<float> timeCourses = matrixWithColumns(courses);
     Match result{Series(courses.size()), Series(courses.size()), Series(courses.size())};
     matchDesignMatrix(design.get(), timeCourses.get(), 16, t, k, result.correlation.data(), result.index.data(),
                       result.rms.data());

@@ -1,5 +1,7 @@
 #include "unit/fingerprint/test_series.h"
 
+#include "numeric/transpose_matrix.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cstddef>
@@ -35,6 +37,14 @@ OffsetMatrix<float> matrixOf(const std::vector<Series>& rows) {
     OffsetMatrix<float> matrix(0, static_cast<int>(rows.size()) - 1, 0, columns - 1);
     for (std::size_t i = 0; i < rows.size(); ++i)
         std::copy(rows[i].begin(), rows[i].end(), matrix[static_cast<int>(i)]);
+    return matrix;
+}
+
+OffsetMatrix<float> matrixWithColumns(const std::vector<Series>& columns) {
+    const auto n = static_cast<int>(columns.front().size());
+    const auto count = static_cast<int>(columns.size());
+    OffsetMatrix<float> matrix(0, n - 1, 0, count - 1);
+    transposeMatrix(matrixOf(columns).get(), matrix.get(), count, n);
     return matrix;
 }
 

@@ -26,6 +26,9 @@ OffsetVector<float> fromOne(const Series& series);
 /// The rows, all of one length n, as a matrix [0..rows-1][0..n-1].
 OffsetMatrix<float> matrixOf(const std::vector<Series>& rows);
 
+/// The columns, all of one length n, as a matrix [0..n-1][0..columns-1].
+OffsetMatrix<float> matrixWithColumns(const std::vector<Series>& columns);
+
 /// Equal values, of equal sign if zero, or both not-a-number.
 inline bool same(float a, float b) {
     if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
