@@ -6,13 +6,14 @@ namespace zn {
 
 /// Rows that are walked side by side. A sum in index order is one long chain of additions, each waiting for the one
 /// before; eight independent chains at a time keep the processor busy while the order within each row stays.
-constexpr int kLanes = 8;
+constexpr int kRowsPerGroup = 8;
 
-/// Calls walk(lanes, first) for the rows first .. first + lanes - 1, from row 0 to row `rows` - 1: groups of kLanes
-/// rows, then single rows. `lanes` is a std::integral_constant, so that its value can size an array.
+/// Calls walk(lanes, first) for the rows first .. first + lanes - 1, from row 0 to row `rows` - 1: groups of
+/// kRowsPerGroup rows, then single rows. `lanes` is a std::integral_constant, so that its value can size an array.
 template <class Walk> void forLaneGroups(int rows, Walk walk) {
     int first = 0;
-    for (; first + kLanes <= rows; first += kLanes) walk(std::integral_constant<int, kLanes>(), first);
+    for (; first + kRowsPerGroup <= rows; first += kRowsPerGroup)
+        walk(std::integral_constant<int, kRowsPerGroup>(), first);
     for (; first < rows; ++first) walk(std::integral_constant<int, 1>(), first);
 }
 
