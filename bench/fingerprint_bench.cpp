@@ -83,7 +83,7 @@ BENCHMARK(BM_Clustering)->Unit(benchmark::kMillisecond);
 // Sixteen predictors against 40 courses.
 void BM_DesignMatch(benchmark::State& state) {
     const auto courses = noise(kVolumes, kComponents, 1);
-    const auto design = noise(kVolumes, 16, 2);
+    const auto design = noise(kVolumes, kPredictors, 2);
     Fingerprint fingerprint(kComponents);
     for (auto _ : state) computeDesignMatch(design.get(), courses.get(), kVolumes, kComponents, fingerprint);
 }

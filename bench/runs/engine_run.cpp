@@ -74,7 +74,7 @@ OffsetMatrix<float> noise(int rows, int columns) {
 
 void runFingerprint(const EngineRequest& request, const Components& components, RunResult& result) {
     const auto coordinates = simulateRun(request.voxels, 1, 1, 1).coordinates;
-    const auto design = noise(request.volumes, 16);
+    const auto design = noise(request.volumes, kPredictors);
     OffsetMatrix<float> templates;
     if (request.regions > 0) templates = noise(request.regions, request.voxels);
     const int k = components.count;

@@ -15,7 +15,6 @@ namespace zn {
 
 namespace {
 
-constexpr int kPredictors = 16;    // columns of the design matrix, used or not
 constexpr int kVoxelsPerBin = 100; // of the spatial histogram, on average
 constexpr int kVolumesPerBin = 10; // of the temporal histogram
 

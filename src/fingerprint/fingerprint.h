@@ -4,6 +4,9 @@
 
 namespace zn {
 
+/// Columns of the design matrix; those without a predictor are 0, and further predictors are not used.
+inline constexpr int kPredictors = 16;
+
 /// The fingerprint of every component of a run: sixteen values each, in the order of the map parameters, and the scaled
 /// degree of clustering for the parameter file. Everything is 0 until its stage has run.
 struct Fingerprint {
@@ -41,7 +44,8 @@ void computeTemporalFeatures(const float* const* timeCourses, const float* const
 void computeClustering(const float* const* maps, const int* const* coordinates, int k, int v, float zThreshold,
                        int minClusterSize, Fingerprint& fingerprint);
 
-/// Best predictor and spread from the design matrix [0..t-1][0..15] and the rescaled time courses [0..t-1][0..k-1].
+/// Best predictor and spread from the design matrix [0..t-1][0..kPredictors-1] and the rescaled time courses
+/// [0..t-1][0..k-1].
 void computeDesignMatch(const float* const* designMatrix, const float* const* timeCourses, int t, int k,
                         Fingerprint& fingerprint);
 

@@ -11,7 +11,6 @@ namespace zn {
 namespace {
 
 constexpr int kSmallestCluster = 2; // voxels; a smaller answer means that the question was cancelled
-constexpr int kPredictors = 16;     // of the design matrix; further ones are not used
 
 void askAndCluster(Run& run) {
     const int minClusterSize =
@@ -26,7 +25,7 @@ void askAndCluster(Run& run) {
                       zThreshold, minClusterSize, run.fingerprint);
 }
 
-// [0..T-1][0..15]; columns that the host has no predictor for stay 0.
+// [0..T-1][0..kPredictors-1]; columns that the host has no predictor for stay 0.
 OffsetMatrix<float> loadDesignMatrix(const Run& run) {
     const int volumes = run.vtc.volumes();
     OffsetMatrix<float> design(0, volumes - 1, 0, kPredictors - 1);
