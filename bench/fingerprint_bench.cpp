@@ -75,7 +75,7 @@ void BM_Clustering(benchmark::State& state) {
     const auto positions = gridPositions(kVoxels);
     Fingerprint fingerprint(kComponents);
     for (auto _ : state) {
-        computeClustering(maps.get(), positions.get(), kComponents, kVoxels, 2.5F, 10, fingerprint);
+        computeClustering(maps.get(), positions.get(), kComponents, kVoxels, 2.5f, 10, fingerprint);
     }
 }
 BENCHMARK(BM_Clustering)->Unit(benchmark::kMillisecond);

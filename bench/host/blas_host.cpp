@@ -51,8 +51,8 @@ ZN_HOST_FUNCTION void znUpdateActiveWindow() {}
 
 ZN_HOST_FUNCTION void zn_intel_matrix_matrix_mult_f(const float* a, const float* b, float* r, int m, int n, int k,
                                                     bool transposeA, bool transposeB) {
-    cblas_sgemm(CblasRowMajor, flag(transposeA), flag(transposeB), m, n, k, 1.0F, a, transposeA ? m : k, b,
-                transposeB ? k : n, 0.0F, r, n);
+    cblas_sgemm(CblasRowMajor, flag(transposeA), flag(transposeB), m, n, k, 1.0f, a, transposeA ? m : k, b,
+                transposeB ? k : n, 0.0f, r, n);
 }
 
 ZN_HOST_FUNCTION void zn_intel_matrix_matrix_mult_d(const double* a, const double* b, double* r, int m, int n, int k,
@@ -67,7 +67,7 @@ ZN_HOST_FUNCTION void zn_intel_matrix_matrix_mult_d(const double* a, const doubl
 
 ZN_HOST_FUNCTION void zn_intel_matrix_vector_mult_f(const float* a, const float* x, float* y, int m, int n,
                                                     bool transpose) {
-    cblas_sgemv(CblasRowMajor, flag(transpose), m, n, 1.0F, a, n, x, 1, 0.0F, y, 1);
+    cblas_sgemv(CblasRowMajor, flag(transpose), m, n, 1.0f, a, n, x, 1, 0.0f, y, 1);
 }
 
 ZN_HOST_FUNCTION void zn_intel_matrix_vector_mult_d(const double* a, const double* x, double* y, int m, int n,

@@ -40,7 +40,7 @@ Components runEngine(const EngineRequest& request, ZeroedBlock& x, RunResult& re
     const int voxels = request.voxels;
     const int volumes = request.volumes;
     const int n = request.components;
-    const FastIcaSettings settings{Nonlinearity::tanh, 1e-4F, 1000, n};
+    const FastIcaSettings settings{Nonlinearity::tanh, 1e-4f, 1000, n};
     const long long held = residentBytes();
     forgetPeak();
     updateClock() = UpdateClock{};
@@ -67,7 +67,7 @@ Components runEngine(const EngineRequest& request, ZeroedBlock& x, RunResult& re
 OffsetMatrix<float> noise(int rows, int columns) {
     OffsetMatrix<float> matrix(0, rows - 1, 0, columns - 1);
     std::minstd_rand generator(1);
-    std::uniform_real_distribution<float> values(-1.0F, 1.0F);
+    std::uniform_real_distribution<float> values(-1.0f, 1.0f);
     for (int i = 0; i < rows; ++i) std::generate(matrix[i], matrix[i] + columns, [&] { return values(generator); });
     return matrix;
 }
@@ -84,7 +84,7 @@ void runFingerprint(const EngineRequest& request, const Components& components, 
     computeSpatialFeatures(components.maps.get(), k, request.voxels, fingerprint);
     computeTemporalFeatures(components.timeCourses.get(), components.rawTimeCourses.get(), k, request.volumes, 2000,
                             fingerprint);
-    computeClustering(components.maps.get(), coordinates.get(), k, request.voxels, 2.5F, 10, fingerprint);
+    computeClustering(components.maps.get(), coordinates.get(), k, request.voxels, 2.5f, 10, fingerprint);
     computeDesignMatch(design.get(), components.timeCourses.get(), request.volumes, k, fingerprint);
     computeTemplateMatch(components.maps.get(), templates.get(), request.regions, request.voxels, k, fingerprint);
     result.add("fingerprint", clock.seconds());

@@ -77,7 +77,7 @@ void addWhiteNoise(Generator& generator, ZeroedBlock& data, int voxels, int volu
 
 void addSource(const float* source, const std::vector<double>& course, ZeroedBlock& data, int voxels) {
     for (int v = 0; v < voxels; ++v) {
-        if (source[v] == 0.0F) continue;
+        if (source[v] == 0.0f) continue;
         double* x = data.row(v);
         for (std::size_t t = 0; t < course.size(); ++t) x[t] += static_cast<double>(source[v]) * course[t];
     }
@@ -100,7 +100,7 @@ SimulatedRun simulateRun(int voxels, int volumes, int sources, unsigned seed) {
     Generator generator(seed);
     SimulatedRun run{ZeroedBlock(voxels, volumes), OffsetMatrix<float>(0, sources - 1, 0, voxels - 1),
                      cubicGrid(voxels, side)};
-    run.sources.fill(0.0F);
+    run.sources.fill(0.0f);
     for (int k = 0; k < sources; ++k) {
         addBlob(generator, run.coordinates.get(), voxels, side, uniform(generator, 8.0, 12.0), run.sources[k]);
         addBlob(generator, run.coordinates.get(), voxels, side, uniform(generator, 5.0, 9.0), run.sources[k]);

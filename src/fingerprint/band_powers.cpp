@@ -37,7 +37,7 @@ float sumOfColumns(const float* row, int first, int last) {
 void bandPowerFractions(const float* const* spectrum, int k, int f, const float* frequencies, float samplingFrequency,
                         float** bands) {
     if (f < 1) return;
-    const float nyquist = samplingFrequency * 0.5F;
+    const float nyquist = samplingFrequency * 0.5f;
     const int count = bandCount(static_cast<double>(frequencies[f - 1]));
     int last[kBands]; // column at which each band ends
     for (int b = 0; b < count - 1; ++b) {

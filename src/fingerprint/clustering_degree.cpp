@@ -27,7 +27,7 @@ public:
         int above = 0;
         for (int i = 0; i < v_; ++i) {
             const float value = sign * map[i];
-            half_[i] = value > 0 ? value : 0.0F;
+            half_[i] = value > 0 ? value : 0.0f;
             above += std::fabs(half_[i]) > zThreshold_ ? 1 : 0;
         }
         if (above == 0) return;

@@ -26,13 +26,13 @@ struct RowSums {
 
 float pearson(float products, float xSquares, float ySquares) {
     const float d = std::sqrt(xSquares * ySquares);
-    return d > 0 ? products / d : 0.0F;
+    return d > 0 ? products / d : 0.0f;
 }
 
 // tile[j * kWidth + lane] = deviation of y row `lane` at column j; lanes from `rows` on are 0.
 void fillTile(const float* const* y, const float* mean, int rows, int from, int columns, float* tile) {
     for (int j = 0; j < columns; ++j, tile += kWidth) {
-        for (int lane = 0; lane < kWidth; ++lane) tile[lane] = lane < rows ? y[lane][from + j] - mean[lane] : 0.0F;
+        for (int lane = 0; lane < kWidth; ++lane) tile[lane] = lane < rows ? y[lane][from + j] - mean[lane] : 0.0f;
     }
 }
 

@@ -28,7 +28,7 @@ template <int lanes> void kurtosisOfLanes(const float* const* rows, int n, float
             sum[lane] += z * z * z * z;
         }
     }
-    for (int lane = 0; lane < lanes; ++lane) kurtosis[lane] = sum[lane] / static_cast<float>(n) - 3.0F;
+    for (int lane = 0; lane < lanes; ++lane) kurtosis[lane] = sum[lane] / static_cast<float>(n) - 3.0f;
 }
 
 template <int lanes> void skewnessOfLanes(const float* const* rows, int n, float* skewness) {

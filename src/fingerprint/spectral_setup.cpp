@@ -24,7 +24,7 @@ SpectralSetup spectralSetup(int volumes, int trMs) {
     setup.transformLength = transformLength(setup.segmentLength);
     setup.frequencyCount = frequencyCount(setup.transformLength);
     const int trSeconds = trMs / 1000; // on purpose in whole seconds
-    setup.samplingFrequency = 1.0F / static_cast<float>(trSeconds);
+    setup.samplingFrequency = 1.0f / static_cast<float>(trSeconds);
     return setup;
 }
 

@@ -21,7 +21,7 @@ int padded(int count) {
 
 // All bits set where the coordinate is the centre or one step from it, else 0: the form of a vector comparison.
 int nearMask(float coordinate, float centre) {
-    return std::fabs(coordinate - centre) <= 1.0F ? -1 : 0;
+    return std::fabs(coordinate - centre) <= 1.0f ? -1 : 0;
 }
 
 bool anyNear(const float* block, float centre) {

@@ -13,7 +13,7 @@ namespace zn {
 
 namespace {
 
-constexpr float kTwoPi = 6.2831853071794F;
+constexpr float kTwoPi = 6.2831853071794f;
 
 int segmentCount(int t, int segmentLength, int overlap) {
     const int step = segmentLength - overlap;
@@ -65,7 +65,7 @@ void welchPowerSpectrum(const float* const* courses, int k, int t, int transform
     const int segments = segmentCount(t, segmentLength, overlap);
     Periodogram periodogram(transformLength, segmentLength);
     for (int i = 0; i < k; ++i) {
-        std::fill(spectrum[i], spectrum[i] + count, 0.0F);
+        std::fill(spectrum[i], spectrum[i] + count, 0.0f);
         const float* segment = courses[i];
         for (int s = 0; s < segments; ++s, segment += segmentLength - overlap) {
             periodogram.add(segment, mean[i], std::sqrt(variance[i]), spectrum[i]);

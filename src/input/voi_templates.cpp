@@ -74,7 +74,7 @@ VoiTemplates VoiTemplates::fetch(bool loaded, const Vtc& vtc) {
 }
 
 void VoiTemplates::take(long long gridIndex, int row) {
-    for (int j = 0; j < count_; ++j) templates_[j][row] = indicators_[j][gridIndex] > 0 ? 1.0F : 0.0F;
+    for (int j = 0; j < count_; ++j) templates_[j][row] = indicators_[j][gridIndex] > 0 ? 1.0f : 0.0f;
 }
 
 } // namespace zn

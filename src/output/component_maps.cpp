@@ -98,7 +98,7 @@ void fillVoxels(const ComponentResults& results, int component, float* voxels) {
         std::copy(source, source + gridVoxels, voxels);
         return;
     }
-    for (long long g = 0; g < gridVoxels; ++g) voxels[g] = results.mask[g] > 0 ? *source++ : 0.0F;
+    for (long long g = 0; g < gridVoxels; ++g) voxels[g] = results.mask[g] > 0 ? *source++ : 0.0f;
 }
 
 void fillMap(const ComponentResults& results, int component, const NRVMPMap& map) {

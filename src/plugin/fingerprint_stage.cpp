@@ -20,7 +20,7 @@ void askAndCluster(Run& run) {
                             "Component fingerprint will thus miss one parameter and may not be usable!");
         return;
     }
-    const float zThreshold = host().znGetFloatInput("Z threshold for maps:", 2.5F, 0.1F, 100.0F);
+    const float zThreshold = host().znGetFloatInput("Z threshold for maps:", 2.5f, 0.1f, 100.0f);
     computeClustering(run.components.maps.get(), run.voxelData.coordinates.get(), run.components.count, run.vtc.voxels,
                       zThreshold, minClusterSize, run.fingerprint);
 }
@@ -29,7 +29,7 @@ void askAndCluster(Run& run) {
 OffsetMatrix<float> loadDesignMatrix(const Run& run) {
     const int volumes = run.vtc.volumes();
     OffsetMatrix<float> design(0, volumes - 1, 0, kPredictors - 1);
-    design.fill(0.0F);
+    design.fill(0.0f);
     host().znClearDesignMatrix();
     if (isEmpty(run.names.designMatrix)) return design;
     if (host().znLoadSingleStudyGLMDesignMatrix(run.names.designMatrix.data()) == 0) {

@@ -59,7 +59,7 @@ protected:
         host.dialogStrings[3] = "design.rtc";
         host.dialogStrings[4] = "regions.voi";
         host.vois = {{60, 60, 60, 63, 60, 60}};
-        host.predictors.assign(1, std::vector<float>(12, 0.5F));
+        host.predictors.assign(1, std::vector<float>(12, 0.5f));
         onHostEntered = [] { inPlugin = false; };
         onHostLeft = [] { inPlugin = true; };
         EXPECT_TRUE(initialisePlugin());

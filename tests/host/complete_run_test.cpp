@@ -120,8 +120,8 @@ TEST_F(CompleteRun, UsesAsManyVoxelsAsVolumesIfNeedBe) {
 TEST_F(CompleteRun, AcceptsExactlyFiveMillionVoxels) {
     host.header.volumes = 2;
     host.setGrid(5'000'000, 1, 1);
-    host.floats.assign(10'000'000, 1.0F);
-    for (std::size_t i = 0; i < host.floats.size(); i += 7) host.floats[i] = 2.0F;
+    host.floats.assign(10'000'000, 1.0f);
+    for (std::size_t i = 0; i < host.floats.size(); i += 7) host.floats[i] = 2.0f;
     host.dialogIntegers[8] = 0; // ends the run before the maps
     EXPECT_TRUE(run());
     EXPECT_THAT(host.log(), Contains("// Plugin>  Number of used VTC voxels: 5000000"));

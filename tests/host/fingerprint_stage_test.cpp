@@ -85,7 +85,7 @@ TEST_F(FingerprintStage, SkipsTheClusteringWhenTheFirstQuestionIsCancelled) {
                     ElementsAre("You have chosen not to estimate the clustering function.\n"
                                 "Component fingerprint will thus miss one parameter and may not be usable!"));
         EXPECT_THAT(host.calls, Not(Contains(StartsWith("znGetFloatInput"))));
-        EXPECT_THAT(values(kClustering), Each(0.0F));
+        EXPECT_THAT(values(kClustering), Each(0.0f));
         std::istringstream file(textOf("ParamsMatrix.txt"));
         std::string line;
         for (std::size_t k = 0; k < host.maps.size(); ++k) {
@@ -97,22 +97,22 @@ TEST_F(FingerprintStage, SkipsTheClusteringWhenTheFirstQuestionIsCancelled) {
 
 TEST_F(FingerprintStage, ClustersWithTheAnswersGiven) {
     host.clusterSize = 2;
-    host.zThreshold = 0.0F; // every voxel of one sign counts, and nearly all have such a neighbour
+    host.zThreshold = 0.0f; // every voxel of one sign counts, and nearly all have such a neighbour
     run();
-    EXPECT_THAT(values(kClustering), Each(::testing::Gt(0.9F)));
+    EXPECT_THAT(values(kClustering), Each(::testing::Gt(0.9f)));
     host.clusterSize = 2000; // more than there are voxels
     run();
-    EXPECT_THAT(values(kClustering), Each(0.0F));
+    EXPECT_THAT(values(kClustering), Each(0.0f));
 }
 
 TEST_F(FingerprintStage, DividesTheClusteringByItsLargestValueInTheFileOnly) {
     host.clusterSize = 3;
-    host.zThreshold = 1.0F;
+    host.zThreshold = 1.0f;
     run();
     const auto degrees = values(kClustering);
     const float largest = *std::max_element(degrees.begin(), degrees.end());
-    ASSERT_GT(largest, 0.0F);
-    ASSERT_LT(largest, 1.0F);
+    ASSERT_GT(largest, 0.0f);
+    ASSERT_LT(largest, 1.0f);
     std::istringstream file(textOf("ParamsMatrix.txt"));
     std::string line;
     for (std::size_t k = 0; std::getline(file, line); ++k) {
@@ -122,8 +122,8 @@ TEST_F(FingerprintStage, DividesTheClusteringByItsLargestValueInTheFileOnly) {
 
 TEST_F(FingerprintStage, WithoutADesignMatrixMatchesNothingButNamesPredictorOne) {
     run();
-    EXPECT_THAT(values(kDesignMax), Each(0.0F));
-    EXPECT_THAT(values(kDesignIndex), Each(1.0F));
+    EXPECT_THAT(values(kDesignMax), Each(0.0f));
+    EXPECT_THAT(values(kDesignIndex), Each(1.0f));
     EXPECT_THAT(host.calls, Not(Contains(StartsWith("znLoadSingleStudyGLMDesignMatrix"))));
 }
 
@@ -133,7 +133,7 @@ TEST_F(FingerprintStage, SaysThatTheDesignMatrixWasNotFoundAndGoesOn) {
     EXPECT_TRUE(run());
     EXPECT_THAT(host.log(), Contains("// Plugin>  The provided RTC/SDM file was not found!"));
     EXPECT_THAT(host.calls, Not(Contains(StartsWith("znGetPredictor"))));
-    EXPECT_THAT(values(kDesignIndex), Each(1.0F));
+    EXPECT_THAT(values(kDesignIndex), Each(1.0f));
 }
 
 TEST_F(FingerprintOfSources, FindTheirPredictors) {
@@ -143,7 +143,7 @@ TEST_F(FingerprintOfSources, FindTheirPredictors) {
     const std::size_t predictorOf[3] = {2, 3, 1};
     for (std::size_t s = 0; s < 3; ++s) {
         const auto& parameters = host.maps[componentOf(s)].parameters;
-        EXPECT_GT(parameters[kDesignMax], 0.95F);
+        EXPECT_GT(parameters[kDesignMax], 0.95f);
         EXPECT_EQ(parameters[kDesignIndex], static_cast<float>(predictorOf[s]));
     }
 }
@@ -158,16 +158,16 @@ TEST_F(FingerprintStage, MatchesAPredictorThatIsTheTimeCourseOrItsOppositeExactl
     for (float& value : opposite) value = -value;
     host.dialogStrings[3] = "design.rtc";
     for (const auto& predictor : {same, opposite}) {
-        host.predictors = {std::vector<float>(12, 1.0F), std::vector<float>(12, 0.0F), predictor};
+        host.predictors = {std::vector<float>(12, 1.0f), std::vector<float>(12, 0.0f), predictor};
         run();
-        EXPECT_NEAR(host.maps.back().parameters[kDesignMax], 1.0F, 1e-4F);
-        EXPECT_EQ(host.maps.back().parameters[kDesignIndex], 3.0F);
+        EXPECT_NEAR(host.maps.back().parameters[kDesignMax], 1.0f, 1e-4f);
+        EXPECT_EQ(host.maps.back().parameters[kDesignIndex], 3.0f);
     }
 }
 
 TEST_F(FingerprintStage, AsksForNoMoreThanSixteenPredictors) {
     host.dialogStrings[3] = "design.rtc";
-    host.predictors.assign(20, std::vector<float>(12, 0.0F));
+    host.predictors.assign(20, std::vector<float>(12, 0.0f));
     run();
     EXPECT_THAT(host.calls, Contains("znGetPredictor(15)"));
     EXPECT_THAT(host.calls, Not(Contains("znGetPredictor(16)")));
@@ -175,7 +175,7 @@ TEST_F(FingerprintStage, AsksForNoMoreThanSixteenPredictors) {
 
 TEST_F(FingerprintStage, StopsAtTheFirstMissingPredictor) {
     host.dialogStrings[3] = "design.rtc";
-    host.predictors.assign(2, std::vector<float>(12, 0.0F));
+    host.predictors.assign(2, std::vector<float>(12, 0.0f));
     run();
     EXPECT_THAT(host.argumentsOf("znGetPredictor"), ElementsAre("0", "1", "2"));
 }
@@ -205,7 +205,7 @@ TEST_F(FingerprintOfSources, FindTheirRegions) {
     run();
     for (std::size_t s = 0; s < 3; ++s) {
         const auto& parameters = host.maps[componentOf(s)].parameters;
-        EXPECT_GT(parameters[kTemplateMax], 0.5F);
+        EXPECT_GT(parameters[kTemplateMax], 0.5f);
         EXPECT_EQ(parameters[kTemplateIndex], static_cast<float>(regionOf[s]));
     }
 }
@@ -223,15 +223,15 @@ TEST_F(FingerprintOfSources, FindTheRegionsOfAHostThatCountsFromTheCentre) {
     run();
     for (std::size_t s = 0; s < 3; ++s) {
         const auto& parameters = host.maps[componentOf(s)].parameters;
-        EXPECT_GT(parameters[kTemplateMax], 0.5F);
+        EXPECT_GT(parameters[kTemplateMax], 0.5f);
         EXPECT_EQ(parameters[kTemplateIndex], static_cast<float>(s + 1));
     }
 }
 
 TEST_F(FingerprintStage, WithoutVoisHasRegionZero) {
     run();
-    EXPECT_THAT(values(kTemplateMax), Each(0.0F));
-    EXPECT_THAT(values(kTemplateIndex), Each(0.0F));
+    EXPECT_THAT(values(kTemplateMax), Each(0.0f));
+    EXPECT_THAT(values(kTemplateIndex), Each(0.0f));
 }
 
 TEST_F(FingerprintStage, WritesTheSameValuesToFileAndMaps) {
@@ -247,7 +247,7 @@ TEST_F(FingerprintStage, WritesTheSameValuesToFileAndMaps) {
             if (std::isnan(map.parameters[p])) {
                 EXPECT_TRUE(std::isnan(written)) << p;
             } else {
-                EXPECT_NEAR(written, map.parameters[p], 1e-5F) << p;
+                EXPECT_NEAR(written, map.parameters[p], 1e-5f) << p;
             }
         }
     }

@@ -112,7 +112,7 @@ TEST_F(MapOutput, IsExactlyZeroOutsideTheMask) {
     ASSERT_TRUE(run());
     for (const auto& map : host.maps) {
         for (std::size_t g = 0; g < 240; ++g) {
-            EXPECT_EQ(map.voxels[g] == 0.0F, (*host.mask)[g] == 0) << g;
+            EXPECT_EQ(map.voxels[g] == 0.0f, (*host.mask)[g] == 0) << g;
         }
     }
     EXPECT_THAT(recoveredMaps(host, sources), Each(::testing::Gt(0.9))); // values stand at their own voxels
@@ -121,8 +121,8 @@ TEST_F(MapOutput, IsExactlyZeroOutsideTheMask) {
 TEST_F(MapOutput, RescalesTheTimeCoursesToZeroToOne) {
     run();
     for (const auto& map : host.maps) {
-        EXPECT_THAT(*std::min_element(map.timeCourse.begin(), map.timeCourse.end()), Eq(0.0F));
-        EXPECT_THAT(*std::max_element(map.timeCourse.begin(), map.timeCourse.end()), Eq(1.0F));
+        EXPECT_THAT(*std::min_element(map.timeCourse.begin(), map.timeCourse.end()), Eq(0.0f));
+        EXPECT_THAT(*std::max_element(map.timeCourse.begin(), map.timeCourse.end()), Eq(1.0f));
     }
 }
 
@@ -154,7 +154,7 @@ TEST_F(MapOutput, LeavesOutOnlyWhatTheHostHasNoRoomFor) {
         for (const auto& map : host.maps) {
             EXPECT_THAT(map.timeCourse, SizeIs(givesTimeCourses ? 12 : 0));
             EXPECT_THAT(map.parameters, SizeIs(givesTimeCourses ? 0 : 16));
-            EXPECT_THAT(map.voxels, ::testing::Contains(::testing::Gt(1.0F)));
+            EXPECT_THAT(map.voxels, ::testing::Contains(::testing::Gt(1.0f)));
             EXPECT_EQ(map.type, 12);
             EXPECT_EQ(map.timesSet, 1);
         }

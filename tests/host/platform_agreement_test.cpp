@@ -119,13 +119,13 @@ void runWith(const std::string& contrast, int cube, int gaussian, Results& resul
     host.dialogStrings[3] = "design.rtc";
     host.dialogStrings[4] = "regions.voi";
     host.vois = {{60, 60, 60, 63, 60, 60}, {66, 60, 63, 66, 63, 63, 66, 60, 66}};
-    host.predictors.assign(2, std::vector<float>(24, 0.0F));
+    host.predictors.assign(2, std::vector<float>(24, 0.0f));
     for (std::size_t t = 0; t < 24; ++t) {
-        host.predictors[0][t] = t / 6 % 2 == 0 ? 0.0F : 1.0F; // rest and task in turns
+        host.predictors[0][t] = t / 6 % 2 == 0 ? 0.0f : 1.0f; // rest and task in turns
         host.predictors[1][t] = static_cast<float>(t);
     }
     host.clusterSize = 2;
-    host.zThreshold = 0.5F;
+    host.zThreshold = 0.5f;
     host.dialogIntegers[5] = cube;
     host.dialogIntegers[3] = gaussian;
     ASSERT_TRUE(initialisePlugin());

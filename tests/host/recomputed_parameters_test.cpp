@@ -39,7 +39,7 @@ TEST_F(RecomputedParameters, EqualTheFileOfTheRun) {
     host.dialogIntegers[7] = components;
     host.dialogIntegers[9] = components;
     host.clusterSize = 3;
-    host.zThreshold = 1.5F;
+    host.zThreshold = 1.5f;
     ASSERT_TRUE(run());
     ASSERT_EQ(host.maps.size(), components);
 

@@ -203,9 +203,9 @@ ZN_HOST_FUNCTION void znCreateNRVMPsForCurrentVMR(int maps, int timePoints, int 
         return static_cast<std::size_t>((h.mapBox[2 * axis + 1] - h.mapBox[2 * axis]) / h.mapBox[6]);
     };
     ScriptedMap map;
-    if (h.givesMaps) map.voxels.assign(size(0) * size(1) * size(2), -1.0F);
-    if (h.givesTimeCourses) map.timeCourse.assign(static_cast<std::size_t>(timePoints), -1.0F);
-    if (h.givesParameters) map.parameters.assign(static_cast<std::size_t>(parameters), -1.0F);
+    if (h.givesMaps) map.voxels.assign(size(0) * size(1) * size(2), -1.0f);
+    if (h.givesTimeCourses) map.timeCourse.assign(static_cast<std::size_t>(timePoints), -1.0f);
+    if (h.givesParameters) map.parameters.assign(static_cast<std::size_t>(parameters), -1.0f);
     h.maps.assign(static_cast<std::size_t>(maps), map);
 }
 

@@ -35,7 +35,7 @@ struct ScriptedHost {
     bool hasVmr = true;
     std::array<std::string, 5> dialogStrings = {"run1.vtc", "", "maps.ica", "", ""};
     std::map<int, int> dialogIntegers = {{0, 1}, {3, 0}, {5, 0}, {6, 1}, {7, 3}, {8, 200}, {9, 3}};
-    float epsilon = 1e-4F;
+    float epsilon = 1e-4f;
     bool linksVtc = true;
     bool loadsMask = true;
     std::optional<std::vector<unsigned char>> mask; ///< nothing: a null pointer
@@ -49,7 +49,7 @@ struct ScriptedHost {
     bool loadsDesignMatrix = true;
     std::vector<std::vector<float>> predictors;
     int clusterSize = 10;
-    float zThreshold = 2.5F;
+    float zThreshold = 2.5f;
     std::optional<std::string> label; ///< nothing: the prompt is cancelled
     bool givesTimeCourses = true;     ///< false: null pointers in the map records
     bool givesParameters = true;

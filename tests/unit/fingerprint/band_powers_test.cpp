@@ -35,72 +35,72 @@ testing::Matcher<float> columns(int count) {
 }
 
 TEST(BandPowerFractions, OfAFlatSpectrumAreTheWidthsOfFiveBands) {
-    EXPECT_THAT(fractions(Series(129, 2.0F), grid(0.5F), 0.5F),
+    EXPECT_THAT(fractions(Series(129, 2.0f), grid(0.5f), 0.5f),
                 ElementsAre(columns(5), columns(6), columns(16), columns(25), columns(77)));
 }
 
 TEST(BandPowerFractions, PutTheEdgesWhereTheyBelong) {
-    Series power(129, 0.0F);
+    Series power(129, 0.0f);
     power[4] = 1;
     power[5] = 2;
     power[26] = 4;
     power[27] = 8;
     power[51] = 16;
     power[52] = 33;
-    EXPECT_THAT(fractions(power, grid(0.5F), 0.5F),
-                ElementsAre(1.0F / 64, 2.0F / 64, 4.0F / 64, 24.0F / 64, 33.0F / 64));
+    EXPECT_THAT(fractions(power, grid(0.5f), 0.5f),
+                ElementsAre(1.0f / 64, 2.0f / 64, 4.0f / 64, 24.0f / 64, 33.0f / 64));
 }
 
 TEST(BandPowerFractions, OfFiveSecondsAreFiveBands) {
     // The highest frequency is the float nearest to 0.1, which is above 0.1.
-    EXPECT_THAT(fractions(Series(129, 1.0F), grid(0.2F), 0.2F),
+    EXPECT_THAT(fractions(Series(129, 1.0f), grid(0.2f), 0.2f),
                 ElementsAre(columns(5), columns(6), columns(16), columns(25), columns(77)));
 }
 
 TEST(BandPowerFractions, OfSixToTenSecondsAreFourBands) {
-    for (const float trSeconds : {6.0F, 8.0F, 10.0F}) {
-        EXPECT_THAT(fractions(Series(129, 1.0F), grid(1 / trSeconds), 1 / trSeconds),
+    for (const float trSeconds : {6.0f, 8.0f, 10.0f}) {
+        EXPECT_THAT(fractions(Series(129, 1.0f), grid(1 / trSeconds), 1 / trSeconds),
                     ElementsAre(columns(5), columns(6), columns(16), columns(102), -1));
     }
 }
 
 TEST(BandPowerFractions, OfLongerRepetitionTimesAreThreeBands) {
-    EXPECT_THAT(fractions(Series(129, 1.0F), grid(1.0F / 12), 1.0F / 12),
+    EXPECT_THAT(fractions(Series(129, 1.0f), grid(1.0f / 12), 1.0f / 12),
                 ElementsAre(columns(5), columns(6), columns(118), -1, -1));
 }
 
 TEST(BandPowerFractions, OfInfiniteFrequenciesAreAllInTheFirstBand) {
     Series frequencies(129, kInfinity);
     frequencies[0] = kNaN;
-    EXPECT_THAT(fractions(Series(129, 1.0F), frequencies, kInfinity), ElementsAre(1, 0, 0, 0, 0));
+    EXPECT_THAT(fractions(Series(129, 1.0f), frequencies, kInfinity), ElementsAre(1, 0, 0, 0, 0));
 }
 
 TEST(BandPowerFractions, StayInRangeWhateverTheFrequencies) {
-    EXPECT_THAT(fractions(Series(129, 1.0F), Series(129, kNaN), kNaN), ElementsAre(1, 0, 0, -1, -1));
-    EXPECT_THAT(fractions(Series(129, 1.0F), grid(-0.5F), -0.5F), ElementsAre(columns(1), 0, columns(128), -1, -1));
-    EXPECT_THAT(fractions({1.0F}, {0.0F}, 0.5F), ElementsAre(1, 0, 0, -1, -1));
+    EXPECT_THAT(fractions(Series(129, 1.0f), Series(129, kNaN), kNaN), ElementsAre(1, 0, 0, -1, -1));
+    EXPECT_THAT(fractions(Series(129, 1.0f), grid(-0.5f), -0.5f), ElementsAre(columns(1), 0, columns(128), -1, -1));
+    EXPECT_THAT(fractions({1.0f}, {0.0f}, 0.5f), ElementsAre(1, 0, 0, -1, -1));
 }
 
 TEST(BandPowerFractions, OfNoPowerAreNotANumber) {
-    EXPECT_TRUE(std::isnan(fractions(Series(129, 0.0F), grid(0.5F), 0.5F)[0]));
+    EXPECT_TRUE(std::isnan(fractions(Series(129, 0.0f), grid(0.5f), 0.5f)[0]));
 }
 
 TEST(ScaleBandsToUnitRange, DividesByRowMaximaInPlaceAndThenByColumnMaxima) {
     const OffsetMatrix<float> bands = matrixOf({{1, 2, 4, 0, 0}, {8, 4, 2, 0, 1}});
     const OffsetMatrix<float> output(0, 1, 0, 4);
     scaleBandsToUnitRange(bands.get(), 2, output.get());
-    EXPECT_THAT(Series(bands[0], bands[0] + 5), ElementsAre(0.25F, 0.5F, 1, 0, 0));
-    EXPECT_THAT(Series(bands[1], bands[1] + 5), ElementsAre(1, 0.5F, 0.25F, 0, 0.125F));
+    EXPECT_THAT(Series(bands[0], bands[0] + 5), ElementsAre(0.25f, 0.5f, 1, 0, 0));
+    EXPECT_THAT(Series(bands[1], bands[1] + 5), ElementsAre(1, 0.5f, 0.25f, 0, 0.125f));
     const auto isNotANumber = testing::Truly([](float value) { return std::isnan(value); });
-    EXPECT_THAT(Series(output[0], output[0] + 5), ElementsAre(0.25F, 1, 1, isNotANumber, 0));
-    EXPECT_THAT(Series(output[1], output[1] + 5), ElementsAre(1, 1, 0.25F, isNotANumber, 1));
+    EXPECT_THAT(Series(output[0], output[0] + 5), ElementsAre(0.25f, 1, 1, isNotANumber, 0));
+    EXPECT_THAT(Series(output[1], output[1] + 5), ElementsAre(1, 1, 0.25f, isNotANumber, 1));
 }
 
 TEST(ScaleBandsToUnitRange, FollowsTheComparisonsWithNotANumbers) {
     // A row without numbers is not the first: the others' columns have their own largest value. If first, it spreads.
     const OffsetMatrix<float> output(0, 1, 0, 4);
     scaleBandsToUnitRange(matrixOf({{1, 1, 1, 1, 1}, Series(5, kNaN)}).get(), 2, output.get());
-    EXPECT_EQ(output[0][2], 1.0F);
+    EXPECT_EQ(output[0][2], 1.0f);
     EXPECT_TRUE(std::isnan(output[1][2]));
     scaleBandsToUnitRange(matrixOf({Series(5, kNaN), {1, 1, 1, 1, 1}}).get(), 2, output.get());
     EXPECT_TRUE(std::isnan(output[1][2]));

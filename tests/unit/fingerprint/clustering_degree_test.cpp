@@ -21,22 +21,22 @@ float degreeOf(const Series& map, float zThreshold, int minClusterSize) {
 }
 
 TEST(ClusteringDegree, IsTheShareOfVoxelsInLargeClusters) {
-    EXPECT_EQ(degreeOf({3, 3, 0, 3, 0, 0, 3, 3}, 2.5F, 2), 0.8F); // two pairs and a single voxel
+    EXPECT_EQ(degreeOf({3, 3, 0, 3, 0, 0, 3, 3}, 2.5f, 2), 0.8f); // two pairs and a single voxel
 }
 
 TEST(ClusteringDegree, CountsBothSignsButNeverJoinsThem) {
-    EXPECT_EQ(degreeOf({3, -3, 3, -3}, 2.5F, 2), 0.0F);
-    EXPECT_EQ(degreeOf({3, 3, -3, -3}, 2.5F, 2), 1.0F);
-    EXPECT_EQ(degreeOf({-3, -3, 0, 3}, 2.5F, 2), static_cast<float>(2.0 / 3));
+    EXPECT_EQ(degreeOf({3, -3, 3, -3}, 2.5f, 2), 0.0f);
+    EXPECT_EQ(degreeOf({3, 3, -3, -3}, 2.5f, 2), 1.0f);
+    EXPECT_EQ(degreeOf({-3, -3, 0, 3}, 2.5f, 2), static_cast<float>(2.0 / 3));
 }
 
 TEST(ClusteringDegree, TakesAThresholdStrictly) {
-    EXPECT_EQ(degreeOf({2.5F, 3, 3, -2.5F}, 2.5F, 2), 1.0F);
+    EXPECT_EQ(degreeOf({2.5f, 3, 3, -2.5f}, 2.5f, 2), 1.0f);
 }
 
 TEST(ClusteringDegree, WithoutASupraThresholdVoxelIsNotANumber) {
-    EXPECT_TRUE(std::isnan(degreeOf({1, -1, 2}, 2.5F, 2)));
-    EXPECT_TRUE(std::isnan(degreeOf({kNaN, kNaN}, 2.5F, 2)));
+    EXPECT_TRUE(std::isnan(degreeOf({1, -1, 2}, 2.5f, 2)));
+    EXPECT_TRUE(std::isnan(degreeOf({kNaN, kNaN}, 2.5f, 2)));
 }
 
 TEST(ClusteringDegree, OfSeveralComponentsIsOneEach) {
@@ -45,9 +45,9 @@ TEST(ClusteringDegree, OfSeveralComponentsIsOneEach) {
     coordinates.fill(0);
     coordinates[1][2] = 1;
     Series degree(3);
-    clusteringDegree(maps.get(), coordinates.get(), 3, 2, 1.0F, 2, degree.data());
-    EXPECT_EQ(degree[0], 1.0F);
-    EXPECT_EQ(degree[1], 0.0F);
+    clusteringDegree(maps.get(), coordinates.get(), 3, 2, 1.0f, 2, degree.data());
+    EXPECT_EQ(degree[0], 1.0f);
+    EXPECT_EQ(degree[1], 0.0f);
     EXPECT_TRUE(std::isnan(degree[2]));
 }
 

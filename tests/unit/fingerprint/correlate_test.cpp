@@ -17,7 +17,7 @@ float correlation(const Series& x, const Series& y) {
 
 TEST(Correlate, OfThreePointsByHand) {
     // Deviations -1, 0, 1 and -1, 1, 0: 1 / sqrt(2 * 2).
-    EXPECT_EQ(correlation({1, 2, 3}, {4, 6, 5}), 0.5F);
+    EXPECT_EQ(correlation({1, 2, 3}, {4, 6, 5}), 0.5f);
 }
 
 TEST(Correlate, OfTwoSeriesAsInDoublePrecision) {
@@ -26,19 +26,19 @@ TEST(Correlate, OfTwoSeriesAsInDoublePrecision) {
 
 TEST(Correlate, OfASeriesWithItselfOrItsNegativeIsOne) {
     Series x = testSeries(80, 0.3);
-    EXPECT_FLOAT_EQ(correlation(x, x), 1.0F);
+    EXPECT_FLOAT_EQ(correlation(x, x), 1.0f);
     Series y = x;
     for (float& value : y) value = 7 - 2 * value;
-    EXPECT_FLOAT_EQ(correlation(x, y), -1.0F);
+    EXPECT_FLOAT_EQ(correlation(x, y), -1.0f);
 }
 
 TEST(Correlate, WithAConstantIsZero) {
-    EXPECT_EQ(correlation(Series(40, 0.5F), testSeries(40, 0.3)), 0.0F);
-    EXPECT_EQ(correlation(testSeries(40, 0.3), Series(40, 0.0F)), 0.0F);
+    EXPECT_EQ(correlation(Series(40, 0.5f), testSeries(40, 0.3)), 0.0f);
+    EXPECT_EQ(correlation(testSeries(40, 0.3), Series(40, 0.0f)), 0.0f);
 }
 
 TEST(Correlate, WithANotANumberIsZero) {
-    EXPECT_EQ(correlation(Series(40, kNaN), testSeries(40, 0.3)), 0.0F); // the root is not above 0
+    EXPECT_EQ(correlation(Series(40, kNaN), testSeries(40, 0.3)), 0.0f); // the root is not above 0
 }
 
 TEST(Correlate, OfRowsSideBySideEqualsPairByPair) {

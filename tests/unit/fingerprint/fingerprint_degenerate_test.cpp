@@ -44,7 +44,7 @@ Fingerprint fingerprintOf(const Results& results) {
     Fingerprint fingerprint(k);
     computeSpatialFeatures(maps.get(), k, v, fingerprint);
     computeTemporalFeatures(rescaled.get(), raw.get(), k, t, results.trMs, fingerprint);
-    computeClustering(maps.get(), coordinates.get(), k, v, 1.0F, 2, fingerprint);
+    computeClustering(maps.get(), coordinates.get(), k, v, 1.0f, 2, fingerprint);
     computeDesignMatch(design.get(), rescaled.get(), t, k, fingerprint);
     computeTemplateMatch(maps.get(), nullptr, 3, v, k, fingerprint);
     return fingerprint;
@@ -95,7 +95,7 @@ TEST(DegenerateFingerprint, OfOneVoxelAndOneVolumeIsMostlyNotANumber) {
 
 TEST(DegenerateFingerprint, OfAConstantFirstMapSpreadsToAll) {
     Results results = noisyResults(3, 300, 100);
-    results.maps[0] = Series(300, 0.0F);
+    results.maps[0] = Series(300, 0.0f);
     const Fingerprint fingerprint = fingerprintOf(results);
     EXPECT_TRUE(allNaN(fingerprint.skewness));
     EXPECT_TRUE(allNaN(fingerprint.kurtosis));
@@ -105,12 +105,12 @@ TEST(DegenerateFingerprint, OfAConstantFirstMapSpreadsToAll) {
 
 TEST(DegenerateFingerprint, OfConstantTimeCoursesHasNoSpectrum) {
     Results results = noisyResults(2, 300, 100);
-    results.courses = {Series(100, 1.0F), Series(100, 1.0F)};
+    results.courses = {Series(100, 1.0f), Series(100, 1.0f)};
     const Fingerprint fingerprint = fingerprintOf(results);
     EXPECT_TRUE(allNaN(fingerprint.autocorrelation));
     EXPECT_TRUE(allNaN(fingerprint.temporalEntropy)); // both entropies are 0: 0 / 0
     EXPECT_TRUE(allNaN(fingerprint.bands[0]));
-    EXPECT_EQ(fingerprint.rms[1], 0.0F);
+    EXPECT_EQ(fingerprint.rms[1], 0.0f);
 }
 
 TEST(DegenerateFingerprint, OfMapsAndCoursesThatAreNotANumber) {
@@ -124,8 +124,8 @@ TEST(DegenerateFingerprint, OfMapsAndCoursesThatAreNotANumber) {
     EXPECT_TRUE(allNaN(fingerprint.clustering));
     EXPECT_TRUE(allNaN(fingerprint.autocorrelation));
     EXPECT_TRUE(allNaN(fingerprint.bands[1]));
-    EXPECT_EQ(fingerprint.templateIndex[0], 0.0F);
-    EXPECT_EQ(fingerprint.designIndex[0], 1.0F);
+    EXPECT_EQ(fingerprint.templateIndex[0], 0.0f);
+    EXPECT_EQ(fingerprint.designIndex[0], 1.0f);
 }
 
 TEST(DegenerateFingerprint, OfInfiniteMapsIsSilent) {
@@ -134,7 +134,7 @@ TEST(DegenerateFingerprint, OfInfiniteMapsIsSilent) {
     results.maps[1] = Series(300, -kInfinity);
     const Fingerprint fingerprint = fingerprintOf(results);
     EXPECT_TRUE(allNaN(fingerprint.skewness));
-    EXPECT_EQ(fingerprint.clustering[1], 1.0F);
+    EXPECT_EQ(fingerprint.clustering[1], 1.0f);
 }
 
 TEST(DegenerateFingerprint, OfASingleComponentCannotBeRescaled) {
@@ -143,8 +143,8 @@ TEST(DegenerateFingerprint, OfASingleComponentCannotBeRescaled) {
     EXPECT_TRUE(allNaN(fingerprint.kurtosis));
     EXPECT_TRUE(allNaN(fingerprint.spatialEntropy));
     EXPECT_TRUE(allNaN(fingerprint.temporalEntropy));
-    EXPECT_EQ(fingerprint.bands[0][0], 1.0F);
-    EXPECT_EQ(fingerprint.scaledClustering[0], 1.0F);
+    EXPECT_EQ(fingerprint.bands[0][0], 1.0f);
+    EXPECT_EQ(fingerprint.scaledClustering[0], 1.0f);
 }
 
 TEST(DegenerateFingerprint, BelowOneSecondPutsAllPowerIntoTheFirstBand) {
@@ -153,7 +153,7 @@ TEST(DegenerateFingerprint, BelowOneSecondPutsAllPowerIntoTheFirstBand) {
         results.trMs = trMs;
         const Fingerprint fingerprint = fingerprintOf(results);
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(fingerprint.bands[i][0], 1.0F);
+            EXPECT_EQ(fingerprint.bands[i][0], 1.0f);
             for (int b = 1; b < 5; ++b) EXPECT_TRUE(std::isnan(fingerprint.bands[i][b])) << trMs; // 0 / 0
         }
     }

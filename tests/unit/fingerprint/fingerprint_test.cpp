@@ -19,10 +19,10 @@ std::vector<const OffsetVector<float>*> vectorsOf(const Fingerprint& f) {
 TEST(Fingerprint, StartsWithZeros) {
     const Fingerprint fingerprint(3);
     for (const auto* vector : vectorsOf(fingerprint)) {
-        for (int i = 0; i < 3; ++i) EXPECT_EQ((*vector)[i], 0.0F);
+        for (int i = 0; i < 3; ++i) EXPECT_EQ((*vector)[i], 0.0f);
     }
     for (int i = 0; i < 3; ++i) {
-        for (int b = 0; b < 5; ++b) EXPECT_EQ(fingerprint.bands[i][b], 0.0F);
+        for (int b = 0; b < 5; ++b) EXPECT_EQ(fingerprint.bands[i][b], 0.0f);
     }
 }
 
@@ -32,7 +32,7 @@ TEST(Fingerprint, RescalesTheSpatialFeatures) {
     Fingerprint fingerprint(3);
     const OffsetMatrix<float> maps = matrixOf({testSeries(300, 0.2), testSeries(300, 0.9), testSeries(300, 1.7)});
     for (int i = 0; i < 3; ++i) {
-        for (int v = 0; v < 300; ++v) maps[i][v] = std::exp(maps[i][v] * (1.0F + 0.5F * static_cast<float>(i)));
+        for (int v = 0; v < 300; ++v) maps[i][v] = std::exp(maps[i][v] * (1.0f + 0.5f * static_cast<float>(i)));
     }
     computeSpatialFeatures(maps.get(), 3, 300, fingerprint);
     const double kurtosis[] = {0, 0.795802036, 1};
@@ -68,11 +68,11 @@ TEST(Fingerprint, KeepsTheDegreeOfClusteringBesideTheScaledOne) {
     coordinates.fill(0);
     for (int v = 0; v < 4; ++v) coordinates[v][0] = v;
     const OffsetMatrix<float> maps = matrixOf({{3, 3, 0, 3}, {3, 0, 3, 0}});
-    computeClustering(maps.get(), coordinates.get(), 2, 4, 2.5F, 2, fingerprint);
-    EXPECT_FLOAT_EQ(fingerprint.clustering[0], 2.0F / 3);
-    EXPECT_EQ(fingerprint.clustering[1], 0.0F);
-    EXPECT_EQ(fingerprint.scaledClustering[0], 1.0F);
-    EXPECT_EQ(fingerprint.scaledClustering[1], 0.0F);
+    computeClustering(maps.get(), coordinates.get(), 2, 4, 2.5f, 2, fingerprint);
+    EXPECT_FLOAT_EQ(fingerprint.clustering[0], 2.0f / 3);
+    EXPECT_EQ(fingerprint.clustering[1], 0.0f);
+    EXPECT_EQ(fingerprint.scaledClustering[0], 1.0f);
+    EXPECT_EQ(fingerprint.scaledClustering[1], 0.0f);
 }
 
 TEST(Fingerprint, MatchesDesignAndTemplates) {
@@ -82,14 +82,14 @@ TEST(Fingerprint, MatchesDesignAndTemplates) {
     design.fill(0);
     for (int t = 0; t < 6; ++t) design[t][4] = courses[t][0];
     computeDesignMatch(design.get(), courses.get(), 6, 1, fingerprint);
-    EXPECT_FLOAT_EQ(fingerprint.designCorrelation[0], 1.0F);
-    EXPECT_EQ(fingerprint.designIndex[0], 5.0F);
+    EXPECT_FLOAT_EQ(fingerprint.designCorrelation[0], 1.0f);
+    EXPECT_EQ(fingerprint.designIndex[0], 5.0f);
     EXPECT_FLOAT_EQ(fingerprint.rms[0], static_cast<float>(std::sqrt(0.3))); // 6 * 0.25 / 5
 
     const OffsetMatrix<float> maps = matrixOf({{9, 9, 1}});
     computeTemplateMatch(maps.get(), matrixOf({{0, 1, 0}, {1, 1, 0}}).get(), 2, 3, 1, fingerprint);
-    EXPECT_FLOAT_EQ(fingerprint.templateCorrelation[0], 1.0F);
-    EXPECT_EQ(fingerprint.templateIndex[0], 2.0F);
+    EXPECT_FLOAT_EQ(fingerprint.templateCorrelation[0], 1.0f);
+    EXPECT_EQ(fingerprint.templateIndex[0], 2.0f);
 }
 
 } // namespace

@@ -13,15 +13,15 @@ namespace {
 using testing::Pointwise;
 
 Series window(int length) {
-    Series values(static_cast<std::size_t>(length), -1.0F);
+    Series values(static_cast<std::size_t>(length), -1.0f);
     hammingWindow(length, values.data());
     return values;
 }
 
 TEST(HammingWindow, OfOddAndEvenLengthAsNumpyHasIt) {
-    EXPECT_THAT(window(5), Pointwise(testing::FloatNear(1e-6F), Series{0.08F, 0.54F, 1.0F, 0.54F, 0.08F}));
-    EXPECT_THAT(window(6), Pointwise(testing::FloatNear(1e-6F),
-                                     Series{0.08F, 0.39785218F, 0.91214782F, 0.91214782F, 0.39785218F, 0.08F}));
+    EXPECT_THAT(window(5), Pointwise(testing::FloatNear(1e-6f), Series{0.08f, 0.54f, 1.0f, 0.54f, 0.08f}));
+    EXPECT_THAT(window(6), Pointwise(testing::FloatNear(1e-6f),
+                                     Series{0.08f, 0.39785218f, 0.91214782f, 0.91214782f, 0.39785218f, 0.08f}));
 }
 
 TEST(HammingWindow, IsItsOwnMirrorImage) {
@@ -38,7 +38,7 @@ TEST(HammingWindow, OfOneValueIsNotANumber) {
 TEST(HammingWindow, OfNoValueWritesNothing) {
     float untouched = 5;
     hammingWindow(0, &untouched);
-    EXPECT_EQ(untouched, 5.0F);
+    EXPECT_EQ(untouched, 5.0f);
 }
 
 } // namespace

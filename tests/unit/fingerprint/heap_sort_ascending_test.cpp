@@ -16,11 +16,11 @@ using testing::ElementsAreArray;
 // Sorts between two guards, which must stay.
 Series sorted(const Series& series) {
     Series work = series;
-    work.insert(work.begin(), -77.0F);
-    work.push_back(-78.0F);
+    work.insert(work.begin(), -77.0f);
+    work.push_back(-78.0f);
     heapSortAscending(static_cast<int>(series.size()), work.data());
-    EXPECT_EQ(work.front(), -77.0F);
-    EXPECT_EQ(work.back(), -78.0F);
+    EXPECT_EQ(work.front(), -77.0f);
+    EXPECT_EQ(work.back(), -78.0f);
     return {work.begin() + 1, work.end() - 1};
 }
 
@@ -31,7 +31,7 @@ Series bySorting(Series series) {
 
 TEST(HeapSortAscending, LeavesFewerThanTwoValuesAsTheyAre) {
     EXPECT_TRUE(sorted({}).empty());
-    EXPECT_THAT(sorted({3}), ElementsAreArray({3.0F}));
+    EXPECT_THAT(sorted({3}), ElementsAreArray({3.0f}));
 }
 
 TEST(HeapSortAscending, SortsEveryLengthUpToThreeHundred) {

@@ -27,7 +27,7 @@ float entropyOf(const Series& frequencies) {
 
 TEST(Histograms, CountValuesUpToAndWithTheUpperEdge) {
     // Width 2, edges 2 and 4: the 2 belongs to the first bin.
-    EXPECT_THAT(histogramOf({4, 2, 0, 3, 1}, 2), ElementsAre(0.6F, 0.4F));
+    EXPECT_THAT(histogramOf({4, 2, 0, 3, 1}, 2), ElementsAre(0.6f, 0.4f));
 }
 
 TEST(Histograms, OfAConstantFillTheFirstBin) {
@@ -36,16 +36,16 @@ TEST(Histograms, OfAConstantFillTheFirstBin) {
 
 TEST(Histograms, MissTheLargestValueWhenTheEdgesAddUpToLess) {
     // numpy float32: 7 / 6 added up six times is 6.9999995, so the 7 is in no bin.
-    EXPECT_THAT(histogramOf({0, 1, 7, 0}, 6), ElementsAre(0.75F, 0, 0, 0, 0, 0));
+    EXPECT_THAT(histogramOf({0, 1, 7, 0}, 6), ElementsAre(0.75f, 0, 0, 0, 0, 0));
 }
 
 TEST(Histograms, OfSeveralRowsAreOneARow) {
     const OffsetMatrix<float> histogram(0, 1, 0, 1);
     computeHistograms(matrixOf({{0, 1, 2, 2}, {8, 0, 0, 0}}).get(), 2, 4, 2, histogram.get());
-    EXPECT_EQ(histogram[0][0], 0.5F);
-    EXPECT_EQ(histogram[0][1], 0.5F);
-    EXPECT_EQ(histogram[1][0], 0.75F);
-    EXPECT_EQ(histogram[1][1], 0.25F);
+    EXPECT_EQ(histogram[0][0], 0.5f);
+    EXPECT_EQ(histogram[0][1], 0.5f);
+    EXPECT_EQ(histogram[1][0], 0.75f);
+    EXPECT_EQ(histogram[1][1], 0.25f);
 }
 
 TEST(Histograms, CountNothingTwiceNorBeyondTheRowWithInfiniteEdges) {
@@ -58,31 +58,31 @@ TEST(Histograms, OfNotANumbersStayBetweenNoneAndAll) {
     row[3] = row[100] = kNaN;
     float sum = 0;
     for (const float frequency : histogramOf(row, 5)) {
-        EXPECT_GE(frequency, 0.0F);
+        EXPECT_GE(frequency, 0.0f);
         sum += frequency;
     }
-    EXPECT_LE(sum, 1.0F);
+    EXPECT_LE(sum, 1.0f);
     EXPECT_THAT(histogramOf(Series(10, kNaN), 2), ElementsAre(0, 0));
 }
 
 TEST(HistogramEntropy, OfFourEqualBinsIsTwoBits) {
-    EXPECT_FLOAT_EQ(entropyOf({0.25F, 0.25F, 0.25F, 0.25F}), 2.0F);
+    EXPECT_FLOAT_EQ(entropyOf({0.25f, 0.25f, 0.25f, 0.25f}), 2.0f);
 }
 
 TEST(HistogramEntropy, PassesOverEmptyBins) {
-    EXPECT_FLOAT_EQ(entropyOf({0.5F, 0, 0.25F, 0, 0.25F}), 1.5F); // 0.5 * 1 + 2 * 0.25 * 2
+    EXPECT_FLOAT_EQ(entropyOf({0.5f, 0, 0.25f, 0, 0.25f}), 1.5f); // 0.5 * 1 + 2 * 0.25 * 2
 }
 
 TEST(HistogramEntropy, OfOneFullBinIsZero) {
-    EXPECT_EQ(entropyOf({1, 0, 0}), 0.0F);
+    EXPECT_EQ(entropyOf({1, 0, 0}), 0.0f);
 }
 
 TEST(HistogramEntropy, WithoutBinsIsMinusZero) {
     float entropy = -1;
     const OffsetMatrix<float> none(0, 0, 0, -1);
-    computeHistograms(matrixOf({Series(99, 1.0F)}).get(), 1, 99, 0, none.get());
+    computeHistograms(matrixOf({Series(99, 1.0f)}).get(), 1, 99, 0, none.get());
     histogramEntropy(none.get(), 1, 0, &entropy);
-    EXPECT_TRUE(same(entropy, -0.0F));
+    EXPECT_TRUE(same(entropy, -0.0f));
 }
 
 TEST(HistogramEntropy, OfASeriesAsInDoublePrecision) {

@@ -38,12 +38,12 @@ TEST(LagOneAutocorrelation, OfASeriesAsInDoublePrecision) {
 TEST(LagOneAutocorrelation, OfThreeVolumesByHand) {
     // 0, 1, 2 standardise to -1, 0, 1: (0 + 0) / (1 + 0); 0, 2, 1 to -1, 1, 0: (-1 + 0) / (1 + 1).
     const auto result = autocorrelation({{0, 1, 2}, {0, 2, 1}});
-    EXPECT_EQ(result.magnitude[0], 0.0F);
-    EXPECT_EQ(result.withSign[1], -0.5F);
+    EXPECT_EQ(result.magnitude[0], 0.0f);
+    EXPECT_EQ(result.withSign[1], -0.5f);
 }
 
 TEST(LagOneAutocorrelation, OfAConstantIsNotANumber) {
-    const auto result = autocorrelation({Series(30, 0.5F), testSeries(30, 0.1)});
+    const auto result = autocorrelation({Series(30, 0.5f), testSeries(30, 0.1)});
     EXPECT_TRUE(std::isnan(result.withSign[0]));
     EXPECT_TRUE(std::isnan(result.magnitude[0]));
     EXPECT_FALSE(std::isnan(result.magnitude[1]));

@@ -14,7 +14,7 @@ using Coordinates = std::array<std::vector<float>, 3>; // by axis, then by point
 // All points whose coordinate equals the seed's - 1, then those that equal it, then those that equal it + 1.
 List slab(const std::vector<float>& coordinate, float centre) {
     List list;
-    for (const float wanted : {centre - 1.0F, centre, centre + 1.0F}) {
+    for (const float wanted : {centre - 1.0f, centre, centre + 1.0f}) {
         for (std::size_t i = 0; i < coordinate.size(); ++i) {
             if (coordinate[i] == wanted) list.push_back(static_cast<int>(i));
         }

@@ -21,7 +21,7 @@ struct Match {
 Match match(const std::vector<Series>& courses, std::vector<Series> predictors) {
     const auto t = static_cast<int>(courses.front().size());
     const auto k = static_cast<int>(courses.size());
-    predictors.resize(16, Series(courses.front().size(), 0.0F));
+    predictors.resize(16, Series(courses.front().size(), 0.0f));
     const OffsetMatrix<float> design = matrixWithColumns(predictors);
     const OffsetMatrix<float> timeCourses = matrixWithColumns(courses);
     Match result{Series(courses.size()), Series(courses.size()), Series(courses.size())};
@@ -36,38 +36,38 @@ std::vector<Series> threePredictors() {
 
 TEST(MatchDesignMatrix, FindsThePredictorThatEqualsTheTimeCourse) {
     const Match result = match({testSeries(kVolumes, 2.0)}, threePredictors());
-    EXPECT_FLOAT_EQ(result.correlation[0], 1.0F);
-    EXPECT_EQ(result.index[0], 3.0F);
+    EXPECT_FLOAT_EQ(result.correlation[0], 1.0f);
+    EXPECT_EQ(result.index[0], 3.0f);
 }
 
 TEST(MatchDesignMatrix, CountsTheMagnitudeOnly) {
     Series inverted = testSeries(kVolumes, 1.0);
     for (float& value : inverted) value = -value;
     const Match result = match({inverted}, threePredictors());
-    EXPECT_FLOAT_EQ(result.correlation[0], 1.0F);
-    EXPECT_EQ(result.index[0], 2.0F);
+    EXPECT_FLOAT_EQ(result.correlation[0], 1.0f);
+    EXPECT_EQ(result.index[0], 2.0f);
 }
 
 TEST(MatchDesignMatrix, TakesTheLowerOfTwoEqualPredictors) {
     const Series x = testSeries(kVolumes, 0.5);
     Series inverted = x;
     for (float& value : inverted) value = -value;
-    EXPECT_EQ(match({x}, {testSeries(kVolumes, 1.0), inverted, x}).index[0], 2.0F);
+    EXPECT_EQ(match({x}, {testSeries(kVolumes, 1.0), inverted, x}).index[0], 2.0f);
 }
 
 TEST(MatchDesignMatrix, WithoutPredictorsNamesTheFirst) {
     const Match result = match({testSeries(kVolumes, 0.5)}, {});
-    EXPECT_EQ(result.correlation[0], 0.0F);
-    EXPECT_EQ(result.index[0], 1.0F);
+    EXPECT_EQ(result.correlation[0], 0.0f);
+    EXPECT_EQ(result.index[0], 1.0f);
 }
 
 TEST(MatchDesignMatrix, OfAConstantTimeCourseIsNoMatch) {
-    const Match result = match({Series(kVolumes, 0.5F), Series(kVolumes, kNaN)}, threePredictors());
+    const Match result = match({Series(kVolumes, 0.5f), Series(kVolumes, kNaN)}, threePredictors());
     for (std::size_t i = 0; i < 2; ++i) {
-        EXPECT_EQ(result.correlation[i], 0.0F);
-        EXPECT_EQ(result.index[i], 1.0F);
+        EXPECT_EQ(result.correlation[i], 0.0f);
+        EXPECT_EQ(result.index[i], 1.0f);
     }
-    EXPECT_EQ(result.rms[0], 0.0F);
+    EXPECT_EQ(result.rms[0], 0.0f);
     EXPECT_TRUE(std::isnan(result.rms[1]));
 }
 
@@ -76,9 +76,9 @@ TEST(MatchDesignMatrix, GivesTheSampleStandardDeviation) {
 }
 
 TEST(MatchDesignMatrix, UsesTheSixteenthPredictor) {
-    std::vector<Series> predictors(15, Series(kVolumes, 0.0F));
+    std::vector<Series> predictors(15, Series(kVolumes, 0.0f));
     predictors.push_back(testSeries(kVolumes, 0.5));
-    EXPECT_EQ(match({testSeries(kVolumes, 0.5)}, predictors).index[0], 16.0F);
+    EXPECT_EQ(match({testSeries(kVolumes, 0.5)}, predictors).index[0], 16.0f);
 }
 
 } // namespace

@@ -19,8 +19,8 @@ std::pair<float, float> meanAndVarianceOf(const Series& series) {
 
 TEST(MeanAndVariance, OfFourNumbersByHand) {
     const auto [mean, variance] = meanAndVarianceOf({1, 2, 3, 4});
-    EXPECT_EQ(mean, 2.5F);
-    EXPECT_FLOAT_EQ(variance, 5.0F / 3.0F); // (2.25 + 0.25 + 0.25 + 2.25) / 3
+    EXPECT_EQ(mean, 2.5f);
+    EXPECT_FLOAT_EQ(variance, 5.0f / 3.0f); // (2.25 + 0.25 + 0.25 + 2.25) / 3
 }
 
 TEST(MeanAndVariance, OfASeriesAsInDoublePrecision) {
@@ -32,28 +32,28 @@ TEST(MeanAndVariance, OfASeriesAsInDoublePrecision) {
 TEST(MeanAndVariance, CorrectsForAMeanThatIsRounded) {
     // The mean of 16777216 and 16777218 twice, 16777217 1/3, is no float: 16777216 or 16777218 stands in for it. The
     // deviations from it do not add up to 0, and their sum corrects the sum of squares: (0 + 4 + 4 - 4^2 / 3) / 2.
-    const auto [mean, variance] = meanAndVarianceOf({16777216.0F, 16777218.0F, 16777218.0F});
-    EXPECT_TRUE(mean == 16777216.0F || mean == 16777218.0F) << mean;
-    EXPECT_FLOAT_EQ(variance, 4.0F / 3.0F);
+    const auto [mean, variance] = meanAndVarianceOf({16777216.0f, 16777218.0f, 16777218.0f});
+    EXPECT_TRUE(mean == 16777216.0f || mean == 16777218.0f) << mean;
+    EXPECT_FLOAT_EQ(variance, 4.0f / 3.0f);
 }
 
 TEST(MeanAndVariance, OfOneValueHasNoVariance) {
     const auto [mean, variance] = meanAndVarianceOf({7});
-    EXPECT_EQ(mean, 7.0F);
+    EXPECT_EQ(mean, 7.0f);
     EXPECT_TRUE(std::isnan(variance));
 }
 
 TEST(MeanAndVariance, OfAConstantIsTheConstantAndZero) {
-    const auto [mean, variance] = meanAndVarianceOf(Series(64, 0.5F));
-    EXPECT_EQ(mean, 0.5F);
-    EXPECT_EQ(variance, 0.0F);
+    const auto [mean, variance] = meanAndVarianceOf(Series(64, 0.5f));
+    EXPECT_EQ(mean, 0.5f);
+    EXPECT_EQ(variance, 0.0f);
 }
 
 TEST(MeanAndVariance, AddsUpInIndexOrder) {
     // In index order 2^24 + 1 stays 2^24, twice; from the other end 1 + 1 + 2^24 would be 2^24 + 2.
-    const auto [mean, variance] = meanAndVarianceOf({16777216.0F, 1.0F, 1.0F, 0.0F});
-    EXPECT_EQ(mean, 16777216.0F / 4);
-    EXPECT_GT(variance, 0.0F);
+    const auto [mean, variance] = meanAndVarianceOf({16777216.0f, 1.0f, 1.0f, 0.0f});
+    EXPECT_EQ(mean, 16777216.0f / 4);
+    EXPECT_GT(variance, 0.0f);
 }
 
 TEST(MeanAndVariance, OfRowsSideBySideEqualsRowByRow) {
@@ -75,8 +75,8 @@ TEST(MeanAndVariance, SumOfSquaresIsNotCorrected) {
     float mean = 0;
     float squares = 0;
     rowMeansAndSquares(row.get(), 1, 4, &mean, &squares);
-    EXPECT_EQ(mean, 2.5F);
-    EXPECT_EQ(squares, 5.0F); // 2.25 + 0.25 + 0.25 + 2.25
+    EXPECT_EQ(mean, 2.5f);
+    EXPECT_EQ(squares, 5.0f); // 2.25 + 0.25 + 0.25 + 2.25
 }
 
 } // namespace

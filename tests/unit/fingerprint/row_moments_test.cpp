@@ -41,14 +41,14 @@ TEST(RowSkewness, OfASeriesAsInDoublePrecision) {
 
 TEST(RowKurtosis, OfOneValueIsMinusThree) {
     EXPECT_TRUE(std::isnan(skewnessOf({42})));
-    EXPECT_EQ(kurtosisOf({42}), -3.0F);
-    EXPECT_EQ(kurtosisOf({kNaN}), -3.0F);
+    EXPECT_EQ(kurtosisOf({42}), -3.0f);
+    EXPECT_EQ(kurtosisOf({kNaN}), -3.0f);
 }
 
 TEST(RowMoments, OfAConstantAreNotFinite) {
-    EXPECT_TRUE(std::isnan(kurtosisOf(Series(50, 0.5F)))); // 0 / 0
-    EXPECT_TRUE(std::isinf(skewnessOf(Series(50, 0.5F)))); // the last value as it is / 0
-    EXPECT_TRUE(std::isnan(skewnessOf(Series(50, 0.0F)))); // 0 / 0
+    EXPECT_TRUE(std::isnan(kurtosisOf(Series(50, 0.5f)))); // 0 / 0
+    EXPECT_TRUE(std::isinf(skewnessOf(Series(50, 0.5f)))); // the last value as it is / 0
+    EXPECT_TRUE(std::isnan(skewnessOf(Series(50, 0.0f)))); // 0 / 0
 }
 
 TEST(RowMoments, OfRowsSideBySideEqualRowByRow) {

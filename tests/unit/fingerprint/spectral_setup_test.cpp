@@ -32,16 +32,16 @@ TEST(SpectralSetup, FollowsTheNumberOfVolumes) {
 }
 
 TEST(SpectralSetup, TakesTheRepetitionTimeInWholeSeconds) {
-    EXPECT_EQ(spectralSetup(400, 1000).samplingFrequency, 1.0F);
-    EXPECT_EQ(spectralSetup(400, 2000).samplingFrequency, 0.5F);
-    EXPECT_EQ(spectralSetup(400, 2500).samplingFrequency, 0.5F);
-    EXPECT_EQ(spectralSetup(400, 3000).samplingFrequency, 1.0F / 3);
+    EXPECT_EQ(spectralSetup(400, 1000).samplingFrequency, 1.0f);
+    EXPECT_EQ(spectralSetup(400, 2000).samplingFrequency, 0.5f);
+    EXPECT_EQ(spectralSetup(400, 2500).samplingFrequency, 0.5f);
+    EXPECT_EQ(spectralSetup(400, 3000).samplingFrequency, 1.0f / 3);
 }
 
 TEST(SpectralSetup, BelowOneSecondSamplesInfinitelyFast) {
     for (const int trMs : {999, 500, 0, -999})
         EXPECT_TRUE(std::isinf(spectralSetup(400, trMs).samplingFrequency)) << trMs;
-    EXPECT_EQ(spectralSetup(400, -2000).samplingFrequency, -0.5F);
+    EXPECT_EQ(spectralSetup(400, -2000).samplingFrequency, -0.5f);
 }
 
 TEST(FrequencyCount, OfEvenAndOddTransforms) {

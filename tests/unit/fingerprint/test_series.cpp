@@ -53,10 +53,10 @@ std::vector<Series> awkwardRows(int count, int n, unsigned seed) {
     for (int i = 0; i < count; ++i) {
         Series row = noise(n, seed + static_cast<unsigned>(i));
         const auto middle = row.begin() + n / 2;
-        if (i % 11 == 1) std::fill(row.begin(), row.end(), 0.1F);
+        if (i % 11 == 1) std::fill(row.begin(), row.end(), 0.1f);
         if (i % 11 == 3) *middle = kNaN;
         if (i % 11 == 5) *middle = kInfinity;
-        if (i % 11 == 7) std::transform(row.begin(), row.end(), row.begin(), [](float x) { return x * 1e25F; });
+        if (i % 11 == 7) std::transform(row.begin(), row.end(), row.begin(), [](float x) { return x * 1e25f; });
         rows.push_back(row);
     }
     return rows;

@@ -18,7 +18,7 @@ using testing::Truly;
 using Rescaling = void (*)(const float* input, int k, float* output);
 
 Series rescaled(Rescaling rescale, const Series& input) {
-    Series output(input.size(), -9.0F);
+    Series output(input.size(), -9.0f);
     rescale(input.data(), static_cast<int>(input.size()), output.data());
     Series inPlace = input;
     rescale(inPlace.data(), static_cast<int>(inPlace.size()), inPlace.data());
@@ -32,7 +32,7 @@ TEST(LogMagnitudeUnitRange, TakesTheMagnitudeOfTheLogarithm) {
     // |ln| of 1/e^3, e, e^2 is 3, 1, 2; less 1, divided by 2.
     const auto e = [](double power) { return static_cast<float>(std::exp(power)); };
     const Series result = rescaled(logMagnitudeUnitRange, {e(-3), e(1), e(2)});
-    EXPECT_THAT(result, ElementsAre(FloatEq(1), FloatEq(0), testing::FloatNear(0.5F, 1e-6F)));
+    EXPECT_THAT(result, ElementsAre(FloatEq(1), FloatEq(0), testing::FloatNear(0.5f, 1e-6f)));
 }
 
 TEST(LogMagnitudeUnitRange, OfNegativeValuesIsNotANumberForThemAlone) {
@@ -45,12 +45,12 @@ TEST(LogMagnitudeUnitRange, StartsWithTheFirstSoThatALeadingNotANumberSpreads) {
 }
 
 TEST(LogMagnitudeUnitRange, OfMinusZerosIsNotANumber) {
-    EXPECT_THAT(rescaled(logMagnitudeUnitRange, {-0.0F, -0.0F}), Each(isNotANumber)); // infinity - infinity
+    EXPECT_THAT(rescaled(logMagnitudeUnitRange, {-0.0f, -0.0f}), Each(isNotANumber)); // infinity - infinity
 }
 
 TEST(LogRatioUnitRange, ReachesFromTheSmallestToTheLargestMagnitude) {
     // ln of 8, 1, 2 over 1, divided by ln 8.
-    EXPECT_THAT(rescaled(logRatioUnitRange, {-8, 1, 2}), ElementsAre(1, 0, FloatEq(1.0F / 3)));
+    EXPECT_THAT(rescaled(logRatioUnitRange, {-8, 1, 2}), ElementsAre(1, 0, FloatEq(1.0f / 3)));
 }
 
 TEST(LogRatioUnitRange, WithAZeroIsNotANumberThereAndForTheRest) {
@@ -67,12 +67,12 @@ TEST(ExpUnitRange, BeyondTheLargestFloatIsSilent) {
 }
 
 TEST(ScaleToLargest, KeepsTheSmallestWhereItIs) {
-    EXPECT_THAT(rescaled(scaleToLargest, {1, 4, 2}), ElementsAre(0.25F, 1, 0.5F));
+    EXPECT_THAT(rescaled(scaleToLargest, {1, 4, 2}), ElementsAre(0.25f, 1, 0.5f));
 }
 
 TEST(ScaleToLargest, FollowsTheComparisonsWithNotANumbers) {
     EXPECT_THAT(rescaled(scaleToLargest, {kNaN, 4, 2}), Each(isNotANumber));
-    EXPECT_THAT(rescaled(scaleToLargest, {2, kNaN, 4}), ElementsAre(0.5F, isNotANumber, 1));
+    EXPECT_THAT(rescaled(scaleToLargest, {2, kNaN, 4}), ElementsAre(0.5f, isNotANumber, 1));
 }
 
 TEST(UnitRange, OfOneOrEqualComponentsIsNotANumber) {
@@ -86,7 +86,7 @@ TEST(UnitRange, OfNoComponentTouchesNothing) {
     for (const Rescaling rescale : {logMagnitudeUnitRange, logRatioUnitRange, expUnitRange, scaleToLargest}) {
         float untouched = 5;
         rescale(&untouched, 0, &untouched);
-        EXPECT_EQ(untouched, 5.0F);
+        EXPECT_EQ(untouched, 5.0f);
     }
 }
 

@@ -73,15 +73,15 @@ TEST(WelchPowerSpectrum, DoesNotUseVolumesAfterTheLastWholeSegment) {
 TEST(WelchPowerSpectrum, FrequenciesReachFromZeroToNyquist) {
     const Series frequencies = spectrumOf({testSeries(400, 0.2)}).frequencies;
     ASSERT_EQ(frequencies.size(), 129U);
-    EXPECT_EQ(frequencies[0], 0.0F);
-    EXPECT_FLOAT_EQ(frequencies[1], 0.5F / 256);
-    EXPECT_FLOAT_EQ(frequencies[77], 77 * 0.5F / 256);
-    EXPECT_EQ(frequencies[128], 0.25F);
+    EXPECT_EQ(frequencies[0], 0.0f);
+    EXPECT_FLOAT_EQ(frequencies[1], 0.5f / 256);
+    EXPECT_FLOAT_EQ(frequencies[77], 77 * 0.5f / 256);
+    EXPECT_EQ(frequencies[128], 0.25f);
 }
 
 TEST(WelchPowerSpectrum, OfFiveSecondsEndsAtTheFloatNearestToATenth) {
-    EXPECT_EQ(spectrumOf({testSeries(400, 0.2)}, 5000).frequencies.back(), 0.1F);
-    EXPECT_EQ(spectrumOf({testSeries(1800, 0.2)}, 5000).frequencies.back(), 0.1F);
+    EXPECT_EQ(spectrumOf({testSeries(400, 0.2)}, 5000).frequencies.back(), 0.1f);
+    EXPECT_EQ(spectrumOf({testSeries(1800, 0.2)}, 5000).frequencies.back(), 0.1f);
 }
 
 TEST(WelchPowerSpectrum, BelowOneSecondHasInfiniteFrequenciesButTheFirst) {
@@ -103,7 +103,7 @@ TEST(WelchPowerSpectrum, OfNineVolumesIsFinite) {
 }
 
 TEST(WelchPowerSpectrum, OfAConstantIsNotANumberForItAlone) {
-    const auto power = spectrumOf({Series(100, 2.0F), testSeries(100, 0.2), Series(100, kNaN)}).power;
+    const auto power = spectrumOf({Series(100, 2.0f), testSeries(100, 0.2), Series(100, kNaN)}).power;
     EXPECT_TRUE(std::isnan(power[0][3]));
     EXPECT_TRUE(std::isfinite(power[1][3]));
     EXPECT_TRUE(std::isnan(power[2][3]));

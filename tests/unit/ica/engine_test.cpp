@@ -107,13 +107,13 @@ TEST_F(Engine, ReconstructsMapsAndTimeCoursesInSinglePrecision) {
     Separation separation{block(2, 2, {0.5, 0, 2.5, 0}), block(2, 2, {1, -1, 0, 0}), 1};
     const Components c = reconstruct(x, 3, 2, separation);
     EXPECT_EQ(c.count, 1);
-    EXPECT_EQ(c.maps[0][0], -1.0F); // 1 * 1 - 1 * 2
-    EXPECT_EQ(c.maps[0][1], -1.0F);
-    EXPECT_EQ(c.maps[0][2], 2.0F);
-    EXPECT_EQ(c.rawTimeCourses[0][0], 0.5F);
-    EXPECT_EQ(c.rawTimeCourses[0][1], 2.5F);
-    EXPECT_EQ(c.timeCourses[0][0], 0.0F);
-    EXPECT_EQ(c.timeCourses[1][0], 1.0F);
+    EXPECT_EQ(c.maps[0][0], -1.0f); // 1 * 1 - 1 * 2
+    EXPECT_EQ(c.maps[0][1], -1.0f);
+    EXPECT_EQ(c.maps[0][2], 2.0f);
+    EXPECT_EQ(c.rawTimeCourses[0][0], 0.5f);
+    EXPECT_EQ(c.rawTimeCourses[0][1], 2.5f);
+    EXPECT_EQ(c.timeCourses[0][0], 0.0f);
+    EXPECT_EQ(c.timeCourses[1][0], 1.0f);
     EXPECT_EQ(x.get(), nullptr) << "the data are given back";
 }
 
@@ -121,10 +121,10 @@ TEST_F(Engine, KeepsTheSignThatTheVectorHas) {
     ZeroedBlock x = block(3, 2, {1, 2, 3, 4, -4, -6});
     Separation separation{block(2, 1, {-0.5, -2.5}), block(1, 2, {-1, 1}), 1}; // the negative of the test above
     const Components c = reconstruct(x, 3, 2, separation);
-    EXPECT_EQ(c.maps[0][0], 1.0F);
-    EXPECT_EQ(c.maps[0][2], -2.0F);
-    EXPECT_EQ(c.rawTimeCourses[0][0], -0.5F);
-    EXPECT_EQ(c.rawTimeCourses[0][1], -2.5F);
+    EXPECT_EQ(c.maps[0][0], 1.0f);
+    EXPECT_EQ(c.maps[0][2], -2.0f);
+    EXPECT_EQ(c.rawTimeCourses[0][0], -0.5f);
+    EXPECT_EQ(c.rawTimeCourses[0][1], -2.5f);
 }
 
 TEST(ScaleColumns, RunFromZeroToOne) {
@@ -134,7 +134,7 @@ TEST(ScaleColumns, RunFromZeroToOne) {
         for (int j = 0; j < 2; ++j) m[t][j] = values[t][j];
     }
     scaleColumnsToUnitRange(m.get(), 3, 2);
-    const float expected[3][2] = {{0, 0}, {0.25F, 1}, {1, 0.5F}};
+    const float expected[3][2] = {{0, 0}, {0.25f, 1}, {1, 0.5f}};
     for (int t = 0; t < 3; ++t) {
         for (int j = 0; j < 2; ++j) EXPECT_EQ(m[t][j], expected[t][j]);
     }
@@ -142,7 +142,7 @@ TEST(ScaleColumns, RunFromZeroToOne) {
 
 TEST(ScaleColumns, OfAConstantTimeCourseAreNotANumber) {
     OffsetMatrix<float> m(0, 1, 0, 0);
-    m.fill(3.0F);
+    m.fill(3.0f);
     scaleColumnsToUnitRange(m.get(), 2, 1);
     EXPECT_TRUE(std::isnan(m[0][0]));
     EXPECT_TRUE(std::isnan(m[1][0]));
@@ -150,9 +150,9 @@ TEST(ScaleColumns, OfAConstantTimeCourseAreNotANumber) {
 
 TEST(ScaleColumns, WithoutColumnsAreLeftAlone) {
     OffsetMatrix<float> m(0, 0, 0, 0);
-    m.fill(3.0F);
+    m.fill(3.0f);
     scaleColumnsToUnitRange(m.get(), 1, 0);
-    EXPECT_EQ(m[0][0], 3.0F);
+    EXPECT_EQ(m[0][0], 3.0f);
 }
 
 } // namespace

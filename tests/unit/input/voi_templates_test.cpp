@@ -94,8 +94,8 @@ TEST_F(VoiTemplatesTest, FollowTheOrderOfTheDataMatrix) {
     const std::vector<float> second(templates.rows()[1], templates.rows()[1] + 24);
     for (int row = 0; row < 24; ++row) {
         const int g = 23 - row;
-        EXPECT_EQ(first[static_cast<std::size_t>(row)], g == 0 || g == 2 ? 1.0F : 0.0F) << g;
-        EXPECT_EQ(second[static_cast<std::size_t>(row)], g == 17 ? 1.0F : 0.0F) << g;
+        EXPECT_EQ(first[static_cast<std::size_t>(row)], g == 0 || g == 2 ? 1.0f : 0.0f) << g;
+        EXPECT_EQ(second[static_cast<std::size_t>(row)], g == 17 ? 1.0f : 0.0f) << g;
     }
 }
 
@@ -103,7 +103,7 @@ TEST_F(VoiTemplatesTest, OfAVoiOutsideTheBoxAreAllZero) {
     host.vois = {{0, 0, 0, 250, 250, 250}};
     auto templates = VoiTemplates::fetch(true, vtc);
     for (int row = 0; row < 24; ++row) templates.take(row, row);
-    for (int row = 0; row < 24; ++row) EXPECT_EQ(templates.rows()[0][row], 0.0F);
+    for (int row = 0; row < 24; ++row) EXPECT_EQ(templates.rows()[0][row], 0.0f);
 }
 
 TEST_F(VoiTemplatesTest, SayHowManyThereAre) {

@@ -19,7 +19,7 @@ protected:
         vtc.grid = {3, 2, 2};
         vtc.voxels = 12;
         vtc.header.volumes = 2;
-        for (int i = 0; i < 24; ++i) floats.push_back(static_cast<float>(i) * 0.5F);
+        for (int i = 0; i < 24; ++i) floats.push_back(static_cast<float>(i) * 0.5f);
         for (int i = 0; i < 24; ++i) shorts.push_back(static_cast<short>(i * 100));
     }
 
@@ -32,7 +32,7 @@ protected:
 TEST_F(VoxelDataTest, TakesEveryVoxelInGridOrderWithoutAMask) {
     vtc.floatData = floats.data();
     const VoxelData data = extractVoxels(vtc, templates);
-    for (int i = 0; i < 24; ++i) EXPECT_EQ(data.timeCourses[0][i], static_cast<float>(i) * 0.5F);
+    for (int i = 0; i < 24; ++i) EXPECT_EQ(data.timeCourses[0][i], static_cast<float>(i) * 0.5f);
     const int last[3] = {2, 1, 1};
     for (int axis = 0; axis < 3; ++axis) EXPECT_EQ(data.coordinates[11][axis], last[axis]);
     for (int axis = 0; axis < 3; ++axis) EXPECT_EQ(data.coordinates[1][axis], axis == 0 ? 1 : 0); // x is innermost
@@ -58,8 +58,8 @@ TEST_F(VoxelDataTest, ConvertsSixteenBitValuesExactly) {
     shorts[1] = 32767;
     vtc.integerData = shorts.data();
     const VoxelData data = extractVoxels(vtc, templates);
-    EXPECT_EQ(data.timeCourses[0][0], -32768.0F);
-    EXPECT_EQ(data.timeCourses[0][1], 32767.0F);
+    EXPECT_EQ(data.timeCourses[0][0], -32768.0f);
+    EXPECT_EQ(data.timeCourses[0][1], 32767.0f);
 }
 
 TEST_F(VoxelDataTest, LosesTheMeanOverVoxelsOfEachVolumeOnly) {

@@ -14,7 +14,7 @@ TEST(ArrayOwners, MovingHandsTheArrayOver) {
     OffsetVector<float> first(1, 2);
     first[1] = 5;
     OffsetVector<float> second = std::move(first);
-    EXPECT_EQ(second[1], 5.0F);
+    EXPECT_EQ(second[1], 5.0f);
     EXPECT_FALSE(first); // NOLINT(bugprone-use-after-move): an owner moved from is empty
 }
 

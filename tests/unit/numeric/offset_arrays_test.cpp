@@ -25,7 +25,7 @@ std::string failureOf(const std::function<void()>& allocation) {
 TEST(OffsetVector, FromZeroHasExactlyItsElements) {
     float* v = vector(0, 4);
     for (int i = 0; i <= 4; ++i) v[i] = static_cast<float>(i); // AddressSanitizer watches both ends
-    EXPECT_EQ(v[4], 4.0F);
+    EXPECT_EQ(v[4], 4.0f);
     free_vector(v, 0, 4);
 }
 
@@ -50,7 +50,7 @@ TEST(OffsetMatrix, IsOneContiguousRowMajorBlock) {
     EXPECT_EQ(m[2] - m[1], 4);
     float* flat = &m[0][0];
     for (int i = 0; i < 12; ++i) flat[i] = static_cast<float>(i);
-    EXPECT_EQ(m[2][3], 11.0F);
+    EXPECT_EQ(m[2][3], 11.0f);
     free_matrix(m, 0, 2, 0, 3);
 }
 

@@ -17,7 +17,7 @@ TEST(TransposeMatrix, SwapsRowsAndColumns) {
     }
     target.fill(9);
     transposeMatrix(source.get(), target.get(), 0, 3);
-    EXPECT_EQ(target[0][0], 9.0F);
+    EXPECT_EQ(target[0][0], 9.0f);
 }
 
 } // namespace

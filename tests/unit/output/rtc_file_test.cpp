@@ -18,12 +18,12 @@ class RtcFile : public ::testing::Test {
 
 TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLineAVolume) {
     OffsetMatrix<float> a(0, 1, 0, 2);
-    a[0][0] = 0.0F;
-    a[0][1] = 0.5F;
-    a[0][2] = 1.0F;
-    a[1][0] = 1.0F;
-    a[1][1] = 0.25F;
-    a[1][2] = 0.0F;
+    a[0][0] = 0.0f;
+    a[0][1] = 0.5f;
+    a[0][2] = 1.0f;
+    a[1][0] = 1.0f;
+    a[1][1] = 0.25f;
+    a[1][2] = 0.0f;
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 3);
     EXPECT_EQ(textOf("run_ICA.rtc"), "FileVersion:     2\n"
                                      "Type:            DesignMatrix\n"
@@ -50,8 +50,8 @@ TEST_F(RtcFile, WithoutPredictorsHasEmptyLines) {
 
 TEST_F(RtcFile, PrintsSixSignificantDigits) {
     OffsetMatrix<float> a(0, 0, 0, 1);
-    a[0][0] = 1.0F / 3.0F;
-    a[0][1] = 125000.25F; // an eighth of a million and a fraction
+    a[0][0] = 1.0f / 3.0f;
+    a[0][1] = 125000.25f; // an eighth of a million and a fraction
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 1, 2);
     EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("\n0.333333 125000 \n"));
 }

@@ -29,12 +29,12 @@ TEST_F(TextMatrix, OfDoublesHasFieldsOfTenEachFollowedByABlank) {
 
 TEST_F(TextMatrix, OfFloatsHasFieldsOfFiveAndStartsAtZero) {
     OffsetMatrix<float> m(0, 1, 0, 2);
-    m[0][0] = 0.0F;
-    m[0][1] = 0.5F;
-    m[0][2] = 1.0F;
-    m[1][0] = 0.25F;
-    m[1][1] = -0.0F;
-    m[1][2] = 100.0F;
+    m[0][0] = 0.0f;
+    m[0][1] = 0.5f;
+    m[0][2] = 1.0f;
+    m[1][0] = 0.25f;
+    m[1][1] = -0.0f;
+    m[1][2] = 100.0f;
     writeFloatMatrix("m.txt", m.get(), 2, 3);
     EXPECT_EQ(textOf("m.txt"), "    0   0.5     1 \n"
                                " 0.25    -0   100 \n");
@@ -42,8 +42,8 @@ TEST_F(TextMatrix, OfFloatsHasFieldsOfFiveAndStartsAtZero) {
 
 TEST_F(TextMatrix, WritesAValueWiderThanItsFieldInFull) {
     OffsetMatrix<float> m(0, 0, 0, 1);
-    m[0][0] = -0.123456F;
-    m[0][1] = 7.0F;
+    m[0][0] = -0.123456f;
+    m[0][1] = 7.0f;
     writeFloatMatrix("m.txt", m.get(), 1, 2);
     EXPECT_EQ(textOf("m.txt"), "-0.123456     7 \n");
 }
@@ -99,7 +99,7 @@ TEST_F(TextMatrix, OfAVectorHasOneNumberALineWithoutABlank) {
 
 TEST_F(TextMatrix, ReplacesAnExistingFile) {
     OffsetMatrix<float> m(0, 1, 0, 0);
-    m.fill(1.0F);
+    m.fill(1.0f);
     writeFloatMatrix("m.txt", m.get(), 2, 1);
     writeFloatMatrix("m.txt", m.get(), 1, 1);
     EXPECT_EQ(textOf("m.txt"), "    1 \n");
@@ -108,7 +108,7 @@ TEST_F(TextMatrix, ReplacesAnExistingFile) {
 TEST_F(TextMatrix, LargerThanTheTextKeptBackIsComplete) {
     const int rows = 20'000; // 120,000 characters
     OffsetMatrix<float> m(0, rows - 1, 0, 0);
-    m.fill(0.5F);
+    m.fill(0.5f);
     writeFloatMatrix("m.txt", m.get(), rows, 1);
     std::string expected;
     for (int i = 0; i < rows; ++i) expected += "  0.5 \n";
@@ -117,7 +117,7 @@ TEST_F(TextMatrix, LargerThanTheTextKeptBackIsComplete) {
 
 TEST_F(TextMatrix, InAFolderThatDoesNotExistIsSilentlyNotWritten) {
     OffsetMatrix<float> m(0, 0, 0, 0);
-    m.fill(0.0F);
+    m.fill(0.0f);
     writeFloatMatrix("nowhere/m.txt", m.get(), 1, 1);
     EXPECT_FALSE(std::filesystem::exists("nowhere"));
 }
