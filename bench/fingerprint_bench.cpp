@@ -128,11 +128,11 @@ BENCHMARK(BM_LabelClusters)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond
 
 void BM_LiteralLabelling(benchmark::State& state) {
     const HalfMap map(static_cast<int>(state.range(0)));
-    std::vector<Voxel> voxels;
+    std::vector<test::Voxel> voxels;
     for (int v = 0; v < map.voxels; ++v) {
         voxels.push_back({map.values[0][v], map.positions[v][0], map.positions[v][1], map.positions[v][2]});
     }
-    for (auto _ : state) benchmark::DoNotOptimize(literalLabelling(voxels, map.threshold, 10).survivors);
+    for (auto _ : state) benchmark::DoNotOptimize(test::literalLabelling(voxels, map.threshold, 10).survivors);
 }
 BENCHMARK(BM_LiteralLabelling)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
 

@@ -83,7 +83,7 @@ BENCHMARK(BM_Jacobi)->Arg(100)->Arg(400)->Arg(800)->Arg(1200)->Unit(benchmark::k
 
 void BM_LiteralJacobi(benchmark::State& state) {
     timeDecomposition(state, [](double** a, int n, Eigen& eigen) {
-        zn::test::literalJacobi(a, n, eigen.values.get(), eigen.vectors.get());
+        test::literalJacobi(a, n, eigen.values.get(), eigen.vectors.get());
     });
 }
 BENCHMARK(BM_LiteralJacobi)->Arg(100)->Arg(400)->Arg(800)->Arg(1200)->Unit(benchmark::kMillisecond);

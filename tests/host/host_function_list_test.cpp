@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 constexpr const char* kTyped =
@@ -102,4 +102,4 @@ TEST(HostFunctionList, HasTheFourProductsInBindingOrder) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using testing::ElementsAre;
@@ -107,4 +107,4 @@ TEST(ScaleBandsToUnitRange, FollowsTheComparisonsWithNotANumbers) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

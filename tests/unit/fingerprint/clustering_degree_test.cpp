@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 // Degree of one map whose voxels lie in a row along y.
@@ -52,4 +52,4 @@ TEST(ClusteringDegree, OfSeveralComponentsIsOneEach) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

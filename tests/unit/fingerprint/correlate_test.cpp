@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 float correlation(const Series& x, const Series& y) {
@@ -58,4 +58,4 @@ TEST(Correlate, OfRowsSideBySideEqualsPairByPair) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 struct Results {
@@ -173,4 +173,4 @@ TEST(DegenerateFingerprint, OfALongSeriesWrapsItsSegments) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

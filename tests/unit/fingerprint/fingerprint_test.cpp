@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 std::vector<const OffsetVector<float>*> vectorsOf(const Fingerprint& f) {
@@ -93,4 +93,4 @@ TEST(Fingerprint, MatchesDesignAndTemplates) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -10,7 +10,7 @@
 #include <numbers>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using Points = std::vector<std::complex<double>>;
@@ -79,4 +79,4 @@ TEST(FourierTransform, CanBeUsedAgain) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using testing::Pointwise;
@@ -42,4 +42,4 @@ TEST(HammingWindow, OfNoValueWritesNothing) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

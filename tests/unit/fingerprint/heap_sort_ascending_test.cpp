@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using testing::ElementsAreArray;
@@ -73,4 +73,4 @@ TEST(HeapSortAscending, EndsWhenNothingIsANumber) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using testing::ElementsAre;
@@ -91,4 +91,4 @@ TEST(HistogramEntropy, OfASeriesAsInDoublePrecision) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

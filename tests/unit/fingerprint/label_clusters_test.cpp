@@ -10,7 +10,7 @@
 #include <random>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using testing::ElementsAre;
@@ -125,4 +125,4 @@ TEST(LabelClusters, EqualsTheStepByStepTextForRandomPointsInRandomOrder) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 struct Autocorrelation {
@@ -62,4 +62,4 @@ TEST(LagOneAutocorrelation, OfManyComponentsEqualsOneByOne) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-namespace zn {
+namespace zn::test {
 
 namespace {
 
@@ -89,4 +89,4 @@ LiteralLabelling literalLabelling(const std::vector<Voxel>& voxels, float zThres
     return result;
 }
 
-} // namespace zn
+} // namespace zn::test

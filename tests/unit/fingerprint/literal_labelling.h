@@ -2,7 +2,7 @@
 
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 
 /// What labelling by seeds with merging is, word for word with lists: slow, and free of any shortcut.
 struct LiteralLabelling {
@@ -18,4 +18,4 @@ struct Voxel {
 
 LiteralLabelling literalLabelling(const std::vector<Voxel>& voxels, float zThreshold, int minClusterSize);
 
-} // namespace zn
+} // namespace zn::test

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 constexpr int kVolumes = 60;
@@ -82,4 +82,4 @@ TEST(MatchDesignMatrix, UsesTheSixteenthPredictor) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

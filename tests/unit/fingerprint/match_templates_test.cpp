@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 struct Match {
@@ -57,4 +57,4 @@ TEST(MatchTemplates, OfAMapThatIsNotANumberIsNoMatch) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

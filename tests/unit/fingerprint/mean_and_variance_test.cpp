@@ -7,7 +7,7 @@
 #include <cmath>
 #include <utility>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 std::pair<float, float> meanAndVarianceOf(const Series& series) {
@@ -80,4 +80,4 @@ TEST(MeanAndVariance, SumOfSquaresIsNotCorrected) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 float kurtosisOf(const Series& row) {
@@ -65,4 +65,4 @@ TEST(RowMoments, OfRowsSideBySideEqualRowByRow) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

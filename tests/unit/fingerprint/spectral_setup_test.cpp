@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 struct Expected {
@@ -50,4 +50,4 @@ TEST(FrequencyCount, OfEvenAndOddTransforms) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <random>
 
-namespace zn {
+namespace zn::test {
 
 Series testSeries(int n, double phase) {
     Series series;
@@ -62,4 +62,4 @@ std::vector<Series> awkwardRows(int count, int n, unsigned seed) {
     return rows;
 }
 
-} // namespace zn
+} // namespace zn::test

@@ -6,7 +6,7 @@
 #include <limits>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 
 using Series = std::vector<float>;
 
@@ -38,4 +38,4 @@ inline bool same(float a, float b) {
 /// `count` rows of n numbers: noise, with a constant, a not-a-number, an infinite and a huge row among them.
 std::vector<Series> awkwardRows(int count, int n, unsigned seed);
 
-} // namespace zn
+} // namespace zn::test

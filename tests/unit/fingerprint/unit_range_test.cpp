@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using testing::Each;
@@ -91,4 +91,4 @@ TEST(UnitRange, OfNoComponentTouchesNothing) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

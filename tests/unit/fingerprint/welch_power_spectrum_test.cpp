@@ -9,7 +9,7 @@
 #include <numeric>
 #include <utility>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 struct Spectrum {
@@ -110,4 +110,4 @@ TEST(WelchPowerSpectrum, OfAConstantIsNotANumberForItAlone) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -13,7 +13,7 @@
 #include <random>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 // Position of a double among all doubles, so that neighbours differ by one.
@@ -168,8 +168,8 @@ TEST(SumContrast, AddsEightPartialSumsInItsFixedOrder) {
     EXPECT_EQ(ours.slope, total(slopes));
 }
 
-template <class Form> class ContrastKernels : public test::KernelForm<Form> {};
-TYPED_TEST_SUITE(ContrastKernels, test::KernelForms, test::NameOfKernelForm);
+template <class Form> class ContrastKernels : public KernelForm<Form> {};
+TYPED_TEST_SUITE(ContrastKernels, KernelForms, NameOfKernelForm);
 
 TYPED_TEST(ContrastKernels, GiveTheBitsOfTheBaseline) {
     constexpr int lanes = TypeParam::value;
@@ -194,4 +194,4 @@ TYPED_TEST(ContrastKernels, GiveTheBitsOfTheBaseline) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -7,13 +7,11 @@
 
 #include <cstring>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
-using test::contentOf;
-
 class EigenvalueFile : public ::testing::Test {
-    test::ScratchDirectory directory;
+    ScratchDirectory directory;
 };
 
 double doubleAt(const std::string& bytes, std::size_t index) {
@@ -57,4 +55,4 @@ TEST_F(EigenvalueFile, ThatCannotBeOpenedIsSilentlyNotWritten) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -14,19 +14,19 @@
 #include <cmath>
 #include <initializer_list>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 class Engine : public ::testing::Test {
 protected:
     Engine() {
-        test::scripted() = test::ScriptedHost{};
+        scripted() = ScriptedHost{};
         EXPECT_TRUE(bindHostApi());
         EXPECT_TRUE(bindHostMatrixProducts());
     }
 
-    test::ScriptedHost& host = test::scripted();
-    test::ScratchDirectory directory;
+    ScriptedHost& host = scripted();
+    ScratchDirectory directory;
 };
 
 ZeroedBlock block(int rows, int columns, std::initializer_list<double> values) {
@@ -62,8 +62,8 @@ TEST_F(Engine, GivesTheEigenpairsInFallingOrderAndReleasesTheCovariance) {
     EXPECT_EQ(eigen.values[2], 1.0);
     EXPECT_EQ(eigen.vectors[2][1], 1.0);
     EXPECT_FALSE(covariance);
-    EXPECT_EQ(test::textOf("Covariance.txt"), "         1          0 \n         0          4 \n");
-    EXPECT_EQ(test::contentOf("run.eig").size(), 48U);
+    EXPECT_EQ(textOf("Covariance.txt"), "         1          0 \n         0          4 \n");
+    EXPECT_EQ(contentOf("run.eig").size(), 48U);
 }
 
 TEST_F(Engine, WhitensWithOneVectorOverTheRootOfItsEigenvalue) {
@@ -156,4 +156,4 @@ TEST(ScaleColumns, WithoutColumnsAreLeftAlone) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -8,7 +8,7 @@
 
 #include <limits>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using ::testing::ElementsAre;
@@ -17,7 +17,7 @@ class VoiTemplatesTest : public ::testing::Test {
 protected:
     VoiTemplatesTest() {
         EXPECT_TRUE(bindHostApi());
-        host = test::ScriptedHost{};
+        host = ScriptedHost{};
         host.setGrid(4, 3, 2); // 3 mm voxels from 57, 52, 59
         vtc.header = host.header;
         vtc.grid = {4, 3, 2};
@@ -29,7 +29,7 @@ protected:
         return voiVoxelToGridIndex(c, space, vtc.header, vtc.grid);
     }
 
-    test::ScriptedHost& host = test::scripted();
+    ScriptedHost& host = scripted();
     Vtc vtc;
 };
 
@@ -131,4 +131,4 @@ TEST_F(VoiTemplatesTest, AreMissingWhenTheHostCannotHandThemOut) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

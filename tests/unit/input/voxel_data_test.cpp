@@ -8,14 +8,14 @@
 #include <cmath>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 class VoxelDataTest : public ::testing::Test {
 protected:
     VoxelDataTest() {
         EXPECT_TRUE(bindHostApi());
-        test::scripted() = test::ScriptedHost{};
+        scripted() = ScriptedHost{};
         vtc.grid = {3, 2, 2};
         vtc.voxels = 12;
         vtc.header.volumes = 2;
@@ -75,4 +75,4 @@ TEST_F(VoxelDataTest, LosesTheMeanOverVoxelsOfEachVolumeOnly) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -5,7 +5,7 @@
 #include <limits>
 #include <utility>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 // That nothing is lost or freed twice is LeakSanitizer's and AddressSanitizer's part of these tests.
@@ -44,4 +44,4 @@ TEST(ZeroedBlock, BeyondTheAddressSpaceIsABadAllocation) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 TEST(Nrerror, OutsideARunWritesThreeLinesAndEndsTheProcessWithStatusOne) {
@@ -25,4 +25,4 @@ TEST(Nrerror, EndsTheProcessAgainOnceTheRunIsOver) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -9,7 +9,7 @@
 #include <functional>
 #include <string>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 std::string failureOf(const std::function<void()>& allocation) {
@@ -89,4 +89,4 @@ TEST(OffsetArrays, OfAllTypesShareTheTextsOfTheFloatMatrix) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

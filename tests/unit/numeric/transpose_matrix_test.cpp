@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 TEST(TransposeMatrix, SwapsRowsAndColumns) {
@@ -21,4 +21,4 @@ TEST(TransposeMatrix, SwapsRowsAndColumns) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 TEST(FileBesideVtc, ReplacesTheLastFourCharacters) {
@@ -29,4 +29,4 @@ TEST(FileBesideVtc, TakesAStemOf255CharactersAndRefusesOneOf256) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

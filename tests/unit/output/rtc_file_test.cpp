@@ -7,13 +7,11 @@
 
 #include <limits>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
-using test::textOf;
-
 class RtcFile : public ::testing::Test {
-    test::ScratchDirectory directory;
+    ScratchDirectory directory;
 };
 
 TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLineAVolume) {
@@ -57,4 +55,4 @@ TEST_F(RtcFile, PrintsSixSignificantDigits) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -8,13 +8,11 @@
 #include <limits>
 #include <sstream>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
-using test::textOf;
-
 class TextMatrix : public ::testing::Test {
-    test::ScratchDirectory directory;
+    ScratchDirectory directory;
 };
 
 TEST_F(TextMatrix, OfDoublesHasFieldsOfTenEachFollowedByABlank) {
@@ -123,4 +121,4 @@ TEST_F(TextMatrix, InAFolderThatDoesNotExistIsSilentlyNotWritten) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

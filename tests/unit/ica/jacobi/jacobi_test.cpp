@@ -13,7 +13,7 @@
 #include <numbers>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 using ::testing::DoubleNear;
@@ -129,7 +129,7 @@ TEST(Jacobi, EqualsTheMethodWrittenOutStepByStepBitForBit) {
         OffsetMatrix<double> a = matrixOf(rows);
         OffsetVector<double> d(1, n);
         OffsetMatrix<double> v(1, n, 1, n);
-        ASSERT_TRUE(test::literalJacobi(a.get(), n, d.get(), v.get()));
+        ASSERT_TRUE(literalJacobi(a.get(), n, d.get(), v.get()));
 
         const Eigen eigen = decompose(rows);
         const auto size = static_cast<std::size_t>(n);
@@ -150,4 +150,4 @@ TEST(Jacobi, FailsForNotANumber) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -9,7 +9,7 @@
 #include <random>
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 constexpr int kColumns = 23; // 0 .. 22, not a multiple of any number of lanes
@@ -65,8 +65,8 @@ void expectSameBits(const Rows& a, const Rows& b) {
     }
 }
 
-template <class Form> class RotationKernels : public test::KernelForm<Form> {};
-TYPED_TEST_SUITE(RotationKernels, test::KernelForms, test::NameOfKernelForm);
+template <class Form> class RotationKernels : public KernelForm<Form> {};
+TYPED_TEST_SUITE(RotationKernels, KernelForms, NameOfKernelForm);
 
 TYPED_TEST(RotationKernels, OfATileEqualOneRotationAfterTheOther) {
     constexpr int lanes = TypeParam::value;
@@ -105,4 +105,4 @@ TYPED_TEST(RotationKernels, OfAStretchEqualOnePairAfterTheOther) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-namespace zn {
+namespace zn::test {
 namespace {
 
 // Sorts the values; each column of the vectors holds its value's first position, counted from 1.
@@ -43,4 +43,4 @@ TEST(SortEigenpairs, LeavesASinglePairAlone) {
 }
 
 } // namespace
-} // namespace zn
+} // namespace zn::test
