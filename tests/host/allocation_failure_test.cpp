@@ -51,7 +51,7 @@ void* __wrap__Znwm(std::size_t size) {
 namespace zn::test {
 namespace {
 
-class AllocationFailure : public ::testing::Test {
+class AllocationFailure : public testing::Test {
 protected:
     AllocationFailure() {
         host = ScriptedHost{};
@@ -90,7 +90,7 @@ TEST_F(AllocationFailure, EndsTheRunWithTheMemoryTextsWhereverItHappens) {
     int index = 0;
     for (; runWithFailure(index); ++index) {
         ASSERT_TRUE(result) << index;
-        ASSERT_THAT(host.boxes(), ::testing::ElementsAre("Working memory full. Exiting plugin.")) << index;
+        ASSERT_THAT(host.boxes(), testing::ElementsAre("Working memory full. Exiting plugin.")) << index;
         ASSERT_EQ(host.log().back(), "// Plugin > Working memory full. Exiting plugin.") << index;
         ASSERT_FALSE(host.isBusy()) << index;
     }

@@ -9,15 +9,15 @@
 namespace zn::test {
 namespace {
 
-using ::testing::Contains;
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::Gt;
-using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::SizeIs;
-using ::testing::StartsWith;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::Gt;
+using testing::HasSubstr;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
 
 class CompleteRun : public HostFixture {};
 

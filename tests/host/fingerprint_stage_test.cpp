@@ -9,14 +9,14 @@
 namespace zn::test {
 namespace {
 
-using ::testing::Contains;
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::FloatEq;
-using ::testing::FloatNear;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::StartsWith;
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::FloatEq;
+using testing::FloatNear;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 // Positions of the map parameters.
 enum Parameter : std::size_t {
@@ -99,7 +99,7 @@ TEST_F(FingerprintStage, ClustersWithTheAnswersGiven) {
     host.clusterSize = 2;
     host.zThreshold = 0.0f; // every voxel of one sign counts, and nearly all have such a neighbour
     run();
-    EXPECT_THAT(values(kClustering), Each(::testing::Gt(0.9f)));
+    EXPECT_THAT(values(kClustering), Each(testing::Gt(0.9f)));
     host.clusterSize = 2000; // more than there are voxels
     run();
     EXPECT_THAT(values(kClustering), Each(0.0f));

@@ -12,7 +12,7 @@ namespace zn::test {
 
 /// A fresh scripted host with a small simulated VTC (8 x 6 x 5 voxels, 12 volumes, 3 sources), an empty current
 /// directory, and the plug-in.
-class HostFixture : public ::testing::Test {
+class HostFixture : public testing::Test {
 protected:
     HostFixture() {
         host = ScriptedHost{};

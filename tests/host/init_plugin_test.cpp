@@ -3,7 +3,7 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
+using testing::ElementsAre;
 
 class InitPlugin : public HostFixture {};
 

@@ -7,12 +7,12 @@
 namespace zn::test {
 namespace {
 
-using ::testing::Each;
-using ::testing::ElementsAre;
-using ::testing::Eq;
-using ::testing::FloatEq;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
+using testing::Each;
+using testing::ElementsAre;
+using testing::Eq;
+using testing::FloatEq;
+using testing::IsEmpty;
+using testing::SizeIs;
 
 class MapOutput : public HostFixture {
 protected:
@@ -115,7 +115,7 @@ TEST_F(MapOutput, IsExactlyZeroOutsideTheMask) {
             EXPECT_EQ(map.voxels[g] == 0.0f, (*host.mask)[g] == 0) << g;
         }
     }
-    EXPECT_THAT(recoveredMaps(host, sources), Each(::testing::Gt(0.9))); // values stand at their own voxels
+    EXPECT_THAT(recoveredMaps(host, sources), Each(testing::Gt(0.9))); // values stand at their own voxels
 }
 
 TEST_F(MapOutput, RescalesTheTimeCoursesToZeroToOne) {
@@ -154,11 +154,11 @@ TEST_F(MapOutput, LeavesOutOnlyWhatTheHostHasNoRoomFor) {
         for (const auto& map : host.maps) {
             EXPECT_THAT(map.timeCourse, SizeIs(givesTimeCourses ? 12 : 0));
             EXPECT_THAT(map.parameters, SizeIs(givesTimeCourses ? 0 : 16));
-            EXPECT_THAT(map.voxels, ::testing::Contains(::testing::Gt(1.0f)));
+            EXPECT_THAT(map.voxels, testing::Contains(testing::Gt(1.0f)));
             EXPECT_EQ(map.type, 12);
             EXPECT_EQ(map.timesSet, 1);
         }
-        EXPECT_THAT(host.calls, ::testing::Contains("znSaveNRVMPsOfCurrentVMR(maps.ica)"));
+        EXPECT_THAT(host.calls, testing::Contains("znSaveNRVMPsOfCurrentVMR(maps.ica)"));
     }
 }
 

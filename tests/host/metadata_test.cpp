@@ -3,9 +3,9 @@
 namespace zn::test {
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::MatchesRegex;
-using ::testing::StrEq;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::StrEq;
 
 class Metadata : public HostFixture {};
 
@@ -32,7 +32,7 @@ TEST_F(Metadata, DescribesTheMethodWithItsReference) {
 
 TEST_F(Metadata, EndsTheDescriptionWithTheFixedWords) {
     EXPECT_THAT(plugin.text("getPluginDescription"),
-                ::testing::EndsWith(
+                testing::EndsWith(
                     " A cortex-based ICA is computed if a cortex mask file is provided. Start the ICA using the "
                     "\"Independent Component Analysis\" dialog (\"Analysis -> Independen Component Analysis...\"). "
                     "The resulting component maps are saved in a ICA file.<br>"));

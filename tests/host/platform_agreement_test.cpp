@@ -161,7 +161,7 @@ Results read(const fs::path& fileName) {
     return results;
 }
 
-class PlatformAgreement : public ::testing::Test {
+class PlatformAgreement : public testing::Test {
 protected:
     static void SetUpTestSuite() {
         expected = read(ZN_AGREED_RESULTS);
@@ -181,7 +181,7 @@ protected:
         ASSERT_FALSE(wanted.empty()) << name;
         double largest = 0.0;
         for (const double value : wanted) largest = std::max(largest, std::fabs(value));
-        EXPECT_THAT(valuesOf(found[name]), ::testing::Pointwise(::testing::DoubleNear(ofLargest * largest), wanted))
+        EXPECT_THAT(valuesOf(found[name]), testing::Pointwise(testing::DoubleNear(ofLargest * largest), wanted))
             << name;
     }
 

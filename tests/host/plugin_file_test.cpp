@@ -28,7 +28,7 @@ TEST(PluginFile, ExportsSevenFunctionsAndTheTwoClassesAndNothingElse) {
     for (std::string line; std::getline(lines, line);) names.insert(line.substr(19)); // after address and kind
     EXPECT_THAT(
         names,
-        ::testing::UnorderedElementsAre(
+        testing::UnorderedElementsAre(
             "createPlugin", "getPluginName", "getPluginDescription", "getAuthor", "getHelpFile", "getPluginVersion",
             "getGUIScript", //
             "TMPluginInterface::TMPluginInterface()", "TMPluginInterface::TMPluginInterface(TMPluginInterface const&)",
@@ -45,8 +45,8 @@ TEST(PluginFile, DependsOnTheStandardLibraryAlone) {
     libraries.erase("libasan.so.8"); // a build for the sanitizers brings theirs along
     libraries.erase("libubsan.so.1");
     libraries.erase("ld-linux-x86-64.so.2");
-    EXPECT_THAT(libraries, ::testing::IsSubsetOf({"libstdc++.so.6", "libm.so.6", "libgcc_s.so.1", "libc.so.6"}));
-    EXPECT_THAT(libraries, ::testing::Contains("libstdc++.so.6"));
+    EXPECT_THAT(libraries, testing::IsSubsetOf({"libstdc++.so.6", "libm.so.6", "libgcc_s.so.1", "libc.so.6"}));
+    EXPECT_THAT(libraries, testing::Contains("libstdc++.so.6"));
 }
 
 } // namespace

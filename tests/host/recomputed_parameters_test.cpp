@@ -74,7 +74,7 @@ TEST_F(RecomputedParameters, EqualTheFileOfTheRun) {
         found = std::equal(entropies.begin(), entropies.end(), recomputed.begin(),
                            [&](double a, double b) { return std::fabs(a - b) < tolerance; });
     }
-    EXPECT_TRUE(found) << ::testing::PrintToString(entropies);
+    EXPECT_TRUE(found) << testing::PrintToString(entropies);
 }
 
 } // namespace

@@ -53,7 +53,7 @@ TEST_F(RunFiles, CountWholeVoxelsOfABoundingBoxWithARemainder) {
     host.header.yEnd += 2;
     host.header.zEnd += 2;
     run();
-    EXPECT_THAT(host.log(), ::testing::Contains("// Plugin>  Number of used VTC voxels: 240"));
+    EXPECT_THAT(host.log(), testing::Contains("// Plugin>  Number of used VTC voxels: 240"));
     EXPECT_EQ(textOf("ICA.vox"), whole);
 }
 

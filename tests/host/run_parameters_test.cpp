@@ -8,9 +8,9 @@
 namespace zn::test {
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 class RunParameters : public HostFixture {
 protected:
@@ -66,8 +66,8 @@ TEST_F(RunParameters, TheNumberOfComponentsFollowsTheRangeUpwardsToo) {
 TEST_F(RunParameters, OfTheWildestKindDoNoHarm) {
     constexpr int most = std::numeric_limits<int>::max();
     constexpr int least = std::numeric_limits<int>::min();
-    EXPECT_THAT(adjustments(least, most, most), ::testing::SizeIs(2));
-    EXPECT_THAT(adjustments(most, least, least), ::testing::SizeIs(2));
+    EXPECT_THAT(adjustments(least, most, most), testing::SizeIs(2));
+    EXPECT_THAT(adjustments(most, least, least), testing::SizeIs(2));
     EXPECT_THAT(adjustments(most, most, 1), IsEmpty());
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using ::testing::ElementsAre;
+using testing::ElementsAre;
 
 class RunPaths : public HostFixture {};
 

@@ -10,7 +10,7 @@
 namespace zn::test {
 namespace {
 
-class EigenvalueFile : public ::testing::Test {
+class EigenvalueFile : public testing::Test {
     ScratchDirectory directory;
 };
 

@@ -17,7 +17,7 @@
 namespace zn::test {
 namespace {
 
-class Engine : public ::testing::Test {
+class Engine : public testing::Test {
 protected:
     Engine() {
         scripted() = ScriptedHost{};

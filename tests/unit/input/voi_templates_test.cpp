@@ -11,9 +11,9 @@
 namespace zn::test {
 namespace {
 
-using ::testing::ElementsAre;
+using testing::ElementsAre;
 
-class VoiTemplatesTest : public ::testing::Test {
+class VoiTemplatesTest : public testing::Test {
 protected:
     VoiTemplatesTest() {
         EXPECT_TRUE(bindHostApi());

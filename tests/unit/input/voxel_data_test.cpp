@@ -11,7 +11,7 @@
 namespace zn::test {
 namespace {
 
-class VoxelDataTest : public ::testing::Test {
+class VoxelDataTest : public testing::Test {
 protected:
     VoxelDataTest() {
         EXPECT_TRUE(bindHostApi());

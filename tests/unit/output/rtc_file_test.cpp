@@ -10,7 +10,7 @@
 namespace zn::test {
 namespace {
 
-class RtcFile : public ::testing::Test {
+class RtcFile : public testing::Test {
     ScratchDirectory directory;
 };
 

@@ -11,7 +11,7 @@
 namespace zn::test {
 namespace {
 
-class TextMatrix : public ::testing::Test {
+class TextMatrix : public testing::Test {
     ScratchDirectory directory;
 };
 

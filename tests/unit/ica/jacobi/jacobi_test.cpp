@@ -16,8 +16,8 @@
 namespace zn::test {
 namespace {
 
-using ::testing::DoubleNear;
-using ::testing::UnorderedElementsAre;
+using testing::DoubleNear;
+using testing::UnorderedElementsAre;
 
 struct Eigen {
     std::vector<double> values;
@@ -72,7 +72,7 @@ TEST(Jacobi, FindsTheEigenvaluesOfATwoByTwoMatrixWorkedByHand) {
 
 TEST(Jacobi, LeavesADiagonalMatrixInItsFirstSweepWithTheIdentity) {
     const Eigen eigen = decompose({{3, 0, 0}, {0, -1, 0}, {0, 0, 2}});
-    EXPECT_THAT(eigen.values, ::testing::ElementsAre(3, -1, 2));
+    EXPECT_THAT(eigen.values, testing::ElementsAre(3, -1, 2));
     EXPECT_EQ(eigen.rotations, 0);
     for (int i = 1; i <= 3; ++i) {
         for (int j = 1; j <= 3; ++j) EXPECT_EQ(eigen.vectors[i][j], i == j ? 1.0 : 0.0);
@@ -81,7 +81,7 @@ TEST(Jacobi, LeavesADiagonalMatrixInItsFirstSweepWithTheIdentity) {
 
 TEST(Jacobi, TakesAMatrixOfOneElement) {
     const Eigen eigen = decompose({{7}});
-    EXPECT_THAT(eigen.values, ::testing::ElementsAre(7));
+    EXPECT_THAT(eigen.values, testing::ElementsAre(7));
     EXPECT_EQ(eigen.vectors[1][1], 1.0);
 }
 
@@ -145,8 +145,8 @@ TEST(Jacobi, FailsForNotANumber) {
         [&] {
             decompose({{1, nan}, {nan, 1}});
         },
-        ::testing::Throws<FatalNumericError>(
-            ::testing::Property(&FatalNumericError::what, ::testing::StrEq("Too many iterations in routine jacobi"))));
+        testing::Throws<FatalNumericError>(
+            testing::Property(&FatalNumericError::what, testing::StrEq("Too many iterations in routine jacobi"))));
 }
 
 } // namespace
