@@ -9,7 +9,7 @@ namespace zn {
 ///   coordinates     [0..v-1][0..2]    in: grid position of each voxel
 ///   zThreshold                        a voxel counts when its magnitude is strictly above
 ///   minClusterSize                    voxels that a cluster needs; see labelClusters
-///   degree          [0..k-1]          out: 0 .. 1; not-a-number for a component without a supra-threshold voxel
+///   degree          [0..k-1]          out: 0 .. 1; NaN for a component without a supra-threshold voxel
 void clusteringDegree(const float* const* maps, const int* const* coordinates, int k, int v, float zThreshold,
                       int minClusterSize, float* degree);
 

@@ -36,7 +36,7 @@ void fillTile(const float* const* y, const float* mean, int rows, int from, int 
     }
 }
 
-// One lane a y row. Written with vectors, because g++ 12 makes scalar code of a loop over the lanes.
+// One lane per y row. Written with vectors because g++ 12 does not vectorise a loop over the lanes.
 void addProducts(const float* x, float mean, int columns, const float* tile, float* products) {
     Four sum[kWidth / 4];
     std::memcpy(sum, products, sizeof sum);

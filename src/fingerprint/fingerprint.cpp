@@ -38,7 +38,7 @@ void computeBands(const float* const* courses, int k, int t, int trMs, float** o
                        frequencies.get(), setup.samplingFrequency);
 
     OffsetMatrix<float> fractions(0, k - 1, 0, kBands - 1);
-    fractions.fill(0); // a long repetition time leaves the last bands unwritten
+    fractions.fill(0); // with a long repetition time the last bands are not written
     bandPowerFractions(spectrum.get(), k, setup.frequencyCount, frequencies.get(), setup.samplingFrequency,
                        fractions.get());
     scaleBandsToUnitRange(fractions.get(), k, output);
@@ -66,7 +66,7 @@ void computeSpatialFeatures(const float* const* maps, int k, int v, Fingerprint&
 
 void computeTemporalFeatures(const float* const* timeCourses, const float* const* rawTimeCourses, int k, int t,
                              int trMs, Fingerprint& fingerprint) {
-    const OffsetVector<float> withSign(0, k - 1); // shown nowhere
+    const OffsetVector<float> withSign(0, k - 1); // not part of the fingerprint
     lagOneAutocorrelation(timeCourses, t, k, withSign.get(), fingerprint.autocorrelation.get());
     rowEntropy(rawTimeCourses, k, t, t / kVolumesPerBin, fingerprint.temporalEntropy.get());
     expUnitRange(fingerprint.temporalEntropy.get(), k, fingerprint.temporalEntropy.get());

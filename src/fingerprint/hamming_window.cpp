@@ -6,7 +6,7 @@ namespace zn {
 
 namespace {
 
-constexpr double kTwoPi = 6.2831853071794; // in 14 digits, not at full double precision, as the method has it
+constexpr double kTwoPi = 6.2831853071794; // 14 digits instead of full double precision, as the method defines it
 
 } // namespace
 

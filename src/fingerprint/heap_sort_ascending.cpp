@@ -6,12 +6,12 @@ namespace zn {
 
 namespace {
 
-using Position = std::ptrdiff_t; // four times a 32-bit position does not fit 32 bits
+using Position = std::ptrdiff_t; // four times a 32-bit position overflows 32 bits
 
 constexpr Position kChildren = 4; // node i has the children 4 i + 1 .. 4 i + 4, counted from 0
 
 // Moves the largest of the four values from `first` on to `place`; returns where it was. Values and positions are
-// selected side by side, without a branch nobody can foresee and without reading a value twice.
+// selected side by side, without an unpredictable branch and without reading a value twice.
 Position raiseLargestOfFour(float* heap, Position first, Position place) {
     const float a = heap[first];
     const float b = heap[first + 1];
@@ -33,8 +33,8 @@ Position largestOf(const float* heap, Position first, Position end) {
     return largest;
 }
 
-// Puts `value` into the heap below the free place `top`, whose subtrees are heaps. The free place first sinks to a
-// leaf along the largest children; a value that comes from the heap's end mostly belongs down there.
+// Inserts `value` into the heap at or below the free place `top`, whose subtrees are heaps. The free place first sinks
+// to a leaf along the largest children: a value taken from the heap's end usually belongs near the leaves.
 void sink(float* heap, Position size, Position top, float value) {
     Position place = top;
     Position child = kChildren * place + 1;

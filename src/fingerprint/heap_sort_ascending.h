@@ -7,7 +7,7 @@ namespace zn {
 ///   n                 number of values; fewer than two are left as they are
 ///   values  [1..n]    in: any order; out: ascending
 ///
-/// Not-a-numbers do no harm, but leave the order of the others undefined. O(n log n), no memory.
+/// NaNs are safe, but leave the order of the other values undefined. O(n log n), in place.
 /// Method: bottom-up heap sort, Wegener (1993), Theoretical Computer Science 118(1), 81-98, on a heap whose nodes have
 /// four children each: half the levels of a binary heap, and the children of a node lie side by side.
 void heapSortAscending(int n, float* values);

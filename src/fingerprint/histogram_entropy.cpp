@@ -21,7 +21,7 @@ void countIntoBins(const float* work, int n, int nbins, float* bins) {
         const int first = position;
         while (position <= n && work[position] <= edge) ++position;
         bins[b] = static_cast<float>(static_cast<double>(position - first) / n);
-        edge += width; // added up on purpose: recomputed edges would count other values
+        edge += width; // accumulated on purpose: recomputed edges would give other counts
     }
 }
 

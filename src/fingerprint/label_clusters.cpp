@@ -9,8 +9,8 @@ namespace zn {
 
 namespace {
 
-// Which cluster every point belongs to. A point keeps the label it was given; a table says which cluster the points
-// of a label belong to by now, so that a merge goes through the labels and not through the points.
+// Which cluster every point belongs to. A point keeps the label it was given; a table maps each label to its current
+// cluster, so that a merge updates the labels and not the points.
 class Labels {
 public:
     explicit Labels(int points) : label_(0, points - 1), cluster_(0, points) {
@@ -40,8 +40,8 @@ private:
     int last_ = 0;
 };
 
-// The order within the neighbourhood is of no account: its free points get the new label and its labelled points'
-// clusters become the new one, whoever comes first.
+// The order within the neighbourhood does not matter: its free points get the new label, and the clusters of its
+// labelled points are merged into the new one.
 void growFrom(int seed, const ThresholdPoints& points, Labels& labels, int* neighbours) {
     labels.openCluster();
     labels.give(seed);

@@ -2,8 +2,8 @@
 
 namespace zn {
 
-/// Labels spatially compact groups of supra-threshold voxels by a single sweep with merging, and tells each voxel the
-/// size of its cluster.
+/// Labels clusters of supra-threshold voxels in a single sweep with merging, and gives each voxel the size of its
+/// cluster.
 ///
 ///   values        [0..v-1]        in: one half of a map, the other sign set to 0
 ///   coordinates   [0..v-1][0..2]  in: grid position of each voxel, magnitudes below 2^24
@@ -14,10 +14,11 @@ namespace zn {
 ///
 /// Returns the number of surviving clusters.
 ///
-/// Every point without a label becomes a seed in its turn and opens a new cluster: the points of its 3 x 3 x 3 cube
-/// join it, and a cluster that already owns one of them is merged into it whole. Only seeds look around, so a chain
-/// whose links lie between non-seeds stays split: this is not a flood fill, and the result depends on the voxel order.
-/// Linear scans without any spatial index: O(points) a seed.
+/// Every point that has no label when its turn comes becomes a seed and opens a new cluster: the points of its
+/// 3 x 3 x 3 neighbourhood join it, and any cluster that already owns one of them is merged into it as a whole. Only
+/// seeds search their neighbourhood, so a chain whose links lie between non-seeds stays split: this is not a
+/// connected-component search, and the result depends on the voxel order. Linear scans without a spatial index:
+/// O(points) per seed.
 int labelClusters(const float* values, const int* const* coordinates, int v, float zThreshold, int minClusterSize,
                   int* flags);
 

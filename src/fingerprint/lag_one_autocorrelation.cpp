@@ -13,7 +13,7 @@ namespace {
 float lagOneOfRow(const float* row, int t, float mean, float sd) {
     float lagged = 0;
     float squares = 0;
-    for (int i = 0; i < t - 1; ++i) { // the last volume is a partner only
+    for (int i = 0; i < t - 1; ++i) { // the last volume only enters as a lagged value
         const float z = (row[i] - mean) / sd;
         const float next = (row[i + 1] - mean) / sd;
         lagged += z * next;

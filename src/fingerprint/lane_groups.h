@@ -4,8 +4,8 @@
 
 namespace zn {
 
-/// Rows that are walked side by side. A sum in index order is one long chain of additions, each waiting for the one
-/// before; eight independent chains at a time keep the processor busy while the order within each row stays.
+/// Rows that are processed side by side. A sum in index order is one long chain of dependent additions; eight
+/// independent chains at a time hide their latency while the order within each row stays the same.
 constexpr int kRowsPerGroup = 8;
 
 /// Calls walk(lanes, first) for the rows first .. first + lanes - 1, from row 0 to row `rows` - 1: groups of

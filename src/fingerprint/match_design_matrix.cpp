@@ -22,7 +22,7 @@ void matchDesignMatrix(const float* const* designMatrix, const float* const* tim
     rowMeansAndVariances(courses.get(), k, t, mean.get(), standardDeviation);
     for (int i = 0; i < k; ++i) {
         float best = 0;
-        int index = 0; // on purpose: without a match the first predictor is named
+        int index = 0; // on purpose: without a match the first predictor is reported
         for (int p = 0; p < predictors; ++p) {
             if (std::fabs(r[i][p]) > best) {
                 best = std::fabs(r[i][p]);

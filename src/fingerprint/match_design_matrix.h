@@ -2,7 +2,8 @@
 
 namespace zn {
 
-/// Finds the predictor of the design matrix that each component's time course resembles most, of either sign.
+/// Finds the predictor of the design matrix that correlates most strongly with each component's time course, of either
+/// sign.
 ///
 ///   designMatrix        [0..t-1][0..predictors-1]  in: unused columns are 0 and match nothing
 ///   timeCourses         [0..t-1][0..k-1]           in

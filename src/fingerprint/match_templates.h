@@ -2,7 +2,7 @@
 
 namespace zn {
 
-/// Finds the region of interest that each component's map resembles most, of either sign.
+/// Finds the region of interest that correlates most strongly with each component's map, of either sign.
 ///
 ///   maps             [0..k-1][0..v-1]  in: component maps
 ///   templates        [0..m-1][0..v-1]  in: 1 inside the region, 0 outside; may be null when m is 0

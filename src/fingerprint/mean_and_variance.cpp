@@ -14,7 +14,7 @@ template <int lanes> void means(const float* const* rows, int n, float* mean) {
     for (int lane = 0; lane < lanes; ++lane) mean[lane] = sum[lane] / static_cast<float>(n);
 }
 
-// Sums of the deviations from the mean, which rounding leaves a little off zero, and of their squares.
+// Sums of the deviations from the mean, not exactly 0 because the mean is rounded, and of their squares.
 template <int lanes> void deviations(const float* const* rows, int n, const float* mean, float* sums, float* squares) {
     float s[lanes] = {};
     float q[lanes] = {};

@@ -5,7 +5,7 @@ namespace zn {
 /// Mean and sample variance (divisor n - 1) in single precision, all sums in index order.
 ///
 ///   values    [1..n]  in
-///   n                 number of values; the variance of fewer than two is not-a-number
+///   n                 number of values; the variance of fewer than two is NaN
 ///   mean, variance    out
 ///
 /// Method: corrected two-pass algorithm, Chan, Golub and LeVeque (1983), The American Statistician 37(3), 242-247.

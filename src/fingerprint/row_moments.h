@@ -15,7 +15,7 @@ void rowKurtosis(const float* const* rows, int k, int n, float* kurtosis);
 ///   rows      [0..k-1][0..n-1]  in
 ///   skewness  [0..k-1]          out: (sum of (x_j - mean)^3 over all j but the last + the last x) / n / sd^3
 ///
-/// The last value enters the sum of third powers as it is, neither centred nor cubed.
+/// The last value enters the sum of third powers unchanged, neither centred nor cubed.
 void rowSkewness(const float* const* rows, int k, int n, float* skewness);
 
 } // namespace zn

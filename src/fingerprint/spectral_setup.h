@@ -4,9 +4,9 @@ namespace zn {
 
 /// How the power spectrum of a run's time courses is estimated.
 struct SpectralSetup {
-    int segmentLength;       ///< volumes a segment; 0 with fewer than 5 volumes
+    int segmentLength;       ///< volumes per segment; 0 with fewer than 5 volumes
     int overlap;             ///< volumes that neighbouring segments share, half a segment
-    int transformLength;     ///< points of the Fourier transform: a power of two, 256 at least
+    int transformLength;     ///< points of the Fourier transform: a power of two, at least 256
     int frequencyCount;      ///< columns of the spectrum, 0 to the Nyquist frequency
     float samplingFrequency; ///< Hz, from the repetition time in whole seconds: infinite below 1000 ms
 };

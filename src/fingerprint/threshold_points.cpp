@@ -7,7 +7,7 @@ namespace zn {
 
 namespace {
 
-constexpr int kBlock = 32; // points that one test on a single axis can rule out together
+constexpr int kBlock = 32; // points that a test along a single axis can rule out together
 
 int countAbove(const float* values, int v, float zThreshold) {
     int count = 0;
