@@ -46,7 +46,7 @@ void sumContrast(Nonlinearity nonlinearity, const double* z, int dimension, int 
         const double* row = z + first;
         const double* nextBlock = count == kBlock ? row + kBlock : row;
         for (int k = 0; k < dimension; ++k) {
-            // The memory's own foresight ends where a block of a row does.
+            // Hardware prefetching stops where a block of a row ends.
             const double* next = k + 1 < dimension ? row + voxels : nextBlock;
             addProducts(row, next, y + first, count, partial.row(k));
             row = next;

@@ -17,8 +17,8 @@ void expInPlace(double* x, int count);
 ///   y              [0..voxels-1]    in: projections; out: g(y)
 ///   sums           [0..dimension-1] out
 ///
-/// One pass over z and y in blocks that fit the first-level cache. Eight partial sums go side by side over all voxels
-/// and are added up in a fixed order at the end.
+/// One pass over z and y in blocks that fit the first-level cache. Eight partial sums run side by side over all voxels
+/// and are added in a fixed order at the end.
 void sumContrast(Nonlinearity nonlinearity, const double* z, int dimension, int voxels, double* y, double* sums,
                  double* slope);
 

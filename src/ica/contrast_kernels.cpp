@@ -13,10 +13,10 @@ constexpr double kWholeNumber = 6755399441055744.0; // 1.5 * 2^52
 constexpr double kExponentBias = 1023.0;
 
 constexpr double kLog2OfE = 1.4426950408889634;
-constexpr double kLn2High = 0x1.62e42feep-1; // 33 bits: a whole number up to 2^20 times it is exact
+constexpr double kLn2High = 0x1.62e42feep-1; // 33 bits: its product with a whole number up to 2^20 is exact
 constexpr double kLn2Low = 0x1.a39ef35793c76p-33;
 
-// 1 / 2!, 1 / 3!, ... 1 / 13!: the series of exp from the square on. For |r| <= ln(2) / 2 what follows is below 2^-57.
+// 1 / 2!, 1 / 3!, ... 1 / 13!: the series of exp from the square on. For |r| <= ln(2) / 2 the rest is below 2^-57.
 constexpr double kSeries[] = {
     1.0 / 2,     1.0 / 6,      1.0 / 24,      1.0 / 120,      1.0 / 720,       1.0 / 5040,
     1.0 / 40320, 1.0 / 362880, 1.0 / 3628800, 1.0 / 39916800, 1.0 / 479001600, 1.0 / 6227020800,
@@ -43,7 +43,7 @@ constexpr int kTerms = sizeof kSeries / sizeof kSeries[0];
 
 // e^x = 2^k e^r: k whole and near x / ln 2.
 [[gnu::always_inline]] inline Lanes exponential(Lanes x) {
-    // Beyond these the result is 0 or infinity; a not-a-number passes both comparisons unchanged.
+    // Beyond these the result is 0 or infinity; a NaN fails both comparisons and stays.
     x = select((Bits)(x < -746.0), broadcast(-746.0), x);
     x = select((Bits)(x > 710.0), broadcast(710.0), x);
     const Lanes k = (x * kLog2OfE + kWholeNumber) - kWholeNumber;
@@ -55,9 +55,9 @@ constexpr int kTerms = sizeof kSeries / sizeof kSeries[0];
     return (1.0 + (r + r * r * series)) * powerOfTwo(half) * powerOfTwo(k - half);
 }
 
-// r coth(r) - 1 = z (1/3 - z/45 + ...), z = r^2: for |r| < 0.75 off by less than 1e-17. The coefficients come from
-// Chebyshev interpolation over that range, lowest power first. Summed in pairs, not by Horner's rule, so that few
-// operations wait for one another.
+// r coth(r) - 1 = z (1/3 - z/45 + ...), z = r^2: the error is below 1e-17 for |r| < 0.75. The coefficients come from
+// Chebyshev interpolation over that range, lowest power first. Summed in pairs instead of by Horner's rule, which
+// shortens the chain of dependent operations.
 [[gnu::always_inline]] inline Lanes cothSeries(Lanes z) {
     constexpr double c[] = {
         0x1.5555555555555p-2,   -0x1.6c16c16c1699dp-6,  0x1.1566abbfd6904p-9,

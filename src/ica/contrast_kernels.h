@@ -2,8 +2,8 @@
 
 namespace zn {
 
-/// Partial sums that a kernel keeps side by side: number i takes the voxels i, i + 8, i + 16, ... A fixed number, so
-/// that a sum has the same bits whatever the compiler and the width of the vector units.
+/// Partial sums that a kernel keeps side by side: sum i covers the voxels i, i + 8, i + 16, ... Their number is fixed,
+/// so that a sum has the same bits with every compiler and every vector width.
 constexpr int kPartialSums = 8;
 
 /// Contrast functions of the fixed-point iteration, in place of their argument; adds the derivative to partial sums.
@@ -12,14 +12,14 @@ constexpr int kPartialSums = 8;
 ///   slopes   [0..kPartialSums-1]    in/out: sums of g'(y)
 ///
 /// tanh: g = tanh(y), g' = 1 - g^2. gaussian: g = y exp(-y^2 / 2), g' = (1 - y^2) exp(-y^2 / 2). Both follow the
-/// standard library's functions within 2 units in the last place, over the whole range, infinities and not-a-numbers
-/// included. No branch depends on a value.
+/// standard library's functions within 2 units in the last place, over the whole range, infinities and NaNs included.
+/// No branch depends on a value.
 template <int lanes> void tanhKernel(double* y, int count, double* slopes);
 template <int lanes> void gaussianKernel(double* y, int count, double* slopes);
 
 /// sums[i] += z[i] g[i] + z[i + 8] g[i + 8] + ..., for 0 <= i < kPartialSums.
 ///
-///   next   [0..count-1]   what is read after z: called into the cache meanwhile
+///   next   [0..count-1]   what is read after z: prefetched meanwhile
 template <int lanes> void productKernel(const double* z, const double* next, const double* g, int count, double* sums);
 
 /// tanh and exp as the kernels compute them, for 0 <= i < count, in place.

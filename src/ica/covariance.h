@@ -4,7 +4,7 @@
 
 namespace zn {
 
-/// Temporal covariance of the centred data: Xt X / V, formed by the host's product, mirrored from its upper triangle.
+/// Temporal covariance of the centred data: Xt X / V, computed by the host's product, mirrored from its upper triangle.
 /// The divisor is the number of voxels V, not V - 1.
 ///
 ///   x        V x T, row-major
@@ -13,7 +13,7 @@ namespace zn {
 /// Logs begin and end with the elapsed seconds. Throws std::bad_alloc.
 OffsetMatrix<double> computeCovariance(const double* x, int voxels, int volumes);
 
-/// Eigenvalues in falling order with their eigenvectors.
+/// Eigenvalues in descending order with their eigenvectors.
 struct Eigenpairs {
     OffsetVector<double> values;  ///< [1..T]
     OffsetMatrix<double> vectors; ///< [1..T][1..T], column k belongs to values[k]

@@ -42,7 +42,7 @@ struct Search {
           bbt(data.dimension, data.dimension), w(1, data.dimension), previous(1, data.dimension),
           work(1, data.dimension), y(1, data.voxels) {}
 
-    // Takes out of w what the components found already explain, and makes it a unit vector.
+    // Removes from w its projection onto the components found so far, and makes it a unit vector.
     void deflateAndNormalise() {
         const int n = data.dimension;
         std::fill_n(work.get(), n, 0.0);
@@ -69,13 +69,14 @@ struct Search {
     }
 };
 
-// One attempt at one component; the number of iterations, or kNotConverged at the limit. A limit below 0 is none.
+// One attempt at one component; returns the number of iterations, or kNotConverged at the limit. A limit below 0 means
+// no limit.
 int attempt(Search& search) {
     search.start();
     for (int iteration = 0; iteration != search.settings.iterationLimit; ++iteration) {
         search.deflateAndNormalise();
         if (search.isSame(+1.0) || search.isSame(-1.0)) return iteration + 1;
-        // A not-a-number stays one and passes no test: the iterations left could only repeat it.
+        // A NaN never goes away and passes no test: the remaining iterations could only repeat it.
         if (std::isnan(search.w.get()[0])) return kNotConverged;
         std::copy_n(search.w.get(), search.data.dimension, search.previous.get());
         fixedPointStep(search.settings.nonlinearity, search.data, search.w.get(), search.y.get(), search.work.get());

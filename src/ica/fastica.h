@@ -23,7 +23,7 @@ struct Separation {
 
 /// Finds the components one after another (deflation), each orthogonal to those before.
 ///
-/// An attempt that reaches the iteration limit starts again from a new random vector; the sixth failed attempt of the
+/// An attempt that reaches the iteration limit is repeated from a new random vector; the sixth failed attempt of the
 /// whole run ends the search and keeps what was found. Seeds the standard pseudo-random generator from the clock.
 /// Logs a line for each attempt. Throws std::bad_alloc.
 ///

@@ -4,7 +4,7 @@
 
 namespace zn {
 
-/// Whitened data as the fixed-point iteration sees them.
+/// Whitened data as the fixed-point iteration sees it.
 struct WhitenedData {
     const double* z; ///< n x V, row-major
     int dimension;   ///< n

@@ -9,7 +9,7 @@ namespace zn {
 
 namespace {
 
-// A and F from M and Q, which are given back.
+// A and F from M and Q; M is released.
 void takeTimeCourses(Separation& separation, int volumes, Components& components) {
     for (int t = 0; t < volumes; ++t) {
         for (int i = 0; i < components.count; ++i) {
@@ -56,7 +56,7 @@ Components reconstruct(ZeroedBlock& x, int voxels, int volumes, Separation& sepa
 void scaleColumnsToUnitRange(float* const* matrix, int rows, int columns) {
     if (rows < 1) return;
     for (int j = 0; j < columns; ++j) {
-        // Strict comparisons from the first value on: what a not-a-number does to them is part of the result.
+        // Strict comparisons starting with the first value: how a NaN affects them is part of the result.
         float minimum = matrix[0][j];
         for (int t = 1; t < rows; ++t) {
             if (matrix[t][j] < minimum) minimum = matrix[t][j];

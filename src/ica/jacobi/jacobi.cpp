@@ -34,7 +34,7 @@ double sumAboveDiagonal(double** a, int n) {
 void jacobi(double** a, int n, double* d, double** v, int* nrot) {
     setToIdentity(v, n);
     OffsetVector<double> b(1, n); // diagonal at the start of the sweep
-    OffsetVector<double> z(1, n); // what the sweep adds to it
+    OffsetVector<double> z(1, n); // changes that the sweep adds to it
     for (int p = 1; p <= n; ++p) {
         b[p] = d[p] = a[p][p];
         z[p] = 0.0;

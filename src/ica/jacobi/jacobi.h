@@ -10,9 +10,9 @@ namespace zn {
 ///   v      [1..n][1..n]  out: column k is the unit eigenvector of d[k]
 ///   nrot                 out: number of rotations done
 ///
-/// Fails when 50 sweeps do not suffice, so always for a matrix with not-a-numbers:
+/// Fails when 50 sweeps do not suffice, hence always for a matrix that contains a NaN:
 /// nrerror("Too many iterations in routine jacobi").
-/// O(n^3) a sweep. Method: Golub and Van Loan, Matrix Computations, 4th ed., section 8.5.
+/// O(n^3) per sweep. Method: Golub and Van Loan, Matrix Computations, 4th ed., section 8.5.
 void jacobi(double** a, int n, double* d, double** v, int* nrot);
 
 } // namespace zn

@@ -36,13 +36,13 @@ PlaneRotation zeroElement(const JacobiState& state, int p, int q, double g) {
 
 constexpr int kTileColumns = 32; // of a tile that stays in the first-level cache
 
-// The first rotation of a pass behind column q.
+// The first rotation of a pass beyond column q.
 const PlaneRotation* firstBehind(SweepRotations::Range pass, int q) {
     return std::partition_point(pass.begin(), pass.end(), [q](const PlaneRotation& r) { return r.q <= q; });
 }
 
-// Rows first, first + 1, ... take the rotations that lie right of their diagonal, at most `count` of these rows. Row
-// after row for each rotation: the rows do not wait for one another, a row's rotations do.
+// Applies the rotations that lie right of the diagonal to `count` rows from `first` on. The inner loop runs over the
+// rows: these are independent of each other, the rotations of one row are not.
 void settleOneByOne(SweepRotations::Range rotations, double* shared, double** rows, int first, int count) {
     for (const PlaneRotation& rotation : rotations) {
         const int above = std::min(rotation.q - first, count);
@@ -50,7 +50,7 @@ void settleOneByOne(SweepRotations::Range rotations, double* shared, double** ro
     }
 }
 
-// Does to the rows first .. last, at most kTileRows, what the pass of p left undone: to row j the rotations with
+// Applies to the rows first .. last, at most kTileRows, what the pass of p has deferred: to row j the rotations with
 // q > j, which mix it with the element a[p][j].
 void settleRows(const JacobiState& state, int p, int first, int last, const SweepRotations& rotations) {
     const auto pass = rotations.pass(p);

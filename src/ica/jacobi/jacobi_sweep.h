@@ -15,14 +15,14 @@ struct JacobiState {
 /// One sweep over all planes (p, q), p < q: rotates wherever |a[p][q]| exceeds the threshold, and updates the matrix
 /// above the diagonal and the diagonal itself.
 ///
-///   dropNegligible   set elements to zero that vanish beside both diagonal elements, instead of rotating them away
+///   dropNegligible   set elements that are negligible beside both diagonal elements to zero instead of rotating
 ///   rotations        out: the rotations done, for the eigenvectors
 ///
-/// Every element goes through the same operations in the same order as if each rotation were applied to the whole
-/// matrix at once, so the results have the same bits. Only the order among elements differs: within the pass of one p
-/// a rotation is needed at once just in the rows p and q right of q. What it does to a row j between p and q is done
-/// when row j's turn comes in the next pass, for several rows side by side; what it does to rows above p is not looked
-/// at before the next sweep and is done for all passes together.
+/// Every element undergoes the same operations in the same order as if each rotation were applied to the whole matrix
+/// immediately, so the results have the same bits. Only the order among elements differs: within the pass of one p a
+/// rotation is needed immediately only in the rows p and q, right of column q. A row j between p and q is updated when
+/// its turn comes in the next pass, together with several others; rows above p are not read before the next sweep and
+/// are updated for all passes together.
 void jacobiSweep(const JacobiState& state, double threshold, bool dropNegligible, SweepRotations& rotations);
 
 } // namespace zn

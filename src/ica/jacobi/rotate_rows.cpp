@@ -9,7 +9,7 @@ namespace zn {
 
 namespace {
 
-// Up to kTileRows rows of a matrix, all of which take the passes from firstPass on.
+// Up to kTileRows rows of a matrix, to all of which the passes from firstPass on apply.
 struct RowGroup {
     double** rows;
     int count;
@@ -37,9 +37,9 @@ void rotateTwoGroups(const RowGroup& a, const RowGroup& b, int n, const SweepRot
     emptyTile(tileB, b.count, b.firstPass, n, b.rows);
 }
 
-// Rotates the groups that makeGroup gives for the rows 1, 1 + kTileRows, ... before `end`.
+// Rotates the groups that makeGroup returns for the rows 1, 1 + kTileRows, ... before `end`.
 template <class MakeGroup> void rotateGroups(int end, MakeGroup makeGroup, int n, const SweepRotations& rotations) {
-    // Zeroed for the rows that a last, smaller group does not have.
+    // Zeroed, because a smaller last group leaves some rows of the tile unset.
     std::vector<TileColumn> tileA(static_cast<std::size_t>(n) + 1);
     std::vector<TileColumn> tileB(tileA);
     int first = 1;
@@ -62,7 +62,7 @@ void rotateRows(double** m, int rows, int n, const SweepRotations& rotations) {
 void rotateRowsAboveDiagonal(double** a, int n, const SweepRotations& rotations) {
     const auto makeGroup = [&](int first) {
         const int count = std::min(kTileRows, n - first + 1);
-        // The first passes go past some rows of the group but not past others; from the last row on all take part.
+        // The first passes apply to some rows of the group only; from the last row on they apply to all of them.
         const int common = std::min(first + count, n);
         for (int p = first + 1; p < common; ++p) {
             for (const PlaneRotation& rotation : rotations.pass(p)) {

@@ -6,11 +6,11 @@ namespace zn {
 
 namespace {
 
-// Blocks of 2 x 2 or 4 x 4 numbers are turned as a whole, for any width of the vectors.
+// Blocks of 2 x 2 or 4 x 4 numbers are transposed as a whole, for any vector width.
 constexpr int kBlock = kLanes < 4 ? kLanes : 4;
 using BlockRow = double __attribute__((vector_size(kBlock * sizeof(double))));
 
-// A square block of numbers becomes its transpose.
+// Transposes a square block of numbers in place.
 [[gnu::always_inline]] inline void transpose(BlockRow (&block)[kBlock]) {
 #if ZN_LANES == 2
     const BlockRow left = __builtin_shufflevector(block[0], block[1], 0, 2);

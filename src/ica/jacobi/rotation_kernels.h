@@ -2,7 +2,7 @@
 
 namespace zn {
 
-/// Rotation of two elements, rows or columns p and q by the angle whose sine is s and the tangent of whose half is tau:
+/// Rotation of two elements, of rows or columns p and q, by the angle with sine s and half-angle tangent tau:
 /// (x, y) -> (x - s (y + x tau), y + s (x - y tau)).
 struct PlaneRotation {
     double s;
@@ -13,7 +13,7 @@ struct PlaneRotation {
 /// Rows of a matrix that are rotated side by side: enough to hide the latency of one rotation behind the others.
 constexpr int kTileRows = 16;
 
-/// The elements of one column in these rows. Begins a cache line, which vectors then never straddle.
+/// The elements of one column in these rows. Aligned to a cache line, so that no vector straddles two.
 struct alignas(64) TileColumn {
     double row[kTileRows];
 };
@@ -23,7 +23,7 @@ struct alignas(64) TileColumn {
 template <int lanes>
 void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, TileColumn* tile);
 
-/// The same for two tiles side by side, which hides the latency of wider vectors, given the registers for it.
+/// The same for two tiles side by side, which hides the latency of wider vectors where there are enough registers.
 template <int lanes>
 void rotateTwoTilesKernel(const PlaneRotation* first, const PlaneRotation* last, double* const* shared,
                           TileColumn* const* tiles);

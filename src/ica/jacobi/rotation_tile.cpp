@@ -31,7 +31,7 @@ void rotateTwoTiles(SweepRotations::Range rotations, double* const* shared, Tile
 }
 
 bool twoTilesAreFaster() {
-    return kernelLanes() == 8; // narrower vectors come with half the registers
+    return kernelLanes() == 8; // processors with narrower vectors have half the registers
 }
 
 } // namespace zn

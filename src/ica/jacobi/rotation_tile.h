@@ -15,7 +15,7 @@ void emptyTile(const TileColumn* tile, int count, int first, int last, double* c
 /// Applies rotations of one pass to all rows of a tile: each mixes shared[i], the element p of row i, with element q.
 void rotateTile(SweepRotations::Range rotations, double* shared, TileColumn* tile);
 
-/// The same for two tiles. Whether that is faster than one after the other depends on the processor.
+/// The same for two tiles. Whether this beats one tile after the other depends on the processor.
 void rotateTwoTiles(SweepRotations::Range rotations, double* const* shared, TileColumn* const* tiles);
 bool twoTilesAreFaster();
 

@@ -2,7 +2,7 @@
 
 namespace zn {
 
-/// Sorts eigenvalues into falling order and the columns of the eigenvectors with them. Of equal eigenvalues the one
+/// Sorts eigenvalues into descending order and the columns of the eigenvectors with them. Of equal eigenvalues the one
 /// with the later index comes first.
 ///
 ///   d   [1..n]        eigenvalues

@@ -15,12 +15,12 @@ inline void rotate(const PlaneRotation& rotation, double& x, double& y) {
     y = h + rotation.s * (g - h * rotation.tau);
 }
 
-/// The rotations of one sweep over the planes (p, q), p < q, in the order of their making.
+/// The rotations of one sweep over the planes (p, q), p < q, in the order in which they were made.
 class SweepRotations {
 public:
     struct Range {
         const PlaneRotation* first;
-        const PlaneRotation* last; // behind the last one
+        const PlaneRotation* last; // past the last one
         const PlaneRotation* begin() const { return first; }
         const PlaneRotation* end() const { return last; }
     };
@@ -34,7 +34,7 @@ public:
     void add(const PlaneRotation& rotation) { rotations_.push_back(rotation); }
     void endPass(int p) { starts_[static_cast<std::size_t>(p) + 1] = rotations_.size(); }
 
-    /// Rotations of the planes (p, .), q rising. Valid until the next one is added.
+    /// Rotations of the planes (p, .), q ascending. Valid until the next one is added.
     Range pass(int p) const {
         const auto index = static_cast<std::size_t>(p);
         return {rotations_.data() + starts_[index], rotations_.data() + starts_[index + 1]};
