@@ -4,7 +4,7 @@
 
 namespace zn {
 
-/// The module of the running process that exports the host's functions. One implementation a platform.
+/// The module of the running process that exports the host's functions. One implementation per platform.
 class HostModule {
 public:
     /// The loaded module named "Tesmira", else the one named "TesmiraZN" (on Windows both with ".exe", elsewhere

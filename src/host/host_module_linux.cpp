@@ -12,7 +12,7 @@ namespace zn {
 
 namespace {
 
-// The main program is listed without a name; its executable file gives one.
+// The main program is listed without a name; the path of its executable stands in.
 std::string pathOfMainProgram() {
     std::array<char, 4096> path{};
     const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
@@ -31,7 +31,7 @@ struct Search {
     void* base = nullptr;
 };
 
-// Address of the program headers inside the module: dladdr tells the base of the module that holds it.
+// The program headers lie inside the module, so dladdr finds its base from their address.
 void* baseOf(const dl_phdr_info& info) {
     Dl_info module{};
     return dladdr(info.dlpi_phdr, &module) != 0 ? module.dli_fbase : nullptr;
@@ -64,7 +64,7 @@ void* HostModule::function(const char* name) const {
     if (!handle) handle = dlopen(nullptr, RTLD_LAZY); // the main program is not found by its file name
     if (!handle) return nullptr;
 
-    // The look-up goes on into the module's own dependencies; only what the module itself exports counts.
+    // The lookup also searches the module's dependencies; only what the module itself exports counts.
     void* address = dlsym(handle, name);
     dlclose(handle);
     Dl_info owner{};

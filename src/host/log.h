@@ -2,7 +2,8 @@
 
 namespace zn {
 
-/// Writes one line into the host's log, formatted as by printf. Longer than the longest line of a run is cut.
+/// Writes one line to the host's log, formatted as by printf; truncated at 511 characters, far above the longest line
+/// of a run.
 [[gnu::format(printf, 1, 2)]] void logLine(const char* format, ...);
 
 } // namespace zn

@@ -7,9 +7,9 @@ namespace zn {
 
 /// Header of the volume maps (NR-VMPs) of the current anatomical volume. All text buffers belong to the host.
 ///
-/// The layout is the host's; only the named fields are the plug-in's concern. The tail is there because the host
-/// fills the whole of its own record through the pointer it is given, and that record is longer than the last field
-/// named here by an amount that differs between host versions.
+/// The layout is the host's; the plug-in uses only the named fields. The tail is there because the host fills its whole
+/// record through the pointer it is given, and that record extends beyond the last field named here by an amount that
+/// differs between host versions.
 struct NRVMPsHeader {
     char hostFields1[316];
     std::int32_t parameterDisplayRange[4];
@@ -20,7 +20,7 @@ struct NRVMPsHeader {
     std::int32_t boundingBox[6]; ///< X start, X end, Y start, Y end, Z start, Z end in anatomical voxels
     std::int32_t resolution;     ///< edge of a map voxel in anatomical voxels
     char hostFields3[4];
-    char** parameterNames; ///< one buffer a map parameter
+    char** parameterNames; ///< one buffer per map parameter
     char hostTail[4096 - 400];
 };
 
@@ -34,12 +34,12 @@ static_assert(offsetof(NRVMPsHeader, resolution) == 384);
 static_assert(offsetof(NRVMPsHeader, parameterNames) == 392);
 static_assert(sizeof(NRVMPsHeader) == 4096);
 
-/// One volume map. Its voxel values are no field: `znGetNRVMPOfCurrentVMR` returns them. The tail as above.
+/// One volume map. Its voxel values are not a field: `znGetNRVMPOfCurrentVMR` returns them. The tail is as above.
 struct NRVMPMap {
     char* name;
     std::int32_t type;
     char hostFields1[76];
-    float* timeCourse; ///< one value a volume; may be null
+    float* timeCourse; ///< one value per volume; may be null
     float* parameters; ///< sixteen values; may be null
     char hostTail[4096 - 104];
 };

@@ -6,13 +6,13 @@ namespace zn {
 
 /// An early end of a run. Whoever returns one has already told the user why.
 struct Stop {
-    bool result; ///< what `execute` returns: false for unusable input, true otherwise; no plain success flag
+    bool result; ///< what `execute` returns: false for unusable input, true otherwise; not a plain success flag
 };
 
-/// Nothing: the run goes on.
+/// Empty: the run goes on.
 using MaybeStop = std::optional<Stop>;
 
-/// The host's busy cursor. Once it has been shown in a run, every exit stops it before it says anything.
+/// The host's busy cursor. Once it has been shown in a run, every exit stops it before reporting anything.
 class BusyCursor {
 public:
     void show();
@@ -27,7 +27,7 @@ private:
 /// Shows the text in a message box and ends the run with `result`; `logText` goes to the log after it.
 Stop stopWithMessage(BusyCursor& cursor, const char* boxText, const char* logText, bool result);
 
-/// The end of a run that ran out of memory: cursor, message box, log line; the result is true.
+/// Ends a run that is out of memory: busy cursor off, message box, log line; the result is true.
 Stop stopWithMemoryFull(BusyCursor& cursor);
 
 } // namespace zn

@@ -6,7 +6,7 @@
 namespace zn {
 
 /// Header of the host's set of volumes of interest (VOIs), filled by `znGetVOIs`. The layout is the host's; the tail
-/// leaves room for the fields that it writes beyond the named ones.
+/// leaves room for the fields that the host writes beyond the named ones.
 struct VoiSetHeader {
     std::int32_t count;
     char hostFields[268];

@@ -8,7 +8,7 @@ namespace zn {
 /// Header of the functional time courses (VTC), filled by `znGetHeaderOfVTCOfCurrentVMR`.
 ///
 /// The layout is the host's. The plug-in knows the fields named here; the host writes more than these, and how much
-/// differs between its versions. The generous tail keeps every such write inside the record.
+/// more differs between its versions. The generous tail keeps all of it inside the record.
 struct VtcHeader {
     std::int32_t validity; ///< -1: no VTC is linked
     std::int32_t volumes;
@@ -18,7 +18,7 @@ struct VtcHeader {
     std::int32_t yStart, yEnd;
     std::int32_t zStart, zEnd;
     std::int32_t resolution; ///< edge of a VTC voxel in anatomical voxels
-    std::int32_t dataType;   ///< kFloatData, anything else: signed 16-bit integers
+    std::int32_t dataType;   ///< kFloatData; any other value: signed 16-bit integers
     char hostFields[272];
     char name[4096 - 324]; ///< NUL-terminated text; the host's further fields follow the text
 };

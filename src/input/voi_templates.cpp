@@ -16,13 +16,13 @@ namespace {
 
 constexpr long long kCentre = 128; // anatomical voxel in the middle of the host's centred space
 
-// Anatomical voxel coordinates of a VOI voxel; 64 bits hold the difference for every 32-bit coordinate.
+// Anatomical voxel coordinates of a VOI voxel; in 64 bits, so that no 32-bit coordinate overflows the difference.
 std::array<long long, 3> anatomicalPosition(const int* c, int coordinateSpace) {
     if (coordinateSpace == kCentredSpace) return {kCentre - c[1], kCentre - c[2], kCentre - c[0]};
     return {c[0], c[1], c[2]};
 }
 
-// Nearest VTC voxel along one axis; the position is formed in single precision, halves go up, also below zero.
+// Nearest VTC voxel along one axis; the position is computed in single precision, halves round up, also below zero.
 double gridPosition(long long position, int start, int resolution) {
     const float offset = (static_cast<float>(position) - static_cast<float>(start)) / static_cast<float>(resolution);
     return std::floor(static_cast<double>(offset) + 0.5);

@@ -8,10 +8,10 @@ namespace zn {
 /// Binary templates of the host's volumes of interest (VOIs) in data-matrix voxel order, for matching component maps.
 ///
 /// The VOIs are first drawn on the whole VTC grid, one indicator row each; while the data matrix is extracted, each
-/// selected voxel takes its column over from there.
+/// selected voxel copies its column from there.
 class VoiTemplates {
 public:
-    /// Fetches the VOI set and says in the log what there is. Without VOIs every further call does nothing.
+    /// Fetches the VOI set and logs how many VOIs there are. Without VOIs every further call does nothing.
     ///
     ///   loaded   the host has loaded a VOI file
     static VoiTemplates fetch(bool loaded, const Vtc& vtc);
@@ -19,7 +19,7 @@ public:
     /// Data-matrix row `row` is grid voxel `gridIndex`.
     void take(long long gridIndex, int row);
 
-    /// Gives the indicator rows back once the data matrix is complete.
+    /// Releases the indicator rows once the data matrix is complete.
     void finish() { indicators_.release(); }
 
     /// Number of VOIs, M; 0 when none are available.
@@ -28,7 +28,7 @@ public:
     /// [0..M-1][0..V-1], 1 inside the VOI, 0 outside; null when M is 0.
     float* const* rows() const { return templates_.get(); }
 
-    /// Gives the templates back.
+    /// Releases the templates.
     void release() { templates_.release(); }
 
 private:
@@ -38,7 +38,7 @@ private:
 };
 
 /// Grid index of one VOI voxel, or -1 when it lies outside the grid. Positions are rounded to the nearest VTC voxel,
-/// halves up.
+/// halves round up.
 ///
 ///   c                 three coordinates as the host stores them
 ///   coordinateSpace   kCentredSpace: they run from 128 downwards in the order y, z, x; else: anatomical voxels x, y, z

@@ -51,7 +51,7 @@ ZeroedBlock removeSpatialMean(OffsetMatrix<float>& timeCourses, int voxels, int 
     for (int v = 0; v < voxels; ++v) std::copy_n(timeCourses[v], volumes, centred.row(v));
     timeCourses.release();
 
-    // Voxel by voxel through contiguous memory; each volume's sum still runs over the voxels in order.
+    // Voxel by voxel through contiguous memory; each volume's sum still adds the voxels in order.
     mean.fill(0.0);
     for (int v = 0; v < voxels; ++v) {
         const double* x = centred.row(v);

@@ -29,7 +29,7 @@ Stop stopWithoutVtc(BusyCursor& cursor) {
     return Stop{false};
 }
 
-// Data for which the header promises nothing usable, or which the host does not hand out, count as no VTC.
+// A header that describes no usable data, or data that the host does not hand out, counts as no VTC.
 MaybeStop fetchData(BusyCursor& cursor, Vtc& vtc) {
     host().znGetHeaderOfVTCOfCurrentVMR(&vtc.header);
     std::end(vtc.header.name)[-1] = '\0';
@@ -45,7 +45,7 @@ MaybeStop fetchData(BusyCursor& cursor, Vtc& vtc) {
     return std::nullopt;
 }
 
-// Number of whole VTC voxels along one axis of the bounding box; a remainder is lost. An empty axis has none.
+// Number of whole VTC voxels along one axis of the bounding box; a remainder is dropped. An empty axis has none.
 int gridSize(int start, int end, int resolution) {
     if (resolution < 1) return 0;
     const long long extent = static_cast<long long>(end) - start;

@@ -11,7 +11,7 @@ struct Grid {
     int x = 0;
     int y = 0;
     int z = 0;
-    long long voxels() const; ///< number of voxels; the largest number there is when the product exceeds it
+    long long voxels() const; ///< number of voxels; the largest long long when the product overflows
 };
 
 /// The functional time courses linked to the current anatomical volume. Data and mask are the host's memory.
@@ -20,7 +20,7 @@ struct Vtc {
     Grid grid;
     const float* floatData = nullptr;    ///< value of voxel i at volume t at i * volumes + t; either these ...
     const short* integerData = nullptr;  ///< ... or these, as the header's data type says
-    const unsigned char* mask = nullptr; ///< one byte a grid voxel, not zero: selected; null: all are selected
+    const unsigned char* mask = nullptr; ///< one byte per grid voxel, nonzero: selected; null: all are selected
     int voxels = 0;                      ///< number of selected voxels, V
 
     int volumes() const { return header.volumes; } ///< T
