@@ -13,7 +13,7 @@ namespace zn {
 
 namespace detail {
 
-template <class T> struct OffsetArrays; // which members of the family make and release arrays of T
+template <class T> struct OffsetArrays; // which functions allocate and free arrays of T
 
 template <> struct OffsetArrays<float> {
     static constexpr auto makeVector = vector;
@@ -52,7 +52,7 @@ public:
         if (handle_) detail::OffsetArrays<T>::freeVector(handle_, low_, high_);
     }
 
-    /// The plain handle, for routines that take one; stays owned here.
+    /// The plain handle, for routines that take one; ownership stays here.
     T* get() const { return handle_; }
     T& operator[](int index) const { return handle_[index]; }
     int low() const { return low_; }
@@ -61,7 +61,7 @@ public:
     void fill(T value) {
         for (int i = low_; i <= high_; ++i) handle_[i] = value;
     }
-    /// Gives the array back before the owner's end.
+    /// Releases the array before the owner's lifetime ends.
     void release() { OffsetVector().swap(*this); }
     explicit operator bool() const { return handle_ != nullptr; }
 
@@ -96,7 +96,7 @@ public:
         }
     }
 
-    /// The plain handle, for routines that take one; stays owned here.
+    /// The plain handle, for routines that take one; ownership stays here.
     T** get() const { return handle_; }
     T* operator[](int row) const { return handle_[row]; }
 
@@ -105,7 +105,7 @@ public:
             for (int j = columnLow_; j <= columnHigh_; ++j) handle_[i][j] = value;
         }
     }
-    /// Gives the array back before the owner's end.
+    /// Releases the array before the owner's lifetime ends.
     void release() { OffsetMatrix().swap(*this); }
     explicit operator bool() const { return handle_ != nullptr; }
 
@@ -126,7 +126,7 @@ private:
 };
 
 /// Owns a zero-filled, contiguous, row-major block of doubles, rows x columns, counted in 64 bits. The large matrices
-/// of a run that go through the host's products are blocks of this kind. Throws std::bad_alloc.
+/// that a run passes to the host's products are blocks of this kind. Throws std::bad_alloc.
 class ZeroedBlock {
 public:
     ZeroedBlock() = default;
@@ -140,7 +140,7 @@ public:
 
     double* get() const { return block_.get(); }
     double* row(long long index) const { return block_.get() + index * columns_; }
-    /// Gives the block back before the owner's end.
+    /// Releases the block before the owner's lifetime ends.
     void release() { block_.reset(); }
 
 private:

@@ -4,7 +4,7 @@
 
 namespace zn {
 
-/// Wall-clock time since its making, in whole calendar seconds as the host's log shows it.
+/// Wall-clock time since construction, in whole calendar seconds as the host's log shows it.
 class ElapsedTime {
 public:
     int seconds() const { return static_cast<int>(std::difftime(std::time(nullptr), start_)); }

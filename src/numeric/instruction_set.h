@@ -6,7 +6,7 @@ namespace zn {
 /// of a kernel compute the same bits.
 inline int kernelLanes() {
     static const int lanes = [] {
-        // The first processors with AVX-512 slow down where they use it; those that have VBMI2 do not.
+        // The first processors with AVX-512 lower their clock when they use it; those with VBMI2 do not.
         if (__builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vbmi2") != 0) return 8;
         return __builtin_cpu_supports("avx2") != 0 ? 4 : 2;
     }();

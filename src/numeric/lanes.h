@@ -22,7 +22,7 @@ template <class Vector> [[gnu::always_inline]] inline void store(const Vector& l
     __builtin_memcpy(to, &lanes, sizeof lanes);
 }
 
-/// Group `part` of kLanes numbers behind an address.
+/// Group `part` of kLanes numbers from an address on.
 template <class Number> [[gnu::always_inline]] inline Number* group(Number* from, int part) {
     return from + static_cast<long long>(part) * kLanes;
 }

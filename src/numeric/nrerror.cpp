@@ -7,7 +7,7 @@ namespace zn {
 
 namespace {
 
-int unwinders = 0; // everything runs on the host's one thread
+int unwinders = 0; // everything runs on one thread, the host's
 
 } // namespace
 

@@ -14,15 +14,15 @@ private:
     const char* text_; // the texts are constants
 };
 
-/// The way out for a numeric routine that cannot go on.
+/// Reports that a numeric routine cannot continue; does not return.
 ///
-///   text   says what failed in which routine; a constant text
+///   text   what failed in which routine; a string constant
 ///
 /// While an UnwindFatalErrors is alive: throws FatalNumericError(text). Otherwise writes three lines to standard
 /// error and ends the process with status 1.
 [[noreturn]] void nrerror(const char* text);
 
-/// While one of these is alive, nrerror throws instead of ending the process: a run inside somebody's desktop
+/// While one of these is alive, nrerror throws instead of ending the process: a run inside the user's desktop
 /// application must not take it down.
 class UnwindFatalErrors {
 public:

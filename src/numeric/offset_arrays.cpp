@@ -16,11 +16,11 @@ long long count(int low, int high) {
     return static_cast<long long>(high) - low + 1;
 }
 
-// A block of `elements` elements; calls nrerror(failure) when there is no such block to be had.
+// A block of `elements` elements; calls nrerror(failure) when it cannot be allocated.
 template <class T> T* allocate(long long elements, const char* failure) {
     if (elements < 0 || elements > kMostElements) nrerror(failure);
     const std::size_t bytes = static_cast<std::size_t>(elements) * sizeof(T);
-    void* block = std::malloc(bytes > 0 ? bytes : sizeof(T)); // malloc(0) may answer null without being short of memory
+    void* block = std::malloc(bytes > 0 ? bytes : sizeof(T)); // malloc(0) may return null although memory is available
     if (!block) nrerror(failure);
     return static_cast<T*>(block);
 }

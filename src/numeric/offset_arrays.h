@@ -12,7 +12,7 @@ namespace zn {
 // goes to nrerror with the text given here; no null handle is ever returned. A range without elements (nh = nl - 1)
 // yields a handle that must not be indexed.
 //
-// The caller owns the handle and gives it back to the release operation of the same element type with the same lower
+// The caller owns the handle and releases it with the free function of the same element type and the same lower
 // bounds; the upper bounds are not used there.
 
 float* vector(int nl, int nh);   ///< nrerror("allocation failure in vector()")

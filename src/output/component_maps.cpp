@@ -28,13 +28,13 @@ constexpr std::array<const char*, kMapParameters> kParameterNames = {
     "1-Lag Autocorr",
     "Temporal Entropy",
     "Power Spectrum Band 1",
-    "Power Spectrum Band 1", // On purpose: the value is band 2's, the name is band 1's once more.
+    "Power Spectrum Band 1", // On purpose: the value is that of band 2, the name repeats band 1.
     "Power Spectrum Band 3",
     "Power Spectrum Band 4",
     "Power Spectrum Band 5",
 };
 
-// The host's name buffers are taken to hold as many characters as its text buffers.
+// The host's name buffers are assumed to hold as many characters as its text buffers.
 void copyText(const char* text, char* hostBuffer) {
     if (!hostBuffer) return;
     const std::size_t length = std::min(std::strlen(text), kHostTextSize - 1);
@@ -77,7 +77,7 @@ SubjectLabel askForLabel() {
     return label;
 }
 
-// A label too long for the name is cut, so that the component's number stays readable.
+// A label too long for the name is truncated, so that the component's number stays readable.
 void nameMap(const SubjectLabel& label, int number, char* hostBuffer) {
     char ending[32];
     HostText name{};

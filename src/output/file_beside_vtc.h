@@ -4,8 +4,8 @@
 
 namespace zn {
 
-/// Name of a file beside the VTC file: the VTC's name without its last four characters (taken to be the extension,
-/// not looked at), then `ending`. Of a name of four characters or fewer nothing is kept.
+/// Name of a file beside the VTC file: the VTC's name without its last four characters (assumed to be the extension,
+/// not checked), then `ending`. A name of four characters or fewer is dropped entirely.
 ///
 /// Fails for a kept stem of 256 or more characters: nrerror("file name too long").
 std::string fileBesideVtc(const char* vtcFile, const char* ending);

@@ -2,7 +2,7 @@
 
 namespace zn {
 
-/// Writes the component time courses as an RTC design-matrix text file, one predictor a component:
+/// Writes the component time courses as an RTC design-matrix text file, one predictor per component:
 ///
 ///     FileVersion:     2
 ///     Type:            DesignMatrix

@@ -4,7 +4,7 @@ namespace zn {
 
 namespace {
 
-constexpr std::size_t kPendingLimit = 1U << 16; // characters kept back before they go to the file in one piece
+constexpr std::size_t kPendingLimit = 1U << 16; // characters buffered before they are written to the file at once
 
 } // namespace
 

@@ -10,9 +10,9 @@ namespace zn {
 
 /// A text file of right-aligned number fields, each followed by one blank.
 ///
-/// Numbers look as a C++ stream writes them by default: floats in general notation with six significant digits,
+/// Numbers are formatted as a C++ stream does by default: floats in general notation with six significant digits,
 /// integers in full; a value wider than its field is written in full. Lines end as the platform's text files do.
-/// An existing file is replaced. A file that cannot be opened or written stays silently unwritten.
+/// An existing file is replaced. A file that cannot be opened or written is silently skipped.
 class TextFile {
 public:
     explicit TextFile(const char* fileName);
@@ -40,7 +40,7 @@ private:
     void alignRight(std::string_view digits, int width);
 
     std::ofstream file_;
-    std::string pending_; // what is still to be written
+    std::string pending_; // not yet written
 };
 
 } // namespace zn

@@ -6,8 +6,8 @@ namespace zn {
 
 // Matrices and vectors as plain text, for inspection outside the host.
 //
-// A matrix goes row by row, every element right-aligned in its field and followed by one blank, the last of a row
-// included. A vector goes one element a line, without a blank. No header, no dimensions, no comments:
+// A matrix is written row by row, every element right-aligned in its field and followed by one blank, including the
+// last of a row. A vector is written one element per line, without a blank. No header, no dimensions, no comments:
 //
 //          0.25        1.5     (width 10)
 //           1.5      -0.25
@@ -46,7 +46,7 @@ void writeFloatMatrix(const char* fileName, float* const* m, int rows, int colum
 ///       4821              number of voxels, table[1][1], width 6, then one blank
 ///        17     4    22   grid x y z counted from 1, width 5 each, one blank after every number
 ///
-///   table   [1..rows][1..columns]; of row 1 only the first element is read; one row a voxel from row 2 on
+///   table   [1..rows][1..columns]; of row 1 only the first element is read; one row per voxel from row 2 on
 void writeVoxelTable(const char* fileName, int* const* table, int rows, int columns);
 
 } // namespace zn
