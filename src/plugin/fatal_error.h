@@ -4,8 +4,8 @@
 
 namespace zn {
 
-/// The end of a run after nrerror(text): a failed allocation ends it as any other shortage of memory does, every other
-/// text is shown to the user and logged, and the result is false.
+/// Ends a run after nrerror(text): a failed allocation is handled as any other lack of memory; every other text is
+/// shown to the user and logged, and the result is false.
 Stop stopAfterFatalError(BusyCursor& cursor, const char* text);
 
 } // namespace zn

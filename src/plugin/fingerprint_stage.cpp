@@ -10,7 +10,7 @@ namespace zn {
 
 namespace {
 
-constexpr int kSmallestCluster = 2; // voxels; a smaller answer means that the question was cancelled
+constexpr int kSmallestCluster = 2; // voxels; a smaller answer means that the user cancelled
 
 void askAndCluster(Run& run) {
     const int minClusterSize =
@@ -44,8 +44,8 @@ OffsetMatrix<float> loadDesignMatrix(const Run& run) {
     return design;
 }
 
-// The eleven columns of the parameter file. The degree of clustering stands here divided by its largest value, in the
-// maps as it is.
+// The eleven columns of the parameter file. It holds the degree of clustering divided by its largest value; the maps
+// hold it unscaled.
 void writeParameterFile(const Fingerprint& f, int components) {
     constexpr int kColumns = 11;
     const std::array<const OffsetVector<float>*, 6> vectors = {

@@ -5,7 +5,7 @@
 // The classes as the host knows them. The order of the virtual operations is the order of the virtual table's slots
 // and must not change.
 
-/// What the host calls; it owns the object and ends it through the virtual destructor.
+/// What the host calls; it owns the object and destroys it through the virtual destructor.
 class PLUGIN_EXPORT TMPluginInterface {
 public:
     TMPluginInterface();
@@ -13,13 +13,13 @@ public:
     TMPluginInterface& operator=(const TMPluginInterface& other);
     virtual ~TMPluginInterface();
 
-    /// One whole run. Needs an initPlugin that has returned true; may be called again and again.
+    /// One whole run. Requires that initPlugin has returned true; may be called repeatedly.
     virtual bool execute() = 0;
     /// Binds the host's functions and checks its version.
     virtual bool initPlugin() = 0;
 };
 
-/// The plug-in. It has no state of its own: a run lives in its driver, the host's functions in their table.
+/// The plug-in. It has no state: a run lives in its driver, the host's functions in their table.
 class PLUGIN_EXPORT ICAPlugin : public TMPluginInterface {
 public:
     ICAPlugin();
@@ -29,5 +29,5 @@ public:
     bool initPlugin() override;
 };
 
-/// Called by the host once, after loading. Null when memory is short; no exception leaves the library.
+/// Called by the host once, after loading. Null when out of memory; no exception leaves the library.
 extern "C" PLUGIN_EXPORT TMPluginInterface* createPlugin();

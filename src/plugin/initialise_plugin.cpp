@@ -6,7 +6,7 @@
 using namespace zn;
 
 bool initialisePlugin() noexcept {
-    if (!bindHostApi()) return false; // without the host's functions there is no way to say so
+    if (!bindHostApi()) return false; // without the host's functions this cannot be reported
 
     HostVersion version{};
     host().znGetVersionOfTesmiraZN(&version.major, &version.minor, &version.patch);

@@ -1,6 +1,6 @@
 #include "plugin/plugin_export.h"
 
-// What the host shows about the plug-in before it makes one. All texts are constants.
+// What the host shows about the plug-in before it creates one. All texts are constants.
 
 extern "C" {
 
@@ -8,7 +8,7 @@ PLUGIN_EXPORT const char* getPluginName() {
     return "Independent Component Analysis (ICA)";
 }
 
-/// In light HTML. "Independen" and "a ICA" are the menu's and the users' own words.
+/// Simple HTML. "Independen" and "a ICA" are on purpose: the text stays as users know it.
 PLUGIN_EXPORT const char* getPluginDescription() {
     return "This plug-in performs a volume-based or cortex-based spatial Independent Component Analysis (ICA) using "
            "the FastICA approach (Hyv&auml;rinen A., <i>Fast and robust fixed-point algorithms for independent "

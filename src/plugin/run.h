@@ -13,8 +13,8 @@
 
 namespace zn {
 
-/// Everything that one run holds; leaving the run early gives all of it back. The stages fill it from top to bottom
-/// and release what no later stage needs.
+/// Everything that one run holds; leaving the run early releases all of it. The stages fill it from top to bottom and
+/// release what no later stage needs.
 struct Run {
     explicit Run(BusyCursor& busyCursor) : cursor(busyCursor) {}
 
@@ -30,7 +30,7 @@ struct Run {
     Whitening whitened{};      // Wh, DW, Z
     Separation separation{};   // M, Q
     Components components{};   // maps and time courses
-    Fingerprint fingerprint{}; // 16 values a component
+    Fingerprint fingerprint{}; // 16 values per component
 };
 
 } // namespace zn

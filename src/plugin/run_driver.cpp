@@ -17,7 +17,7 @@ using namespace zn;
 namespace {
 
 MaybeStop checkAnatomicalVolume() {
-    int unread[3] = {}; // the host tells more than is needed here
+    int unread[3] = {}; // the host returns more than is needed here
     if (host().znGetCurrentVMR(&unread[0], &unread[1], &unread[2])) return std::nullopt;
     host().znLogText("// Plugin>  Could not get VMR!");
     return Stop{false};
@@ -44,7 +44,7 @@ void reduceAndWhiten(Run& run) {
                           run.parameters.firstEigenvalue, run.parameters.lastEigenvalue);
 }
 
-// Without the FastICA stage, which the dialog can switch off, there are no components either.
+// The dialog can switch the FastICA stage off; then there are no components.
 MaybeStop findComponents(Run& run) {
     if (run.parameters.runFastIca) {
         run.separation = separate(run.whitened, run.vtc.voxels, run.vtc.volumes(), run.parameters.fastIca);
@@ -81,7 +81,7 @@ MaybeStop runStages(BusyCursor& cursor) {
     reduceAndWhiten(run);                                             // Wh (n x T), DW (T x n), Z (n x V)
     if (auto stop = findComponents(run)) return stop;                 // M (T x n), Q (n x T)
     buildMapsAndTimeCourses(run);                                     // S (K x V), A (T x K), B; "_ICA.rtc"
-    computeFingerprint(run);                                          // 16 values a component; "ParamsMatrix.txt"
+    computeFingerprint(run);                                          // 16 values per component; "ParamsMatrix.txt"
     outputMaps(run);                                                  // the host's maps, saved
     return std::nullopt;
 }

@@ -6,7 +6,7 @@
 extern "C" {
 
 /// Binds the host's functions, checks its version and its matrix products, and announces the plug-in in its log.
-/// False when the plug-in cannot run in this host; the user has been told why where the host can tell.
+/// False when the plug-in cannot run in this host; where the host can show a message, the user has been told why.
 bool initialisePlugin() noexcept;
 
 /// One whole run, from the dialog's parameters to the component maps in the host.

@@ -12,7 +12,7 @@ Nonlinearity readNonlinearity() {
     return host().znGetDlgIntegerParameter(3) == 1 ? Nonlinearity::gaussian : Nonlinearity::tanh;
 }
 
-// Ranks kept; in 64 bits because the dialog may answer anything.
+// Number of ranks kept; in 64 bits because the dialog may return any values.
 long long rangeLength(const RunParameters& p) {
     return static_cast<long long>(p.lastEigenvalue) - p.firstEigenvalue + 1;
 }
@@ -29,7 +29,7 @@ void adjustEigenvalueRange(RunParameters& p, int volumes) {
     }
 }
 
-// The number of components always ends as the number of kept eigenvalues; the first step only tells more in the log.
+// The number of components always ends up as the number of eigenvalues kept; the first step only adds a log line.
 void adjustComponents(RunParameters& p, int volumes) {
     if (p.fastIca.components > volumes) {
         logLine("// Plugin>  Reducing the number of components from %i to %i (number of volumes)", p.fastIca.components,

@@ -1,6 +1,6 @@
-// The three things that compilers for the Microsoft C++ ABI call on their own: memory for an object, its release, and
-// the end after a pure virtual call. They rest on the C library that the whole plug-in is linked with, so that what
-// createPlugin makes here is also released here, whatever library the host has.
+// The three functions that compilers for the Microsoft C++ ABI call implicitly: operator new, operator delete, and the
+// handler of pure virtual calls. They use the C library that the whole plug-in is linked with, so that what
+// createPlugin allocates here is also freed here, whatever library the host uses.
 
 #include <new>
 
@@ -10,7 +10,7 @@ void* malloc(std::size_t size);
 void free(void* block);
 [[noreturn]] void abort();
 
-/// Stands in the slots of operations that a class leaves to its heirs.
+/// Fills the virtual-table slots of pure virtual functions.
 int _purecall() { // NOLINT(bugprone-reserved-identifier): the name is part of the ABI
     abort();
 }
