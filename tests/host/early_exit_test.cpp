@@ -155,7 +155,7 @@ TEST_F(EarlyExit, WithABoundingBoxBeyondAnyNumberOfVoxels) {
     EXPECT_THAT(host.boxes(), ElementsAre("Too many voxels selected in the current VTC!"));
 }
 
-TEST_F(EarlyExit, WithNotANumberInTheData) {
+TEST_F(EarlyExit, WithNaNInTheData) {
     host.floats[100] = std::numeric_limits<float>::quiet_NaN();
     EXPECT_FALSE(run());
     EXPECT_THAT(lastCalls(3),

@@ -253,7 +253,7 @@ TEST_F(FingerprintStage, WritesTheSameValuesToFileAndMaps) {
     }
 }
 
-TEST_F(FingerprintStage, GivesNotANumberForOneComponentAndGoesOn) {
+TEST_F(FingerprintStage, GivesNaNForOneComponentAndGoesOn) {
     host.dialogIntegers[7] = 1;
     host.dialogIntegers[9] = 1;
     EXPECT_TRUE(run());

@@ -81,7 +81,7 @@ TEST(BandPowerFractions, StayInRangeWhateverTheFrequencies) {
     EXPECT_THAT(fractions({1.0f}, {0.0f}, 0.5f), ElementsAre(1, 0, 0, -1, -1));
 }
 
-TEST(BandPowerFractions, OfNoPowerAreNotANumber) {
+TEST(BandPowerFractions, OfNoPowerAreNaN) {
     EXPECT_TRUE(std::isnan(fractions(Series(129, 0.0f), grid(0.5f), 0.5f)[0]));
 }
 
@@ -91,12 +91,12 @@ TEST(ScaleBandsToUnitRange, DividesByRowMaximaInPlaceAndThenByColumnMaxima) {
     scaleBandsToUnitRange(bands.get(), 2, output.get());
     EXPECT_THAT(Series(bands[0], bands[0] + 5), ElementsAre(0.25f, 0.5f, 1, 0, 0));
     EXPECT_THAT(Series(bands[1], bands[1] + 5), ElementsAre(1, 0.5f, 0.25f, 0, 0.125f));
-    const auto isNotANumber = testing::Truly([](float value) { return std::isnan(value); });
-    EXPECT_THAT(Series(output[0], output[0] + 5), ElementsAre(0.25f, 1, 1, isNotANumber, 0));
-    EXPECT_THAT(Series(output[1], output[1] + 5), ElementsAre(1, 1, 0.25f, isNotANumber, 1));
+    const auto isNaN = testing::Truly([](float value) { return std::isnan(value); });
+    EXPECT_THAT(Series(output[0], output[0] + 5), ElementsAre(0.25f, 1, 1, isNaN, 0));
+    EXPECT_THAT(Series(output[1], output[1] + 5), ElementsAre(1, 1, 0.25f, isNaN, 1));
 }
 
-TEST(ScaleBandsToUnitRange, FollowsTheComparisonsWithNotANumbers) {
+TEST(ScaleBandsToUnitRange, FollowsTheComparisonsWithNaNs) {
     // A row without numbers is not the first: the others' columns have their own largest value. If first, it spreads.
     const OffsetMatrix<float> output(0, 1, 0, 4);
     scaleBandsToUnitRange(matrixOf({{1, 1, 1, 1, 1}, Series(5, kNaN)}).get(), 2, output.get());

@@ -34,7 +34,7 @@ TEST(ClusteringDegree, TakesAThresholdStrictly) {
     EXPECT_EQ(degreeOf({2.5f, 3, 3, -2.5f}, 2.5f, 2), 1.0f);
 }
 
-TEST(ClusteringDegree, WithoutASupraThresholdVoxelIsNotANumber) {
+TEST(ClusteringDegree, WithoutASupraThresholdVoxelIsNaN) {
     EXPECT_TRUE(std::isnan(degreeOf({1, -1, 2}, 2.5f, 2)));
     EXPECT_TRUE(std::isnan(degreeOf({kNaN, kNaN}, 2.5f, 2)));
 }

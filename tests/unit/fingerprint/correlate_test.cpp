@@ -37,7 +37,7 @@ TEST(Correlate, WithAConstantIsZero) {
     EXPECT_EQ(correlation(testSeries(40, 0.3), Series(40, 0.0f)), 0.0f);
 }
 
-TEST(Correlate, WithANotANumberIsZero) {
+TEST(Correlate, WithANaNIsZero) {
     EXPECT_EQ(correlation(Series(40, kNaN), testSeries(40, 0.3)), 0.0f); // the root is not above 0
 }
 

@@ -85,7 +85,7 @@ TEST(DegenerateFingerprint, OfTooFewVolumesForASegmentHasNoBands) {
     }
 }
 
-TEST(DegenerateFingerprint, OfOneVoxelAndOneVolumeIsMostlyNotANumber) {
+TEST(DegenerateFingerprint, OfOneVoxelAndOneVolumeIsMostlyNaN) {
     const Fingerprint fingerprint = fingerprintOf(noisyResults(2, 1, 1));
     EXPECT_TRUE(allNaN(fingerprint.skewness));
     EXPECT_TRUE(allNaN(fingerprint.kurtosis)); // the logarithm of -3
@@ -113,7 +113,7 @@ TEST(DegenerateFingerprint, OfConstantTimeCoursesHasNoSpectrum) {
     EXPECT_EQ(fingerprint.rms[1], 0.0f);
 }
 
-TEST(DegenerateFingerprint, OfMapsAndCoursesThatAreNotANumber) {
+TEST(DegenerateFingerprint, OfMapsAndCoursesThatAreNaN) {
     Results results = noisyResults(2, 300, 100);
     results.maps = {Series(300, kNaN), Series(300, kNaN)};
     results.courses = {Series(100, kNaN), Series(100, kNaN)};

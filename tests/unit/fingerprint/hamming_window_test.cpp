@@ -31,7 +31,7 @@ TEST(HammingWindow, IsItsOwnMirrorImage) {
     }
 }
 
-TEST(HammingWindow, OfOneValueIsNotANumber) {
+TEST(HammingWindow, OfOneValueIsNaN) {
     EXPECT_TRUE(std::isnan(window(1)[0]));
 }
 

@@ -57,7 +57,7 @@ TEST(HeapSortAscending, SortsTiesAndInfinities) {
     EXPECT_EQ(sorted(series), bySorting(series));
 }
 
-TEST(HeapSortAscending, KeepsEveryValueWhenSomeAreNotANumber) {
+TEST(HeapSortAscending, KeepsEveryValueWhenSomeAreNaN) {
     Series series = noise(1000, 3);
     for (std::size_t i = 0; i < series.size(); i += 7) series[i] = kNaN;
     Series result = sorted(series);

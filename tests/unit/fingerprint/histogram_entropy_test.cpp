@@ -53,7 +53,7 @@ TEST(Histograms, CountNothingTwiceNorBeyondTheRowWithInfiniteEdges) {
     EXPECT_THAT(bins, ElementsAre(1, 0));
 }
 
-TEST(Histograms, OfNotANumbersStayBetweenNoneAndAll) {
+TEST(Histograms, OfNaNsStayBetweenNoneAndAll) {
     Series row = noise(500, 4);
     row[3] = row[100] = kNaN;
     float sum = 0;

@@ -42,14 +42,14 @@ TEST(LagOneAutocorrelation, OfThreeVolumesByHand) {
     EXPECT_EQ(result.withSign[1], -0.5f);
 }
 
-TEST(LagOneAutocorrelation, OfAConstantIsNotANumber) {
+TEST(LagOneAutocorrelation, OfAConstantIsNaN) {
     const auto result = autocorrelation({Series(30, 0.5f), testSeries(30, 0.1)});
     EXPECT_TRUE(std::isnan(result.withSign[0]));
     EXPECT_TRUE(std::isnan(result.magnitude[0]));
     EXPECT_FALSE(std::isnan(result.magnitude[1]));
 }
 
-TEST(LagOneAutocorrelation, OfOneVolumeIsNotANumber) {
+TEST(LagOneAutocorrelation, OfOneVolumeIsNaN) {
     EXPECT_TRUE(std::isnan(autocorrelation({{1}}).magnitude[0]));
 }
 

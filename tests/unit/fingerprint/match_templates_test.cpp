@@ -50,7 +50,7 @@ TEST(MatchTemplates, WithoutRegionsIsZero) {
     EXPECT_EQ(result.index[0], 0.0f);
 }
 
-TEST(MatchTemplates, OfAMapThatIsNotANumberIsNoMatch) {
+TEST(MatchTemplates, OfAMapThatIsNaNIsNoMatch) {
     const Match result = match({Series(4, kNaN)}, {{1, 1, 0, 0}});
     EXPECT_EQ(result.correlation[0], 0.0f);
     EXPECT_EQ(result.index[0], 0.0f);

@@ -26,7 +26,7 @@ Series rescaled(Rescaling rescale, const Series& input) {
     return output;
 }
 
-const auto isNotANumber = Truly([](float value) { return std::isnan(value); });
+const auto isNaN = Truly([](float value) { return std::isnan(value); });
 
 TEST(LogMagnitudeUnitRange, TakesTheMagnitudeOfTheLogarithm) {
     // |ln| of 1/e^3, e, e^2 is 3, 1, 2; less 1, divided by 2.
@@ -35,17 +35,17 @@ TEST(LogMagnitudeUnitRange, TakesTheMagnitudeOfTheLogarithm) {
     EXPECT_THAT(result, ElementsAre(FloatEq(1), FloatEq(0), testing::FloatNear(0.5f, 1e-6f)));
 }
 
-TEST(LogMagnitudeUnitRange, OfNegativeValuesIsNotANumberForThemAlone) {
+TEST(LogMagnitudeUnitRange, OfNegativeValuesIsNaNForThemAlone) {
     const Series result = rescaled(logMagnitudeUnitRange, {1, -2, 20});
-    EXPECT_THAT(result, ElementsAre(0, isNotANumber, 1));
+    EXPECT_THAT(result, ElementsAre(0, isNaN, 1));
 }
 
-TEST(LogMagnitudeUnitRange, StartsWithTheFirstSoThatALeadingNotANumberSpreads) {
-    EXPECT_THAT(rescaled(logMagnitudeUnitRange, {-2, 1, 20}), Each(isNotANumber));
+TEST(LogMagnitudeUnitRange, StartsWithTheFirstSoThatALeadingNaNSpreads) {
+    EXPECT_THAT(rescaled(logMagnitudeUnitRange, {-2, 1, 20}), Each(isNaN));
 }
 
-TEST(LogMagnitudeUnitRange, OfMinusZerosIsNotANumber) {
-    EXPECT_THAT(rescaled(logMagnitudeUnitRange, {-0.0f, -0.0f}), Each(isNotANumber)); // infinity - infinity
+TEST(LogMagnitudeUnitRange, OfMinusZerosIsNaN) {
+    EXPECT_THAT(rescaled(logMagnitudeUnitRange, {-0.0f, -0.0f}), Each(isNaN)); // infinity - infinity
 }
 
 TEST(LogRatioUnitRange, ReachesFromTheSmallestToTheLargestMagnitude) {
@@ -53,8 +53,8 @@ TEST(LogRatioUnitRange, ReachesFromTheSmallestToTheLargestMagnitude) {
     EXPECT_THAT(rescaled(logRatioUnitRange, {-8, 1, 2}), ElementsAre(1, 0, FloatEq(1.0f / 3)));
 }
 
-TEST(LogRatioUnitRange, WithAZeroIsNotANumberThereAndForTheRest) {
-    EXPECT_THAT(rescaled(logRatioUnitRange, {0, 1, 2}), Each(isNotANumber)); // ln 0 - ln 0 comes first and stays
+TEST(LogRatioUnitRange, WithAZeroIsNaNThereAndForTheRest) {
+    EXPECT_THAT(rescaled(logRatioUnitRange, {0, 1, 2}), Each(isNaN)); // ln 0 - ln 0 comes first and stays
 }
 
 TEST(ExpUnitRange, ReachesFromZeroToOne) {
@@ -63,22 +63,22 @@ TEST(ExpUnitRange, ReachesFromZeroToOne) {
 }
 
 TEST(ExpUnitRange, BeyondTheLargestFloatIsSilent) {
-    EXPECT_THAT(rescaled(expUnitRange, {1000, 0}), ElementsAre(isNotANumber, 0));
+    EXPECT_THAT(rescaled(expUnitRange, {1000, 0}), ElementsAre(isNaN, 0));
 }
 
 TEST(ScaleToLargest, KeepsTheSmallestWhereItIs) {
     EXPECT_THAT(rescaled(scaleToLargest, {1, 4, 2}), ElementsAre(0.25f, 1, 0.5f));
 }
 
-TEST(ScaleToLargest, FollowsTheComparisonsWithNotANumbers) {
-    EXPECT_THAT(rescaled(scaleToLargest, {kNaN, 4, 2}), Each(isNotANumber));
-    EXPECT_THAT(rescaled(scaleToLargest, {2, kNaN, 4}), ElementsAre(0.5f, isNotANumber, 1));
+TEST(ScaleToLargest, FollowsTheComparisonsWithNaNs) {
+    EXPECT_THAT(rescaled(scaleToLargest, {kNaN, 4, 2}), Each(isNaN));
+    EXPECT_THAT(rescaled(scaleToLargest, {2, kNaN, 4}), ElementsAre(0.5f, isNaN, 1));
 }
 
-TEST(UnitRange, OfOneOrEqualComponentsIsNotANumber) {
+TEST(UnitRange, OfOneOrEqualComponentsIsNaN) {
     for (const Rescaling rescale : {logMagnitudeUnitRange, logRatioUnitRange, expUnitRange}) {
-        EXPECT_THAT(rescaled(rescale, {3}), Each(isNotANumber));
-        EXPECT_THAT(rescaled(rescale, {3, 3, 3}), Each(isNotANumber));
+        EXPECT_THAT(rescaled(rescale, {3}), Each(isNaN));
+        EXPECT_THAT(rescaled(rescale, {3, 3, 3}), Each(isNaN));
     }
 }
 

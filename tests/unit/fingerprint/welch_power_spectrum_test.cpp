@@ -90,7 +90,7 @@ TEST(WelchPowerSpectrum, BelowOneSecondHasInfiniteFrequenciesButTheFirst) {
     for (std::size_t k = 1; k < frequencies.size(); ++k) EXPECT_EQ(frequencies[k], kInfinity) << k;
 }
 
-TEST(WelchPowerSpectrum, WithoutOneWholeSegmentIsNotANumber) {
+TEST(WelchPowerSpectrum, WithoutOneWholeSegmentIsNaN) {
     for (int t = 1; t <= 8; ++t) { // up to 4 volumes no segment, up to 8 a window of one value
         const Series power = spectrumOf({testSeries(t, 0.2)}).power[0];
         for (const float value : power) EXPECT_TRUE(std::isnan(value)) << t;
@@ -102,7 +102,7 @@ TEST(WelchPowerSpectrum, OfNineVolumesIsFinite) {
     for (const float value : power) EXPECT_TRUE(std::isfinite(value));
 }
 
-TEST(WelchPowerSpectrum, OfAConstantIsNotANumberForItAlone) {
+TEST(WelchPowerSpectrum, OfAConstantIsNaNForItAlone) {
     const auto power = spectrumOf({Series(100, 2.0f), testSeries(100, 0.2), Series(100, kNaN)}).power;
     EXPECT_TRUE(std::isnan(power[0][3]));
     EXPECT_TRUE(std::isfinite(power[1][3]));

@@ -85,7 +85,7 @@ TEST(ContrastFunctions, KeepTheSignOfZero) {
     EXPECT_TRUE(std::signbit(x[1]));
 }
 
-TEST(ContrastFunctions, PassNotANumberOn) {
+TEST(ContrastFunctions, PassNaNOn) {
     double x[3] = {1.0, std::numeric_limits<double>::quiet_NaN(), 2.0};
     tanhInPlace(x, 3);
     EXPECT_TRUE(std::isnan(x[1]));

@@ -140,7 +140,7 @@ TEST(ScaleColumns, RunFromZeroToOne) {
     }
 }
 
-TEST(ScaleColumns, OfAConstantTimeCourseAreNotANumber) {
+TEST(ScaleColumns, OfAConstantTimeCourseAreNaN) {
     OffsetMatrix<float> m(0, 1, 0, 0);
     m.fill(3.0f);
     scaleColumnsToUnitRange(m.get(), 2, 1);

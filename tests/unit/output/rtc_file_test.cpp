@@ -33,7 +33,7 @@ TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLineAVolume) {
                                      "    1  0.25     0 \n");
 }
 
-TEST_F(RtcFile, ShowsAConstantTimeCourseAsNotANumber) {
+TEST_F(RtcFile, ShowsAConstantTimeCourseAsNaN) {
     OffsetMatrix<float> a(0, 1, 0, 0);
     a.fill(std::numeric_limits<float>::quiet_NaN());
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 1);

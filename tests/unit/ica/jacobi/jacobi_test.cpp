@@ -138,7 +138,7 @@ TEST(Jacobi, EqualsTheMethodWrittenOutStepByStepBitForBit) {
     }
 }
 
-TEST(Jacobi, FailsForNotANumber) {
+TEST(Jacobi, FailsForNaN) {
     const UnwindFatalErrors unwind;
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_THAT(
