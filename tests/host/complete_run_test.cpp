@@ -98,7 +98,7 @@ TEST_F(CompleteRun, ReadsTheSecondNonlinearitySwitchOnlyWhenTheFirstIsNotOne) {
     EXPECT_THAT(host.calls, Not(Contains("znGetDlgIntegerParameter(3)")));
 }
 
-TEST_F(CompleteRun, TakesSixteenBitDataAsTheyAre) {
+TEST_F(CompleteRun, TakesSixteenBitDataUnchanged) {
     for (float value : host.floats) host.shorts.push_back(static_cast<short>(value));
     host.floats.clear();
     host.header.dataType = 1;
@@ -107,7 +107,7 @@ TEST_F(CompleteRun, TakesSixteenBitDataAsTheyAre) {
     EXPECT_THAT(host.maps, SizeIs(3));
 }
 
-TEST_F(CompleteRun, UsesAsManyVoxelsAsVolumesIfNeedBe) {
+TEST_F(CompleteRun, AcceptsAsManyVoxelsAsVolumes) {
     host.dialogStrings[1] = "twelve.msk";
     host.mask.emplace(240, static_cast<unsigned char>(0));
     std::fill_n(host.mask->begin() + 30, 12, static_cast<unsigned char>(255));
@@ -165,7 +165,7 @@ TEST_F(CompleteRun, ClearsTheResultOfEveryProductWithAVector) {
     EXPECT_EQ(host.unclearedResults, 0);
 }
 
-TEST_F(CompleteRun, TakesASingleVolume) {
+TEST_F(CompleteRun, AcceptsASingleVolume) {
     // The covariance is one number, its eigenvector 1; its one component is the volume itself.
     sources = giveSimulatedVtc(host, 8, 6, 5, 1, 1);
     host.dialogIntegers[7] = host.dialogIntegers[9] = 1;
@@ -178,14 +178,14 @@ TEST_F(CompleteRun, TakesASingleVolume) {
     EXPECT_EQ(vector, 1.0);
 }
 
-TEST_F(CompleteRun, KeepsTheWholeVarianceWithAllEigenvalues) {
+TEST_F(CompleteRun, RetainsAllVarianceWithAllEigenvalues) {
     host.dialogIntegers[7] = 12;
     host.dialogIntegers[8] = 0;
     run();
     EXPECT_THAT(host.log(), Contains("// Plugin>  Retained variance after dimensionality reduction: 100.000000 %"));
 }
 
-TEST_F(CompleteRun, MayBeRepeatedWithOneObject) {
+TEST_F(CompleteRun, CanBeRepeatedWithOneObject) {
     EXPECT_TRUE(run());
     host.calls.clear();
     EXPECT_TRUE(plugin.execute());

@@ -78,7 +78,7 @@ TEST_F(EarlyExit, WithoutAVtc) {
                 ElementsAre("znGetHeaderOfVTCOfCurrentVMR()", "znLogText(// Plugin>  Could not get VTC!)"));
 }
 
-TEST_F(EarlyExit, WithAVtcOfNoVolumes) {
+TEST_F(EarlyExit, WithAVtcWithoutVolumes) {
     host.header.volumes = 0;
     EXPECT_FALSE(run());
     EXPECT_THAT(host.log(), ElementsAre("// Plugin>  Could not get VTC!"));
@@ -100,13 +100,13 @@ TEST_F(EarlyExit, WithoutASelectedVoxel) {
                                           "znLogText(// Plugin> No voxels selected in the current VTC!)"));
 }
 
-TEST_F(EarlyExit, WithABoundingBoxOfNoWholeVoxel) {
+TEST_F(EarlyExit, WithABoundingBoxSmallerThanOneVoxel) {
     host.header.xEnd = host.header.xStart + 2; // resolution 3
     EXPECT_FALSE(run());
     EXPECT_THAT(host.boxes(), ElementsAre("No voxels selected in the current VTC!"));
 }
 
-TEST_F(EarlyExit, WithABoundingBoxOfNoWholeVoxelOnAnotherAxis) {
+TEST_F(EarlyExit, WithABoundingBoxSmallerThanOneVoxelOnAnotherAxis) {
     host.header.yEnd = host.header.yStart + 2;
     EXPECT_FALSE(run());
     host.setGrid(8, 6, 5);
@@ -115,7 +115,7 @@ TEST_F(EarlyExit, WithABoundingBoxOfNoWholeVoxelOnAnotherAxis) {
     EXPECT_THAT(host.boxes(), ElementsAre("No voxels selected in the current VTC!"));
 }
 
-TEST_F(EarlyExit, WithAResolutionThatNoVtcHas) {
+TEST_F(EarlyExit, WithAnImpossibleResolution) {
     for (int resolution : {0, -1, std::numeric_limits<int>::min()}) {
         host.header.resolution = resolution;
         EXPECT_FALSE(run());
@@ -123,7 +123,7 @@ TEST_F(EarlyExit, WithAResolutionThatNoVtcHas) {
     }
 }
 
-TEST_F(EarlyExit, WithOneVoxelLessThanVolumes) {
+TEST_F(EarlyExit, WithOneVoxelFewerThanVolumes) {
     host.dialogStrings[1] = "small.msk";
     host.mask.emplace(240, static_cast<unsigned char>(0));
     std::fill_n(host.mask->begin() + 100, 11, static_cast<unsigned char>(1));
@@ -147,7 +147,7 @@ TEST_F(EarlyExit, WithOneVoxelMoreThanFiveMillion) {
                             "plugin.)"));
 }
 
-TEST_F(EarlyExit, WithABoundingBoxBeyondAnyNumberOfVoxels) {
+TEST_F(EarlyExit, WithABoundingBoxThatOverflowsTheVoxelCount) {
     host.header.resolution = 1;
     host.header.xStart = host.header.yStart = host.header.zStart = std::numeric_limits<int>::min();
     host.header.xEnd = host.header.yEnd = host.header.zEnd = std::numeric_limits<int>::max();
@@ -175,7 +175,7 @@ TEST_F(EarlyExit, WithInfinityInTheDataLeavesAHostThatCanRunAgain) {
     EXPECT_EQ(host.log().back(), " ");
 }
 
-TEST_F(EarlyExit, WithMoreTimePointsThanAnArrayCanCount) {
+TEST_F(EarlyExit, WithMoreElementsThanAnArrayCanCount) {
     // 2,200,000 voxels x 1000 volumes exceed 2^31 - 1 elements; the host's data are never touched.
     host.setGrid(2'200'000, 1, 1);
     host.header.volumes = 1000;
@@ -183,7 +183,7 @@ TEST_F(EarlyExit, WithMoreTimePointsThanAnArrayCanCount) {
     EXPECT_THAT(lastCalls(3), ElementsAre("znStopBusyCursor()", kMemoryBox, kMemoryLog));
 }
 
-TEST_F(EarlyExit, WhenTheFirstIterationIsOneTooMany) {
+TEST_F(EarlyExit, WhenNoIterationIsAllowed) {
     host.dialogIntegers[8] = 0;
     EXPECT_TRUE(run());
     std::vector<std::string> lines = host.log();
@@ -213,7 +213,7 @@ TEST_F(EarlyExit, WhenTheDialogSwitchesFastIcaOff) {
     EXPECT_THAT(host.log(), Not(Contains("// Plugin>  Running FastICA computation (deflation approach)...")));
 }
 
-TEST_F(EarlyExit, WithEigenvaluesBeyondTheLastOneGivesUpAndTheHostLives) {
+TEST_F(EarlyExit, WithEigenvaluesBeyondTheLastOneGivesUpAndSparesTheHost) {
     host.dialogIntegers[6] = 10;
     host.dialogIntegers[7] = 15; // 12 volumes have 12 eigenvalues
     host.dialogIntegers[9] = 6;
@@ -222,14 +222,14 @@ TEST_F(EarlyExit, WithEigenvaluesBeyondTheLastOneGivesUpAndTheHostLives) {
     EXPECT_EQ(host.log().back(), "// Plugin>  No components found. Exiting plugin.");
 }
 
-TEST_F(EarlyExit, WithEigenvaluesBeforeTheFirstOneGivesUpAndTheHostLives) {
+TEST_F(EarlyExit, WithEigenvaluesBeforeTheFirstOneGivesUpAndSparesTheHost) {
     host.dialogIntegers[6] = -2;
     host.dialogIntegers[7] = 2;
     EXPECT_TRUE(run());
     EXPECT_EQ(host.log().back(), "// Plugin>  No components found. Exiting plugin.");
 }
 
-TEST_F(EarlyExit, NeverLeavesTheBusyCursorBehind) {
+TEST_F(EarlyExit, NeverLeavesTheBusyCursorOn) {
     host.dialogIntegers[8] = 0;
     run();
     EXPECT_FALSE(host.isBusy());

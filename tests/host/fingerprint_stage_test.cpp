@@ -68,7 +68,7 @@ protected:
     }
 };
 
-TEST_F(FingerprintStage, AsksForTheThresholdsWithTheMouseFree) {
+TEST_F(FingerprintStage, AsksForTheThresholdsWithTheBusyCursorOff) {
     run();
     const auto asked = std::find_if(host.calls.begin(), host.calls.end(),
                                     [](const std::string& call) { return call.starts_with("znGetIntegerInput"); });
@@ -95,7 +95,7 @@ TEST_F(FingerprintStage, SkipsTheClusteringWhenTheFirstQuestionIsCancelled) {
     }
 }
 
-TEST_F(FingerprintStage, ClustersWithTheAnswersGiven) {
+TEST_F(FingerprintStage, ClustersWithTheUsersAnswers) {
     host.clusterSize = 2;
     host.zThreshold = 0.0f; // every voxel of one sign counts, and nearly all have such a neighbour
     run();
@@ -120,14 +120,14 @@ TEST_F(FingerprintStage, DividesTheClusteringByItsLargestValueInTheFileOnly) {
     }
 }
 
-TEST_F(FingerprintStage, WithoutADesignMatrixMatchesNothingButNamesPredictorOne) {
+TEST_F(FingerprintStage, WithoutADesignMatrixMatchesNothingButReportsPredictorOne) {
     run();
     EXPECT_THAT(values(kDesignMax), Each(0.0f));
     EXPECT_THAT(values(kDesignIndex), Each(1.0f));
     EXPECT_THAT(host.calls, Not(Contains(StartsWith("znLoadSingleStudyGLMDesignMatrix"))));
 }
 
-TEST_F(FingerprintStage, SaysThatTheDesignMatrixWasNotFoundAndGoesOn) {
+TEST_F(FingerprintStage, LogsThatTheDesignMatrixWasNotFoundAndContinues) {
     host.dialogStrings[3] = "missing.rtc";
     host.loadsDesignMatrix = false;
     EXPECT_TRUE(run());
@@ -210,7 +210,7 @@ TEST_F(FingerprintOfSources, FindTheirRegions) {
     }
 }
 
-TEST_F(FingerprintOfSources, FindTheRegionsOfAHostThatCountsFromTheCentre) {
+TEST_F(FingerprintOfSources, FindTheirRegionsInCentredSpace) {
     // The same voxels, in the order z, x, y and counted down from 128.
     host.dialogStrings[4] = "regions.voi";
     host.voiSpace = 3;
@@ -253,7 +253,7 @@ TEST_F(FingerprintStage, WritesTheSameValuesToFileAndMaps) {
     }
 }
 
-TEST_F(FingerprintStage, GivesNaNForOneComponentAndGoesOn) {
+TEST_F(FingerprintStage, YieldsNaNForOneComponentAndContinues) {
     host.dialogIntegers[7] = 1;
     host.dialogIntegers[9] = 1;
     EXPECT_TRUE(run());
@@ -262,7 +262,7 @@ TEST_F(FingerprintStage, GivesNaNForOneComponentAndGoesOn) {
     EXPECT_EQ(host.log().back(), " ");
 }
 
-TEST_F(FingerprintStage, CountsTheRepetitionTimeInWholeSeconds) {
+TEST_F(FingerprintStage, TruncatesTheRepetitionTimeToWholeSeconds) {
     // The fifth band needs less than 6 s, the fourth less than 11 s; without it 0 / 0 comes of the rescaling. With 200
     // volumes the spectrum is fine enough for a band that exists to hold something.
     sources = giveSimulatedVtc(host, 8, 6, 5, 200, 3);
@@ -289,7 +289,7 @@ TEST_F(FingerprintStage, GivesTheStandardDeviationOfTheTimeCourse) {
     }
 }
 
-TEST_F(FingerprintStage, LivesWithRepetitionTimesThatNoScannerHas) {
+TEST_F(FingerprintStage, SurvivesImpossibleRepetitionTimes) {
     for (int milliseconds : {0, 1, 999, -2000, std::numeric_limits<int>::max()}) {
         host.header.repetitionTime = milliseconds;
         EXPECT_TRUE(run()) << milliseconds;

@@ -32,7 +32,7 @@ TEST(HostBinding, FailsWithoutAHostInTheProcess) {
     EXPECT_FALSE(bindHostMatrixProducts());
 }
 
-TEST(HostBinding, TakesNoModuleWhoseNameOnlyBeginsLikeTheHosts) {
+TEST(HostBinding, IgnoresAModuleWhoseNameOnlyStartsLikeTheHosts) {
     const Module other("other/TesmiraZNViewer.exe");
     EXPECT_FALSE(bindHostApi());
 }

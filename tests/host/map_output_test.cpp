@@ -34,13 +34,13 @@ TEST_F(MapOutput, PutsTheLabelIntoTheNames) {
     EXPECT_THAT(mapNames(), ElementsAre("Subject S01: IC1", "Subject S01: IC2", "Subject S01: IC3"));
 }
 
-TEST_F(MapOutput, TakesAnEmptyLabelThatWasEntered) {
+TEST_F(MapOutput, AcceptsAnEmptyLabel) {
     host.label = "";
     run();
     EXPECT_EQ(mapNames().front(), "Subject : IC1");
 }
 
-TEST_F(MapOutput, CutsALabelThatWouldNotFitAndKeepsTheNumber) {
+TEST_F(MapOutput, TruncatesALabelThatDoesNotFitAndKeepsTheNumber) {
     host.label = std::string(256, 'L'); // fills the whole buffer, without an end
     run();
     const std::string name = mapNames().back();
@@ -71,7 +71,7 @@ TEST_F(MapOutput, NamesTheSetAfterItsSources) {
     EXPECT_THAT(names, ElementsAre("run1.vtc", text, "regions.voi"));
 }
 
-TEST_F(MapOutput, CutsAHeaderTextThatTheHostsBufferCouldNotHold) {
+TEST_F(MapOutput, TruncatesAHeaderTextThatExceedsTheHostsBuffer) {
     std::fill(std::begin(host.header.name), std::end(host.header.name), 'n');
     run();
     EXPECT_EQ(host.setNames[1], std::string(255, 'n') + '\0');
@@ -138,14 +138,14 @@ TEST_F(MapOutput, KeepsATimeCourseWithItsMap) {
     }
 }
 
-TEST_F(MapOutput, SkipsWhatTheHostHasNoRoomFor) {
+TEST_F(MapOutput, SkipsArraysThatTheHostDoesNotProvide) {
     host.givesTimeCourses = host.givesParameters = false;
     EXPECT_TRUE(run());
     EXPECT_THAT(mapNames(), ElementsAre("IC 1", "IC 2", "IC 3"));
     EXPECT_THAT(host.maps.front().timeCourse, IsEmpty());
 }
 
-TEST_F(MapOutput, LeavesOutOnlyWhatTheHostHasNoRoomFor) {
+TEST_F(MapOutput, SkipsOnlyArraysThatTheHostDoesNotProvide) {
     for (const bool givesTimeCourses : {true, false}) {
         host.givesTimeCourses = givesTimeCourses;
         host.givesParameters = !givesTimeCourses;

@@ -9,7 +9,7 @@ using testing::StrEq;
 
 class Metadata : public HostFixture {};
 
-TEST_F(Metadata, TellsNameAndVersion) {
+TEST_F(Metadata, ReturnsNameAndVersion) {
     EXPECT_THAT(plugin.text("getPluginName"), StrEq("Independent Component Analysis (ICA)"));
     EXPECT_THAT(plugin.text("getPluginVersion"), StrEq("2.0"));
 }

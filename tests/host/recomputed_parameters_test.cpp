@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(RecomputedParameters, EqualTheFileOfTheRun) {
+TEST_F(RecomputedParameters, MatchTheParameterFileOfTheRun) {
     constexpr std::size_t components = 5;
     sources = giveSimulatedVtc(host, 16, 16, 12, 120, components);
     host.dialogStrings[1] = "some.msk";

@@ -77,7 +77,7 @@ TEST_F(RunFiles, HoldTheCovarianceOfTheCentredData) {
     }
 }
 
-TEST_F(RunFiles, HoldEigenpairsThatSatisfyTheirEquation) {
+TEST_F(RunFiles, HoldEigenpairsThatSatisfyTheEigenvalueEquation) {
     run();
     const auto values = doublesIn(contentOf("run1.eig"));
     ASSERT_EQ(values.size(), 12U + 12U * 12U);
@@ -109,7 +109,7 @@ TEST_F(RunFiles, HoldTheTimeCoursesOfTheMapsAsADesignMatrix) {
     }
 }
 
-TEST_F(RunFiles, HaveOneParameterRowAComponent) {
+TEST_F(RunFiles, HaveOneParameterRowPerComponent) {
     run();
     const auto rows = numbersIn(textOf("ParamsMatrix.txt"));
     ASSERT_EQ(rows.size(), 3U);
@@ -125,7 +125,7 @@ TEST_F(RunFiles, AreOverwrittenByTheNextRun) {
     EXPECT_EQ(contentOf("Covariance.txt"), covariance);
 }
 
-TEST_F(RunFiles, StandBesideTheVtcWhereverItIs) {
+TEST_F(RunFiles, LieBesideTheVtcWhereverItIs) {
     fs::create_directory("data");
     host.dialogStrings[0] = "data/my run.vtc";
     run();
@@ -134,7 +134,7 @@ TEST_F(RunFiles, StandBesideTheVtcWhereverItIs) {
     EXPECT_TRUE(fs::exists("ICA.vox"));
 }
 
-TEST_F(RunFiles, OfAVtcWithFourCharactersKeepNothingOfItsName) {
+TEST_F(RunFiles, OfAVtcWithAFourCharacterNameDropThatNameEntirely) {
     host.dialogStrings[0] = ".vtc";
     run();
     EXPECT_TRUE(fs::exists(".eig"));
@@ -150,7 +150,7 @@ TEST_F(RunFiles, ThatCannotBeWrittenDoNotStopTheRun) {
     EXPECT_EQ(host.maps.size(), 3U);
 }
 
-TEST_F(RunFiles, TakeANameThatFillsTheHostsBuffer) {
+TEST_F(RunFiles, AcceptANameThatFillsTheHostsBuffer) {
     // The host writes 256 characters without an end. Most of them mean "this folder", so that the path stays within
     // what every platform opens.
     std::string& name = host.dialogStrings[0];

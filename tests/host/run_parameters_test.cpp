@@ -63,7 +63,7 @@ TEST_F(RunParameters, TheNumberOfComponentsFollowsTheRangeUpwardsToo) {
                 ElementsAre("// Plugin>  Adjusting the number of independent components from 1 to 5 (data dimension)"));
 }
 
-TEST_F(RunParameters, OfTheWildestKindDoNoHarm) {
+TEST_F(RunParameters, WithExtremeValuesDoNoHarm) {
     constexpr int most = std::numeric_limits<int>::max();
     constexpr int least = std::numeric_limits<int>::min();
     EXPECT_THAT(adjustments(least, most, most), testing::SizeIs(2));
@@ -88,12 +88,12 @@ TEST_F(FoundComponents, AreAsManyAsTheRangeIsLong) {
     EXPECT_EQ(found(2, 2, 5), 1U);
 }
 
-TEST_F(FoundComponents, NeedNoLimitOfIterations) {
+TEST_F(FoundComponents, NeedNoIterationLimit) {
     host.dialogIntegers[8] = -1;
     EXPECT_EQ(found(1, 3, 3), 3U);
 }
 
-TEST_F(FoundComponents, OfARangeThatWasTurnedRoundBelongToItsLastEigenvalue) {
+TEST_F(FoundComponents, OfAReversedRangeBelongToItsLastEigenvalue) {
     adjustments(5, 3, 3);
     const std::string bytes = contentOf("run1.eig");
     std::vector<double> values(12);

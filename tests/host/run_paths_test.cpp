@@ -14,7 +14,7 @@ using testing::ElementsAre;
 
 class RunPaths : public HostFixture {};
 
-TEST_F(RunPaths, MayHoldBlanksAndThePlatformsSeparators) {
+TEST_F(RunPaths, MayContainBlanksAndThePlatformsSeparators) {
     fs::create_directories("my study/first run");
     const fs::path folder = (fs::path("my study") / "first run").make_preferred();
     host.dialogStrings[0] = (folder / "a scan.vtc").string();
@@ -31,7 +31,7 @@ TEST_F(RunPaths, MayBeAbsolute) {
     EXPECT_TRUE(fs::exists("scan_ICA.rtc"));
 }
 
-TEST_F(RunPaths, MayHoldCharactersBeyondAscii) {
+TEST_F(RunPaths, MayContainNonAsciiCharacters) {
     host.dialogStrings[0] = "G\xFCnther \xE9t\xE9.vtc"; // u with two dots, e with an acute accent in code page 1252
     host.dialogStrings[2] = "G\xFCnther.ica";
     EXPECT_TRUE(run());
@@ -40,7 +40,7 @@ TEST_F(RunPaths, MayHoldCharactersBeyondAscii) {
     EXPECT_THAT(host.argumentsOf("znSaveNRVMPsOfCurrentVMR"), ElementsAre("G\xFCnther.ica"));
 }
 
-TEST_F(RunPaths, BesideTheVtcAreWrittenThoughTheCurrentFolderCannotBe) {
+TEST_F(RunPaths, BesideTheVtcAreWrittenEvenIfTheCurrentFolderIsReadOnly) {
     host.dialogStrings[0] = (directory.path() / "scan.vtc").string();
     fs::current_path(ZN_UNWRITABLE_FOLDER);
     ASSERT_FALSE(std::ofstream("ICA.vox")) << "no test in a folder that takes files";

@@ -39,7 +39,7 @@ TEST(BandPowerFractions, OfAFlatSpectrumAreTheWidthsOfFiveBands) {
                 ElementsAre(columns(5), columns(6), columns(16), columns(25), columns(77)));
 }
 
-TEST(BandPowerFractions, PutTheEdgesWhereTheyBelong) {
+TEST(BandPowerFractions, RoundTheEdgesToTheNearestColumn) {
     Series power(129, 0.0f);
     power[4] = 1;
     power[5] = 2;
@@ -81,7 +81,7 @@ TEST(BandPowerFractions, StayInRangeWhateverTheFrequencies) {
     EXPECT_THAT(fractions({1.0f}, {0.0f}, 0.5f), ElementsAre(1, 0, 0, -1, -1));
 }
 
-TEST(BandPowerFractions, OfNoPowerAreNaN) {
+TEST(BandPowerFractions, OfZeroPowerAreNaN) {
     EXPECT_TRUE(std::isnan(fractions(Series(129, 0.0f), grid(0.5f), 0.5f)[0]));
 }
 

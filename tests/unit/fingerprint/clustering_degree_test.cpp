@@ -39,7 +39,7 @@ TEST(ClusteringDegree, WithoutASupraThresholdVoxelIsNaN) {
     EXPECT_TRUE(std::isnan(degreeOf({kNaN, kNaN}, 2.5f, 2)));
 }
 
-TEST(ClusteringDegree, OfSeveralComponentsIsOneEach) {
+TEST(ClusteringDegree, OfSeveralComponentsIsComputedForEach) {
     const OffsetMatrix<float> maps = matrixOf({{3, 3}, {3, -3}, {0, 0}});
     OffsetMatrix<int> coordinates(0, 1, 0, 2);
     coordinates.fill(0);

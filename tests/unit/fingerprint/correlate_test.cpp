@@ -20,7 +20,7 @@ TEST(Correlate, OfThreePointsByHand) {
     EXPECT_EQ(correlation({1, 2, 3}, {4, 6, 5}), 0.5f);
 }
 
-TEST(Correlate, OfTwoSeriesAsInDoublePrecision) {
+TEST(Correlate, OfTwoSeriesMatchesDoublePrecision) {
     EXPECT_NEAR(correlation(testSeries(50, 0.2), testSeries(50, 1.1)), 0.5003764751353872, 1e-6); // np.corrcoef
 }
 

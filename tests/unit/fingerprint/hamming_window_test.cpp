@@ -18,7 +18,7 @@ Series window(int length) {
     return values;
 }
 
-TEST(HammingWindow, OfOddAndEvenLengthAsNumpyHasIt) {
+TEST(HammingWindow, OfOddAndEvenLengthMatchesNumpy) {
     EXPECT_THAT(window(5), Pointwise(testing::FloatNear(1e-6f), Series{0.08f, 0.54f, 1.0f, 0.54f, 0.08f}));
     EXPECT_THAT(window(6), Pointwise(testing::FloatNear(1e-6f),
                                      Series{0.08f, 0.39785218f, 0.91214782f, 0.91214782f, 0.39785218f, 0.08f}));
@@ -35,7 +35,7 @@ TEST(HammingWindow, OfOneValueIsNaN) {
     EXPECT_TRUE(std::isnan(window(1)[0]));
 }
 
-TEST(HammingWindow, OfNoValueWritesNothing) {
+TEST(HammingWindow, OfLengthZeroWritesNothing) {
     float untouched = 5;
     hammingWindow(0, &untouched);
     EXPECT_EQ(untouched, 5.0f);

@@ -25,7 +25,7 @@ float entropyOf(const Series& frequencies) {
     return entropy;
 }
 
-TEST(Histograms, CountValuesUpToAndWithTheUpperEdge) {
+TEST(Histograms, CountValuesUpToAndIncludingTheUpperEdge) {
     // Width 2, edges 2 and 4: the 2 belongs to the first bin.
     EXPECT_THAT(histogramOf({4, 2, 0, 3, 1}, 2), ElementsAre(0.6f, 0.4f));
 }
@@ -39,7 +39,7 @@ TEST(Histograms, MissTheLargestValueWhenTheEdgesAddUpToLess) {
     EXPECT_THAT(histogramOf({0, 1, 7, 0}, 6), ElementsAre(0.75f, 0, 0, 0, 0, 0));
 }
 
-TEST(Histograms, OfSeveralRowsAreOneARow) {
+TEST(Histograms, OfSeveralRowsAreComputedRowByRow) {
     const OffsetMatrix<float> histogram(0, 1, 0, 1);
     computeHistograms(matrixOf({{0, 1, 2, 2}, {8, 0, 0, 0}}).get(), 2, 4, 2, histogram.get());
     EXPECT_EQ(histogram[0][0], 0.5f);
@@ -48,12 +48,12 @@ TEST(Histograms, OfSeveralRowsAreOneARow) {
     EXPECT_EQ(histogram[1][1], 0.25f);
 }
 
-TEST(Histograms, CountNothingTwiceNorBeyondTheRowWithInfiniteEdges) {
+TEST(Histograms, WithInfiniteEdgesCountEachValueAtMostOnce) {
     const Series bins = histogramOf({0, 1, kInfinity}, 2); // width and edges infinite
     EXPECT_THAT(bins, ElementsAre(1, 0));
 }
 
-TEST(Histograms, OfNaNsStayBetweenNoneAndAll) {
+TEST(Histograms, OfNaNsStayBetweenZeroAndOne) {
     Series row = noise(500, 4);
     row[3] = row[100] = kNaN;
     float sum = 0;
@@ -69,7 +69,7 @@ TEST(HistogramEntropy, OfFourEqualBinsIsTwoBits) {
     EXPECT_FLOAT_EQ(entropyOf({0.25f, 0.25f, 0.25f, 0.25f}), 2.0f);
 }
 
-TEST(HistogramEntropy, PassesOverEmptyBins) {
+TEST(HistogramEntropy, SkipsEmptyBins) {
     EXPECT_FLOAT_EQ(entropyOf({0.5f, 0, 0.25f, 0, 0.25f}), 1.5f); // 0.5 * 1 + 2 * 0.25 * 2
 }
 

@@ -59,7 +59,7 @@ TEST(LabelClusters, NeedsAValueStrictlyAboveTheThreshold) {
     EXPECT_THAT(label({{2.5f, 0, 0, 0}, {2.6f, 1, 0, 0}, {kNaN, 2, 0, 0}}, 2.5f, 1).flags, ElementsAre(0, 1, 0));
 }
 
-TEST(LabelClusters, ExpandsSeedsOnlySoThatAContiguousRowCanStaySplit) {
+TEST(LabelClusters, ExpandsOnlySeedsSoThatAContiguousRowCanStaySplit) {
     const auto [flags, survivors] = label(row({0, 3, 1, 2}), 2.5f, 1);
     EXPECT_THAT(flags, ElementsAre(2, 2, 2, 2));
     EXPECT_EQ(survivors, 2);
@@ -106,7 +106,7 @@ std::vector<Voxel> randomVoxels(std::mt19937& generator, int count, int edge) {
     return voxels;
 }
 
-TEST(LabelClusters, EqualsTheStepByStepTextForRandomPointsInRandomOrder) {
+TEST(LabelClusters, EqualsTheLiteralFormForRandomPointsInRandomOrder) {
     std::mt19937 generator(20);
     int merged = 0; // sets in which something was left to survive or to drop
     for (int set = 0; set < 800; ++set) {

@@ -40,7 +40,7 @@ TEST(MatchDesignMatrix, FindsThePredictorThatEqualsTheTimeCourse) {
     EXPECT_EQ(result.index[0], 3.0f);
 }
 
-TEST(MatchDesignMatrix, CountsTheMagnitudeOnly) {
+TEST(MatchDesignMatrix, IgnoresTheSign) {
     Series inverted = testSeries(kVolumes, 1.0);
     for (float& value : inverted) value = -value;
     const Match result = match({inverted}, threePredictors());
@@ -55,7 +55,7 @@ TEST(MatchDesignMatrix, TakesTheLowerOfTwoEqualPredictors) {
     EXPECT_EQ(match({x}, {testSeries(kVolumes, 1.0), inverted, x}).index[0], 2.0f);
 }
 
-TEST(MatchDesignMatrix, WithoutPredictorsNamesTheFirst) {
+TEST(MatchDesignMatrix, WithoutPredictorsReportsTheFirst) {
     const Match result = match({testSeries(kVolumes, 0.5)}, {});
     EXPECT_EQ(result.correlation[0], 0.0f);
     EXPECT_EQ(result.index[0], 1.0f);

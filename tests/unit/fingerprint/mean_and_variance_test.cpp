@@ -37,19 +37,19 @@ TEST(MeanAndVariance, CorrectsForAMeanThatIsRounded) {
     EXPECT_FLOAT_EQ(variance, 4.0f / 3.0f);
 }
 
-TEST(MeanAndVariance, OfOneValueHasNoVariance) {
+TEST(MeanAndVariance, OfOneValueHasNaNVariance) {
     const auto [mean, variance] = meanAndVarianceOf({7});
     EXPECT_EQ(mean, 7.0f);
     EXPECT_TRUE(std::isnan(variance));
 }
 
-TEST(MeanAndVariance, OfAConstantIsTheConstantAndZero) {
+TEST(MeanAndVariance, OfAConstantAreTheConstantAndZero) {
     const auto [mean, variance] = meanAndVarianceOf(Series(64, 0.5f));
     EXPECT_EQ(mean, 0.5f);
     EXPECT_EQ(variance, 0.0f);
 }
 
-TEST(MeanAndVariance, AddsUpInIndexOrder) {
+TEST(MeanAndVariance, AddsInIndexOrder) {
     // In index order 2^24 + 1 stays 2^24, twice; from the other end 1 + 1 + 2^24 would be 2^24 + 2.
     const auto [mean, variance] = meanAndVarianceOf({16777216.0f, 1.0f, 1.0f, 0.0f});
     EXPECT_EQ(mean, 16777216.0f / 4);

@@ -21,12 +21,12 @@ float skewnessOf(const Series& row) {
     return skewness;
 }
 
-TEST(RowKurtosis, LeavesTheLastValueOutOfTheSumButNotOutOfTheDivisor) {
+TEST(RowKurtosis, OmitsTheLastValueFromTheSumButNotFromTheDivisor) {
     // Mean 4, variance 50 / 3; deviations -3, -2, -1 and the last, 6: (81 + 16 + 1) / (50 / 3)^2 / 4 - 3.
     EXPECT_FLOAT_EQ(kurtosisOf({1, 2, 3, 10}), static_cast<float>(98.0 * 9 / 2500 / 4 - 3));
 }
 
-TEST(RowSkewness, AddsTheLastValueAsItIs) {
+TEST(RowSkewness, AddsTheLastValueUnchanged) {
     // (-27 - 8 - 1 + 10) / 4 / (50 / 3)^1.5
     EXPECT_FLOAT_EQ(skewnessOf({1, 2, 3, 10}), static_cast<float>(-26.0 / 4 / std::pow(50.0 / 3, 1.5)));
 }

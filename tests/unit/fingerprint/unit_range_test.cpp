@@ -35,7 +35,7 @@ TEST(LogMagnitudeUnitRange, TakesTheMagnitudeOfTheLogarithm) {
     EXPECT_THAT(result, ElementsAre(FloatEq(1), FloatEq(0), testing::FloatNear(0.5f, 1e-6f)));
 }
 
-TEST(LogMagnitudeUnitRange, OfNegativeValuesIsNaNForThemAlone) {
+TEST(LogMagnitudeUnitRange, OfNegativeValuesIsNaNForThoseOnly) {
     const Series result = rescaled(logMagnitudeUnitRange, {1, -2, 20});
     EXPECT_THAT(result, ElementsAre(0, isNaN, 1));
 }
@@ -62,11 +62,11 @@ TEST(ExpUnitRange, ReachesFromZeroToOne) {
     EXPECT_THAT(rescaled(expUnitRange, {1, 3, 2}), ElementsAre(0, 1, FloatEq(static_cast<float>(middle))));
 }
 
-TEST(ExpUnitRange, BeyondTheLargestFloatIsSilent) {
+TEST(ExpUnitRange, BeyondTheLargestFloatDoesNotFail) {
     EXPECT_THAT(rescaled(expUnitRange, {1000, 0}), ElementsAre(isNaN, 0));
 }
 
-TEST(ScaleToLargest, KeepsTheSmallestWhereItIs) {
+TEST(ScaleToLargest, DoesNotMoveTheSmallestToZero) {
     EXPECT_THAT(rescaled(scaleToLargest, {1, 4, 2}), ElementsAre(0.25f, 1, 0.5f));
 }
 

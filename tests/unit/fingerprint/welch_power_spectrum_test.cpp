@@ -102,7 +102,7 @@ TEST(WelchPowerSpectrum, OfNineVolumesIsFinite) {
     for (const float value : power) EXPECT_TRUE(std::isfinite(value));
 }
 
-TEST(WelchPowerSpectrum, OfAConstantIsNaNForItAlone) {
+TEST(WelchPowerSpectrum, OfAConstantIsNaNForThatComponentOnly) {
     const auto power = spectrumOf({Series(100, 2.0f), testSeries(100, 0.2), Series(100, kNaN)}).power;
     EXPECT_TRUE(std::isnan(power[0][3]));
     EXPECT_TRUE(std::isfinite(power[1][3]));

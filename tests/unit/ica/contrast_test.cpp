@@ -68,12 +68,12 @@ template <class Library> std::int64_t largestDistance(void (*kernel)(double*, in
     return largest;
 }
 
-TEST(ContrastFunctions, OfTanhAreWithinTwoUnitsOfTheLibrarys) {
+TEST(ContrastFunctions, OfTanhAreWithinTwoUlpsOfTheLibrary) {
     const auto library = [](double x) { return std::tanh(x); };
     for (double range : {0.01, 1.0, 20.0}) EXPECT_LE(largestDistance(tanhInPlace, library, range), 2) << range;
 }
 
-TEST(ContrastFunctions, OfExpAreWithinTwoUnitsOfTheLibrarys) {
+TEST(ContrastFunctions, OfExpAreWithinTwoUlpsOfTheLibrary) {
     const auto library = [](double x) { return std::exp(x); };
     for (double range : {1.0, 50.0, 746.0}) EXPECT_LE(largestDistance(expInPlace, library, range), 2) << range;
 }
@@ -85,7 +85,7 @@ TEST(ContrastFunctions, KeepTheSignOfZero) {
     EXPECT_TRUE(std::signbit(x[1]));
 }
 
-TEST(ContrastFunctions, PassNaNOn) {
+TEST(ContrastFunctions, PropagateNaN) {
     double x[3] = {1.0, std::numeric_limits<double>::quiet_NaN(), 2.0};
     tanhInPlace(x, 3);
     EXPECT_TRUE(std::isnan(x[1]));
@@ -150,7 +150,7 @@ TEST(SumContrast, EqualsThePlainFormUpToRounding) {
     }
 }
 
-TEST(SumContrast, AddsEightPartialSumsInItsFixedOrder) {
+TEST(SumContrast, AddsEightPartialSumsInAFixedOrder) {
     const std::size_t voxels = 2051;
     const auto y = randomNumbers(voxels, 3);
     const auto z = randomNumbers(voxels, 4);
@@ -171,7 +171,7 @@ TEST(SumContrast, AddsEightPartialSumsInItsFixedOrder) {
 template <class Form> class ContrastKernels : public KernelForm<Form> {};
 TYPED_TEST_SUITE(ContrastKernels, KernelForms, NameOfKernelForm);
 
-TYPED_TEST(ContrastKernels, GiveTheBitsOfTheBaseline) {
+TYPED_TEST(ContrastKernels, MatchTheBaselineBitForBit) {
     constexpr int lanes = TypeParam::value;
     const int voxels = 1003;
     const auto compare = [&](void (*baseline)(double*, int, double*), void (*form)(double*, int, double*)) {

@@ -20,7 +20,7 @@ double doubleAt(const std::string& bytes, std::size_t index) {
     return value;
 }
 
-TEST_F(EigenvalueFile, HoldsTheValuesThenTheVectorsRowByRow) {
+TEST_F(EigenvalueFile, WritesTheValuesThenTheVectorsRowByRow) {
     OffsetVector<double> d(1, 2);
     d[1] = 9;
     d[2] = 4;
@@ -46,7 +46,7 @@ TEST_F(EigenvalueFile, IsLittleEndian) {
     EXPECT_EQ(contentOf("run.eig"), one + one); // 16 bytes for a single volume
 }
 
-TEST_F(EigenvalueFile, ThatCannotBeOpenedIsSilentlyNotWritten) {
+TEST_F(EigenvalueFile, IsSilentlySkippedIfItCannotBeOpened) {
     OffsetVector<double> d(1, 1);
     OffsetMatrix<double> v(1, 1, 1, 1);
     d[1] = v[1][1] = 1.0;

@@ -52,7 +52,7 @@ TEST_F(Engine, DividesTheCovarianceByTheNumberOfVoxels) {
     EXPECT_EQ(covariance[2][1], -1.0);
 }
 
-TEST_F(Engine, GivesTheEigenpairsInFallingOrderAndReleasesTheCovariance) {
+TEST_F(Engine, ReturnsTheEigenpairsInDescendingOrderAndReleasesTheCovariance) {
     OffsetMatrix<double> covariance(1, 2, 1, 2);
     covariance[1][1] = 1;
     covariance[2][2] = 4;
@@ -66,7 +66,7 @@ TEST_F(Engine, GivesTheEigenpairsInFallingOrderAndReleasesTheCovariance) {
     EXPECT_EQ(contentOf("run.eig").size(), 48U);
 }
 
-TEST_F(Engine, WhitensWithOneVectorOverTheRootOfItsEigenvalue) {
+TEST_F(Engine, WhitensWithOneVectorDividedByTheRootOfItsEigenvalue) {
     Eigenpairs eigen = eigenpairs({4, 1}, {0.6, -0.8, 0.8, 0.6}); // columns (0.6, 0.8) and (-0.8, 0.6)
     const ZeroedBlock x = block(3, 2, {1, 0, 0, 1, 5, 10});
     const Whitening w = whiten(x.get(), 3, 2, eigen, 1, 1);
@@ -92,7 +92,7 @@ TEST_F(Engine, LogsTheRetainedVarianceInSinglePrecision) {
     EXPECT_EQ(host.log().back(), "// Plugin>  Retained variance after dimensionality reduction: 33.333332 %");
 }
 
-TEST_F(Engine, TreatsRanksThatDoNotExistAsZeroPairs) {
+TEST_F(Engine, TreatsMissingRanksAsZeroPairs) {
     const ZeroedBlock x = block(2, 2, {1, -1, -1, 1});
     Eigenpairs eigen = eigenpairs({2, 1}, {1, 0, 0, 1});
     const Whitening w = whiten(x.get(), 2, 2, eigen, 2, 3);

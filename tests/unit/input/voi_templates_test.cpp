@@ -48,7 +48,7 @@ TEST_F(VoiTemplatesTest, RoundsToTheNearestVoxelOfTheGrid) {
     EXPECT_EQ(indexOf(55, 52, 59), -1); // two thirds below
 }
 
-TEST_F(VoiTemplatesTest, RoundsHalvesUpAlsoBelowZero) {
+TEST_F(VoiTemplatesTest, RoundsHalvesUpBelowZeroToo) {
     vtc.header.resolution = 2;
     EXPECT_EQ(indexOf(58, 52, 59), 1); // +0.5 -> 1
     EXPECT_EQ(indexOf(56, 52, 59), 0); // -0.5 -> 0
@@ -66,14 +66,14 @@ TEST_F(VoiTemplatesTest, DropsPositionsOutsideTheGrid) {
     EXPECT_EQ(indexOf(least, least, least, kCentredSpace), -1);
 }
 
-TEST_F(VoiTemplatesTest, OfTheCentredSpaceRunDownwardsFrom128InTheOrderYZX) {
+TEST_F(VoiTemplatesTest, InCentredSpaceRunDownwardsFrom128InTheOrderYZX) {
     // x = 128 - c1, y = 128 - c2, z = 128 - c0
     EXPECT_EQ(indexOf(128 - 62, 128 - 60, 128 - 55, kCentredSpace), 1 + 4 + 12);
     vtc.header.xStart = vtc.header.yStart = vtc.header.zStart = 0;
     EXPECT_EQ(indexOf(128, 128, 128, kCentredSpace), 0);
 }
 
-TEST_F(VoiTemplatesTest, OfTheCentredSpaceStartAtExactly128) {
+TEST_F(VoiTemplatesTest, InCentredSpaceStartAtExactly128) {
     vtc.header.resolution = 1;
     vtc.header.xStart = vtc.header.yStart = vtc.header.zStart = 0;
     EXPECT_EQ(indexOf(128, 128, 128, kCentredSpace), 0);
@@ -106,18 +106,18 @@ TEST_F(VoiTemplatesTest, OfAVoiOutsideTheBoxAreAllZero) {
     for (int row = 0; row < 24; ++row) EXPECT_EQ(templates.rows()[0][row], 0.0f);
 }
 
-TEST_F(VoiTemplatesTest, SayHowManyThereAre) {
+TEST_F(VoiTemplatesTest, LogTheirNumber) {
     host.vois.assign(3, {57, 52, 59});
     EXPECT_EQ(VoiTemplates::fetch(true, vtc).count(), 3);
     EXPECT_THAT(host.log(), ElementsAre("// Plugin>  Number of VOIs currently defined (for spatial template): 3"));
 }
 
-TEST_F(VoiTemplatesTest, OfAnEmptySetMatchNothingButAreSaid) {
+TEST_F(VoiTemplatesTest, OfAnEmptySetMatchNothingButAreLogged) {
     EXPECT_EQ(VoiTemplates::fetch(true, vtc).count(), 0);
     EXPECT_THAT(host.log(), ElementsAre("// Plugin>  Number of VOIs currently defined (for spatial template): 0"));
 }
 
-TEST_F(VoiTemplatesTest, AreNotAskedForWithoutAVoiFile) {
+TEST_F(VoiTemplatesTest, AreNotFetchedWithoutAVoiFile) {
     EXPECT_EQ(VoiTemplates::fetch(false, vtc).count(), 0);
     EXPECT_THAT(host.calls,
                 ElementsAre("znLogText(// Plugin>  No VOI definition currently available (for spatial template))"));

@@ -62,7 +62,7 @@ TEST_F(VoxelDataTest, ConvertsSixteenBitValuesExactly) {
     EXPECT_EQ(data.timeCourses[0][1], 32767.0f);
 }
 
-TEST_F(VoxelDataTest, LosesTheMeanOverVoxelsOfEachVolumeOnly) {
+TEST_F(VoxelDataTest, RemovesOnlyTheMeanOverVoxelsOfEachVolume) {
     OffsetMatrix<float> x(0, 2, 0, 1);
     const float values[3][2] = {{1, 10}, {2, 30}, {6, 20}}; // means 3 and 20
     for (int v = 0; v < 3; ++v) {

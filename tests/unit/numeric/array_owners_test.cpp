@@ -10,7 +10,7 @@ namespace {
 
 // That nothing is lost or freed twice is LeakSanitizer's and AddressSanitizer's part of these tests.
 
-TEST(ArrayOwners, MovingHandsTheArrayOver) {
+TEST(ArrayOwners, MovingTransfersTheArray) {
     OffsetVector<float> first(1, 2);
     first[1] = 5;
     OffsetVector<float> second = std::move(first);
@@ -18,7 +18,7 @@ TEST(ArrayOwners, MovingHandsTheArrayOver) {
     EXPECT_FALSE(first); // NOLINT(bugprone-use-after-move): an owner moved from is empty
 }
 
-TEST(ArrayOwners, ReleaseGivesTheArrayBackEarly) {
+TEST(ArrayOwners, ReleaseFreesTheArrayEarly) {
     OffsetMatrix<int> m(0, 1, 0, 1);
     m.release();
     EXPECT_FALSE(m);

@@ -71,14 +71,14 @@ TEST(OffsetMatrix, OfOneRowWorks) {
     free_imatrix(m, 7, 7, 1, 3);
 }
 
-TEST(OffsetArrays, NameTheirOwnAllocatorWhenMemoryIsShort) {
+TEST(OffsetArrays, NameTheirAllocatorWhenOutOfMemory) {
     // 2^31 elements, one more than a 32-bit count holds
     EXPECT_EQ(failureOf([] { vector(0, INT_MAX); }), "allocation failure in vector()");
     EXPECT_EQ(failureOf([] { ivector(0, INT_MAX); }), "allocation failure in ivector()");
     EXPECT_EQ(failureOf([] { dvector(0, INT_MAX); }), "allocation failure in dvector()");
 }
 
-TEST(OffsetArrays, OfAllTypesShareTheTextsOfTheFloatMatrix) {
+TEST(OffsetArrays, OfEveryTypeShareTheTextsOfTheFloatMatrix) {
     // The element count 65536 x 32768 = 2^31 does not fit 32 bits; the row block alone would.
     EXPECT_EQ(failureOf([] { matrix(0, 65535, 0, 32767); }), "allocation failure 2 in matrix()");
     EXPECT_EQ(failureOf([] { dmatrix(0, 65535, 0, 32767); }), "allocation failure 2 in matrix()");

@@ -12,7 +12,7 @@ TEST(FileBesideVtc, ReplacesTheLastFourCharacters) {
     EXPECT_EQ(fileBesideVtc("run1.vtc", ".eig"), "run1.eig");
 }
 
-TEST(FileBesideVtc, DoesNotLookAtWhatItCutsOff) {
+TEST(FileBesideVtc, DoesNotCheckWhatItCutsOff) {
     EXPECT_EQ(fileBesideVtc("no_extension", ".eig"), "no_exten.eig");
 }
 
@@ -22,7 +22,7 @@ TEST(FileBesideVtc, KeepsNothingOfFourCharactersOrFewer) {
     EXPECT_EQ(fileBesideVtc("", ".eig"), ".eig");
 }
 
-TEST(FileBesideVtc, TakesAStemOf255CharactersAndRefusesOneOf256) {
+TEST(FileBesideVtc, AcceptsAStemOf255CharactersAndRejectsOneOf256) {
     const UnwindFatalErrors unwind;
     EXPECT_EQ(fileBesideVtc((std::string(255, 's') + ".vtc").c_str(), ".eig").size(), 259U);
     EXPECT_THROW(fileBesideVtc((std::string(256, 's') + ".vtc").c_str(), ".eig"), FatalNumericError);

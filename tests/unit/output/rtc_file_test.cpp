@@ -14,7 +14,7 @@ class RtcFile : public testing::Test {
     ScratchDirectory directory;
 };
 
-TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLineAVolume) {
+TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLinePerVolume) {
     OffsetMatrix<float> a(0, 1, 0, 2);
     a[0][0] = 0.0f;
     a[0][1] = 0.5f;

@@ -87,7 +87,7 @@ TEST_F(TextMatrix, OfVoxelsStartsWithTheirNumber) {
                                  "123456     2     3 \n");
 }
 
-TEST_F(TextMatrix, OfAVectorHasOneNumberALineWithoutABlank) {
+TEST_F(TextMatrix, OfAVectorHasOneNumberPerLineWithoutABlank) {
     OffsetVector<double> v(1, 2);
     v[1] = 0.25;
     v[2] = -1.0;
@@ -103,7 +103,7 @@ TEST_F(TextMatrix, ReplacesAnExistingFile) {
     EXPECT_EQ(textOf("m.txt"), "    1 \n");
 }
 
-TEST_F(TextMatrix, LargerThanTheTextKeptBackIsComplete) {
+TEST_F(TextMatrix, LargerThanTheBufferIsComplete) {
     const int rows = 20'000; // 120,000 characters
     OffsetMatrix<float> m(0, rows - 1, 0, 0);
     m.fill(0.5f);
@@ -113,7 +113,7 @@ TEST_F(TextMatrix, LargerThanTheTextKeptBackIsComplete) {
     EXPECT_EQ(textOf("m.txt"), expected);
 }
 
-TEST_F(TextMatrix, InAFolderThatDoesNotExistIsSilentlyNotWritten) {
+TEST_F(TextMatrix, InAMissingFolderIsSilentlySkipped) {
     OffsetMatrix<float> m(0, 0, 0, 0);
     m.fill(0.0f);
     writeFloatMatrix("nowhere/m.txt", m.get(), 1, 1);

@@ -70,7 +70,7 @@ TEST(Jacobi, FindsTheEigenvaluesOfATwoByTwoMatrixWorkedByHand) {
     EXPECT_THAT(eigen.values, UnorderedElementsAre(DoubleNear(1, 1e-15), DoubleNear(3, 1e-15)));
 }
 
-TEST(Jacobi, LeavesADiagonalMatrixInItsFirstSweepWithTheIdentity) {
+TEST(Jacobi, LeavesADiagonalMatrixAloneAndReturnsTheIdentity) {
     const Eigen eigen = decompose({{3, 0, 0}, {0, -1, 0}, {0, 0, 2}});
     EXPECT_THAT(eigen.values, testing::ElementsAre(3, -1, 2));
     EXPECT_EQ(eigen.rotations, 0);
@@ -79,13 +79,13 @@ TEST(Jacobi, LeavesADiagonalMatrixInItsFirstSweepWithTheIdentity) {
     }
 }
 
-TEST(Jacobi, TakesAMatrixOfOneElement) {
+TEST(Jacobi, AcceptsAOneByOneMatrix) {
     const Eigen eigen = decompose({{7}});
     EXPECT_THAT(eigen.values, testing::ElementsAre(7));
     EXPECT_EQ(eigen.vectors[1][1], 1.0);
 }
 
-TEST(Jacobi, FindsTheKnownSpectrumOfTheSecondDifference) {
+TEST(Jacobi, FindsTheKnownSpectrumOfTheSecondDifferenceMatrix) {
     // Tridiagonal -1, 2, -1 of order n has the eigenvalues 2 - 2 cos(k pi / (n + 1)), k = 1..n.
     constexpr int n = 30;
     Rows rows(n, std::vector<double>(n, 0.0));
@@ -100,7 +100,7 @@ TEST(Jacobi, FindsTheKnownSpectrumOfTheSecondDifference) {
     }
 }
 
-TEST(Jacobi, GivesOrthonormalVectorsThatSatisfyTheEquation) {
+TEST(Jacobi, GivesOrthonormalVectorsThatSatisfyTheEigenvalueEquation) {
     const Rows rows = randomCovariance(25, 1);
     const Eigen eigen = decompose(rows);
     for (int p = 1; p <= 25; ++p) {

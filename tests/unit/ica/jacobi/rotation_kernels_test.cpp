@@ -68,7 +68,7 @@ void expectSameBits(const Rows& a, const Rows& b) {
 template <class Form> class RotationKernels : public KernelForm<Form> {};
 TYPED_TEST_SUITE(RotationKernels, KernelForms, NameOfKernelForm);
 
-TYPED_TEST(RotationKernels, OfATileEqualOneRotationAfterTheOther) {
+TYPED_TEST(RotationKernels, OfATileEqualSequentialRotations) {
     constexpr int lanes = TypeParam::value;
     Rows rows(11);
     const Rows expected = plainlyRotated(Rows(11));
@@ -80,7 +80,7 @@ TYPED_TEST(RotationKernels, OfATileEqualOneRotationAfterTheOther) {
     expectSameBits(rows, expected);
 }
 
-TYPED_TEST(RotationKernels, OfTwoTilesEqualOneRotationAfterTheOther) {
+TYPED_TEST(RotationKernels, OfTwoTilesEqualSequentialRotations) {
     constexpr int lanes = TypeParam::value;
     Rows rows[] = {Rows(11), Rows(12)};
     const Rows expected[] = {plainlyRotated(Rows(11)), plainlyRotated(Rows(12))};
@@ -94,7 +94,7 @@ TYPED_TEST(RotationKernels, OfTwoTilesEqualOneRotationAfterTheOther) {
     for (int t = 0; t < 2; ++t) expectSameBits(rows[t], expected[t]);
 }
 
-TYPED_TEST(RotationKernels, OfAStretchEqualOnePairAfterTheOther) {
+TYPED_TEST(RotationKernels, OfAStretchEqualSequentialRotations) {
     Rows rows(13);
     Rows expected(13);
     const PlaneRotation rotation = someRotations()[0];

@@ -31,7 +31,7 @@ TEST(SortEigenpairs, PutsTheLargestFirstWithItsVector) {
     EXPECT_THAT(orderAfterSorting({1, 3, 2}), testing::ElementsAre(2, 3, 1));
 }
 
-TEST(SortEigenpairs, TakesTheLaterOfEqualValuesFirst) {
+TEST(SortEigenpairs, PutsTheLaterOfEqualValuesFirst) {
     // Worked by hand: {5, 5} -> the second is picked for place 1, the first is left for place 2.
     EXPECT_THAT(orderAfterSorting({5, 5}), testing::ElementsAre(2, 1));
     // {4, 4, 4}: place 1 takes the third (the first goes to place 3), place 2 then takes what stands at 3, the first.
