@@ -1,6 +1,6 @@
-// Lets every allocation of the plug-in fail in turn: each time the user is told, the busy cursor is stopped, the run
-// returns true, and nothing is lost (LeakSanitizer watches). The plug-in's code is linked into this program so that
-// the linker can put these allocators in the place of the standard ones.
+// Makes every allocation of the plug-in fail in turn: each time the user is told, the busy cursor is stopped, the run
+// returns true, and nothing leaks (LeakSanitizer checks). The plug-in's code is linked into this program so that the
+// linker can replace the standard allocators by these.
 
 #include "host/scratch_directory.h"
 #include "host/scripted_host.h"
@@ -69,7 +69,7 @@ protected:
         inPlugin = false;
     }
 
-    // A run whose allocation number `index`, from 0, fails; true when there were as many.
+    // A run in which allocation number `index`, from 0, fails; true if the run made that many.
     bool runWithFailure(int index) {
         host.calls.clear();
         allocationsLeft = index;
@@ -94,9 +94,9 @@ TEST_F(AllocationFailure, EndsTheRunWithTheMemoryTextsWhereverItHappens) {
         ASSERT_EQ(host.log().back(), "// Plugin > Working memory full. Exiting plugin.") << index;
         ASSERT_FALSE(host.isBusy()) << index;
     }
-    EXPECT_GT(index, 40); // so many there are at least: the data, the engine, the results
+    EXPECT_GT(index, 40); // at least this many: the data, the engine, the results
     EXPECT_TRUE(result);
-    EXPECT_EQ(host.log().back(), " ") << "the run in which nothing failed is complete";
+    EXPECT_EQ(host.log().back(), " ") << "the run in which nothing fails is complete";
 }
 
 } // namespace

@@ -28,7 +28,7 @@ TEST_F(CompleteRun, CallsTheHostInTheOrderOfItsStages) {
         return call.starts_with("znLogText(// Plugin>  IC #: ") ||
                call == "zn_intel_matrix_matrix_mult_d(3, 3, 3, 0, 1)";
     };
-    std::erase_if(calls, isAttempt); // as many as the random start vectors need
+    std::erase_if(calls, isAttempt); // their number depends on the random start vectors
     for (auto& call : calls) {
         const auto time = call.find("(elapsed time: ");
         if (time != std::string::npos) call.replace(time, call.find(" secs)") - time, "(elapsed time: N");
@@ -111,7 +111,7 @@ TEST_F(CompleteRun, AcceptsAsManyVoxelsAsVolumes) {
     host.dialogStrings[1] = "twelve.msk";
     host.mask.emplace(240, static_cast<unsigned char>(0));
     std::fill_n(host.mask->begin() + 30, 12, static_cast<unsigned char>(255));
-    run(); // twelve centred voxels of random numbers need not converge; what matters is that the run goes on
+    run(); // twelve centred voxels of random numbers need not converge; what matters is that the run continues
     EXPECT_THAT(host.log(), Contains("// Plugin>  Number of used VTC voxels: 12"));
     EXPECT_THAT(host.log(), Contains("// Plugin>  Running FastICA computation (deflation approach)..."));
     EXPECT_FALSE(host.isBusy());
@@ -129,7 +129,7 @@ TEST_F(CompleteRun, AcceptsExactlyFiveMillionVoxels) {
 }
 
 TEST_F(CompleteRun, CountsASignFlipAsConverged) {
-    // With one component the unit vector is 1 or -1; the peaked source turns it over in every update.
+    // With one component the unit vector is 1 or -1; the peaked source flips it in every update.
     host.dialogIntegers[7] = 1;
     host.dialogIntegers[9] = 1;
     EXPECT_TRUE(run());
@@ -137,7 +137,7 @@ TEST_F(CompleteRun, CountsASignFlipAsConverged) {
 }
 
 TEST_F(CompleteRun, AddsUpFailuresOfDifferentComponentsAndKeepsWhatWasFound) {
-    // Each component's first attempt is spoilt: six failures on six components give up at the sixth.
+    // Each component's first attempt is made to fail: the sixth of six failures on six components ends the search.
     sources = giveSimulatedVtc(host, 20, 20, 10, 20, 8);
     host.dialogIntegers[7] = 8;
     host.dialogIntegers[9] = 8;
@@ -166,7 +166,7 @@ TEST_F(CompleteRun, ClearsTheResultOfEveryProductWithAVector) {
 }
 
 TEST_F(CompleteRun, AcceptsASingleVolume) {
-    // The covariance is one number, its eigenvector 1; its one component is the volume itself.
+    // The covariance is a single number with eigenvector 1; the only component is the volume itself.
     sources = giveSimulatedVtc(host, 8, 6, 5, 1, 1);
     host.dialogIntegers[7] = host.dialogIntegers[9] = 1;
     EXPECT_TRUE(run());

@@ -1,4 +1,4 @@
-// The fingerprint inside a run: what the user is asked, what the host is asked for, and where the values go.
+// The fingerprint within a run: what the user is asked, what the host is asked for, and where the values go.
 
 #include "host/host_fixture.h"
 
@@ -51,7 +51,7 @@ protected:
     }
 };
 
-// Voxels enough for every random start to lead to the sources.
+// Enough voxels for every random start to lead to the sources.
 class FingerprintOfSources : public FingerprintStage {
 protected:
     static constexpr int kX = 16, kY = 12, kZ = 10;
@@ -97,7 +97,7 @@ TEST_F(FingerprintStage, SkipsTheClusteringWhenTheFirstQuestionIsCancelled) {
 
 TEST_F(FingerprintStage, ClustersWithTheUsersAnswers) {
     host.clusterSize = 2;
-    host.zThreshold = 0.0f; // every voxel of one sign counts, and nearly all have such a neighbour
+    host.zThreshold = 0.0f; // every voxel of one sign counts, and nearly all have a neighbour of the same sign
     run();
     EXPECT_THAT(values(kClustering), Each(testing::Gt(0.9f)));
     host.clusterSize = 2000; // more than there are voxels
@@ -149,7 +149,7 @@ TEST_F(FingerprintOfSources, FindTheirPredictors) {
 }
 
 TEST_F(FingerprintStage, MatchesAPredictorThatIsTheTimeCourseOrItsOppositeExactly) {
-    // A single component, whose time course is the same from any random start but for its sign.
+    // A single component, whose time course is the same from any random start except for its sign.
     host.dialogIntegers[6] = host.dialogIntegers[7] = host.dialogIntegers[9] = 1;
     run();
     ASSERT_EQ(host.maps.size(), 1U);
@@ -211,7 +211,7 @@ TEST_F(FingerprintOfSources, FindTheirRegions) {
 }
 
 TEST_F(FingerprintOfSources, FindTheirRegionsInCentredSpace) {
-    // The same voxels, in the order z, x, y and counted down from 128.
+    // The same voxels, in the order z, x, y and counting down from 128.
     host.dialogStrings[4] = "regions.voi";
     host.voiSpace = 3;
     host.vois.resize(3);
@@ -263,8 +263,8 @@ TEST_F(FingerprintStage, YieldsNaNForOneComponentAndContinues) {
 }
 
 TEST_F(FingerprintStage, TruncatesTheRepetitionTimeToWholeSeconds) {
-    // The fifth band needs less than 6 s, the fourth less than 11 s; without it 0 / 0 comes of the rescaling. With 200
-    // volumes the spectrum is fine enough for a band that exists to hold something.
+    // The fifth band needs less than 6 s, the fourth less than 11 s; rescaling a missing band gives 0 / 0. With 200
+    // volumes the spectrum is fine enough for every existing band to contain power.
     sources = giveSimulatedVtc(host, 8, 6, 5, 200, 3);
     const auto exists = [&](int milliseconds, std::size_t band) {
         host.header.repetitionTime = milliseconds;

@@ -1,5 +1,5 @@
-// Which module of the process the plug-in takes for its host, and what it needs to find there. This program is not
-// named as a host, so that only the modules it loads can be one.
+// Which module of the process the plug-in takes as its host, and what it needs to find there. This program does not
+// have a host's name, so that only the modules it loads can be the host.
 
 #include "host/plugin_under_test.h"
 #include "host/shared_library.h"
@@ -49,7 +49,7 @@ TEST(HostBinding, FindsEitherName) {
     expectFound("second/TesmiraZN.exe");
 }
 
-#ifndef _WIN32 // where programs have no such suffix
+#ifndef _WIN32 // programs have no such suffix here
 TEST(HostBinding, FindsEitherNameWithoutTheExecutableSuffix) {
     expectFound("first_bare/Tesmira");
     expectFound("second_bare/TesmiraZN");

@@ -19,7 +19,7 @@ protected:
         sources = giveSimulatedVtc(host, 8, 6, 5, 12, 3);
     }
 
-    /// Initialises the plug-in, forgets the calls of that, and runs it.
+    /// Initialises the plug-in, forgets the calls recorded so far, and runs it.
     bool run() {
         EXPECT_TRUE(plugin.initPlugin());
         host.calls.clear();

@@ -1,4 +1,4 @@
-// The list of host functions against one typed in anew: names, order and number.
+// The list of host functions compared with an independently typed one: names, order and number.
 
 #include "host/host_api.h"
 

@@ -5,7 +5,7 @@
 
 namespace zn::test {
 
-/// The file that a host names with these 8-bit characters: in the code page of the user on Windows, byte for byte
+/// The file that a host names with these 8-bit characters: in the user's code page on Windows, byte for byte
 /// elsewhere.
 std::filesystem::path hostPath(const std::string& name);
 

@@ -41,7 +41,7 @@ TEST_F(MapOutput, AcceptsAnEmptyLabel) {
 }
 
 TEST_F(MapOutput, TruncatesALabelThatDoesNotFitAndKeepsTheNumber) {
-    host.label = std::string(256, 'L'); // fills the whole buffer, without an end
+    host.label = std::string(256, 'L'); // fills the whole buffer, without a terminating zero
     run();
     const std::string name = mapNames().back();
     EXPECT_THAT(name, SizeIs(255));
@@ -93,7 +93,7 @@ TEST_F(MapOutput, GivesEveryMapTheComponentTypeAndSetsItOnce) {
 
 TEST_F(MapOutput, FillsEveryGridVoxelWithoutAMask) {
     run();
-    // The maps are projections of centred data, so that each sums to zero over the voxels.
+    // The maps are projections of centred data, so each sums to zero over the voxels.
     for (const auto& map : host.maps) {
         ASSERT_THAT(map.voxels, SizeIs(240));
         double sum = 0, size = 0;
@@ -115,7 +115,7 @@ TEST_F(MapOutput, IsExactlyZeroOutsideTheMask) {
             EXPECT_EQ(map.voxels[g] == 0.0f, (*host.mask)[g] == 0) << g;
         }
     }
-    EXPECT_THAT(recoveredMaps(host, sources), Each(testing::Gt(0.9))); // values stand at their own voxels
+    EXPECT_THAT(recoveredMaps(host, sources), Each(testing::Gt(0.9))); // values lie at their own voxels
 }
 
 TEST_F(MapOutput, RescalesTheTimeCoursesToZeroToOne) {

@@ -1,20 +1,20 @@
-// The same run gives the same numbers on every platform and with every compiler: they are compared with a file that
-// all of them share. It says nothing about whether the numbers are right; other tests do.
+// The same run gives the same numbers on every platform and with every compiler: they are compared with one shared
+// file. This says nothing about whether the numbers are right; other tests do.
 //
-// The pseudo-random generator of the C library is the one thing that must differ, so the linker puts another one in
-// its place: its numbers are 0 or RAND_MAX, the only ones that make the same start vectors of -0.5 and 0.5 out of
-// every RAND_MAX.
+// The pseudo-random generator of the C library is the one thing that is bound to differ, so the linker replaces it: the
+// replacement returns 0 or RAND_MAX, the only numbers that give the same start vectors, of -0.5 and 0.5, with every
+// RAND_MAX.
 //
 // What is compared how closely:
-//   - bit for bit, what rests on sums, products, quotients and square roots alone, which IEEE 754 defines to the last
-//     bit: covariance, eigenvalues and eigenvectors, and with the cube also iterations, maps and time courses
-//   - maps and time courses that rest on tanh or exp: to a millionth of their largest value, for the libraries' last
-//     bits, multiplied by the iterations
-//   - fingerprints of maps that are the same bit for bit: to four units in the last place of a float, for the
-//     libraries' log, exp, cos and sin
+//   - bit for bit: whatever depends only on sums, products, quotients and square roots, which IEEE 754 defines exactly:
+//     covariance, eigenvalues and eigenvectors, and with the cube also iterations, maps and time courses
+//   - to a millionth of their largest value: maps and time courses that depend on tanh or exp, where differences in the
+//     last bits grow with the iterations
+//   - to four units in the last place of a float: fingerprints of maps that are the same bit for bit, because the
+//     libraries' log, exp, cos and sin differ
 //
-// Numbers that change on purpose: the program leaves its own as platform_agreement.actual.txt in its current folder;
-// after a look at the differences that file becomes tests/host/platform_agreement.txt.
+// When numbers change on purpose: the program writes its own to platform_agreement.actual.txt in the current folder;
+// after reviewing the differences, copy that file to tests/host/platform_agreement.txt.
 
 #include "host/scratch_directory.h"
 #include "host/scripted_host.h"
@@ -40,7 +40,7 @@ std::uint64_t state = 0;
 
 } // namespace
 
-// The names that the linker's --wrap asks for.
+// The names that the linker's --wrap option requires.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 
@@ -61,9 +61,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Numbers in the shortest form that gives them back exactly: equal as texts only when they are equal to the last bit.
+// Numbers in the shortest form that reads back exactly: the texts are equal only if the numbers are, to the last bit.
 using Numbers = std::vector<std::string>;
-using Results = std::map<std::string, Numbers>; // by what they are
+using Results = std::map<std::string, Numbers>; // by name of the result
 
 template <class Number> std::string exactly(Number value) {
     char digits[32];
@@ -121,7 +121,7 @@ void runWith(const std::string& contrast, int cube, int gaussian, Results& resul
     host.vois = {{60, 60, 60, 63, 60, 60}, {66, 60, 63, 66, 63, 63, 66, 60, 66}};
     host.predictors.assign(2, std::vector<float>(24, 0.0f));
     for (std::size_t t = 0; t < 24; ++t) {
-        host.predictors[0][t] = t / 6 % 2 == 0 ? 0.0f : 1.0f; // rest and task in turns
+        host.predictors[0][t] = t / 6 % 2 == 0 ? 0.0f : 1.0f; // rest and task alternate
         host.predictors[1][t] = static_cast<float>(t);
     }
     host.clusterSize = 2;

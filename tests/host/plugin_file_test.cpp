@@ -42,7 +42,7 @@ TEST(PluginFile, DependsOnTheStandardLibraryAlone) {
     std::set<std::string> libraries;
     std::istringstream words(outputOf("objdump -p '" ZN_PLUGIN_FILE "' | sed -n 's/^ *NEEDED *//p'"));
     for (std::string name; words >> name;) libraries.insert(name);
-    libraries.erase("libasan.so.8"); // a build for the sanitizers brings theirs along
+    libraries.erase("libasan.so.8"); // a sanitizer build also needs the sanitizer's library
     libraries.erase("libubsan.so.1");
     libraries.erase("ld-linux-x86-64.so.2");
     EXPECT_THAT(libraries, testing::IsSubsetOf({"libstdc++.so.6", "libm.so.6", "libgcc_s.so.1", "libc.so.6"}));

@@ -1,6 +1,6 @@
 #include "host/plugin_object.h"
 
-// As a host declares it, which has no header of the plug-in: what counts is the order of the virtual operations.
+// As declared by a host, which has no header of the plug-in: what counts is the order of the virtual functions.
 class TMPluginInterface {
 public:
     virtual ~TMPluginInterface();

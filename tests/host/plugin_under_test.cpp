@@ -7,7 +7,7 @@ namespace zn::test {
 
 namespace {
 
-// Never unloaded: the leak report names its functions only as long as it is there.
+// Never unloaded: the leak report can name its functions only while it is loaded.
 const SharedLibrary& library() {
     static const auto* loaded = new SharedLibrary(ZN_PLUGIN_FILE);
     return *loaded;

@@ -2,8 +2,8 @@
 
 namespace zn::test {
 
-/// The plug-in file as a host uses it: loaded once, spoken to through its exported functions and the object that it
-/// makes.
+/// The plug-in file as a host uses it: loaded once, then used through its exported functions and the object that it
+/// creates.
 class PluginUnderTest {
 public:
     PluginUnderTest();
@@ -11,7 +11,7 @@ public:
     PluginUnderTest(const PluginUnderTest&) = delete;
     PluginUnderTest& operator=(const PluginUnderTest&) = delete;
 
-    /// The text that one of the exported functions without arguments answers.
+    /// The text that one of the exported functions without arguments returns.
     const char* text(const char* function);
 
     bool initPlugin();

@@ -41,7 +41,7 @@ double kurtosisOf(const Column& x) {
     return sum / static_cast<double>(z.size()) - 3;
 }
 
-// The last value enters the sum as it is.
+// The last value enters the sum unchanged.
 double skewnessOf(const Column& x) {
     const double mean = meanOf(x);
     double sum = x.back();
@@ -58,8 +58,8 @@ double entropyOfCounts(const std::vector<int>& counts, std::size_t values) {
     return entropy;
 }
 
-// Entropy in bits of the relative frequencies in bins of equal width; a bin owns its upper edge. The edges are added up
-// in single precision, so that the largest value may lie above the last one and then counts nowhere.
+// Entropy in bits of the relative frequencies in bins of equal width; a bin includes its upper edge. The edges are
+// accumulated in single precision, so that the largest value may lie above the last one and is then not counted.
 double entropyOf(const Column& x, std::size_t bins) {
     const auto [low, high] = std::minmax_element(x.begin(), x.end());
     const float width = (static_cast<float>(*high) - static_cast<float>(*low)) / static_cast<float>(bins);
@@ -168,7 +168,7 @@ double smallestOf(const Column& x) {
     return *std::min_element(x.begin(), x.end());
 }
 
-// Every value through `change`, then from 0 for the smallest to 1 for the largest.
+// Applies `change` to every value, then rescales from 0 for the smallest to 1 for the largest.
 Column toUnitRange(Column x, const std::function<double(double)>& change) {
     for (double& value : x) value = change(value);
     const double low = smallestOf(x);

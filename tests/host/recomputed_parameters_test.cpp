@@ -1,4 +1,4 @@
-// "ParamsMatrix.txt" of a whole run against the same table worked out anew from the maps and the RTC file.
+// Compares "ParamsMatrix.txt" of a whole run with the same table recomputed from the maps and the RTC file.
 
 #include "host/host_fixture.h"
 #include "host/recomputed_parameters.h"
@@ -14,7 +14,7 @@ constexpr std::size_t kTemporalEntropy = 5; // column
 
 class RecomputedParameters : public HostFixture {
 protected:
-    // Time courses in the RTC file, one row a component.
+    // Time courses in the RTC file, one row per component.
     static Rows timeCoursesIn(const std::string& rtc, std::size_t components) {
         Rows rows(components);
         std::istringstream numbers(rtc.substr(rtc.find("\"TC")));

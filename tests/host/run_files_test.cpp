@@ -35,7 +35,7 @@ TEST_F(RunFiles, ListTheVoxelsOfTheMaskInGridOrder) {
     host.dialogStrings[1] = "some.msk";
     host.mask.emplace(240, static_cast<unsigned char>(0));
     for (std::size_t g : {0U, 4U, 9U, 50U, 239U}) (*host.mask)[g] = 1;
-    host.header.volumes = 4; // fewer volumes than voxels; the rest of the data is not looked at
+    host.header.volumes = 4; // fewer volumes than voxels; the rest of the data is not read
     run();
     // index = z * 48 + y * 8 + x: 50 is x 2, y 0, z 1; 239 is x 7, y 5, z 4
     EXPECT_EQ(textOf("ICA.vox"), "     5 \n"
@@ -61,7 +61,7 @@ TEST_F(RunFiles, HoldTheCovarianceOfTheCentredData) {
     run();
     const auto rows = numbersIn(textOf("Covariance.txt"));
     ASSERT_EQ(rows.size(), 12U);
-    // Independent: mean over voxels taken out of each volume, products summed, divided by the number of voxels.
+    // Independently: mean over voxels subtracted from each volume, products summed, divided by the number of voxels.
     const auto value = [&](std::size_t v, std::size_t t) { return static_cast<double>(host.floats[v * 12 + t]); };
     for (std::size_t i = 0; i < 12; ++i) {
         ASSERT_EQ(rows[i].size(), 12U);
@@ -143,7 +143,7 @@ TEST_F(RunFiles, OfAVtcWithAFourCharacterNameDropThatNameEntirely) {
 
 TEST_F(RunFiles, ThatCannotBeWrittenDoNotStopTheRun) {
     for (const char* name : {"ICA.vox", "Covariance.txt", "ParamsMatrix.txt", "run1.eig", "run1_ICA.rtc"}) {
-        fs::create_directory(name); // a folder in the file's place
+        fs::create_directory(name); // a folder where the file belongs
     }
     EXPECT_TRUE(run());
     EXPECT_EQ(host.log().back(), " ");
@@ -151,8 +151,8 @@ TEST_F(RunFiles, ThatCannotBeWrittenDoNotStopTheRun) {
 }
 
 TEST_F(RunFiles, AcceptANameThatFillsTheHostsBuffer) {
-    // The host writes 256 characters without an end. Most of them mean "this folder", so that the path stays within
-    // what every platform opens.
+    // The host writes 256 characters without a terminating zero. Most of them mean "this folder", so that every
+    // platform can open the path.
     std::string& name = host.dialogStrings[0];
     name.clear();
     while (name.size() < 220) name += "./";

@@ -16,7 +16,7 @@ class RunParameters : public HostFixture {
 protected:
     RunParameters() { host.dialogIntegers[8] = 0; }
 
-    // Log lines of a run with this range and number that speak of an adjustment.
+    // Log lines about adjustments of a run with this range and number of components.
     std::vector<std::string> adjustments(int first, int last, int components) {
         host.dialogIntegers[6] = first;
         host.dialogIntegers[7] = last;
@@ -71,7 +71,7 @@ TEST_F(RunParameters, WithExtremeValuesDoNoHarm) {
     EXPECT_THAT(adjustments(most, most, 1), IsEmpty());
 }
 
-// The number of components that a run finds with this range and number.
+// The number of components that a run finds with this range and number of components.
 class FoundComponents : public RunParameters {
 protected:
     FoundComponents() { host.dialogIntegers[8] = 200; }

@@ -1,4 +1,4 @@
-// Names and folders as users have them.
+// File names and folders as users have them.
 
 #include "host/host_fixture.h"
 #include "host/host_path.h"
@@ -32,7 +32,7 @@ TEST_F(RunPaths, MayBeAbsolute) {
 }
 
 TEST_F(RunPaths, MayContainNonAsciiCharacters) {
-    host.dialogStrings[0] = "G\xFCnther \xE9t\xE9.vtc"; // u with two dots, e with an acute accent in code page 1252
+    host.dialogStrings[0] = "G\xFCnther \xE9t\xE9.vtc"; // u with diaeresis, e with acute accent in code page 1252
     host.dialogStrings[2] = "G\xFCnther.ica";
     EXPECT_TRUE(run());
     EXPECT_TRUE(fs::exists(hostPath("G\xFCnther \xE9t\xE9.eig")));

@@ -5,7 +5,7 @@
 
 namespace zn::test {
 
-/// An empty folder of its own that is the current directory while this object lives, and gone afterwards.
+/// A new empty folder that is the current directory while this object lives and is removed afterwards.
 class ScratchDirectory {
 public:
     ScratchDirectory();
@@ -23,8 +23,8 @@ private:
 /// All bytes of a file; the test fails when it cannot be read.
 std::string contentOf(const std::filesystem::path& file);
 
-/// A text file with '\n' for every line end; the test fails when one of them is not the platform's own (CR LF on
-/// Windows, LF elsewhere).
+/// A text file with '\n' for every line end; the test fails when one of them is not the platform's (CR LF on Windows,
+/// LF elsewhere).
 std::string textOf(const std::filesystem::path& file);
 
 } // namespace zn::test

@@ -6,7 +6,7 @@
 
 namespace zn::test {
 
-/// A call that the plug-in makes into the scripted host, for as long as it lasts. Recorded when it has a text.
+/// A call from the plug-in into the scripted host; lives as long as the call lasts. Recorded when it has a text.
 class Call {
 public:
     explicit Call(const std::string& text);

@@ -75,7 +75,7 @@ ZN_HOST_FUNCTION float znGetFloatInput(const char* prompt, float initial, float 
 ZN_HOST_FUNCTION int znGetTextInput(const char* prompt, const char* initial, char* text) {
     const Call entered(call("znGetTextInput", {prompt, initial}));
     if (!scripted().label) return 0;
-    std::strncpy(text, scripted().label->c_str(), 256); // NOLINT: a host that does not end a full buffer
+    std::strncpy(text, scripted().label->c_str(), 256); // NOLINT: a host that does not terminate a full buffer
     return 1;
 }
 
@@ -249,7 +249,7 @@ ZN_HOST_FUNCTION void znSaveNRVMPsOfCurrentVMR(const char* fileName) {
     const Call entered(call("znSaveNRVMPsOfCurrentVMR", {fileName}));
 }
 
-// --- matrix products, written down plainly --------------------------------------------------------------------------
+// --- matrix products in their plain form ----------------------------------------------------------------------------
 
 namespace {
 

@@ -19,7 +19,7 @@ struct ScriptedMap {
     std::vector<float> voxels;
     std::vector<float> timeCourse;
     std::vector<float> parameters;
-    int timesSet = 0; ///< how often its parameters were handed back
+    int timesSet = 0; ///< how often the plug-in has set its parameters
 
     /// Text in the name buffer.
     std::string text() const { return name.substr(0, name.find('\0')); }
@@ -27,8 +27,8 @@ struct ScriptedMap {
 
 /// A host that answers as the test says and records every call in order.
 ///
-/// The functions that the plug-in looks up by name are C functions of this program, which is itself named as the
-/// host. They all work on the one object that `scripted()` returns.
+/// The functions that the plug-in looks up by name are C functions of this program, which itself has the host's name.
+/// They all work on the one object that `scripted()` returns.
 struct ScriptedHost {
     // --- answers ----------------------------------------------------------------------------------------------------
     std::array<int, 3> version = {2, 2, 0};
@@ -38,37 +38,37 @@ struct ScriptedHost {
     float epsilon = 1e-4f;
     bool linksVtc = true;
     bool loadsMask = true;
-    std::optional<std::vector<unsigned char>> mask; ///< nothing: a null pointer
+    std::optional<std::vector<unsigned char>> mask; ///< empty: a null pointer
     VtcHeader header{};
     std::vector<float> floats; ///< VTC data; empty: a null pointer
     std::vector<short> shorts; ///< the same as 16-bit integers
     bool loadsVois = true;
     bool hasVois = true;
     int voiSpace = 0;
-    std::vector<std::vector<int>> vois; ///< three coordinates a voxel
+    std::vector<std::vector<int>> vois; ///< three coordinates per voxel
     bool loadsDesignMatrix = true;
     std::vector<std::vector<float>> predictors;
     int clusterSize = 10;
     float zThreshold = 2.5f;
-    std::optional<std::string> label; ///< nothing: the prompt is cancelled
+    std::optional<std::string> label; ///< empty: the prompt is cancelled
     bool givesTimeCourses = true;     ///< false: null pointers in the map records
     bool givesParameters = true;
     bool givesNames = true;
     bool givesMaps = true; ///< false: no voxel array
-    /// Called after each product of a matrix and a vector with its result, to spoil it.
+    /// Called after each matrix-vector product with its result, so that a test can corrupt it.
     std::function<void(double* y, int length)> afterMatrixVector;
 
     // --- records ----------------------------------------------------------------------------------------------------
-    std::vector<std::string> calls; ///< name and arguments of every call but the matrix-vector products
+    std::vector<std::string> calls; ///< name and arguments of every call except the matrix-vector products
     int matrixVectorCalls = 0;
-    int unclearedResults = 0; ///< of these, the calls whose result held something before
+    int unclearedResults = 0; ///< of these, the calls whose result was not zeroed before
     std::vector<ScriptedMap> maps;
     std::array<int, 4> displayRange{};
     std::array<int, 7> mapBox{}; ///< bounding box and resolution of the maps
     std::array<std::string, 3> setNames;
     std::array<std::string, 16> parameterNames;
 
-    /// Texts given to the log, to message boxes, in order.
+    /// Texts of the log and of the message boxes, in order.
     std::vector<std::string> log() const { return argumentsOf("znLogText"); }
     std::vector<std::string> boxes() const { return argumentsOf("znMessageBox"); }
     std::vector<std::string> argumentsOf(const std::string& function) const;

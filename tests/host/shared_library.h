@@ -4,7 +4,7 @@
 
 namespace zn::test {
 
-/// A dynamic library, loaded for as long as this object lives. One implementation a platform.
+/// A dynamic library, loaded for as long as this object lives. One implementation per platform.
 class SharedLibrary {
 public:
     /// Throws std::runtime_error when the file cannot be loaded.
@@ -13,7 +13,7 @@ public:
     SharedLibrary(const SharedLibrary&) = delete;
     SharedLibrary& operator=(const SharedLibrary&) = delete;
 
-    /// Address of what the library exports under this name; throws std::runtime_error when there is nothing.
+    /// Address of what the library exports under this name; throws std::runtime_error if there is no such name.
     void* address(const char* name) const;
 
 private:

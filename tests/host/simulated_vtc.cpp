@@ -15,7 +15,7 @@ public:
         state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
         return static_cast<double>(state_ >> 11U) / 9007199254740992.0;
     }
-    // Sum of twelve uniforms: near enough to a normal number, without a library's logarithm.
+    // Sum of twelve uniforms: close enough to a normal number, without a library's logarithm.
     double normal() {
         double sum = -6.0;
         for (int i = 0; i < 12; ++i) sum += uniform();

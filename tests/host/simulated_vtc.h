@@ -8,12 +8,12 @@ namespace zn::test {
 
 /// What went into simulated data.
 struct SimulatedSources {
-    std::vector<std::vector<double>> maps;        ///< one value a selected voxel
-    std::vector<std::vector<double>> timeCourses; ///< one value a volume
+    std::vector<std::vector<double>> maps;        ///< one value per selected voxel
+    std::vector<std::vector<double>> timeCourses; ///< one value per volume
 };
 
-/// Gives the host a VTC of mixed sources: every source has a map of independent, strongly peaked values and a time
-/// course of its own, and little noise is added. The same numbers on every machine.
+/// Gives the host a VTC of mixed sources: every source has a map of independent, strongly peaked values and its own
+/// time course, and a little noise is added. The same numbers on every machine.
 SimulatedSources giveSimulatedVtc(ScriptedHost& host, int x, int y, int z, int volumes, int sources);
 
 /// Absolute Pearson correlation.

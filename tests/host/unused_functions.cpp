@@ -1,4 +1,4 @@
-// Every name of the host's list that the plug-in binds but must never call.
+// Every function of the host's list that the plug-in binds but must never call.
 
 #include "host/scripted_call.h"
 

@@ -1,9 +1,9 @@
-// A module that exports every name of the host's list and does nothing; built under several file names and with
-// single names left out, to see which module the plug-in binds and what it misses.
+// A module with the functions that binding the plug-in needs, all empty; built under several file names and with single
+// names left out, to see which module the plug-in binds and which names it requires.
 
 #include "host/host_function.h"
 
-/// How often this module was asked for its version.
+/// How often this module has been asked for its version.
 ZN_HOST_FUNCTION int smallHostAsked;
 int smallHostAsked = 0;
 
