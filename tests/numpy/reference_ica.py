@@ -1,4 +1,4 @@
-"""Spatial ICA by FastICA with deflation in plain numpy, step by step as in the papers; knows nothing of the plug-in.
+"""Spatial ICA by FastICA with deflation in plain numpy, step by step as in the papers; independent of the plug-in.
 
 X is V voxels x T volumes, n the number of components, all in double precision.
 
@@ -15,9 +15,9 @@ def centred(voxels):
 
 
 def eigenpairs(covariance):
-    """Eigenvalues in falling order and their vectors as columns, by cyclic rotations.
+    """Eigenvalues in descending order and their vectors as columns, by cyclic rotations.
 
-    A library's eigenvectors would do but for their signs, on which the course of a run depends.
+    A library's eigenvectors would do except for their signs, on which the course of a run depends.
     """
     a = covariance.copy()
     size = len(a)

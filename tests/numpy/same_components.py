@@ -1,4 +1,4 @@
-"""same_components.py ZNICA: runs the command on a simulated sample and holds its files against numpy's own analysis.
+"""same_components.py ZNICA: runs the command on a simulated sample and compares its files with numpy's analysis.
 
 Ends with status 0 when all agree, 1 when they do not, 77 where numpy or nibabel is missing.
 """
@@ -73,7 +73,7 @@ def main():
         for nonlinearity in ("tanh", "gauss", "cube"):
             for what, (difference, allowed) in compare(folder, nonlinearity, znica).items():
                 print(f"{nonlinearity}: largest relative difference of {what} {difference:.1e}, allowed {allowed:.0e}")
-                agree &= bool(difference <= allowed) # not a number: no
+                agree &= bool(difference <= allowed) # False for NaN
     return 0 if agree else 1
 
 

@@ -1,4 +1,4 @@
-"""The random start vectors of a run with a known seed: the Mersenne twister, begun as the C++ standard says."""
+"""The random start vectors of a run with a known seed: the Mersenne Twister, seeded as the C++ standard says."""
 import numpy as np
 
 

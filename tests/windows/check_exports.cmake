@@ -1,6 +1,6 @@
 # cmake -D objdump=<program> -D file=<library> -D list=<.def file> -P check_exports.cmake
 #
-# The names that the library exports against the written list: nothing missing, nothing more.
+# Checks the names that the library exports against the written list: nothing missing, nothing more.
 cmake_minimum_required(VERSION 3.25)
 
 execute_process(COMMAND ${objdump} -p ${file} OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)

@@ -1,6 +1,6 @@
 # cmake -D objdump=<program> -D file=<library> -P check_imports.cmake
 #
-# The library needs nothing that is not part of every Windows.
+# Checks that the library needs only what every Windows has.
 cmake_minimum_required(VERSION 3.25)
 
 execute_process(COMMAND ${objdump} -p ${file} OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)

@@ -1,6 +1,6 @@
 # cmake -D cpack=<program> -D build=<folder> -D folder=<name> -P check_package.cmake
 #
-# The archive holds the plug-in as it was tested, how to install it, and the licences.
+# Checks that the archive holds the tested plug-in, installation instructions and the licences.
 cmake_minimum_required(VERSION 3.25)
 
 set(scratch ${build}/tests/windows/package)
@@ -18,5 +18,5 @@ endif()
 file(SHA256 ${build}/lib/ICAPlugin.dll tested)
 file(SHA256 ${scratch}/content/${folder}/ICAPlugin.dll packed)
 if(NOT tested STREQUAL packed)
-    message(FATAL_ERROR "The archive holds another ICAPlugin.dll than the one that is tested.")
+    message(FATAL_ERROR "The ICAPlugin.dll in the archive is not the one that was tested.")
 endif()
