@@ -22,7 +22,7 @@ Series grid(float samplingFrequency) {
 
 Series fractions(const Series& power, const Series& frequencies, float samplingFrequency) {
     OffsetMatrix<float> bands(0, 0, 0, kBands - 1);
-    bands.fill(-1); // what is not written stays
+    bands.fill(-1); // to see what is not written
     bandPowerFractions(matrixOf({power}).get(), 1, static_cast<int>(frequencies.size()), frequencies.data(),
                        samplingFrequency, bands.get());
     return {bands[0], bands[0] + kBands};
@@ -97,7 +97,7 @@ TEST(ScaleBandsToUnitRange, DividesByRowMaximaInPlaceAndThenByColumnMaxima) {
 }
 
 TEST(ScaleBandsToUnitRange, FollowsTheComparisonsWithNaNs) {
-    // A row without numbers is not the first: the others' columns have their own largest value. If first, it spreads.
+    // A row of NaNs does not affect the other rows' columns unless it is the first; then it spreads.
     const OffsetMatrix<float> output(0, 1, 0, 4);
     scaleBandsToUnitRange(matrixOf({{1, 1, 1, 1, 1}, Series(5, kNaN)}).get(), 2, output.get());
     EXPECT_EQ(output[0][2], 1.0f);

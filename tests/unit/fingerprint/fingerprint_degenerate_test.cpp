@@ -1,5 +1,5 @@
-// Input that has no sensible fingerprint: the values are not-a-number, silently, and nothing else happens. Every way
-// through the stages also serves AddressSanitizer and UndefinedBehaviourSanitizer.
+// Input that has no sensible fingerprint: the values are NaN, and nothing fails. AddressSanitizer and
+// UndefinedBehaviourSanitizer check every path through the stages.
 #include "fingerprint/fingerprint.h"
 #include "unit/fingerprint/test_series.h"
 

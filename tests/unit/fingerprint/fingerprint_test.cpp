@@ -46,7 +46,8 @@ TEST(Fingerprint, RescalesTheSpatialFeatures) {
 }
 
 TEST(Fingerprint, RescalesTheTemporalFeatures) {
-    // Three courses of 400 volumes, 2.5 s apart, which counts as 2 s. numpy, with the formulas of the single features.
+    // Three courses of 400 volumes, 2.5 s apart, which counts as 2 s. numpy, with the formulas of the separate
+    // features.
     Fingerprint fingerprint(3);
     const std::vector<Series> courses = {testSeries(400, 0.2), testSeries(400, 0.9), testSeries(400, 1.7)};
     computeTemporalFeatures(matrixWithColumns(courses).get(), matrixOf(courses).get(), 3, 400, 2500, fingerprint);

@@ -13,7 +13,7 @@ namespace {
 
 using testing::ElementsAreArray;
 
-// Sorts between two guards, which must stay.
+// Sorts between two guard values, which must not change.
 Series sorted(const Series& series) {
     Series work = series;
     work.insert(work.begin(), -77.0f);

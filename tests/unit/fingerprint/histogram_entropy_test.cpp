@@ -35,7 +35,7 @@ TEST(Histograms, OfAConstantFillTheFirstBin) {
 }
 
 TEST(Histograms, MissTheLargestValueWhenTheEdgesAddUpToLess) {
-    // numpy float32: 7 / 6 added up six times is 6.9999995, so the 7 is in no bin.
+    // numpy float32: adding 7 / 6 six times gives 6.9999995, so the 7 is in no bin.
     EXPECT_THAT(histogramOf({0, 1, 7, 0}, 6), ElementsAre(0.75f, 0, 0, 0, 0, 0));
 }
 

@@ -87,11 +87,11 @@ TEST(LabelClusters, WithoutASupraThresholdVoxelFindsNothing) {
 TEST(LabelClusters, HasRoomForANeighbourhoodOfAllPoints) {
     std::vector<Voxel> cube;
     for (int i = 0; i < 27; ++i) cube.push_back({3.0f, i % 3, i / 3 % 3, i / 9});
-    std::swap(cube.front(), cube[13]); // the centre is the seed and sees all
+    std::swap(cube.front(), cube[13]); // the centre is the seed and reaches all of them
     EXPECT_THAT(label(cube, 2.5f, 27).flags, testing::Each(27));
 }
 
-// Voxels in random order, in a cube with the given edge; half of the sets may hold a position twice.
+// Voxels in random order in a cube with the given edge; half of the sets may contain a position twice.
 std::vector<Voxel> randomVoxels(std::mt19937& generator, int count, int edge) {
     std::uniform_int_distribution<int> position(-edge / 2, edge - edge / 2 - 1);
     std::uniform_real_distribution<float> value(0.0f, 4.0f);
@@ -108,7 +108,7 @@ std::vector<Voxel> randomVoxels(std::mt19937& generator, int count, int edge) {
 
 TEST(LabelClusters, EqualsTheLiteralFormForRandomPointsInRandomOrder) {
     std::mt19937 generator(20);
-    int merged = 0; // sets in which something was left to survive or to drop
+    int merged = 0; // sets with more than one surviving cluster
     for (int set = 0; set < 800; ++set) {
         const int count = std::uniform_int_distribution<int>(1, 200)(generator);
         const int edge = std::uniform_int_distribution<int>(2, 14)(generator);
@@ -121,7 +121,7 @@ TEST(LabelClusters, EqualsTheLiteralFormForRandomPointsInRandomOrder) {
         ASSERT_EQ(survivors, expected.survivors) << "set " << set;
         merged += expected.survivors > 1 ? 1 : 0;
     }
-    EXPECT_GT(merged, 200); // the sets are not all trivial
+    EXPECT_GT(merged, 200); // not all sets are trivial
 }
 
 } // namespace

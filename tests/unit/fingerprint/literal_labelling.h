@@ -4,9 +4,9 @@
 
 namespace zn::test {
 
-/// What labelling by seeds with merging is, word for word with lists: slow, and free of any shortcut.
+/// Labelling by seeds with merging, written out literally with lists: slow, without any shortcut.
 struct LiteralLabelling {
-    std::vector<int> flags; ///< one a voxel
+    std::vector<int> flags; ///< one per voxel
     int survivors = 0;
 };
 

@@ -30,7 +30,7 @@ TEST(MeanAndVariance, OfASeriesAsInDoublePrecision) {
 }
 
 TEST(MeanAndVariance, CorrectsForAMeanThatIsRounded) {
-    // The mean of 16777216 and 16777218 twice, 16777217 1/3, is no float: 16777216 or 16777218 stands in for it. The
+    // The mean of 16777216 and twice 16777218, 16777217 1/3, is not a float and is rounded to 16777216 or 16777218. The
     // deviations from it do not add up to 0, and their sum corrects the sum of squares: (0 + 4 + 4 - 4^2 / 3) / 2.
     const auto [mean, variance] = meanAndVarianceOf({16777216.0f, 16777218.0f, 16777218.0f});
     EXPECT_TRUE(mean == 16777216.0f || mean == 16777218.0f) << mean;

@@ -47,7 +47,7 @@ TEST(RowKurtosis, OfOneValueIsMinusThree) {
 
 TEST(RowMoments, OfAConstantAreNotFinite) {
     EXPECT_TRUE(std::isnan(kurtosisOf(Series(50, 0.5f)))); // 0 / 0
-    EXPECT_TRUE(std::isinf(skewnessOf(Series(50, 0.5f)))); // the last value as it is / 0
+    EXPECT_TRUE(std::isinf(skewnessOf(Series(50, 0.5f)))); // the unchanged last value / 0
     EXPECT_TRUE(std::isnan(skewnessOf(Series(50, 0.0f)))); // 0 / 0
 }
 

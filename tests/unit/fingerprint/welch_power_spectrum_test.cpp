@@ -62,7 +62,7 @@ TEST(WelchPowerSpectrum, OfALongerTransform) {
 
 TEST(WelchPowerSpectrum, DoesNotUseVolumesAfterTheLastWholeSegment) {
     // 403 volumes: segments of 89 every 45 volumes, (403 - 44) / 45 = 7 of them, the last ends at volume 359. Swapping
-    // later volumes keeps mean and standard deviation, but for rounding.
+    // later volumes keeps mean and standard deviation, except for rounding.
     Series course = testSeries(403, 0.2);
     const Series before = spectrumOf({course}).power[0];
     std::swap(course[360], course[402]);

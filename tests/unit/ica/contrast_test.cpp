@@ -16,7 +16,7 @@
 namespace zn::test {
 namespace {
 
-// Position of a double among all doubles, so that neighbours differ by one.
+// Position of a double among all doubles: neighbours differ by one.
 std::int64_t rank(double value) {
     std::int64_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
@@ -25,7 +25,7 @@ std::int64_t rank(double value) {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-// Values that matter, values spread over [-range, range], and random bit patterns, subnormals among them.
+// Special values, values spread over [-range, range], and random bit patterns, including subnormals.
 std::vector<double> arguments(double range) {
     std::vector<double> x = {0.0,
                              -0.0,
@@ -141,7 +141,7 @@ TEST(SumContrast, EqualsThePlainFormUpToRounding) {
             const auto z = randomNumbers(voxels * 3, 2);
             const Sums ours = sumsOf(nonlinearity, z, dimension, y);
             const Sums plain = plainSumsOf(nonlinearity, z, dimension, y);
-            // each of the sums has terms below 3; rounding is at most about its length times 2^-53 of that
+            // every term is below 3; the rounding error is at most about the number of terms times 2^-53 of that
             const double tolerance = 3e-16 * 3 * static_cast<double>(voxels) + 1e-15;
             EXPECT_NEAR(ours.slope, plain.slope, tolerance) << voxels;
             for (std::size_t k = 0; k < 3; ++k) EXPECT_NEAR(ours.sums[k], plain.sums[k], tolerance) << voxels;

@@ -77,7 +77,7 @@ TEST_F(Engine, WhitensWithOneVectorDividedByTheRootOfItsEigenvalue) {
     EXPECT_DOUBLE_EQ(w.data.get()[0], 0.3);
     EXPECT_DOUBLE_EQ(w.data.get()[1], 0.4);
     EXPECT_DOUBLE_EQ(w.data.get()[2], 0.3 * 5 + 0.4 * 10);
-    EXPECT_FALSE(eigen.values) << "the eigenpairs are given back";
+    EXPECT_FALSE(eigen.values) << "the eigenpairs are released";
 }
 
 TEST_F(Engine, LogsTheRetainedVarianceInSinglePrecision) {
@@ -114,7 +114,7 @@ TEST_F(Engine, ReconstructsMapsAndTimeCoursesInSinglePrecision) {
     EXPECT_EQ(c.rawTimeCourses[0][1], 2.5f);
     EXPECT_EQ(c.timeCourses[0][0], 0.0f);
     EXPECT_EQ(c.timeCourses[1][0], 1.0f);
-    EXPECT_EQ(x.get(), nullptr) << "the data are given back";
+    EXPECT_EQ(x.get(), nullptr) << "the data are released";
 }
 
 TEST_F(Engine, KeepsTheSignThatTheVectorHas) {

@@ -9,7 +9,7 @@
 
 namespace zn::test {
 
-/// The forms of every kernel that were built, by the number of doubles that they handle together.
+/// The forms of every kernel that are built, by the number of doubles that they handle together.
 using KernelForms =
     testing::Types<std::integral_constant<int, 2>, std::integral_constant<int, 4>, std::integral_constant<int, 8>>;
 

@@ -89,7 +89,7 @@ TEST_F(VoiTemplatesTest, FollowTheOrderOfTheDataMatrix) {
     host.vois = {{57, 52, 59, 63, 52, 59}, {60, 55, 62}};
     auto templates = VoiTemplates::fetch(true, vtc);
     ASSERT_EQ(templates.count(), 2);
-    for (int row = 0; row < 24; ++row) templates.take(23 - row, row); // the other way round
+    for (int row = 0; row < 24; ++row) templates.take(23 - row, row); // in reverse order
     const std::vector<float> first(templates.rows()[0], templates.rows()[0] + 24);
     const std::vector<float> second(templates.rows()[1], templates.rows()[1] + 24);
     for (int row = 0; row < 24; ++row) {

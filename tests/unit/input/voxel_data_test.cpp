@@ -71,7 +71,7 @@ TEST_F(VoxelDataTest, RemovesOnlyTheMeanOverVoxelsOfEachVolume) {
     const ZeroedBlock centred = removeSpatialMean(x, 3, 2);
     const double expected[6] = {-2, -10, -1, 10, 3, 0};
     for (int i = 0; i < 6; ++i) EXPECT_EQ(centred.get()[i], expected[i]);
-    EXPECT_FALSE(x) << "the float matrix is given back";
+    EXPECT_FALSE(x) << "the float matrix is released";
 }
 
 } // namespace

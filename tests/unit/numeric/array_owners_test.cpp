@@ -8,7 +8,7 @@
 namespace zn::test {
 namespace {
 
-// That nothing is lost or freed twice is LeakSanitizer's and AddressSanitizer's part of these tests.
+// LeakSanitizer and AddressSanitizer check that nothing leaks or is freed twice.
 
 TEST(ArrayOwners, MovingTransfersTheArray) {
     OffsetVector<float> first(1, 2);

@@ -49,7 +49,7 @@ TEST_F(RtcFile, WithoutPredictorsHasEmptyLines) {
 TEST_F(RtcFile, PrintsSixSignificantDigits) {
     OffsetMatrix<float> a(0, 0, 0, 1);
     a[0][0] = 1.0f / 3.0f;
-    a[0][1] = 125000.25f; // an eighth of a million and a fraction
+    a[0][1] = 125000.25f; // more digits than are printed
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 1, 2);
     EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("\n0.333333 125000 \n"));
 }

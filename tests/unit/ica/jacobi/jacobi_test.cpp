@@ -111,7 +111,7 @@ TEST(Jacobi, GivesOrthonormalVectorsThatSatisfyTheEigenvalueEquation) {
                 dot += eigen.vectors[k][p] * eigen.vectors[k][q];
                 product += rows[static_cast<std::size_t>(q - 1)][static_cast<std::size_t>(k - 1)] * eigen.vectors[k][p];
             }
-            EXPECT_NEAR(dot, p == q ? 1 : 0, 1e-14); // rounding of some hundred rotations
+            EXPECT_NEAR(dot, p == q ? 1 : 0, 1e-14); // rounding of several hundred rotations
             EXPECT_NEAR(product, eigen.values[static_cast<std::size_t>(p - 1)] * eigen.vectors[q][p], 1e-13);
         }
     }

@@ -41,7 +41,7 @@ struct Rows {
     }
 };
 
-// One pair of elements after the other.
+// Rotates one pair of elements.
 void rotatePair(const PlaneRotation& r, double& x, double& y) {
     const double g = x;
     const double h = y;

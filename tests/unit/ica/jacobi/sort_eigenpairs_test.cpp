@@ -34,7 +34,7 @@ TEST(SortEigenpairs, PutsTheLargestFirstWithItsVector) {
 TEST(SortEigenpairs, PutsTheLaterOfEqualValuesFirst) {
     // Worked by hand: {5, 5} -> the second is picked for place 1, the first is left for place 2.
     EXPECT_THAT(orderAfterSorting({5, 5}), testing::ElementsAre(2, 1));
-    // {4, 4, 4}: place 1 takes the third (the first goes to place 3), place 2 then takes what stands at 3, the first.
+    // {4, 4, 4}: place 1 takes the third (the first moves to place 3), place 2 then takes the one at 3, the first.
     EXPECT_THAT(orderAfterSorting({4, 4, 4}), testing::ElementsAre(3, 1, 2));
 }
 
