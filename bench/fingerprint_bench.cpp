@@ -1,4 +1,5 @@
-// The fingerprint's stages at the size of a large run, and the labelling of one half-map beside its literal form.
+// The fingerprint's stages at the size of a large run, and the labelling of one half-map compared with its literal
+// form.
 #include "fingerprint/fingerprint.h"
 #include "fingerprint/heap_sort_ascending.h"
 #include "fingerprint/label_clusters.h"
@@ -58,7 +59,7 @@ void BM_HeapSort(benchmark::State& state) {
 }
 BENCHMARK(BM_HeapSort)->Unit(benchmark::kMillisecond);
 
-// Autocorrelation, temporal entropy and bands of 40 courses of 400 volumes.
+// Autocorrelation, temporal entropy and bands of 40 time courses of 400 volumes.
 void BM_TemporalFeatures(benchmark::State& state) {
     const auto raw = noise(kComponents, kVolumes, 1);
     const auto rescaled = noise(kVolumes, kComponents, 2);
@@ -69,7 +70,7 @@ void BM_TemporalFeatures(benchmark::State& state) {
 }
 BENCHMARK(BM_TemporalFeatures)->Unit(benchmark::kMillisecond);
 
-// Degree of clustering of 40 maps of white noise, 0.6 % of the voxels above the threshold in either sign.
+// Degree of clustering of 40 maps of white noise, 0.6 % of the voxels above the threshold for either sign.
 void BM_Clustering(benchmark::State& state) {
     const auto maps = noise(kComponents, kVoxels, 1);
     const auto positions = gridPositions(kVoxels);
@@ -80,7 +81,7 @@ void BM_Clustering(benchmark::State& state) {
 }
 BENCHMARK(BM_Clustering)->Unit(benchmark::kMillisecond);
 
-// Sixteen predictors against 40 courses.
+// Sixteen predictors against 40 time courses.
 void BM_DesignMatch(benchmark::State& state) {
     const auto courses = noise(kVolumes, kComponents, 1);
     const auto design = noise(kVolumes, kPredictors, 2);
@@ -108,7 +109,7 @@ struct HalfMap {
         std::vector<float> sorted(values[0], values[0] + voxels);
         const auto nth = sorted.begin() + points;
         std::nth_element(sorted.begin(), nth, sorted.end(), std::greater<>());
-        threshold = *nth; // strictly above it: as many voxels as points
+        threshold = *nth; // so that as many voxels as points are strictly above it
     }
     int voxels;
     OffsetMatrix<float> values;

@@ -1,5 +1,6 @@
-// One fixed-point update of each nonlinearity, beside two plain reads of the whitened data: an update has to read them
-// twice, for the product with w and for the mean of z g. The arguments are the number of voxels and of dimensions.
+// One fixed-point update with each nonlinearity, compared with two plain reads of the whitened data: an update has to
+// read it twice, for the product with w and for the mean of z g. The arguments are the numbers of voxels and
+// dimensions.
 #include "host/host_api.h"
 #include "ica/fixed_point_step.h"
 #include "numeric/array_owners.h"
@@ -55,7 +56,7 @@ void BM_GaussianUpdate(benchmark::State& state) {
     update(state, Nonlinearity::gaussian);
 }
 
-// The third argument is the number of streams side by side; the faster one is this machine's best.
+// The third argument is the number of parallel streams; the faster variant is the best this machine can do.
 void BM_TwoPlainReads(benchmark::State& state) {
     const Problem problem(state);
     const auto streams = static_cast<int>(state.range(2));

@@ -1,5 +1,6 @@
-// Eigen-decomposition of a temporal covariance, ours beside the same algorithm written down literally; the argument is
-// the number of volumes. The counter `bits` is a hash of all eigenvalues and eigenvectors: equal bits, equal hash.
+// Eigen-decomposition of a temporal covariance, ours compared with the same algorithm written out literally; the
+// argument is the number of volumes. The counter `bits` is a hash of all eigenvalues and eigenvectors: equal bits,
+// equal hash.
 //
 // The literal form takes minutes at 1200 volumes; choose with --benchmark_filter=/400
 #include "ica/jacobi/jacobi.h"
@@ -35,7 +36,7 @@ OffsetMatrix<double> covarianceOf(const ZeroedBlock& x, int voxels, int volumes)
     return covariance;
 }
 
-// Of a simulated run with three voxels a volume; made once for each number of volumes.
+// Of a simulated run with three voxels per volume; made once for each number of volumes.
 const OffsetMatrix<double>& simulatedCovariance(int volumes) {
     static std::map<int, OffsetMatrix<double>> made;
     if (!made.contains(volumes)) {

@@ -1,10 +1,10 @@
 // machine_bounds
 //
-// What one core of this machine can do at best, the bounds that the stages of a run are measured against:
+// The best that one core of this machine can do: the bounds that the stages of a run are compared with.
 //
-//   product_flops          floating-point operations a second of the host's matrix product
-//   rotated_pairs          pairs of neighbours a second through one rotation, both rows in the first-level cache
-//   read_bytes_<size>MB    bytes a second of a plain read of a block of that size, again and again
+//   product_flops          floating-point operations per second of the host's matrix product
+//   rotated_pairs          pairs of elements per second through one rotation, both rows in the first-level cache
+//   read_bytes_<size>MB    bytes per second of repeated plain reads of a block of that size
 #include "numeric/array_owners.h"
 #include "runs/plain_read.h"
 #include "runs/run_clock.h"
@@ -70,7 +70,7 @@ double readBytes(long long megabytes) {
     ZeroedBlock block(1, elements);
     std::fill_n(block.get(), elements, 1.0);
     const long long times = std::max(1LL, 2000 / megabytes);
-    double sum = 0.0; // printed nowhere, but the reader lives in another file and cannot be left out
+    double sum = 0.0; // not printed; the compiler cannot drop the calls, because plainRead is in another file
     double best = 1e300;
     for (const int streams : {1, 4}) {
         best = std::min(best, fastest([&] {

@@ -1,5 +1,5 @@
-// The least host that the engine runs in: log, window, and the matrix products over OpenBLAS. Built as a module of the
-// name that the engine looks for.
+// The smallest host that the engine runs in: log, window, and the matrix products over OpenBLAS. Built as a module with
+// the name that the engine looks for.
 #include "host/update_clock.h"
 
 #include <algorithm>

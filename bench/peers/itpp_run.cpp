@@ -1,6 +1,6 @@
 // itpp_run VOXELS VOLUMES COMPONENTS SEED DATA MAPS
 //
-// IT++'s FastICA in its deflation form on the data of engine_run. Its test of convergence is the engine's.
+// IT++'s FastICA, deflation approach, on the data of engine_run. Its convergence test is the same as the engine's.
 #include "runs/process_memory.h"
 #include "runs/run_clock.h"
 #include "runs/run_result.h"
@@ -16,7 +16,7 @@ namespace {
 
 using namespace zn::bench;
 
-// Products of the whitened data and a vector, one of them at the begin of every update.
+// Products of the whitened data and a vector; every update starts with one.
 struct Updates {
     int voxels = 0;
     int count = 0;
@@ -36,7 +36,7 @@ std::vector<float> toFloats(const itpp::mat& maps) {
 
 } // namespace
 
-// IT++ does not tell how often it iterates; its calls of the BLAS pass here on their way and are counted.
+// IT++ does not report its number of iterations; its calls to the BLAS pass through here and are counted.
 extern "C" void dgemv_(const char* transpose, const int* rows, const int* columns, const double* alpha, const double* a,
                        const int* strideA, const double* x, const int* strideX, const double* beta, double* y,
                        const int* strideY) {

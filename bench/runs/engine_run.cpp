@@ -1,6 +1,6 @@
 // engine_run VOXELS VOLUMES COMPONENTS SEED [DATA MAPS] [--regions COUNT]
 //
-// Runs the engine once, from centred doubles in memory to component maps, and prints what each stage took. The data
+// Runs the engine once, from centred doubles in memory to component maps, and prints the time of each stage. The data
 // are read from DATA (V x T doubles) and the maps written to MAPS (K x V floats); without the two names the data are
 // simulated from the seed. --regions runs the fingerprint as well, with that many regions of interest. The eigenvalue
 // file and the covariance as text go to the current folder, as in every run.
@@ -28,7 +28,7 @@ namespace {
 using namespace zn;
 using namespace zn::bench;
 
-// What a stage took, added to the result under its name.
+// Adds the seconds that a stage takes to the result, under its name.
 template <class Stage> auto timed(RunResult& result, const char* name, Stage stage) {
     const RunClock clock;
     auto value = stage();

@@ -1,5 +1,5 @@
-// The linker sends every call of srand and of jacobi here (--wrap), and the names with __real_ to the functions
-// themselves. The long name is jacobi's own, as the Itanium C++ ABI spells it.
+// The linker redirects every call of srand and of jacobi here (--wrap), and the names with __real_ to the original
+// functions. The long name is jacobi's in the Itanium C++ ABI.
 #include "runs/engine_wraps.h"
 
 #include "runs/run_clock.h"

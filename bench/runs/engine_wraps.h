@@ -2,11 +2,11 @@
 
 namespace zn::bench {
 
-/// Seed that the engine's random start vectors get, whatever it asks for: it takes the clock, and no run could be
-/// repeated.
+/// Seed of the engine's random start vectors, whatever it asks for: it seeds from the clock, which would make runs
+/// unrepeatable.
 void setStartSeed(unsigned seed);
 
-/// The last call of jacobi in this process. It lies inside a stage that also writes two files.
+/// The last call of jacobi in this process. It is timed separately because its stage also writes two files.
 struct EigenSearch {
     double seconds = 0.0;
     int rotations = 0;

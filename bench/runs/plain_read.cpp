@@ -8,7 +8,7 @@ namespace zn::bench {
 
 namespace {
 
-constexpr int kLanes = 64; // sums on their way at the same time
+constexpr int kLanes = 64; // sums that are accumulated in parallel
 constexpr int kQuarters = 4;
 
 ZN_WIDEST_VECTORS void addOneStream(const double* __restrict block, long long elements, double* __restrict sums) {

@@ -28,7 +28,7 @@ long long peakBytes() {
 }
 
 void forgetPeak() {
-    std::ofstream("/proc/self/clear_refs") << "5\n"; // 5: the peak alone
+    std::ofstream("/proc/self/clear_refs") << "5\n"; // 5: resets only the peak
 }
 
 } // namespace zn::bench

@@ -6,7 +6,7 @@
 
 namespace zn::bench {
 
-/// What one run of a program found out about itself; a reader of the comparison takes it from the standard output.
+/// The measurements of one run of a program; the comparison reads them from its standard output.
 class RunResult {
 public:
     void add(const char* name, double value) { values_.emplace_back(name, value); }

@@ -25,7 +25,7 @@ OffsetMatrix<int> cubicGrid(int voxels, int side) {
     return positions;
 }
 
-// Adds a blob of the given height; nothing where it is below a hundredth of it.
+// Adds a blob of the given height, cut off where it falls below a hundredth of that.
 void addBlob(Generator& generator, const int* const* positions, int voxels, int side, double height, float* source) {
     double centre[3];
     for (double& c : centre) c = uniform(generator, 0.1 * side, 0.9 * side);
@@ -51,13 +51,13 @@ void toZeroMeanUnitVariance(std::vector<double>& course) {
 }
 
 std::vector<double> timeCourse(Generator& generator, int volumes) {
-    constexpr double kMemory = 0.8; // of one volume for the next
+    constexpr double kMemory = 0.8; // correlation of neighbouring volumes
     const double period = uniform(generator, 15.0, 45.0);
     const double phase = uniform(generator, 0.0, period);
     std::normal_distribution<double> normal;
     std::vector<double> course(static_cast<std::size_t>(volumes));
     double slow = normal(generator);
-    double response = 0.0; // to the blocks, which it follows with a delay of some volumes
+    double response = 0.0; // to the blocks, which it follows with a delay of a few volumes
     for (int t = 0; t < volumes; ++t) {
         slow = kMemory * slow + std::sqrt(1.0 - kMemory * kMemory) * normal(generator);
         const bool on = std::fmod(t + phase, period) < period / 2.0;

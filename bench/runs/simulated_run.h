@@ -11,9 +11,9 @@ struct SimulatedRun {
     OffsetMatrix<int> coordinates; ///< [0..V-1][0..2], grid x y z from 0
 };
 
-/// Two Gaussian blobs a source, cut off where they fade, on a cubic grid that is filled in voxel order; a time course
-/// each of slow autoregressive noise and a block design; white noise of unit variance in every voxel and volume. Equal
-/// arguments give equal data with one standard library.
+/// Two Gaussian blobs per source, cut off where they fade, on a cubic grid that is filled in voxel order; a time course
+/// per source of slow autoregressive noise and a block design; white noise of unit variance in every voxel and volume.
+/// Equal arguments give equal data with the same standard library.
 SimulatedRun simulateRun(int voxels, int volumes, int sources, unsigned seed);
 
 } // namespace zn::bench
