@@ -86,7 +86,7 @@ TEST_F(FingerprintStage, SkipsTheClusteringWhenTheFirstQuestionIsCancelled) {
                                 "Component fingerprint will thus miss one parameter and may not be usable!"));
         EXPECT_THAT(host.calls, Not(Contains(StartsWith("znGetFloatInput"))));
         EXPECT_THAT(values(kClustering), Each(0.0f));
-        std::istringstream file(textOf("ParamsMatrix.txt"));
+        std::istringstream file(platformTextOf("ParamsMatrix.txt"));
         std::string line;
         for (std::size_t k = 0; k < host.maps.size(); ++k) {
             ASSERT_TRUE(std::getline(file, line));
@@ -113,7 +113,7 @@ TEST_F(FingerprintStage, DividesTheClusteringByItsLargestValueInTheFileOnly) {
     const float largest = *std::max_element(degrees.begin(), degrees.end());
     ASSERT_GT(largest, 0.0f);
     ASSERT_LT(largest, 1.0f);
-    std::istringstream file(textOf("ParamsMatrix.txt"));
+    std::istringstream file(platformTextOf("ParamsMatrix.txt"));
     std::string line;
     for (std::size_t k = 0; std::getline(file, line); ++k) {
         EXPECT_NEAR(std::stod(line), static_cast<double>(degrees[k] / largest), 1e-5);
@@ -236,7 +236,7 @@ TEST_F(FingerprintStage, WithoutVoisHasRegionZero) {
 
 TEST_F(FingerprintStage, WritesTheSameValuesToFileAndMaps) {
     run();
-    std::istringstream file(textOf("ParamsMatrix.txt"));
+    std::istringstream file(platformTextOf("ParamsMatrix.txt"));
     for (const auto& map : host.maps) {
         std::string ignored;
         file >> ignored; // the degree of clustering, which differs on purpose

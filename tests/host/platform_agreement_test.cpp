@@ -131,7 +131,7 @@ void runWith(const std::string& contrast, int cube, int gaussian, Results& resul
     ASSERT_TRUE(initialisePlugin());
     ASSERT_TRUE(executeRun());
 
-    results["covariance"] = wordsOf(textOf("Covariance.txt"));
+    results["covariance"] = wordsOf(platformTextOf("Covariance.txt"));
     results["eigenpairs"] = doublesIn(contentOf("run1.eig"));
     results[contrast + "-iterations"] = iterationsIn(host.log());
     for (const auto& map : host.maps) {

@@ -50,11 +50,11 @@ TEST_F(RecomputedParameters, MatchTheParameterFileOfTheRun) {
         coordinates.push_back({static_cast<int>(g % 16), static_cast<int>(g / 16 % 16), static_cast<int>(g / 256)});
         for (std::size_t k = 0; k < components; ++k) maps[k].push_back(static_cast<double>(host.maps[k].voxels[g]));
     }
-    const Rows timeCourses = timeCoursesIn(textOf("run1_ICA.rtc"), components);
+    const Rows timeCourses = timeCoursesIn(platformTextOf("run1_ICA.rtc"), components);
     const Rows expected = recomputedParameters(maps, coordinates, timeCourses, 2, 1.5, 3);
 
     const double tolerance = 5e-4; // single precision over two thousand voxels, six digits in both files
-    std::istringstream file(textOf("ParamsMatrix.txt"));
+    std::istringstream file(platformTextOf("ParamsMatrix.txt"));
     std::vector<double> entropies;
     for (std::size_t k = 0; k < components; ++k) {
         for (std::size_t column = 0; column < 11; ++column) {

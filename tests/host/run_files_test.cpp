@@ -38,28 +38,28 @@ TEST_F(RunFiles, ListTheVoxelsOfTheMaskInGridOrder) {
     host.header.volumes = 4; // fewer volumes than voxels; the rest of the data is not read
     run();
     // index = z * 48 + y * 8 + x: 50 is x 2, y 0, z 1; 239 is x 7, y 5, z 4
-    EXPECT_EQ(textOf("ICA.vox"), "     5 \n"
-                                 "    1     1     1 \n"
-                                 "    5     1     1 \n"
-                                 "    2     2     1 \n"
-                                 "    3     1     2 \n"
-                                 "    8     6     5 \n");
+    EXPECT_EQ(platformTextOf("ICA.vox"), "     5 \n"
+                                         "    1     1     1 \n"
+                                         "    5     1     1 \n"
+                                         "    2     2     1 \n"
+                                         "    3     1     2 \n"
+                                         "    8     6     5 \n");
 }
 
 TEST_F(RunFiles, CountWholeVoxelsOfABoundingBoxWithARemainder) {
     run();
-    const std::string whole = textOf("ICA.vox");
+    const std::string whole = platformTextOf("ICA.vox");
     host.header.xEnd += 1;
     host.header.yEnd += 2;
     host.header.zEnd += 2;
     run();
     EXPECT_THAT(host.log(), testing::Contains("// Plugin>  Number of used VTC voxels: 240"));
-    EXPECT_EQ(textOf("ICA.vox"), whole);
+    EXPECT_EQ(platformTextOf("ICA.vox"), whole);
 }
 
 TEST_F(RunFiles, HoldTheCovarianceOfTheCentredData) {
     run();
-    const auto rows = numbersIn(textOf("Covariance.txt"));
+    const auto rows = numbersIn(platformTextOf("Covariance.txt"));
     ASSERT_EQ(rows.size(), 12U);
     // Independently: mean over voxels subtracted from each volume, products summed, divided by the number of voxels.
     const auto value = [&](std::size_t v, std::size_t t) { return static_cast<double>(host.floats[v * 12 + t]); };
@@ -81,7 +81,7 @@ TEST_F(RunFiles, HoldEigenpairsThatSatisfyTheEigenvalueEquation) {
     run();
     const auto values = doublesIn(contentOf("run1.eig"));
     ASSERT_EQ(values.size(), 12U + 12U * 12U);
-    const auto covariance = numbersIn(textOf("Covariance.txt"));
+    const auto covariance = numbersIn(platformTextOf("Covariance.txt"));
     for (std::size_t k = 0; k + 1 < 12; ++k) EXPECT_GE(values[k], values[k + 1]);
     for (std::size_t k = 0; k < 12; ++k) {
         for (std::size_t r = 0; r < 12; ++r) {
@@ -94,7 +94,7 @@ TEST_F(RunFiles, HoldEigenpairsThatSatisfyTheEigenvalueEquation) {
 
 TEST_F(RunFiles, HoldTheTimeCoursesOfTheMapsAsADesignMatrix) {
     run();
-    const std::string text = textOf("run1_ICA.rtc");
+    const std::string text = platformTextOf("run1_ICA.rtc");
     EXPECT_EQ(text.substr(0, text.find("\"TC1\"")), "FileVersion:     2\n"
                                                     "Type:            DesignMatrix\n"
                                                     "NrOfPredictors:  3\n"
@@ -111,7 +111,7 @@ TEST_F(RunFiles, HoldTheTimeCoursesOfTheMapsAsADesignMatrix) {
 
 TEST_F(RunFiles, HaveOneParameterRowPerComponent) {
     run();
-    const auto rows = numbersIn(textOf("ParamsMatrix.txt"));
+    const auto rows = numbersIn(platformTextOf("ParamsMatrix.txt"));
     ASSERT_EQ(rows.size(), 3U);
     for (const auto& row : rows) EXPECT_EQ(row.size(), 11U);
 }

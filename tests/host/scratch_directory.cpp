@@ -42,7 +42,7 @@ std::string contentOf(const fs::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-std::string textOf(const fs::path& file) {
+std::string platformTextOf(const fs::path& file) {
     const std::string bytes = contentOf(file);
     std::string text;
     for (std::size_t begin = 0; begin < bytes.size();) {

@@ -25,6 +25,6 @@ std::string contentOf(const std::filesystem::path& file);
 
 /// A text file with '\n' for every line end; the test fails when one of them is not the platform's (CR LF on Windows,
 /// LF elsewhere).
-std::string textOf(const std::filesystem::path& file);
+std::string platformTextOf(const std::filesystem::path& file);
 
 } // namespace zn::test

@@ -62,7 +62,7 @@ TEST_F(Engine, ReturnsTheEigenpairsInDescendingOrderAndReleasesTheCovariance) {
     EXPECT_EQ(eigen.values[2], 1.0);
     EXPECT_EQ(eigen.vectors[2][1], 1.0);
     EXPECT_FALSE(covariance);
-    EXPECT_EQ(textOf("Covariance.txt"), "         1          0 \n         0          4 \n");
+    EXPECT_EQ(platformTextOf("Covariance.txt"), "         1          0 \n         0          4 \n");
     EXPECT_EQ(contentOf("run.eig").size(), 48U);
 }
 

@@ -23,27 +23,27 @@ TEST_F(RtcFile, HasFourHeaderLinesTheNamesAndOneLinePerVolume) {
     a[1][1] = 0.25f;
     a[1][2] = 0.0f;
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 3);
-    EXPECT_EQ(textOf("run_ICA.rtc"), "FileVersion:     2\n"
-                                     "Type:            DesignMatrix\n"
-                                     "NrOfPredictors:  3\n"
-                                     "NrOfDataPoints:  2\n"
-                                     "\n"
-                                     "\"TC1\" \"TC2\" \"TC3\" \n"
-                                     "    0   0.5     1 \n"
-                                     "    1  0.25     0 \n");
+    EXPECT_EQ(platformTextOf("run_ICA.rtc"), "FileVersion:     2\n"
+                                             "Type:            DesignMatrix\n"
+                                             "NrOfPredictors:  3\n"
+                                             "NrOfDataPoints:  2\n"
+                                             "\n"
+                                             "\"TC1\" \"TC2\" \"TC3\" \n"
+                                             "    0   0.5     1 \n"
+                                             "    1  0.25     0 \n");
 }
 
 TEST_F(RtcFile, ShowsAConstantTimeCourseAsNaN) {
     OffsetMatrix<float> a(0, 1, 0, 0);
     a.fill(std::numeric_limits<float>::quiet_NaN());
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 1);
-    EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("\"TC1\" \n  nan \n  nan \n"));
+    EXPECT_TRUE(platformTextOf("run_ICA.rtc").ends_with("\"TC1\" \n  nan \n  nan \n"));
 }
 
 TEST_F(RtcFile, WithoutPredictorsHasEmptyLines) {
     OffsetMatrix<float> a(0, 1, 0, 0);
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 2, 0);
-    EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("NrOfDataPoints:  2\n\n\n\n\n"));
+    EXPECT_TRUE(platformTextOf("run_ICA.rtc").ends_with("NrOfDataPoints:  2\n\n\n\n\n"));
 }
 
 TEST_F(RtcFile, PrintsSixSignificantDigits) {
@@ -51,7 +51,7 @@ TEST_F(RtcFile, PrintsSixSignificantDigits) {
     a[0][0] = 1.0f / 3.0f;
     a[0][1] = 125000.25f; // more digits than are printed
     writeRtcDesignMatrix("run_ICA.rtc", a.get(), 1, 2);
-    EXPECT_TRUE(textOf("run_ICA.rtc").ends_with("\n0.333333 125000 \n"));
+    EXPECT_TRUE(platformTextOf("run_ICA.rtc").ends_with("\n0.333333 125000 \n"));
 }
 
 } // namespace

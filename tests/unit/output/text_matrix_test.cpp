@@ -21,8 +21,8 @@ TEST_F(TextMatrix, OfDoublesHasFieldsOfTenEachFollowedByABlank) {
     m[1][2] = m[2][1] = -1.5;
     m[2][2] = 1234567.0;
     writeDoubleMatrix("m.txt", m.get(), 2, 2);
-    EXPECT_EQ(textOf("m.txt"), "      0.25       -1.5 \n"
-                               "      -1.5 1.23457e+06 \n");
+    EXPECT_EQ(platformTextOf("m.txt"), "      0.25       -1.5 \n"
+                                       "      -1.5 1.23457e+06 \n");
 }
 
 TEST_F(TextMatrix, OfFloatsHasFieldsOfFiveAndStartsAtZero) {
@@ -34,8 +34,8 @@ TEST_F(TextMatrix, OfFloatsHasFieldsOfFiveAndStartsAtZero) {
     m[1][1] = -0.0f;
     m[1][2] = 100.0f;
     writeFloatMatrix("m.txt", m.get(), 2, 3);
-    EXPECT_EQ(textOf("m.txt"), "    0   0.5     1 \n"
-                               " 0.25    -0   100 \n");
+    EXPECT_EQ(platformTextOf("m.txt"), "    0   0.5     1 \n"
+                                       " 0.25    -0   100 \n");
 }
 
 TEST_F(TextMatrix, WritesAValueWiderThanItsFieldInFull) {
@@ -43,7 +43,7 @@ TEST_F(TextMatrix, WritesAValueWiderThanItsFieldInFull) {
     m[0][0] = -0.123456f;
     m[0][1] = 7.0f;
     writeFloatMatrix("m.txt", m.get(), 1, 2);
-    EXPECT_EQ(textOf("m.txt"), "-0.123456     7 \n");
+    EXPECT_EQ(platformTextOf("m.txt"), "-0.123456     7 \n");
 }
 
 TEST_F(TextMatrix, FormatsNumbersAsAStandardStreamDoes) {
@@ -69,7 +69,7 @@ TEST_F(TextMatrix, FormatsNumbersAsAStandardStreamDoes) {
     }
     expected << '\n';
     writeDoubleMatrix("m.txt", m.get(), 1, column);
-    EXPECT_EQ(textOf("m.txt"), expected.str());
+    EXPECT_EQ(platformTextOf("m.txt"), expected.str());
 }
 
 TEST_F(TextMatrix, OfVoxelsStartsWithTheirNumber) {
@@ -81,10 +81,10 @@ TEST_F(TextMatrix, OfVoxelsStartsWithTheirNumber) {
         for (int axis = 0; axis < 3; ++axis) table[v + 2][axis + 1] = voxels[v][axis];
     }
     writeVoxelTable("ICA.vox", table.get(), 4, 3);
-    EXPECT_EQ(textOf("ICA.vox"), "     3 \n"
-                                 "    1     5     3 \n"
-                                 "   10   200  3000 \n"
-                                 "123456     2     3 \n");
+    EXPECT_EQ(platformTextOf("ICA.vox"), "     3 \n"
+                                         "    1     5     3 \n"
+                                         "   10   200  3000 \n"
+                                         "123456     2     3 \n");
 }
 
 TEST_F(TextMatrix, OfAVectorHasOneNumberPerLineWithoutABlank) {
@@ -92,7 +92,7 @@ TEST_F(TextMatrix, OfAVectorHasOneNumberPerLineWithoutABlank) {
     v[1] = 0.25;
     v[2] = -1.0;
     writeTextVector("v.txt", v.get(), 1, 2, 10);
-    EXPECT_EQ(textOf("v.txt"), "      0.25\n        -1\n");
+    EXPECT_EQ(platformTextOf("v.txt"), "      0.25\n        -1\n");
 }
 
 TEST_F(TextMatrix, ReplacesAnExistingFile) {
@@ -100,7 +100,7 @@ TEST_F(TextMatrix, ReplacesAnExistingFile) {
     m.fill(1.0f);
     writeFloatMatrix("m.txt", m.get(), 2, 1);
     writeFloatMatrix("m.txt", m.get(), 1, 1);
-    EXPECT_EQ(textOf("m.txt"), "    1 \n");
+    EXPECT_EQ(platformTextOf("m.txt"), "    1 \n");
 }
 
 TEST_F(TextMatrix, LargerThanTheBufferIsComplete) {
@@ -110,7 +110,7 @@ TEST_F(TextMatrix, LargerThanTheBufferIsComplete) {
     writeFloatMatrix("m.txt", m.get(), rows, 1);
     std::string expected;
     for (int i = 0; i < rows; ++i) expected += "  0.5 \n";
-    EXPECT_EQ(textOf("m.txt"), expected);
+    EXPECT_EQ(platformTextOf("m.txt"), expected);
 }
 
 TEST_F(TextMatrix, InAMissingFolderIsSilentlySkipped) {
