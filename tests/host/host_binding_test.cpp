@@ -6,9 +6,11 @@
 
 #include "host/host_api.h"
 
-#include <gtest/gtest.h>
-
+#include <atomic>
 #include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
 
 namespace zn::test {
 namespace {
@@ -63,6 +65,19 @@ TEST(HostBinding, PrefersTesmiraWhenBothHostsAreLoaded) {
     EXPECT_TRUE(plugin.initPlugin());
     EXPECT_EQ(first.timesAsked(), 1);
     EXPECT_EQ(second.timesAsked(), 0);
+}
+
+// A library that is loaded meanwhile takes the dynamic linker's locks, too: binding must not wait for it while it waits
+// for binding.
+TEST(HostBinding, EndsWhileAnotherThreadLoadsLibraries) {
+    const Module module("first/Tesmira.exe");
+    std::atomic<bool> done = false;
+    std::thread loader([&done] {
+        while (!done) const Module other("other/TesmiraZNViewer.exe");
+    });
+    for (int i = 0; i < 1000; ++i) ASSERT_TRUE(bindHostApi());
+    done = true;
+    loader.join();
 }
 
 TEST(HostBinding, FailsWithoutTheVersionFunction) {
