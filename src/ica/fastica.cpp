@@ -73,9 +73,10 @@ struct Search {
 // no limit.
 int attempt(Search& search) {
     search.start();
-    for (int iteration = 0; iteration != search.settings.iterationLimit; ++iteration) {
+    // Wider than the limit, so that without one the counter cannot overflow.
+    for (long long iteration = 0; iteration != search.settings.iterationLimit; ++iteration) {
         search.deflateAndNormalise();
-        if (search.isSame(+1.0) || search.isSame(-1.0)) return iteration + 1;
+        if (search.isSame(+1.0) || search.isSame(-1.0)) return static_cast<int>(iteration + 1);
         // A NaN never goes away and passes no test: the remaining iterations could only repeat it.
         if (std::isnan(search.w.get()[0])) return kNotConverged;
         std::copy_n(search.w.get(), search.data.dimension, search.previous.get());
