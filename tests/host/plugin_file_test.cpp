@@ -5,10 +5,13 @@
 
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <set>
 #include <sstream>
 #include <string>
+
+#include <dlfcn.h>
 
 namespace zn::test {
 namespace {
@@ -47,6 +50,27 @@ TEST(PluginFile, DependsOnTheStandardLibraryAlone) {
     libraries.erase("ld-linux-x86-64.so.2");
     EXPECT_THAT(libraries, testing::IsSubsetOf({"libstdc++.so.6", "libm.so.6", "libgcc_s.so.1", "libc.so.6"}));
     EXPECT_THAT(libraries, testing::Contains("libstdc++.so.6"));
+}
+
+std::string fileOf(const void* address) {
+    Dl_info module{};
+    return dladdr(address, &module) != 0 ? module.dli_fname : "";
+}
+
+// The dynamic linker would otherwise take the first copy's functions for the second one's class.
+TEST(PluginFile, LoadedTwiceForAllToSeeKeepsItsOwnFunctions) {
+    const std::string folder = testing::TempDir();
+    std::array<std::string, 2> copies = {folder + "ICAPluginFirst.so", folder + "ICAPluginSecond.so"};
+    for (const std::string& copy : copies) {
+        std::filesystem::copy_file(ZN_PLUGIN_FILE, copy, std::filesystem::copy_options::overwrite_existing);
+        void* library = dlopen(copy.c_str(), RTLD_NOW | RTLD_GLOBAL);
+        ASSERT_TRUE(library) << dlerror();
+        void* plugin = reinterpret_cast<void* (*)()>(dlsym(library, "createPlugin"))();
+        void** table = *static_cast<void***>(plugin); // two destructors, execute, initPlugin
+        for (int slot = 0; slot < 4; ++slot) EXPECT_EQ(fileOf(table[slot]), copy) << slot;
+        reinterpret_cast<void (*)(void*)>(table[1])(plugin); // the deleting destructor
+        std::filesystem::remove(copy);
+    }
 }
 
 } // namespace
