@@ -3,6 +3,8 @@
 #include "host/host_api.h"
 #include "host/log.h"
 
+#include <array>
+#include <charconv>
 #include <cmath>
 
 namespace zn {
@@ -24,6 +26,13 @@ private:
     int volumes_;
 };
 
+// Six decimals, as by printf's %f, but with a point in every locale: the host may have set one with a comma.
+std::array<char, 64> fixedPoint(float value) {
+    std::array<char, 64> text{}; // at most 39 digits before the point
+    std::to_chars(text.begin(), text.end() - 1, static_cast<double>(value), std::chars_format::fixed, 6);
+    return text;
+}
+
 double sumOfValues(const Ranked& eigen, int first, int last) {
     double sum = 0.0;
     for (int i = 0; i <= last - first; ++i) sum += eigen.value(first + i);
@@ -36,8 +45,8 @@ Whitening whiten(const double* x, int voxels, int volumes, Eigenpairs& eigen, in
     const Ranked ranked(eigen, volumes);
     const double total = sumOfValues(ranked, 1, volumes);
     const double retained = sumOfValues(ranked, first, last);
-    logLine("// Plugin>  Retained variance after dimensionality reduction: %f %%",
-            static_cast<double>(static_cast<float>(retained / total * 100.0))); // single precision, then printed
+    logLine("// Plugin>  Retained variance after dimensionality reduction: %s %%",
+            fixedPoint(static_cast<float>(retained / total * 100.0)).data());
 
     const int n = last - first + 1;
     Whitening result{ZeroedBlock(n, volumes), ZeroedBlock(volumes, n), {}};
