@@ -17,6 +17,14 @@ void copyTimeCourse(const Vtc& vtc, long long gridIndex, float* row) {
     }
 }
 
+// A bounding box that runs backwards along two axes has a positive number of voxels, none of which a scan meets.
+void clearRows(VoxelData& data, const Vtc& vtc) {
+    for (int row = 0; row < vtc.voxels; ++row) {
+        std::fill_n(data.timeCourses[row], vtc.volumes(), 0.0f);
+        for (int axis = 0; axis < 3; ++axis) data.coordinates[row][axis] = data.list[row + 2][axis + 1] = 0;
+    }
+}
+
 } // namespace
 
 VoxelData extractVoxels(const Vtc& vtc, VoiTemplates& templates) {
@@ -24,6 +32,7 @@ VoxelData extractVoxels(const Vtc& vtc, VoiTemplates& templates) {
                    OffsetMatrix<int>(0, vtc.voxels - 1, 0, 2), OffsetMatrix<int>(1, vtc.voxels + 1, 1, 3)};
     data.list[1][1] = vtc.voxels;
 
+    if (!vtc.grid.canBeScanned()) clearRows(data, vtc);
     int row = 0;
     long long gridIndex = 0;
     for (int z = 0; z < vtc.grid.z; ++z) {

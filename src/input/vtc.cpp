@@ -16,6 +16,11 @@ constexpr char kWrongMaskBox[] = "This mask does not fit the current VTC resolut
                                  "Please keep the VTC linked to the current VMR or SRF before creating a VTC mask.";
 constexpr char kWrongMaskLog[] = "// Plugin> Wrong mask provided. Exiting plugin.";
 
+int limitedToInt(long long number) {
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<long long>(number, Limits::min(), Limits::max()));
+}
+
 MaybeStop loadMask(const FileNames& names, BusyCursor& cursor, Vtc& vtc) {
     if (isEmpty(names.mask)) return std::nullopt;
     if (host().znLoadMaskToCurrentVMR(names.mask.data()) != 0) vtc.mask = host().znGetMaskOfCurrentVMR();
@@ -45,11 +50,11 @@ MaybeStop fetchData(BusyCursor& cursor, Vtc& vtc) {
     return std::nullopt;
 }
 
-// Number of whole VTC voxels along one axis of the bounding box; a remainder is dropped. An empty axis has none.
+// Number of whole VTC voxels along one axis of the bounding box; a remainder is dropped. Negative for an axis that runs
+// backwards.
 int gridSize(int start, int end, int resolution) {
     if (resolution < 1) return 0;
-    const long long extent = static_cast<long long>(end) - start;
-    return static_cast<int>(std::clamp<long long>(extent / resolution, 0, std::numeric_limits<int>::max()));
+    return limitedToInt((static_cast<long long>(end) - start) / resolution);
 }
 
 Grid gridOf(const VtcHeader& h) {
@@ -57,12 +62,13 @@ Grid gridOf(const VtcHeader& h) {
             gridSize(h.zStart, h.zEnd, h.resolution)};
 }
 
+// Without a mask, the product of the three sizes; with one, what the scan of the grid finds, which is nothing when an
+// axis runs backwards.
 int countSelectedVoxels(const Vtc& vtc) {
-    long long count = vtc.grid.voxels();
-    if (vtc.mask) {
-        count = std::count_if(vtc.mask, vtc.mask + vtc.grid.voxels(), [](unsigned char byte) { return byte != 0; });
-    }
-    return static_cast<int>(std::min<long long>(count, std::numeric_limits<int>::max()));
+    const long long voxels = vtc.grid.voxels();
+    if (!vtc.mask) return limitedToInt(voxels);
+    if (!vtc.grid.canBeScanned()) return 0;
+    return limitedToInt(std::count_if(vtc.mask, vtc.mask + voxels, [](unsigned char byte) { return byte != 0; }));
 }
 
 MaybeStop checkVoxelCount(const Vtc& vtc, BusyCursor& cursor) {
@@ -85,9 +91,10 @@ MaybeStop checkVoxelCount(const Vtc& vtc, BusyCursor& cursor) {
 } // namespace
 
 long long Grid::voxels() const {
-    constexpr long long most = std::numeric_limits<long long>::max();
-    const long long plane = static_cast<long long>(x) * y;
-    return z > 0 && plane > most / z ? most : plane * z;
+    using Limits = std::numeric_limits<long long>;
+    long long product = 0;
+    if (!__builtin_mul_overflow(static_cast<long long>(x) * y, static_cast<long long>(z), &product)) return product;
+    return (x < 0) ^ (y < 0) ^ (z < 0) ? Limits::min() : Limits::max();
 }
 
 MaybeStop openVtc(const FileNames& names, BusyCursor& cursor, Vtc& vtc) {

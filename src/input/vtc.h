@@ -6,12 +6,16 @@
 
 namespace zn {
 
-/// Sizes of the VTC grid. Voxel (x, y, z), each from 0, has the linear index z * (x size * y size) + y * x size + x.
+/// Sizes of the VTC grid; negative along an axis on which the host's bounding box runs backwards. Voxel (x, y, z), each
+/// from 0, has the linear index z * (x size * y size) + y * x size + x.
 struct Grid {
     int x = 0;
     int y = 0;
     int z = 0;
-    long long voxels() const; ///< number of voxels; the largest long long when the product overflows
+    /// Product of the sizes; the largest or smallest long long when it overflows.
+    long long voxels() const;
+    /// Whether a scan over z, y and x meets any voxel.
+    bool canBeScanned() const { return x > 0 && y > 0 && z > 0; }
 };
 
 /// The functional time courses linked to the current anatomical volume. Data and mask are the host's memory.

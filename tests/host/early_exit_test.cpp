@@ -115,6 +115,35 @@ TEST_F(EarlyExit, WithABoundingBoxSmallerThanOneVoxelOnAnotherAxis) {
     EXPECT_THAT(host.boxes(), ElementsAre("No voxels selected in the current VTC!"));
 }
 
+// The number of voxels is the product of the three differences, whatever their signs.
+TEST_F(EarlyExit, WithABoundingBoxThatRunsBackwardsAlongAnAxis) {
+    host.header.xEnd = host.header.xStart - 3 * 4;
+    EXPECT_FALSE(run());
+    EXPECT_THAT(
+        lastCalls(4),
+        ElementsAre("znLogText(// Plugin>  Number of used VTC voxels: -120)", "znStopBusyCursor()",
+                    "znMessageBox(Too few voxels (less than number of time points) selected in the current VTC!)",
+                    "znLogText(// Plugin> Too few voxels (less than number of time points) selected in the "
+                    "current VTC!)"));
+}
+
+// 120 voxels by the product, none of which a scan meets: there is nothing to find.
+TEST_F(EarlyExit, WithABoundingBoxThatRunsBackwardsAlongTwoAxes) {
+    host.header.xEnd = host.header.xStart - 3 * 4;
+    host.header.yEnd = host.header.yStart - 3 * 6;
+    EXPECT_TRUE(run());
+    EXPECT_THAT(host.log(), Contains("// Plugin>  Number of used VTC voxels: 120"));
+    EXPECT_EQ(host.log().back(), "// Plugin>  No components found. Exiting plugin.");
+}
+
+TEST_F(EarlyExit, WithABackwardBoundingBoxAndAMaskThatNoScanMeets) {
+    host.dialogStrings[1] = "brain.msk";
+    host.mask = std::vector<unsigned char>(8 * 6 * 5, 1);
+    host.header.zEnd = host.header.zStart - 3;
+    EXPECT_FALSE(run());
+    EXPECT_THAT(host.boxes(), ElementsAre("No voxels selected in the current VTC!"));
+}
+
 TEST_F(EarlyExit, WithAnImpossibleResolution) {
     for (int resolution : {0, -1, std::numeric_limits<int>::min()}) {
         host.header.resolution = resolution;
