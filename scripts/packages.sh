@@ -18,15 +18,17 @@ need_packages() {
         as_root=sudo
     fi
     echo "Installing:$missing"
+    log=$(mktemp)
     # shellcheck disable=SC2086 # the list is to be split
     { $as_root apt-get update -qq &&
         $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing; } \
-        >/tmp/ica-plugin-packages.$$ 2>&1 || {
-        cat /tmp/ica-plugin-packages.$$ >&2
+        >"$log" 2>&1 || {
+        cat "$log" >&2
+        rm -f "$log"
         echo "The packages could not be installed; see above." >&2
         exit 1
     }
-    rm -f /tmp/ica-plugin-packages.$$
+    rm -f "$log"
 }
 
 # What every build needs.
