@@ -2,10 +2,12 @@
 
 #include "files.h"
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
+#include <string_view>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -20,6 +22,18 @@ std::filesystem::path freshFile(const char* kind) {
     static std::atomic<int> count = 0;
     return std::filesystem::temp_directory_path() /
            ("znica-test-" + std::to_string(getpid()) + "-" + std::to_string(++count) + kind);
+}
+
+// The test's own environment with the wanted definitions in place of those of the same name. Which of two definitions
+// counts would be up to the program that looks.
+std::vector<std::string> environmentWith(const std::vector<std::string>& wanted) {
+    const auto name = [](std::string_view definition) { return definition.substr(0, definition.find('=')); };
+    std::vector<std::string> result = wanted;
+    for (char** entry = environ; *entry; ++entry) {
+        const auto replaces = [&](const std::string& definition) { return name(definition) == name(*entry); };
+        if (std::none_of(wanted.begin(), wanted.end(), replaces)) result.emplace_back(*entry);
+    }
+    return result;
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
@@ -49,8 +63,7 @@ RunningCommand::RunningCommand(const std::vector<std::string>& arguments, const 
 
     std::vector<std::string> texts = {"sh", "-c", surroundings.shellPrefix + " exec \"$0\" \"$@\"", ZNICA_FILE};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
-    std::vector<std::string> environment = surroundings.environment;
-    for (char** entry = environ; *entry; ++entry) environment.emplace_back(*entry);
+    std::vector<std::string> environment = environmentWith(surroundings.environment);
     const int failed =
         posix_spawn(&process_, "/bin/sh", &actions, &attributes, pointers(texts).data(), pointers(environment).data());
     posix_spawn_file_actions_destroy(&actions);

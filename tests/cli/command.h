@@ -16,7 +16,7 @@ struct CommandResult {
 /// Where and how the command runs.
 struct Surroundings {
     std::filesystem::path folder;         ///< current folder; empty: the test's own
-    std::vector<std::string> environment; ///< "NAME=value" on top of the test's own
+    std::vector<std::string> environment; ///< "NAME=value"; replaces the test's own variable of that name
     std::string shellPrefix;              ///< shell commands before it, such as "ulimit -f 100;"
 };
 
