@@ -12,7 +12,7 @@ def machine_bounds(folder):
 def read_seconds(machine, count):
     """Of count bytes, at the rate of a block of that size; between the sizes measured, by interpolation."""
     name = "read_bytes_"
-    sizes = [float(key[len(name):-2]) * 1e6 for key in machine if key.startswith(name)]
+    sizes = [float(key[len(name) : -2]) * 1e6 for key in machine if key.startswith(name)]
     rates = [rate for key, rate in machine.items() if key.startswith(name)]
     return count / numpy.interp(numpy.log(count), numpy.log(sizes), rates)
 

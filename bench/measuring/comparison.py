@@ -5,8 +5,21 @@ from measuring.markdown import table
 from measuring.peers import ENGINE, PEERS
 from measuring.ratio import cells, ratio_of_pairs
 
-HEADER = ["", "seconds", "processor s", "engine / it", "lowest .. highest", "processor", "at its updates",
-          "updates a component", "ms an update", "MB beyond the data", "sources: median r", "worst r", "runs"]
+HEADER = [
+    "",
+    "seconds",
+    "processor s",
+    "engine / it",
+    "lowest .. highest",
+    "processor",
+    "at its updates",
+    "updates a component",
+    "ms an update",
+    "MB beyond the data",
+    "sources: median r",
+    "worst r",
+    "runs",
+]
 
 
 def times(results):
@@ -19,8 +32,10 @@ def seconds_per_update(result):
 
 def ratio_at_its_updates(engine, results):
     """As if the engine had needed as many updates as the peer: the start vectors are random and not the same."""
+
     def seconds(ours, theirs):
         return ours["seconds"] + seconds_per_update(ours) * (theirs["updates"] - ours["updates"])
+
     return ratio_of_pairs([(seconds(a, b), seconds(a, b)) for a, b in zip(engine, results)], times(results))
 
 
@@ -28,18 +43,22 @@ def row(name, results, engine):
     title = ENGINE.title if name == "engine" else PEERS[name].title
     ratio = [""] * 4
     if name != "engine":
-        ratio = [*cells(ratio_of_pairs(times(engine), times(results))),
-                 f"{ratio_at_its_updates(engine, results).wall:.3f}"]
-    return [title,
-            f"{median(r['seconds'] for r in results):.3f}",
-            f"{median(r['processor_seconds'] for r in results):.3f}",
-            *ratio,
-            f"{median(r['updates'] / r['found'] for r in results):.1f}",
-            f"{1e3 * median(map(seconds_per_update, results)):.3f}",
-            f"{median(r['bytes_beyond_data'] for r in results) / 1e6:.0f}",
-            f"{median(median(r['recovery']) for r in results):.3f}",
-            f"{median(min(r['recovery']) for r in results):.3f}",
-            len(results)]
+        ratio = [
+            *cells(ratio_of_pairs(times(engine), times(results))),
+            f"{ratio_at_its_updates(engine, results).wall:.3f}",
+        ]
+    return [
+        title,
+        f"{median(r['seconds'] for r in results):.3f}",
+        f"{median(r['processor_seconds'] for r in results):.3f}",
+        *ratio,
+        f"{median(r['updates'] / r['found'] for r in results):.1f}",
+        f"{1e3 * median(map(seconds_per_update, results)):.3f}",
+        f"{median(r['bytes_beyond_data'] for r in results) / 1e6:.0f}",
+        f"{median(median(r['recovery']) for r in results):.3f}",
+        f"{median(min(r['recovery']) for r in results):.3f}",
+        len(results),
+    ]
 
 
 def comparison_table(results):

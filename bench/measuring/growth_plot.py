@@ -26,8 +26,9 @@ def set_scales(axes, sizes):
 
 def draw_times(axes, sizes, points):
     for (label, stage, factor), colour in zip(curves(), COLOURS):
-        axes.plot(sizes, [factor * point.seconds[stage] for point in points], "o-", color=colour, label=label,
-                  markersize=3)
+        axes.plot(
+            sizes, [factor * point.seconds[stage] for point in points], "o-", color=colour, label=label, markersize=3
+        )
         axes.plot(sizes, [factor * point.bounds[stage] for point in points], ":", color=colour)
     set_scales(axes, sizes)
 
@@ -47,8 +48,9 @@ def fixed_sizes(name, size):
 
 
 def draw_growth(series, file):
-    figure, axes = pyplot.subplots(2, len(series), figsize=(4 * len(series), 6), sharex="col",
-                                   gridspec_kw={"height_ratios": [2, 1]})
+    figure, axes = pyplot.subplots(
+        2, len(series), figsize=(4 * len(series), 6), sharex="col", gridspec_kw={"height_ratios": [2, 1]}
+    )
     for (upper, lower), (name, points) in zip(axes.T, series.items()):
         sizes = [getattr(point.size, name) for point in points]
         draw_times(upper, sizes, points)

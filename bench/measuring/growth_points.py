@@ -36,13 +36,25 @@ def measure(size, machine, folder):
     seconds = {stage: result[stage] for stage in STAGES}
     seconds["update"] = seconds_per_update(result)
     memory = 8 * size.voxels * size.volumes + result["bytes_beyond_data"]
-    return Point(size, seconds, stage_bounds(machine, size, result), memory, memory_bound(size),
-                 {name: result[name] for name in ("updates", "rotations")})
+    return Point(
+        size,
+        seconds,
+        stage_bounds(machine, size, result),
+        memory,
+        memory_bound(size),
+        {name: result[name] for name in ("updates", "rotations")},
+    )
 
 
 def on_paper(point, voxels, machine):
     """The same run with more voxels: everything but the eigenvalues grows with them, counted in the same updates."""
     size, factor = point.size._replace(voxels=voxels), voxels / point.size.voxels
     seconds = {stage: value * (1 if stage == "eigen" else factor) for stage, value in point.seconds.items()}
-    return Point(size, seconds, stage_bounds(machine, size, point.counts), point.memory * factor, memory_bound(size),
-                 point.counts)
+    return Point(
+        size,
+        seconds,
+        stage_bounds(machine, size, point.counts),
+        point.memory * factor,
+        memory_bound(size),
+        point.counts,
+    )

@@ -17,9 +17,17 @@ def row(point):
     total = sum(point.seconds[stage] for stage in STAGES)
     bound = sum(point.bounds[stage] for stage in STAGES)
     update = beside(1e3 * point.seconds["update"], 1e3 * point.bounds["update"])
-    return [f"{point.size.voxels:,}", point.size.volumes, point.size.components, short(total), short(bound),
-            *[beside(point.seconds[stage], point.bounds[stage]) for stage in STAGES], update,
-            f"{point.memory / 1e9:.2f}", f"{point.memory_bound / 1e9:.2f}"]
+    return [
+        f"{point.size.voxels:,}",
+        point.size.volumes,
+        point.size.components,
+        short(total),
+        short(bound),
+        *[beside(point.seconds[stage], point.bounds[stage]) for stage in STAGES],
+        update,
+        f"{point.memory / 1e9:.2f}",
+        f"{point.memory_bound / 1e9:.2f}",
+    ]
 
 
 def growth_table(points):

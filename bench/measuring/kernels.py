@@ -8,8 +8,13 @@ from measuring.programs import PROGRAMS
 
 def run_kernels(program, pattern, repetitions):
     """Repetitions by benchmark name, each a dictionary of Google Benchmark."""
-    command = [PROGRAMS / program, f"--benchmark_filter={pattern}", f"--benchmark_repetitions={repetitions}",
-               "--benchmark_enable_random_interleaving=true", "--benchmark_format=json"]
+    command = [
+        PROGRAMS / program,
+        f"--benchmark_filter={pattern}",
+        f"--benchmark_repetitions={repetitions}",
+        "--benchmark_enable_random_interleaving=true",
+        "--benchmark_format=json",
+    ]
     done = subprocess.run([str(part) for part in command], capture_output=True, text=True, env=environment())
     if done.returncode != 0:
         raise SystemExit(f"{program} failed:\n{done.stderr}")

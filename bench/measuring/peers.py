@@ -8,11 +8,11 @@ Peer = namedtuple("Peer", "title packages command")
 ENGINE = Peer("engine", [], [PROGRAMS / "engine_run"])
 
 PEERS = {
-    "sklearn": Peer("scikit-learn", ["python3-sklearn", "python3-numpy"],
-                    ["/usr/bin/python3", BENCH / "peers" / "sklearn_run.py"]),
+    "sklearn": Peer(
+        "scikit-learn", ["python3-sklearn", "python3-numpy"], ["/usr/bin/python3", BENCH / "peers" / "sklearn_run.py"]
+    ),
     "itpp": Peer("IT++", ["libitpp-dev"], [PROGRAMS / "itpp_run"]),
-    "r-fastica": Peer("R fastICA", ["r-base-core", "r-cran-fastica"],
-                      ["Rscript", BENCH / "peers" / "r_fastica_run.R"]),
+    "r-fastica": Peer("R fastICA", ["r-base-core", "r-cran-fastica"], ["Rscript", BENCH / "peers" / "r_fastica_run.R"]),
 }
 
 

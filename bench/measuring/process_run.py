@@ -20,8 +20,14 @@ def environment():
 
 def stamped_lines(command, folder, limit):
     """Lines of the standard output, each with the time when it came."""
-    process = subprocess.Popen([str(part) for part in command], cwd=folder, env=environment(), text=True,
-                               stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    process = subprocess.Popen(
+        [str(part) for part in command],
+        cwd=folder,
+        env=environment(),
+        text=True,
+        stdout=subprocess.PIPE,
+        stderr=subprocess.PIPE,
+    )
     alarm = threading.Timer(limit or threading.TIMEOUT_MAX, process.kill)
     alarm.start()
     try:
@@ -41,14 +47,15 @@ def stamped_lines(command, folder, limit):
 
 
 def updates_from_lines(lines):
-    """For a program that tells each component's end: updates in all, and the seconds of all but the first component's.
-    """
+    """For a program that tells each component's end: updates in all, and the seconds of all but the first component's."""
     ends = [(stamp, int(match.group(1))) for stamp, text in lines if (match := FINISHED_COMPONENT.match(text))]
     if len(ends) < 2:
         return {}
-    return {"updates": sum(count for _, count in ends),
-            "timed_updates": sum(count for _, count in ends[1:]),
-            "timed_seconds": ends[-1][0] - ends[0][0]}
+    return {
+        "updates": sum(count for _, count in ends),
+        "timed_updates": sum(count for _, count in ends[1:]),
+        "timed_seconds": ends[-1][0] - ends[0][0],
+    }
 
 
 def run_process(command, folder, limit=None):

@@ -34,8 +34,18 @@ def install(packages):
 
 def build():
     """Optimised build of everything that is measured, in a folder of its own."""
-    configure = ["cmake", "-S", ROOT, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release", "-DZN_BENCH=ON",
-                 "-DZN_TESTS=OFF"]
+    configure = [
+        "cmake",
+        "-S",
+        ROOT,
+        "-B",
+        BUILD,
+        "-G",
+        "Ninja",
+        "-DCMAKE_BUILD_TYPE=Release",
+        "-DZN_BENCH=ON",
+        "-DZN_TESTS=OFF",
+    ]
     for command in (configure, ["cmake", "--build", BUILD]):
         done = subprocess.run(command, capture_output=True, text=True)
         if done.returncode != 0:

@@ -41,8 +41,10 @@ def update_rows():
         arguments = f"{SIZES[name].voxels}/{SIZES[name].components}"
         runs = run_kernels("fixed_point_bench", f"BM_(TanhUpdate|TwoPlainReads)/{arguments}", 9)
         update = kernel_times(runs[f"BM_TanhUpdate/{arguments}"])
-        reads = min((kernel_times(runs[f"BM_TwoPlainReads/{arguments}/{streams}"]) for streams in (1, 4)),
-                    key=lambda repetitions: median(wall for wall, _ in repetitions))
+        reads = min(
+            (kernel_times(runs[f"BM_TwoPlainReads/{arguments}/{streams}"]) for streams in (1, 4)),
+            key=lambda repetitions: median(wall for wall, _ in repetitions),
+        )
         rows.append(row(f"one tanh update / two plain reads of Z, {name}", target, ratio_of_pairs(update, reads)))
     return rows
 
@@ -53,16 +55,24 @@ def jacobi_rows():
         runs = run_kernels("jacobi_bench", f"/{volumes}$", REPETITIONS[volumes])
         ours, literal = runs[f"BM_Jacobi/{volumes}"], runs[f"BM_LiteralJacobi/{volumes}"]
         same = {run["bits"] for run in ours} == {run["bits"] for run in literal}
-        rows.append(row(f"jacobi / literal form, {volumes} volumes", target,
-                        ratio_of_pairs(kernel_times(ours), kernel_times(literal)), "" if same else ", bits differ"))
+        rows.append(
+            row(
+                f"jacobi / literal form, {volumes} volumes",
+                target,
+                ratio_of_pairs(kernel_times(ours), kernel_times(literal)),
+                "" if same else ", bits differ",
+            )
+        )
     return rows
 
 
 def labelling_row():
     runs = run_kernels("fingerprint_bench", "/50000$", 5)
-    return row("labelling of 50,000 points / literal form", 0.03,
-               ratio_of_pairs(kernel_times(runs["BM_LabelClusters/50000"]),
-                              kernel_times(runs["BM_LiteralLabelling/50000"])))
+    return row(
+        "labelling of 50,000 points / literal form",
+        0.03,
+        ratio_of_pairs(kernel_times(runs["BM_LabelClusters/50000"]), kernel_times(runs["BM_LiteralLabelling/50000"])),
+    )
 
 
 def fingerprint_and_memory_rows():

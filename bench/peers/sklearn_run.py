@@ -44,8 +44,16 @@ def main():
     voxels, volumes, components, seed = map(int, sys.argv[1:5])
     data = numpy.fromfile(sys.argv[5]).reshape(voxels, volumes)
     tanh = Tanh()
-    ica = FastICA(n_components=components, algorithm="deflation", whiten="unit-variance", whiten_solver="eigh",
-                  fun=tanh, max_iter=1000, tol=EPSILON**2 / 2, random_state=seed)
+    ica = FastICA(
+        n_components=components,
+        algorithm="deflation",
+        whiten="unit-variance",
+        whiten_solver="eigh",
+        fun=tanh,
+        max_iter=1000,
+        tol=EPSILON**2 / 2,
+        random_state=seed,
+    )
     held = status_bytes("VmRSS")
     forget_peak()
     start, start_processor = time.perf_counter(), time.process_time()

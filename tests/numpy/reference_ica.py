@@ -50,7 +50,7 @@ def contrast(name, y):
     if name == "gauss":
         bell = np.exp(-(y**2) / 2.0)
         return y * bell, (1.0 - y**2) * bell
-    return y**3, 3.0 * np.ones_like(y) # of unit variance: E{3 y^2} = 3
+    return y**3, 3.0 * np.ones_like(y)  # of unit variance: E{3 y^2} = 3
 
 
 def unit_vector(z, found, start, name, epsilon, limit):

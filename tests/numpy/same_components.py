@@ -20,7 +20,7 @@ from reference_ica import centred, ica
 from start_vectors import start_vectors
 
 SEED = 11
-COMPONENTS = 5 # four sources and the mean image
+COMPONENTS = 5  # four sources and the mean image
 SAMPLE = "sub-sim_task-blocks_"
 
 
@@ -45,9 +45,23 @@ def unit_range(courses):
 
 def compare(folder, nonlinearity, znica):
     out = folder / nonlinearity
-    command(znica, "run", folder / f"sample/{SAMPLE}bold.nii.gz", "--mask",
-            folder / f"sample/{SAMPLE}desc-brain_mask.nii.gz", "--components", COMPONENTS, "--seed", SEED,
-            "--nonlinearity", nonlinearity, "--no-clustering", "--no-report", "--out", out)
+    command(
+        znica,
+        "run",
+        folder / f"sample/{SAMPLE}bold.nii.gz",
+        "--mask",
+        folder / f"sample/{SAMPLE}desc-brain_mask.nii.gz",
+        "--components",
+        COMPONENTS,
+        "--seed",
+        SEED,
+        "--nonlinearity",
+        nonlinearity,
+        "--no-clustering",
+        "--no-report",
+        "--out",
+        out,
+    )
     mask = np.asanyarray(nibabel.load(out / f"{SAMPLE}desc-brain_mask.nii.gz").dataobj).ravel(order="F") != 0
     data = voxels_of(nibabel.load(folder / f"sample/{SAMPLE}bold.nii.gz"), mask)
     maps = voxels_of(nibabel.load(out / f"{SAMPLE}desc-ICA_components.nii.gz"), mask).T
@@ -59,8 +73,10 @@ def compare(folder, nonlinearity, znica):
         "eigenvalues": (largest_difference(np.array(facts["Eigenvalues"]), expected[0]), 1e-9),
         "maps": (largest_difference(maps, expected[1]), 1e-5),
         "time courses": (largest_difference(courses, unit_range(expected[2])), 1e-5),
-        "iterations": (largest_difference(np.array([c["Iterations"] for c in facts["Components"]]),
-                                          np.array(expected[3])), 0.0),
+        "iterations": (
+            largest_difference(np.array([c["Iterations"] for c in facts["Components"]]), np.array(expected[3])),
+            0.0,
+        ),
     }
 
 
@@ -73,7 +89,7 @@ def main():
         for nonlinearity in ("tanh", "gauss", "cube"):
             for what, (difference, allowed) in compare(folder, nonlinearity, znica).items():
                 print(f"{nonlinearity}: largest relative difference of {what} {difference:.1e}, allowed {allowed:.0e}")
-                agree &= bool(difference <= allowed) # False for NaN
+                agree &= bool(difference <= allowed)  # False for NaN
     return 0 if agree else 1
 
 
