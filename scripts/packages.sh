@@ -1,6 +1,7 @@
-# Sourced by ./run and ./test: installs the Debian packages that are missing.
+# shellcheck shell=sh
+# Sourced by the other scripts: installs the Debian packages that are missing.
 
-# need_packages PACKAGE... : does nothing when all are there; asks for sudo when not root.
+# need_packages PACKAGE...: does nothing if all are installed; uses sudo unless run as root.
 need_packages() {
     missing=""
     for package in "$@"; do
@@ -12,14 +13,14 @@ need_packages() {
     as_root=""
     if [ "$(id -u)" -ne 0 ]; then
         if ! command -v sudo >/dev/null 2>&1; then
-            echo "These Debian packages are missing:$missing. Install them as root, or install sudo, and start again." >&2
+            echo "These Debian packages are missing:$missing. Install them as root, or install sudo, and try again." >&2
             exit 1
         fi
         as_root=sudo
     fi
     echo "Installing:$missing"
     log=$(mktemp)
-    # shellcheck disable=SC2086 # the list is to be split
+    # shellcheck disable=SC2086 # the list must be split
     { $as_root apt-get update -qq &&
         $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing; } \
         >"$log" 2>&1 || {
@@ -32,9 +33,12 @@ need_packages() {
 }
 
 # What every build needs.
+# shellcheck disable=SC2034 # for the scripts that source this one
 BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev liblapacke-dev libcli11-dev nlohmann-json3-dev zlib1g-dev"
 
-# The report's page is built with Node.js 18 or later; whichever is there serves.
+# The report's page is built with Node.js 18 or later. A Node.js from elsewhere is as good as Debian's.
 need_node() {
-    command -v node >/dev/null 2>&1 && command -v npm >/dev/null 2>&1 || need_packages nodejs npm
+    if ! command -v node >/dev/null 2>&1 || ! command -v npm >/dev/null 2>&1; then
+        need_packages nodejs npm
+    fi
 }
