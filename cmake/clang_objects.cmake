@@ -1,7 +1,7 @@
 # zn_add_clang_object(target source object FOR triple OPTIONS option...)
 #
 # Compiles one source of the MinGW build by clang for the target triple and links the object into `target`. The standard
-# library's headers are not there for it.
+# library's headers are not available to it.
 find_program(ZN_CLANG clang++ REQUIRED)
 
 function(zn_add_clang_object target source object)

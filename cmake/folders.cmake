@@ -1,7 +1,7 @@
 # zn_add_library(name SOURCES file... USES library...)
 #
 # One folder of the plug-in as a static library. USES is who may include whom: docs/architecture.md has the table, and
-# the test IncludeRules holds every #include against it.
+# the test IncludeRules checks every #include against it.
 function(zn_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
     add_library(${name} STATIC ${arg_SOURCES})

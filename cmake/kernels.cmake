@@ -1,13 +1,13 @@
 # zn_add_kernels(library source...)
 #
 # Compiles each kernel source once for every number of doubles that this platform's processors may handle together (2, 4
-# with AVX2, 8 with AVX-512), and adds the objects to the library. The source defines templates over the number of lanes,
-# ZN_LANES, and instantiates them for its own. Which one runs is decided at run time: numeric/instruction_set.h.
+# with AVX2, 8 with AVX-512), and adds the objects to the library. The source defines templates over the number of lanes
+# and instantiates them for ZN_LANES. Which one runs is decided at run time: numeric/instruction_set.h.
 #
-# A kernel source must not use inline functions of other headers that are not always inlined: the linker keeps one copy
-# of those, and that could be the one with instructions that the processor lacks. Nor any header of the standard library:
-# for Windows the wider forms are compiled by clang, which does not have it there. MinGW's g++ would not keep the stack
-# aligned for their registers.
+# A kernel source must not use inline functions from other headers unless they are always inlined: the linker keeps one
+# copy of each, which could be the one with instructions that the processor lacks. Nor may it include a header of the
+# standard library: for Windows the wider forms are compiled by clang, which has none there, because MinGW's g++ does
+# not keep the stack aligned for their registers.
 set(ZN_KERNEL_OPTIONS_2 "")
 set(ZN_KERNEL_OPTIONS_4 -mavx2)
 set(ZN_KERNEL_OPTIONS_8 -mavx512f -mavx512dq -mprefer-vector-width=512)

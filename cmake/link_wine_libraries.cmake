@@ -1,7 +1,7 @@
 # cmake -D prefix=<folder> -P link_wine_libraries.cmake
 #
-# A fresh Wine prefix holds a copy of every library that Wine comes with, 700 MB in all. Links in their place are as
-# good and leave 20 MB.
+# A fresh Wine prefix contains a copy of every library that Wine ships, 700 MB in all. With links in their place it
+# takes 20 MB.
 file(GLOB originals /usr/lib/*/wine/x86_64-windows/* /opt/wine*/lib*/wine/x86_64-windows/*)
 foreach(original IN LISTS originals)
     get_filename_component(name ${original} NAME)

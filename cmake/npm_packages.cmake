@@ -1,7 +1,7 @@
 # zn_npm_packages(stamp comment)
 #
-# Fetches what package-lock.json of the current folder lists, once and after each change of it, and sets `stamp` to the
-# file to depend on. npm writes that file when it is done.
+# Installs what package-lock.json of the current folder lists, once and again whenever it changes, and sets `stamp` to
+# the file to depend on, which npm writes last.
 function(zn_npm_packages stamp comment)
     set(modules ${CMAKE_CURRENT_SOURCE_DIR}/node_modules/.package-lock.json)
     add_custom_command(OUTPUT ${modules}

@@ -1,5 +1,5 @@
-# The archive for Windows users: the plug-in, how to install it, its licence and the notices of the runtime linked
-# into it. Our own texts with Windows line ends.
+# The archive for Windows users: the plug-in, installation instructions, its licence, and the notices of the runtime
+# linked into it. Our own texts get Windows line endings.
 if(NOT WIN32)
     return()
 endif()
@@ -11,7 +11,7 @@ find_file(ZN_MINGW_COPYRIGHT copyright PATHS /usr/share/doc/mingw-w64-common NO_
 if(ZN_MINGW_COPYRIGHT)
     install(FILES ${ZN_MINGW_COPYRIGHT} DESTINATION . RENAME LICENSE-MinGW-w64.txt)
 else()
-    message(WARNING "The notices of the MinGW-w64 runtime, which is inside ICAPlugin.dll, will be missing in the archive; "
+    message(WARNING "The archive will lack the notices of the MinGW-w64 runtime, which is linked into ICAPlugin.dll; "
                     "Debian's package mingw-w64-common has them.")
 endif()
 install(TARGETS ICAPlugin LIBRARY DESTINATION .)

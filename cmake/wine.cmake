@@ -1,5 +1,5 @@
-# Runs the Windows test programs with Wine: without a display and with a Windows drive of its own in the build folder,
-# which the first build makes.
+# Runs the Windows test programs with Wine: without a display and with a separate Windows drive in the build folder,
+# created by the first build.
 find_program(ZN_WINE NAMES wine64 wine HINTS /usr/lib/wine REQUIRED)
 find_program(ZN_WINESERVER NAMES wineserver64 wineserver HINTS /usr/lib/wine REQUIRED)
 
@@ -15,6 +15,6 @@ add_custom_command(
     COMMAND ${wine_environment} ${ZN_WINE} wineboot --init > ${PROJECT_BINARY_DIR}/wineboot.log 2>&1
     COMMAND ${wine_environment} ${ZN_WINESERVER} -w
     COMMAND ${CMAKE_COMMAND} -D prefix=${wine_prefix} -P ${CMAKE_CURRENT_LIST_DIR}/link_wine_libraries.cmake
-    COMMENT "Making Wine's Windows drive"
+    COMMENT "Creating Wine's Windows drive"
     VERBATIM)
 add_custom_target(wine_prefix ALL DEPENDS ${wine_prefix}/system.reg)
