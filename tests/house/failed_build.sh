@@ -1,5 +1,5 @@
 #!/bin/sh
-# ./run with a compiler that fails: the user must see what it said, and that the build failed.
+# ./run with a failing compiler: the user must see the compiler's output and that the build failed.
 #
 #   failed_build.sh SOURCE_ROOT
 set -u
