@@ -1,4 +1,4 @@
-"""The least time that this machine could need for each stage, from what one core of it can do."""
+"""Lower bounds on the time of each stage, from what one core of this machine can do."""
 import numpy
 
 from measuring.process_run import run_process
@@ -10,7 +10,7 @@ def machine_bounds(folder):
 
 
 def read_seconds(machine, count):
-    """Of count bytes, at the rate of a block of that size; between the sizes measured, by interpolation."""
+    """Seconds to read count bytes at the rate measured for blocks of that size, interpolated between sizes."""
     name = "read_bytes_"
     sizes = [float(key[len(name) : -2]) * 1e6 for key in machine if key.startswith(name)]
     rates = [rate for key, rate in machine.items() if key.startswith(name)]
@@ -18,12 +18,12 @@ def read_seconds(machine, count):
 
 
 def product_seconds(machine, size, flops):
-    """Of a product that goes once through the data matrix: its operations or the reading, whatever takes longer."""
+    """Seconds of a product that reads the data matrix once: arithmetic or reading, whichever takes longer."""
     return max(flops / machine["product_flops"], read_seconds(machine, 8 * size.voxels * size.volumes))
 
 
 def stage_bounds(machine, size, counts):
-    """Seconds by stage, as engine_run names them, for a run with so many "updates" and "rotations"; "update" is one."""
+    """Seconds by stage, named as by engine_run; counts holds "updates" and "rotations". "update" is a single one."""
     voxels, volumes, n = size
     projection = product_seconds(machine, size, 2 * voxels * volumes * n)
     update = 2 * read_seconds(machine, 8 * voxels * n)
@@ -38,5 +38,5 @@ def stage_bounds(machine, size, counts):
 
 
 def memory_bound(size):
-    """Bytes of the data matrix and the whitened data, which the method needs side by side."""
+    """Bytes of the data matrix and the whitened data, which the method needs at the same time."""
     return 8 * size.voxels * (size.volumes + size.components)

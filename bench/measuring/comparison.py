@@ -13,8 +13,8 @@ HEADER = [
     "lowest .. highest",
     "processor",
     "at its updates",
-    "updates a component",
-    "ms an update",
+    "updates per component",
+    "ms per update",
     "MB beyond the data",
     "sources: median r",
     "worst r",
@@ -31,7 +31,7 @@ def seconds_per_update(result):
 
 
 def ratio_at_its_updates(engine, results):
-    """As if the engine had needed as many updates as the peer: the start vectors are random and not the same."""
+    """As if the engine had needed as many updates as the peer: their random start vectors differ."""
 
     def seconds(ours, theirs):
         return ours["seconds"] + seconds_per_update(ours) * (theirs["updates"] - ours["updates"])

@@ -1,14 +1,14 @@
-"""Growth as a picture: one column for each size that grows, time above, memory below, bounds as dotted lines."""
+"""Growth as a figure: one column per growing size, time above, memory below, bounds as dotted lines."""
 import matplotlib
 
 matplotlib.use("svg")
-matplotlib.rcParams["svg.hashsalt"] = "growth"  # the same drawing, the same file
+matplotlib.rcParams["svg.hashsalt"] = "growth"  # equal figures give equal files
 import matplotlib.pyplot as pyplot
 
 from measuring.growth_points import STAGES
 
-COLOURS = ["#0072b2", "#d55e00", "#009e73", "#cc79a7", "#e69f00"]  # told apart by the colour-blind too
-UPDATES = 100  # of FastICA, drawn in place of the whole stage: how many a run needs depends on its sources
+COLOURS = ["#0072b2", "#d55e00", "#009e73", "#cc79a7", "#e69f00"]  # distinguishable with colour blindness
+UPDATES = 100  # of FastICA, instead of the whole stage: the number that a run needs depends on its sources
 
 
 def curves():

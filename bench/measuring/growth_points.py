@@ -1,4 +1,4 @@
-"""Engine runs along one size at a time, each with its bounds."""
+"""Engine runs in which one size grows at a time, each with its bounds."""
 from collections import namedtuple
 
 from measuring.bounds import memory_bound, stage_bounds
@@ -13,11 +13,11 @@ SERIES = {
     "volumes": [Size(50000, volumes, 20) for volumes in (50, 100, 200, 400, 800, 1200)],
     "components": [Size(100000, 200, components) for components in (5, 10, 20, 40, 80)],
 }
-# What goes with the voxels at these sizes is carried on in proportion to 5,000,000 of them.
+# What is proportional to the voxels is extrapolated from these sizes to 5,000,000 voxels.
 PAPER_FROM = [Size(3200000, 200, 20), Size(400000, 400, 40)]
 PAPER_VOXELS = 5000000
 
-# seconds and bounds by stage and "update"; counts: how many updates and rotations the run needed.
+# seconds and bounds by stage, and of one "update"; counts: numbers of updates and rotations in the run.
 Point = namedtuple("Point", "size seconds bounds memory memory_bound counts")
 
 
@@ -47,7 +47,7 @@ def measure(size, machine, folder):
 
 
 def on_paper(point, voxels, machine):
-    """The same run with more voxels: everything but the eigenvalues grows with them, counted in the same updates."""
+    """The same run with more voxels and as many updates: all but the eigen-decomposition grows in proportion."""
     size, factor = point.size._replace(voxels=voxels), voxels / point.size.voxels
     seconds = {stage: value * (1 if stage == "eigen" else factor) for stage, value in point.seconds.items()}
     return Point(

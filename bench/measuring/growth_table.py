@@ -1,8 +1,8 @@
-"""Growth as a table: seconds of every stage over the seconds that the machine could not do without."""
+"""Growth as a table: seconds of every stage and the lower bound of this machine."""
 from measuring.growth_points import STAGES
 from measuring.markdown import table
 
-HEADER = ["voxels", "volumes", "n", "run s", "bound", *STAGES, "ms an update", "memory GB", "data + Z"]
+HEADER = ["voxels", "volumes", "n", "run s", "bound", *STAGES, "ms per update", "memory GB", "data + Z"]
 
 
 def short(seconds):

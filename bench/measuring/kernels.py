@@ -1,4 +1,4 @@
-"""Google Benchmark programs: their repetitions, interleaved at random, as (wall, processor) times."""
+"""Google Benchmark programs: randomly interleaved repetitions as (wall, processor) times."""
 import json
 import subprocess
 
@@ -7,7 +7,7 @@ from measuring.programs import PROGRAMS
 
 
 def run_kernels(program, pattern, repetitions):
-    """Repetitions by benchmark name, each a dictionary of Google Benchmark."""
+    """Repetitions by benchmark name, each as the dictionary that Google Benchmark writes."""
     command = [
         PROGRAMS / program,
         f"--benchmark_filter={pattern}",

@@ -1,4 +1,4 @@
-"""The machine in a few words."""
+"""A short description of the machine."""
 import os
 
 

@@ -1,4 +1,4 @@
-"""Tables as Markdown, and their place in a document."""
+"""Markdown tables, and replacing them in a document."""
 
 
 def table(header, rows):
@@ -7,7 +7,7 @@ def table(header, rows):
 
 
 def replace_section(document, name, text):
-    """Puts text between the lines "<!-- name -->" and "<!-- end of name -->" of a file."""
+    """Replaces the text between the lines "<!-- name -->" and "<!-- end of name -->" of a file."""
     begin, end = f"<!-- {name} -->\n", f"<!-- end of {name} -->"
     old = document.read_text()
     head, _, rest = old.partition(begin)

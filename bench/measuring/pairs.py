@@ -1,4 +1,4 @@
-"""Whole runs in turn: in every round the engine and each peer once, forwards and backwards by turns."""
+"""Interleaved whole runs: in every round the engine and each peer once, the order reversed every other round."""
 import subprocess
 
 from measuring.peers import ENGINE, PEERS, command_of
@@ -23,13 +23,13 @@ def run_once(peer, size, seed, folder, limit):
 
 
 def takes_part(name, results, number):
-    """A slow program runs in the first round only: its ratio is far from any doubt."""
+    """A slow program runs in the first round only: its ratio is clear enough."""
     done = results[name]
     return name == "engine" or number == 1 or (done and done[0]["seconds"] < SLOW)
 
 
 def run_rounds(size, names, rounds, folder, limit):
-    """Results by name, "engine" among them, one a round. A peer that takes longer than the limit is left out."""
+    """Results by name, including "engine", one per round. A peer that exceeds the limit is left out."""
     peers = {"engine": ENGINE, **{name: PEERS[name] for name in names}}
     results = {name: [] for name in peers}
     for number in range(1, rounds + 1):

@@ -1,4 +1,4 @@
-"""The engine and its peers: how to start each on the same data, and what to install for it."""
+"""The engine and its peers: how to run each on the same data, and which packages it needs."""
 from collections import namedtuple
 
 from measuring.programs import BENCH, PROGRAMS

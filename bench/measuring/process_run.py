@@ -1,4 +1,4 @@
-"""One measured process: a single BLAS thread, its result the last line of its output."""
+"""One measured process: it has a single BLAS thread, and the last line of its output is the result."""
 import json
 import os
 import re
@@ -11,7 +11,7 @@ FINISHED_COMPONENT = re.compile(r"Component \d+ needed (\d+) iterations")
 
 
 class TooLong(Exception):
-    """The process was ended after the seconds that it was given."""
+    """The process exceeded its time limit and was killed."""
 
 
 def environment():
@@ -19,7 +19,7 @@ def environment():
 
 
 def stamped_lines(command, folder, limit):
-    """Lines of the standard output, each with the time when it came."""
+    """Lines of standard output, each with its arrival time."""
     process = subprocess.Popen(
         [str(part) for part in command],
         cwd=folder,
@@ -47,7 +47,7 @@ def stamped_lines(command, folder, limit):
 
 
 def updates_from_lines(lines):
-    """For a program that tells each component's end: updates in all, and the seconds of all but the first component's."""
+    """For a program that reports each finished component: all updates; number and seconds of those after the first."""
     ends = [(stamp, int(match.group(1))) for stamp, text in lines if (match := FINISHED_COMPONENT.match(text))]
     if len(ends) < 2:
         return {}
@@ -59,7 +59,7 @@ def updates_from_lines(lines):
 
 
 def run_process(command, folder, limit=None):
-    """Runs a measuring program; a dictionary of what it tells about itself."""
+    """Runs a measuring program; returns what it reports as a dictionary."""
     lines = stamped_lines(command, folder, limit)
     result = json.loads(lines[-1][1])
     result.update(updates_from_lines(lines[:-1]))

@@ -1,4 +1,4 @@
-"""Building the measuring programs, and installing what they need from Debian."""
+"""Building the measuring programs and installing the Debian packages they need."""
 import os
 import shutil
 import subprocess
@@ -19,7 +19,7 @@ def is_installed(package):
 
 
 def install(packages):
-    """Installs the Debian packages that are missing, where that is possible, and says so where it is not."""
+    """Installs missing Debian packages if possible; otherwise prints which could not be installed."""
     missing = [package for package in packages if not is_installed(package)]
     if not missing:
         return
@@ -33,7 +33,7 @@ def install(packages):
 
 
 def build():
-    """Optimised build of everything that is measured, in a folder of its own."""
+    """Optimised build of everything that is measured, in a separate folder."""
     configure = [
         "cmake",
         "-S",

@@ -2,12 +2,12 @@
 from collections import namedtuple
 from statistics import median
 
-# Of the wall-clock times with the smallest and the largest one seen, and of the processor times, where they are known.
+# wall: median ratio of wall-clock times; low, high: its range; processor: median ratio of processor times, or None.
 Ratio = namedtuple("Ratio", "wall low high processor")
 
 
 def ratio_of_pairs(ours, theirs):
-    """ours, theirs: one (wall, processor) a round, in seconds or any other unit."""
+    """ours, theirs: one (wall, processor) pair per round, in any unit."""
     wall = [a[0] / b[0] for a, b in zip(ours, theirs)]
     processor = [a[1] / b[1] for a, b in zip(ours, theirs)]
     return Ratio(median(wall), min(wall), max(wall), median(processor))

@@ -1,4 +1,4 @@
-"""How well the known sources came back."""
+"""How well the known sources were recovered."""
 import numpy
 
 
@@ -9,7 +9,7 @@ def standardised(rows):
 
 
 def best_correlations(sources_file, maps_file, voxels):
-    """For every source the largest |r| with a map, in no particular order."""
+    """For every source, the largest |r| with any map."""
     sources = numpy.fromfile(sources_file, numpy.float32).reshape(-1, voxels)
     maps = numpy.fromfile(maps_file, numpy.float32).reshape(-1, voxels)
     return numpy.abs(standardised(sources) @ standardised(maps).T).max(axis=1)

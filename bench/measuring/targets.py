@@ -1,4 +1,4 @@
-"""The ratios that this project aims at, each measured beside what it is a ratio to."""
+"""The ratios that this project aims at; both sides of each are measured in turn."""
 import tempfile
 from statistics import median
 

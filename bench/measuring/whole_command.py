@@ -1,4 +1,4 @@
-"""The whole znica command on an image beside the plug-in's own stages in it."""
+"""The whole znica command on an image compared with the plug-in's own stages in it."""
 import json
 import subprocess
 import tempfile
@@ -15,7 +15,7 @@ RUNS = 3
 
 
 def run_command(image, mask, folder):
-    """Seconds of the whole command, and what its own record says."""
+    """Seconds of the whole command, and the times in its own record."""
     command = [ZNICA, "run", image.resolve(), "--out", folder / "result", "--components", COMPONENTS]
     command += ["--mask", mask.resolve() if mask else "auto"]
     start = time.perf_counter()
@@ -28,7 +28,7 @@ def run_command(image, mask, folder):
 
 
 def whole_command_ratio(image, mask):
-    """None without the command. No processor times: the record holds none of the plug-in."""
+    """None without the command. No processor times: the record has none for the plug-in."""
     if not ZNICA.exists():
         return None
     whole, stages = [], []
