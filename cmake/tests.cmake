@@ -1,7 +1,7 @@
 # zn_add_test(name SOURCES file... USES library...)
 #
-# One GoogleTest program, compiled with the warnings of our own code. CTest lists every single test of it; a program
-# for another platform is one test, because there every start costs a second.
+# One GoogleTest program, compiled with the warnings of our own code. CTest lists each of its tests; a program for
+# another platform is a single test, because starting it takes a second.
 if(CMAKE_CROSSCOMPILING)
     include(wine)
     set(ZN_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's sources, as Debian installs them")
@@ -12,7 +12,11 @@ else()
 endif()
 include(GoogleTest)
 
-# What stands before an absolute path of this machine when a test program opens it: Wine shows / as a drive.
+zn_shared_headers(test_headers
+    HEADERS <gmock/gmock.h> <gtest/gtest.h> <algorithm> <filesystem> <functional> <string> <vector>
+    USES GTest::gmock)
+
+# Prefix of this machine's absolute paths in a test program: Wine shows / as a drive.
 if(CMAKE_CROSSCOMPILING)
     set(ZN_TEST_ROOT "Z:")
 else()
@@ -24,6 +28,7 @@ function(zn_add_test name)
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${arg_USES} zn_warnings GTest::gmock GTest::gtest_main)
+    target_precompile_headers(${name} REUSE_FROM test_headers)
     if(CMAKE_CROSSCOMPILING)
         add_test(NAME ${name} COMMAND ${name})
     else()
