@@ -7,7 +7,7 @@
 # it was compiled with: the optimisation, -fPIC and the visibility must be those of the target.
 function(zn_shared_headers name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;USES")
-    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp "")
+    file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp CONTENT "") # touched only if it changes
     add_library(${name} OBJECT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
     target_link_libraries(${name} PRIVATE ${arg_USES} zn_warnings)
     target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
