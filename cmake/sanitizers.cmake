@@ -12,5 +12,6 @@ if(ZN_SANITIZE)
     add_link_options(-fsanitize=address,undefined,float-cast-overflow)
     if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
         add_compile_options(-fno-sanitize=function,array-bounds)
+        add_compile_definitions(__SANITIZE_ADDRESS__) # as g++ does, for tests that measure memory
     endif()
 endif()
