@@ -57,8 +57,8 @@ TEST_F(TerminalOutput, PipedIsALineAStageAndFiveLinesAtTheEnd) {
                 ElementsAre("Input: 20x24x18 voxels, 80 volumes, TR 2 s (sub-sim_task-blocks_bold.json).",
                             MatchesRegex("Memory: about [0-9.]+ GiB at the peak, for [0-9]+ voxels; [0-9.]+ GiB are "
                                          "free\\."),
-                            "reading", MatchesRegex("Mask: [0-9]+ of 8640 voxels, from the given mask\\."), "covariance",
-                            "eigenvalues", "components",
+                            "reading", MatchesRegex("Mask: [0-9]+ of 8640 voxels, from the given mask\\."),
+                            "covariance", "eigenvalues", "components",
                             MatchesRegex("component 1 of 2, [0-9]+ iterations, about [0-9]+ s left"),
                             MatchesRegex("component 2 of 2, [0-9]+ iterations"), "fingerprint", "writing",
                             MatchesRegex("[0-9]+ voxels x 80 volumes analysed"), "2 of 2 components found",
