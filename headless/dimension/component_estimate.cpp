@@ -99,10 +99,12 @@ ComponentEstimate estimateComponents(const std::vector<double>& eigenvalues, std
 
     const double median = 0.5 * (values[(d - 1) / 2] + values[d / 2]);
     std::size_t k = most;
-    for (std::size_t next = k;; k = next) {
+    while (true) {
         result.effectiveSamples = effectiveSamples(values, k, static_cast<double>(voxels));
-        next = countAbove(values, thresholdFactor(static_cast<double>(d) / result.effectiveSamples) * median);
+        const double factor = thresholdFactor(static_cast<double>(d) / result.effectiveSamples);
+        const std::size_t next = countAbove(values, factor * median);
         if (next >= k) break;
+        k = next;
     }
     result.byThreshold = static_cast<int>(k);
     for (std::size_t count = 1; count <= most; ++count) {

@@ -64,7 +64,7 @@ fs::path findReportTemplate() {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
     for (const char* place : {".", "../share/znica"}) {
-        const fs::path file = (folder / place / kTemplateName).lexically_normal();
+        fs::path file = (folder / place / kTemplateName).lexically_normal();
         if (fs::exists(file, error)) return file;
     }
     return {};

@@ -38,7 +38,10 @@ std::vector<ComponentPair> pairsOf(const std::vector<double>& r, int rows, int c
     std::vector<bool> taken(static_cast<std::size_t>(columns));
     for (int a = 0; a < rows; ++a) {
         const int b = partner[static_cast<std::size_t>(a)];
-        pairs.push_back({a, b, b < 0 ? 0.0 : asPrinted(r[static_cast<std::size_t>(a * columns + b)])});
+        pairs.push_back({a, b,
+                         b < 0 ? 0.0
+                               : asPrinted(r[static_cast<std::size_t>(a) * static_cast<std::size_t>(columns) +
+                                             static_cast<std::size_t>(b)])});
         if (b >= 0) taken[static_cast<std::size_t>(b)] = true;
     }
     for (int b = 0; b < columns; ++b) {
