@@ -5,7 +5,9 @@
 
 using namespace zn;
 
-bool initialisePlugin() noexcept {
+namespace {
+
+bool bindAndAnnounce() {
     if (!bindHostApi()) return false; // without the host's functions this cannot be reported
 
     HostVersion version{};
@@ -22,4 +24,14 @@ bool initialisePlugin() noexcept {
     host().znLogText(" ");
     host().znLogText("// Plugin>  Running ICA Plugin...");
     return true;
+}
+
+} // namespace
+
+bool initialisePlugin() noexcept {
+    try {
+        return bindAndAnnounce();
+    } catch (...) {
+        return false; // a function of the host threw
+    }
 }

@@ -10,6 +10,7 @@
 #include "plugin/map_output.h"
 #include "plugin/run.h"
 
+#include <exception>
 #include <new>
 
 using namespace zn;
@@ -86,17 +87,30 @@ MaybeStop runStages(BusyCursor& cursor) {
     return std::nullopt;
 }
 
+// Whatever ends a run early, the user is told. An exception of another kind comes from a host function.
+Stop runToAnEnd(BusyCursor& cursor) {
+    try {
+        if (auto stop = runStages(cursor)) return *stop;
+        return finish(cursor);
+    } catch (const FatalNumericError& error) {
+        return stopAfterFatalError(cursor, error.what());
+    } catch (const std::bad_alloc&) {
+        return stopWithMemoryFull(cursor);
+    } catch (const std::exception& error) {
+        return stopAfterFatalError(cursor, error.what());
+    } catch (...) {
+        return stopAfterFatalError(cursor, "A function of the host failed");
+    }
+}
+
 } // namespace
 
 bool executeRun() noexcept {
     const UnwindFatalErrors unwind;
     BusyCursor cursor;
     try {
-        if (auto stop = runStages(cursor)) return stop->result;
-        return finish(cursor).result;
-    } catch (const FatalNumericError& error) {
-        return stopAfterFatalError(cursor, error.what()).result;
-    } catch (const std::bad_alloc&) {
-        return stopWithMemoryFull(cursor).result;
+        return runToAnEnd(cursor).result;
+    } catch (...) {
+        return false; // not even the message could be shown
     }
 }
