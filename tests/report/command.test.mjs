@@ -29,7 +29,10 @@ test('znica report refuses a folder without a result', () => {
     const folder = mkdtempSync(join(tmpdir(), 'znica-no-result-'));
     const refused = report(folder);
     assert.equal(refused.status, 3);
-    assert.match(refused.stderr, /^znica: .* holds no file that ends in _desc-ICA_components\.nii\.gz; name a folder that znica run made\.\n$/);
+    assert.match(
+        refused.stderr,
+        /^znica: .* holds no file that ends in _desc-ICA_components\.nii\.gz; name a folder that znica run made\.\n$/,
+    );
     assert.equal(existsSync(join(folder, 'report.html')), false);
     rmSync(folder, { recursive: true });
 });
