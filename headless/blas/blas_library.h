@@ -2,8 +2,8 @@
 
 namespace zn::headless {
 
-/// The BLAS behind the matrix products: name, version and build options in its own words, and the kernels that it chose
-/// for this processor. The bits of a result depend on both.
+/// The BLAS behind the matrix products: its name, version and build options as it reports them, and the kernels that it
+/// chose for this processor. The last bits of a result depend on both.
 const char* blasLibrary();
 const char* blasKernels();
 

@@ -10,7 +10,7 @@ namespace zn::headless {
 
 namespace {
 
-// One overload a precision, so that the products below are written once.
+// One overload per precision, so that the products below are written only once.
 void gemm(CBLAS_TRANSPOSE a, CBLAS_TRANSPOSE b, int m, int n, int k, const double* left, int strideA,
           const double* right, int strideB, double* r, int strideR) {
     cblas_dgemm(CblasRowMajor, a, b, m, n, k, 1.0, left, strideA, right, strideB, 0.0, r, strideR);
@@ -50,10 +50,11 @@ int blocksIn(int total, int size) {
     return total / size + (total % size != 0 ? 1 : 0);
 }
 
-// Work of one block in multiplications and additions: some hundred microseconds, which outweigh waking a thread.
+// Work of one block in multiplications and additions: a few hundred microseconds, well above the cost of waking a
+// thread.
 constexpr std::int64_t kBlockWork = 1 << 19;
 
-// Results per block when each of them is a sum of `terms`; whole cache lines, so that no two threads write to one.
+// Results per block when each is a sum of `terms` products; whole cache lines, so that no two threads share one.
 int resultsPerBlock(std::int64_t terms) {
     return static_cast<int>(
         std::clamp<std::int64_t>(kBlockWork / std::max<std::int64_t>(terms, 1) / 16 * 16, 16, 8192));
@@ -93,7 +94,7 @@ void productWithItself(WorkerThreads& team, bool transpose, int n, int k, const 
 } // namespace
 
 MatrixProducts::MatrixProducts(int threads) : team_(std::max(threads, 1)) {
-    openblas_set_num_threads(1); // every block is one call on the thread that takes it
+    openblas_set_num_threads(1); // every block is one call on the thread that picks it up
 }
 
 int MatrixProducts::usualThreads() {
@@ -105,18 +106,18 @@ void MatrixProducts::multiply(const Real* a, const Real* b, Real* r, int m, int 
                               bool transposeB) {
     if (m <= 0 || n <= 0) return;
     if (k <= 0) {
-        std::fill_n(r, std::int64_t{m} * n, Real{0}); // a sum of nothing
+        std::fill_n(r, std::int64_t{m} * n, Real{0}); // an empty sum
         return;
     }
     const int strideA = transposeA ? m : k;
     const int strideB = transposeB ? k : n;
-    // A block times its own transpose, the covariance above all: half the work, and exactly symmetric.
+    // A block times its own transpose, mainly the covariance: half the work, and exactly symmetric.
     if (a == b && m == n && transposeA != transposeB) {
         productWithItself(team_, transposeA, m, k, a, strideA, r);
         mirrorUpperTriangle(r, m);
         return;
     }
-    const bool wide = n >= m; // blocks of columns of r, else of rows
+    const bool wide = n >= m; // blocks of columns of r, otherwise of rows
     const int size = resultsPerBlock(std::int64_t{k} * (wide ? m : n));
     team_.run(blocksIn(wide ? n : m, size), [&](int number) {
         const Block block = blockOf(number, size, wide ? n : m);

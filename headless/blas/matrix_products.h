@@ -4,20 +4,20 @@
 
 namespace zn::headless {
 
-/// Products of matrices over a CBLAS, shared out among threads, with the same bits for any number of them.
+/// Matrix products on top of a CBLAS, shared among threads, bit-identical for any number of threads.
 ///
-/// The BLAS shares one product among its threads in a way that depends on their number, and with it the order of the
-/// sums and the last bits. Here every product is cut into blocks of a fixed size, each block is one call of the BLAS on
-/// one thread, and partial sums are added in the order of the blocks.
+/// The BLAS splits a product among its threads in a way that depends on their number, and so do the order of the sums
+/// and the last bits. Here every product is cut into blocks of a fixed size, each block is one call of the BLAS on one
+/// thread, and partial sums are added in the order of the blocks.
 ///
 /// All arrays are contiguous row-major blocks. While an object of this class exists, the BLAS itself uses one thread.
 class MatrixProducts {
 public:
-    /// At least one thread; the caller's is one of them.
+    /// At least one thread, counting the caller's own.
     explicit MatrixProducts(int threads);
 
-    /// As many threads as the BLAS would use: the processors, or OPENBLAS_NUM_THREADS. To be asked before the first
-    /// object is made.
+    /// As many threads as the BLAS would use: the number of processors, or OPENBLAS_NUM_THREADS. Call it before the
+    /// first object is made.
     static int usualThreads();
 
     int threads() const { return team_.threads(); }

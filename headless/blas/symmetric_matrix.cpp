@@ -12,7 +12,7 @@ void addCrossProducts(const double* rows, int count, int order, double scale, do
 }
 
 int symmetricEigenvalues(double* upper, int order, double* values) {
-    // The upper triangle by rows is the lower one by columns.
+    // The upper triangle in row-major order is the lower one in column-major order.
     const int info = LAPACKE_dsyev(LAPACK_COL_MAJOR, 'N', 'L', order, upper, order, values);
     std::reverse(values, values + order);
     return info;

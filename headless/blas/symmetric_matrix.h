@@ -5,11 +5,11 @@ namespace zn::headless {
 /// Adds scale * Rt R to the upper triangle of a symmetric matrix, with the BLAS (dsyrk) and as many threads as it uses.
 ///
 ///   rows    [count][order], row after row: R
-///   upper   [order][order], row after row; below the diagonal nothing is touched
+///   upper   [order][order], row after row; elements below the diagonal are not touched
 void addCrossProducts(const double* rows, int count, int order, double scale, double* upper);
 
 /// The eigenvalues of a symmetric matrix in descending order, with LAPACK (dsyev). Returns LAPACK's `info`: 0, or the
-/// number of off-diagonal elements that did not converge, and then `values` mean nothing.
+/// number of off-diagonal elements that did not converge, in which case `values` are meaningless.
 ///
 ///   upper    [order][order], row after row; only the upper triangle is read, all of it is destroyed
 ///   values   [order]

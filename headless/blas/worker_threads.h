@@ -8,8 +8,8 @@
 
 namespace zn::headless {
 
-/// Threads that share out numbered pieces of work. The caller of run() works along, so `threads` is all in all.
-/// Waking them costs some microseconds, which makes pieces of a millisecond and less worth sharing.
+/// Threads that share numbered pieces of work. The caller of run() takes part, so `threads` includes its thread. Waking
+/// the others costs a few microseconds, so even pieces of less than a millisecond are worth sharing.
 class WorkerThreads {
 public:
     explicit WorkerThreads(int threads);
@@ -20,7 +20,7 @@ public:
     int threads() const { return static_cast<int>(workers_.size()) + 1; }
 
     /// Calls piece(0) ... piece(count - 1), each once, in any order and on any thread, and returns when all are done.
-    /// The pieces must not throw. Called by one thread at a time.
+    /// The pieces must not throw. Only one thread may call this at a time.
     void run(int count, const std::function<void(int)>& piece);
 
 private:
