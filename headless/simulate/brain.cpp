@@ -22,8 +22,8 @@ Brain frameOf(const std::string& sizeName) {
     return brain;
 }
 
-// Bright towards the middle, a receive coil that favours one side, and folds: structure that a real mean image has and
-// that comes out as a component of its own.
+// Bright towards the middle, a receive coil that favours one side, and folds: structure that real mean images have and
+// that yields a separate component.
 double intensityAt(const std::array<double, 3>& position, double squaredRadius) {
     const double folds = std::sin(9.0 * position[0]) * std::sin(7.0 * position[1]) * std::cos(8.0 * position[2]);
     return 900.0 + 220.0 * (1.0 - squaredRadius) + 60.0 * position[0] + 40.0 * folds;

@@ -7,7 +7,7 @@
 
 namespace zn::headless {
 
-/// A grid with an ellipsoid of brain in its middle.
+/// A grid with an ellipsoidal brain at its centre.
 struct Brain {
     std::array<int, 3> size{};
     std::array<double, 3> halfAxes{}; ///< of the ellipsoid, in voxels

@@ -5,8 +5,8 @@
 
 namespace zn::headless {
 
-/// Random numbers that are the same with every compiler: the generator is laid down by the standard, the distributions
-/// (which the standard leaves open) are written out here.
+/// Random numbers that are the same with every compiler: the generator is specified by the C++ standard; the
+/// distributions, which the standard leaves open, are implemented here.
 class RandomNumbers {
 public:
     explicit RandomNumbers(std::uint64_t seed) : generator_(seed) {}

@@ -25,7 +25,7 @@ std::vector<std::string> sourceNames(const ResultFiles& files, int sources) {
     }
     if (names.size() == static_cast<std::size_t>(sources)) return names;
     throw Failure(ExitStatus::kInput, files[ResultFile::kTruth].string() + " is damaged: it does not name the " +
-                                          std::to_string(sources) + " sources; make the sample again.");
+                                          std::to_string(sources) + " sources; create the sample again.");
 }
 
 } // namespace

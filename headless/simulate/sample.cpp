@@ -10,7 +10,7 @@ namespace {
 constexpr double kMeanSignal = 1000.0;
 constexpr double kBackground = 12.0; // outside the head: the magnitude of noise alone
 
-constexpr int kDraws = 20; // of a time course, of which the one least like the others is taken
+constexpr int kDraws = 20; // per time course; the one least similar to the earlier sources is kept
 
 // Largest absolute correlation with the time courses of the sources so far; all have mean 0 and standard deviation 1.
 double likeness(const SourceTimeCourse& course, const std::vector<Source>& sources) {
@@ -37,8 +37,8 @@ std::int16_t rounded(double intensity) {
     return static_cast<std::int16_t>(std::lround(std::clamp(intensity, 0.0, 32767.0)));
 }
 
-// How strongly every axial slice fluctuates as a whole, in units of the noise: a nuisance of real scanners that fills
-// the data with structure beyond the sources. Without any, directions of pure noise keep the search from converging.
+// How strongly every axial slice fluctuates as a whole, in units of the noise: an artefact of real scanners that adds
+// structure beyond the sources. Without it, directions of pure noise keep the iteration from converging.
 std::vector<double> sliceStrengths(std::size_t slices, RandomNumbers& random) {
     std::vector<double> strengths(slices);
     for (double& strength : strengths) strength = random.uniform(0.25, 0.65);

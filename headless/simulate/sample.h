@@ -12,11 +12,11 @@
 
 namespace zn::headless {
 
-/// What a sample is made from.
+/// The settings that determine a sample.
 struct SimulateOptions {
     std::string size = "small"; ///< one of sizeNames()
     int sources = 8;
-    double noisePercent = 1.0; ///< standard deviation in per cent of the mean signal
+    double noisePercent = 1.0; ///< standard deviation as a percentage of the mean signal
     std::uint64_t seed = 1;
 
     static std::vector<std::string> sizeNames() { return {"tiny", "small", "medium", "large"}; }
@@ -29,7 +29,7 @@ struct Source {
     double amplitude = 0.0; ///< standard deviation over time at full weight, in units of the image
 };
 
-/// A simulated measurement: brain, sources and how much noise, all decided by the options alone.
+/// A simulated measurement: brain, sources and noise level, all determined by the options alone.
 struct Sample {
     Brain brain;
     std::vector<Source> sources;
@@ -40,7 +40,7 @@ struct Sample {
 
 Sample makeSample(const SimulateOptions& options);
 
-/// Makes the volumes of the measurement one after another, x fastest, rounded to whole numbers.
+/// Makes the volumes of the measurement one after another, x fastest, rounded to integers.
 void makeVolumes(const Sample& sample, const std::function<void(std::span<const std::int16_t>)>& use);
 
 } // namespace zn::headless

@@ -8,9 +8,9 @@ namespace zn::headless {
 
 namespace {
 
-constexpr float kRegionWeight = 0.25f; // the region of this weight and more is most like the map (r = 0.91)
+constexpr float kRegionWeight = 0.25f; // the region at or above this weight correlates best with the map (r = 0.91)
 constexpr int kPatience = 2000;        // attempts to place a blob before more overlap is allowed
-constexpr double kInner = 0.85;        // blobs keep this share of the ellipsoid's axes
+constexpr double kInner = 0.85;        // blob centres stay within this fraction of the ellipsoid's axes
 
 using Point = std::array<double, 3>;
 
@@ -44,11 +44,11 @@ bool isFree(const SourceMap& candidate, const std::vector<SourceMap>& placed, do
 SourceMap placeOne(const Brain& brain, bool mirrored, const std::vector<SourceMap>& placed, RandomNumbers& random) {
     const double shortest = *std::min_element(brain.halfAxes.begin(), brain.halfAxes.end());
     SourceMap source;
-    // One blob has the volume of two.
+    // A single blob has the volume of a pair.
     source.radius = shortest * random.uniform(0.50, 0.54) * (mirrored ? 1.0 : std::cbrt(2.0));
     for (int attempt = 0;; ++attempt) {
         const int patienceLost = attempt / kPatience;
-        const double gap = -source.radius * (0.35 + patienceLost); // in a crowded brain: let them overlap more
+        const double gap = -source.radius * (0.35 + patienceLost); // allow more overlap in a crowded brain
         const Point centre = randomPointInside(brain, random);
         source.centres = {centre};
         if (mirrored) source.centres.push_back({2.0 * brain.centre()[0] - centre[0], centre[1], centre[2]});

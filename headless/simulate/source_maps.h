@@ -10,8 +10,8 @@
 namespace zn::headless {
 
 /// Where a source is active: one blob, or two that mirror each other left and right, with the weight
-/// (1 - (r / radius)^2)^2. Few large and many small weights on purpose: between two sources that are merely on or off,
-/// the search with the Gaussian nonlinearity often settles half-way.
+/// (1 - (r / radius)^2)^2. Few large and many small weights, on purpose: with sources that are merely on or off, the
+/// iteration with the Gaussian nonlinearity often converges to a mixture of two.
 struct SourceMap {
     struct Entry {
         std::int64_t voxel;
@@ -25,7 +25,7 @@ struct SourceMap {
     std::vector<Entry> region() const;
 };
 
-/// Places `count` sources that overlap at their rims at most, as long as there is room; every third one has two blobs.
+/// Places `count` sources that overlap only at their edges as long as there is room; every third one has two blobs.
 std::vector<SourceMap> placeSources(const Brain& brain, int count, RandomNumbers& random);
 
 } // namespace zn::headless

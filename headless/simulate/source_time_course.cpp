@@ -35,7 +35,7 @@ double haemodynamicResponse(double seconds) {
            std::exp(15.0 * std::log(seconds) - seconds - std::lgamma(16.0)) / 6.0;
 }
 
-// stimulus(seconds) is 1 while it is shown, else 0.
+// stimulus(seconds) is 1 while the stimulus is shown, otherwise 0.
 template <class Stimulus> Values responseTo(Stimulus stimulus, int volumes, double tr) {
     Values values(static_cast<std::size_t>(volumes));
     for (std::size_t t = 0; t < values.size(); ++t) {
@@ -84,7 +84,7 @@ Values drift(int volumes, RandomNumbers& random) {
     return values;
 }
 
-// An oscillation whose rate wanders a little, sampled once a volume.
+// An oscillation with a slightly varying rate, sampled once per volume.
 Values rhythm(int volumes, double tr, double hertz, RandomNumbers& random) {
     Values values(static_cast<std::size_t>(volumes));
     double phase = random.uniform();

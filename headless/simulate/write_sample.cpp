@@ -63,7 +63,7 @@ void writeRegions(const ResultFiles& files, const Sample& sample, const nifti_im
     writeTextFile(files[ResultFile::kSourceNames], names);
 }
 
-// `tasksOnly`: the time courses that follow a stimulus, as a design matrix; nothing is written when there is none.
+// `tasksOnly`: only the time courses that follow a stimulus, as a design matrix; no file if there are none.
 void writeTimeCourses(const fs::path& file, const Sample& sample, bool tasksOnly) {
     std::vector<const SourceTimeCourse*> columns;
     for (const Source& source : sample.sources) {
