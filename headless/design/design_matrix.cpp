@@ -13,14 +13,14 @@ DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes) {
     DesignMatrix design = rtc ? parseRtc(lines, file.string()) : parsePredictorTable(lines, file.string());
     if (design.names.size() > kMostPredictors) {
         throw Failure(ExitStatus::kInput, file.string() + " has " + std::to_string(design.names.size()) +
-                                              " predictors; the plug-in compares with at most " +
-                                              std::to_string(kMostPredictors) + ": keep the columns that matter.");
+                                              " predictors; the plug-in accepts at most " +
+                                              std::to_string(kMostPredictors) + "; keep only the columns that matter.");
     }
     const std::size_t values = design.predictors.front().size();
     if (values != static_cast<std::size_t>(volumes)) {
         throw Failure(ExitStatus::kInput, file.string() + " has " + std::to_string(values) +
-                                              " rows of predictor values, the data have " + std::to_string(volumes) +
-                                              " volumes; give one row a volume.");
+                                              " rows of predictor values, but the data have " +
+                                              std::to_string(volumes) + " volumes; provide one row per volume.");
     }
     return design;
 }

@@ -38,8 +38,9 @@ DesignMatrix parsePredictorTable(const std::vector<std::string>& lines, const st
         const std::string where = file + ", line " + std::to_string(line + 1);
         const auto cells = splitAtTabs(lines[line]);
         if (cells.size() != design.names.size()) {
-            throw Failure(ExitStatus::kInput, where + ", has " + std::to_string(cells.size()) + " cells, its header " +
-                                                  std::to_string(design.names.size()) + "; separate them by tabs.");
+            throw Failure(ExitStatus::kInput, where + ", has " + std::to_string(cells.size()) +
+                                                  " cells, but the header has " + std::to_string(design.names.size()) +
+                                                  "; separate cells by tabs.");
         }
         for (std::size_t p = 0; p < cells.size(); ++p) {
             design.predictors[p].push_back(numberIn(cells[p], where + ", column \"" + design.names[p] + "\","));

@@ -26,7 +26,7 @@ std::int32_t labelIn(std::string_view cell, const std::string& where) {
                        std::fabs(number) <= std::numeric_limits<std::int32_t>::max();
     if (whole) return static_cast<std::int32_t>(number);
     throw Failure(ExitStatus::kInput,
-                  where + " holds \"" + std::string(cell) + "\" where the whole number of a label is needed.");
+                  where + " holds \"" + std::string(cell) + "\" where a label (a whole number) is expected.");
 }
 
 } // namespace
@@ -44,15 +44,16 @@ std::map<std::int32_t, std::string> readRegionNames(const std::filesystem::path&
         const std::string where = file.string() + ", line " + std::to_string(line + 1) + ",";
         const auto cells = splitAtTabs(lines[line]);
         if (cells.size() != header.size()) {
-            throw Failure(ExitStatus::kInput, where + " has " + std::to_string(cells.size()) + " cells, its header " +
-                                                  std::to_string(header.size()) + "; separate them by tabs.");
+            throw Failure(ExitStatus::kInput, where + " has " + std::to_string(cells.size()) +
+                                                  " cells, but the header has " + std::to_string(header.size()) +
+                                                  "; separate cells by tabs.");
         }
         const std::int32_t label = labelIn(cells[index], where);
         const auto [first, isNew] = lineOf.emplace(label, line + 1);
         if (!isNew) {
             throw Failure(ExitStatus::kInput, where + " names the label " + std::to_string(label) +
                                                   " again, after line " + std::to_string(first->second) +
-                                                  "; keep one of the two.");
+                                                  "; keep only one of the two.");
         }
         if (!splitAtBlanks(cells[name]).empty()) names[label] = std::string(cells[name]);
     }

@@ -13,7 +13,7 @@ namespace {
     throw Failure(ExitStatus::kInput, file + " " + why);
 }
 
-// The count behind a label such as "NrOfPredictors:" in the lines above the empty one.
+// The count after a label such as "NrOfPredictors:" in the lines above the empty one.
 std::size_t countAfter(const std::string& label, const std::vector<std::string>& lines, std::size_t headerEnd,
                        const std::string& file) {
     for (std::size_t i = 0; i < headerEnd; ++i) {
@@ -22,7 +22,7 @@ std::size_t countAfter(const std::string& label, const std::vector<std::string>&
         std::size_t count = 0;
         if (words.size() == 1) std::from_chars(words[0].data(), words[0].data() + words[0].size(), count);
         if (count > 0) return count;
-        refuse(file, "has no count above 0 behind \"" + label + "\".");
+        refuse(file, "has no count above 0 after \"" + label + "\".");
     }
     refuse(file, "lacks the line \"" + label + "\".");
 }
@@ -31,7 +31,7 @@ std::vector<std::string> quotedNames(std::string_view line, const std::string& f
     std::vector<std::string> names;
     for (std::size_t open = line.find('"'); open != std::string_view::npos; open = line.find('"')) {
         const std::size_t close = line.find('"', open + 1);
-        if (close == std::string_view::npos) refuse(file, "has a predictor name without its closing double quote.");
+        if (close == std::string_view::npos) refuse(file, "has a predictor name without a closing double quote.");
         names.emplace_back(line.substr(open + 1, close - open - 1));
         line.remove_prefix(close + 1);
     }
@@ -50,7 +50,7 @@ DesignMatrix parseRtc(const std::vector<std::string>& lines, const std::string& 
     DesignMatrix design;
     if (line < lines.size()) design.names = quotedNames(lines[line++], file);
     if (design.names.size() != predictors) {
-        refuse(file, "names " + std::to_string(design.names.size()) + " predictors in quotes but says it has " +
+        refuse(file, "names " + std::to_string(design.names.size()) + " predictors in quotes, but its header says " +
                          std::to_string(predictors) + ".");
     }
     design.predictors.resize(predictors);

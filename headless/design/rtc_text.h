@@ -7,7 +7,7 @@
 
 namespace zn::headless {
 
-/// Parses the RTC text format, the one in which the plug-in writes its own time courses:
+/// Parses the RTC text format, in which the plug-in also writes its time courses:
 ///
 ///       FileVersion:     2
 ///       Type:            DesignMatrix
@@ -15,11 +15,11 @@ namespace zn::headless {
 ///       NrOfDataPoints:  3
 ///                                         an empty line
 ///       "Face" "House"                    names in double quotes
-///           0     1                       one row a volume, one number a predictor
+///           0     1                       one row per volume, one number per predictor
 ///         0.5  0.25
 ///           1     0
 ///
-/// Other "Name: value" lines above the empty line are passed over. `file` is for the texts of Failure (kInput).
+/// Other "Name: value" lines above the empty line are ignored. Throws Failure (kInput); its text names `file`.
 DesignMatrix parseRtc(const std::vector<std::string>& lines, const std::string& file);
 
 } // namespace zn::headless

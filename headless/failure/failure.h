@@ -5,18 +5,18 @@
 
 namespace zn::headless {
 
-/// How the command ends; the number is its exit status. `znica --help` lists them.
+/// The exit statuses of the command, as `znica --help` lists them.
 enum class ExitStatus : int {
     kDone = 0,
-    kOther = 1, ///< no other number fits: a result that cannot be written, a plug-in that cannot be loaded
+    kOther = 1, ///< any other failure: a result that cannot be written, a plug-in that cannot be loaded
     kUsage = 2,
-    kInput = 3,  ///< an input file or a setting does not fit
-    kGaveUp = 4, ///< fewer components found than asked for
+    kInput = 3,  ///< an input file or a setting is not usable
+    kGaveUp = 4, ///< fewer components found than requested
     kMemory = 5,
 };
 
-/// Something the user has to know and that ends the command. The text is one sentence: what is wrong, where, and
-/// what to do about it; it carries neither the program's name nor a line end.
+/// An error that ends the command. The text is one sentence for the user: what is wrong, where, and what to do about
+/// it, without the program's name and without a line break.
 class Failure : public std::runtime_error {
 public:
     Failure(ExitStatus status, const std::string& text) : std::runtime_error(text), status_(status) {}

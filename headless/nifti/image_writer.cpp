@@ -104,7 +104,7 @@ void ImageWriter::close() {
 
 void ImageWriter::fail() const {
     throw Failure(ExitStatus::kOther,
-                  file_.string() + " cannot be written; check the permissions and the free space of the disk.");
+                  file_.string() + " cannot be written; check the permissions and the free disk space.");
 }
 
 std::shared_ptr<nifti_image> newGrid(const std::array<int, 3>& size, double edge) {

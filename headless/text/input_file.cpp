@@ -20,10 +20,10 @@ void requireReadable(const fs::path& file) {
     std::error_code error;
     const auto status = fs::status(file, error);
     if (!fs::exists(status) && fs::is_symlink(fs::symlink_status(file, error))) {
-        refuseFile(file, "is a link to a file that is not there; fetch that file first.");
+        refuseFile(file, "is a link to a file that does not exist; fetch that file first.");
     }
     if (!fs::exists(status)) refuseFile(file, "does not exist; check the name and the folder.");
-    if (fs::is_directory(status)) refuseFile(file, "is a folder; name the file in it.");
+    if (fs::is_directory(status)) refuseFile(file, "is a folder; name a file.");
     if (access(file.c_str(), R_OK) != 0) refuseFile(file, "cannot be read; check its permissions.");
 }
 

@@ -5,10 +5,10 @@
 
 namespace zn::headless {
 
-/// Throws Failure (kInput): the file's name, a blank, and why it cannot be used, a sentence's end.
+/// Throws Failure (kInput) with the text "FILE WHY": `why` completes a sentence that begins with the file's name.
 [[noreturn]] void refuseFile(const std::filesystem::path& file, const std::string& why);
 
-/// Throws Failure (kInput) unless the file is there, is no folder and may be read.
+/// Throws Failure (kInput) unless the file exists, is not a folder and is readable.
 void requireReadable(const std::filesystem::path& file);
 
 /// All bytes of a file. Throws Failure (kInput) when they cannot be read.

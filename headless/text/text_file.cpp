@@ -14,7 +14,7 @@ void writeTextFile(const std::filesystem::path& file, std::string_view text) {
     stream.close();
     if (stream) return;
     throw Failure(ExitStatus::kOther,
-                  file.string() + " cannot be written; check the permissions and the free space of the disk.");
+                  file.string() + " cannot be written; check the permissions and the free disk space.");
 }
 
 std::string cellText(float value) {

@@ -6,10 +6,10 @@
 
 namespace zn::headless {
 
-/// Writes a whole text file. Throws Failure (kOther) when not all of it reached the disk.
+/// Writes a whole text file. Throws Failure (kOther) when it cannot be written completely.
 void writeTextFile(const std::filesystem::path& file, std::string_view text);
 
-/// The shortest text that reads back as the same number; "n/a" for not-a-number, as BIDS tables have it.
+/// The shortest text that reads back as the same number; "n/a" for NaN, as in BIDS tables.
 std::string cellText(float value);
 
 } // namespace zn::headless

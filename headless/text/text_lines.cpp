@@ -60,7 +60,7 @@ float numberIn(std::string_view text, const std::string& where) {
     float number = 0.0f;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) {
-        throw Failure(ExitStatus::kInput, where + " holds \"" + std::string(text) + "\" where a number is needed.");
+        throw Failure(ExitStatus::kInput, where + " holds \"" + std::string(text) + "\" where a number is expected.");
     }
     return number;
 }

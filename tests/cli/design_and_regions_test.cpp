@@ -53,16 +53,16 @@ TEST_F(DesignAndRegions, RtcTextIsTaken) {
 
 TEST_F(DesignAndRegions, DesignMatricesThatDoNotFitAreRefused) {
     EXPECT_THAT(errorWithDesign("face\n1\n2\n3\n"),
-                HasSubstr("has 3 rows of predictor values, the data have 4 volumes"));
+                HasSubstr("has 3 rows of predictor values, but the data have 4 volumes"));
     EXPECT_THAT(errorWithDesign("1\n2\n3\n4\n"), HasSubstr("its first line must name the predictors"));
-    EXPECT_THAT(errorWithDesign("face\thouse\n1\t2\n3\n"), HasSubstr("line 3, has 1 cells, its header 2"));
+    EXPECT_THAT(errorWithDesign("face\thouse\n1\t2\n3\n"), HasSubstr("line 3, has 1 cells, but the header has 2"));
     EXPECT_THAT(errorWithDesign("face\nfour\n"), HasSubstr("line 2, column \"face\", holds \"four\""));
-    EXPECT_THAT(errorWithDesign("face\nnan\n"), HasSubstr("holds \"nan\" where a number is needed"));
+    EXPECT_THAT(errorWithDesign("face\nnan\n"), HasSubstr("holds \"nan\" where a number is expected"));
     EXPECT_THAT(errorWithDesign(""), HasSubstr("is empty"));
     EXPECT_THAT(errorWithDesign(std::string("a\0b", 3)), HasSubstr("is not a text file"));
     EXPECT_THAT(errorWithDesign("FileVersion: 2\n\n\"A\"\n1\n"), HasSubstr("lacks the line \"NrOfPredictors:\""));
     EXPECT_THAT(errorWithDesign("FileVersion: 2\nNrOfPredictors: 2\nNrOfDataPoints: 4\n\n\"A\"\n"),
-                HasSubstr("names 1 predictors in quotes but says it has 2"));
+                HasSubstr("names 1 predictors in quotes, but its header says 2"));
     EXPECT_THAT(errorWithDesign("FileVersion: 2\nNrOfPredictors: 1\nNrOfDataPoints: 4\n\n\"A\"\n1\n2\n"),
                 HasSubstr("ends before its 4 rows"));
     EXPECT_THAT(errorWithDesign("FileVersion: 2\nNrOfPredictors: 1\nNrOfDataPoints: 4\n\n\"A\"\n1 2\n"),
@@ -84,7 +84,7 @@ std::string tableOf(int count) {
 TEST_F(DesignAndRegions, MorePredictorsThanThePluginComparesWithAreRefused) {
     EXPECT_EQ(errorWithDesign(tableOf(16)), accepted);
     EXPECT_EQ(errorWithDesign(tableOf(17)), "znica: " + (folder / "design.txt").string() +
-                                                " has 17 predictors; the plug-in compares with at most 16: keep the "
+                                                " has 17 predictors; the plug-in accepts at most 16; keep only the "
                                                 "columns that matter.\n");
     const std::string rtc = "FileVersion: 2\nNrOfPredictors: 17\nNrOfDataPoints: 4\n\n";
     std::string names;
@@ -102,7 +102,7 @@ TEST_F(DesignAndRegions, AFolderInThePlaceOfATableIsRefused) {
           {"--rois", (folder / "labels.nii").string(), "--roi-names", table}}) {
         const CommandResult result = run(options);
         EXPECT_EQ(result.status, 3) << options.front();
-        EXPECT_EQ(result.err, "znica: " + table + " is a folder; name the file in it.\n");
+        EXPECT_EQ(result.err, "znica: " + table + " is a folder; name a file.\n");
     }
 }
 
@@ -111,16 +111,16 @@ TEST_F(DesignAndRegions, NamesOfRegionsNeedTheirTwoColumns) {
     EXPECT_EQ(errorWithNames("name\tcolour\tindex\ncortex\tred\t1\n"), accepted);
     EXPECT_THAT(errorWithNames("label\tname\n1\tcortex\n"), HasSubstr("has no column \"index\""));
     EXPECT_THAT(errorWithNames("index\tname\none\tcortex\n"), HasSubstr("line 2, holds \"one\""));
-    EXPECT_THAT(errorWithNames("index\tname\n1\n"), HasSubstr("line 2, has 1 cells, its header 2"));
+    EXPECT_THAT(errorWithNames("index\tname\n1\n"), HasSubstr("line 2, has 1 cells, but the header has 2"));
 }
 
 TEST_F(DesignAndRegions, LabelsInATableAreWholeAndUnique) {
     EXPECT_EQ(errorWithNames("index\tname\n1.0\tcortex\n-2\tother\n16777217\tfar\n16777216\taway\n"), accepted);
     EXPECT_THAT(errorWithNames("index\tname\n1.7\tcortex\n"),
-                HasSubstr("line 2, holds \"1.7\" where the whole number of a label is needed"));
+                HasSubstr("line 2, holds \"1.7\" where a label (a whole number) is expected"));
     EXPECT_THAT(errorWithNames("index\tname\n3e9\tcortex\n"), HasSubstr("line 2, holds \"3e9\""));
     EXPECT_THAT(errorWithNames("index\tname\n1\tcortex\n2\tother\n1\tagain\n"),
-                HasSubstr("line 4, names the label 1 again, after line 2; keep one of the two"));
+                HasSubstr("line 4, names the label 1 again, after line 2; keep only one of the two"));
 }
 
 TEST_F(DesignAndRegions, ARegionWithoutANameGoesByItsNumber) {

@@ -204,7 +204,7 @@ TEST_F(Input, ASidecarThatCannotBeReadIsNoReasonToTakeTheHeader) {
     std::filesystem::create_symlink("not-fetched.json", folder / "a_bold.json");
     CommandResult refused = tell(plainSeries(24));
     EXPECT_EQ(refused.status, 3);
-    EXPECT_THAT(refused.err, HasSubstr("a_bold.json is a link to a file that is not there"));
+    EXPECT_THAT(refused.err, HasSubstr("a_bold.json is a link to a file that does not exist"));
     EXPECT_THAT(tell(plainSeries(24), {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
 
     std::filesystem::remove(folder / "a_bold.json");

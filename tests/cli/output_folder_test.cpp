@@ -169,7 +169,7 @@ TEST_F(OutputFolder, ThatRunsFullLeavesNothing) {
     const CommandResult result = simulate((folder / "x/out").string(), {}, {{}, {}, "ulimit -f 100;"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "znica: " + (folder / "x/out/sub-sim_task-blocks_bold.nii.gz").string() +
-                              " cannot be written; check the permissions and the free space of the disk.\n");
+                              " cannot be written; check the permissions and the free disk space.\n");
     EXPECT_THAT(namesIn(folder.path()), IsEmpty());
 }
 
