@@ -8,7 +8,7 @@
 
 namespace zn::headless {
 
-/// The mean over the volumes of every voxel, x fastest; not-a-number where a volume has none.
+/// The mean of every voxel over the volumes, x fastest; NaN where any volume is NaN.
 std::vector<float> meanImage(const TimeSeries& series);
 
 /// Writes the mean image of a run on the grid of the functional image. Throws Failure (kOther).

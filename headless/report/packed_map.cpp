@@ -11,7 +11,7 @@ namespace {
 constexpr std::int16_t kNoValue = -32768;
 constexpr double kLargest = 32767.0;
 
-// Decimals that give values of this magnitude `digits` places behind the point where it is around 1 to 100.
+// Decimals for values up to this magnitude: `digits` around 1 to 100, more below, fewer where 16 bits would overflow.
 int decimalsFor(double magnitude, int digits) {
     if (magnitude <= 0.0) return digits;
     int decimals = digits;

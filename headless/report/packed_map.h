@@ -7,15 +7,15 @@
 namespace zn::headless {
 
 /// A component map in decimal steps, small enough for a page and exact in what the page shows: every value is rounded
-/// once, here, to the digits that are displayed, so those are the digits of the map file.
+/// only once, here, to the digits that are displayed, so the page shows the digits of the map file.
 struct PackedMap {
     int decimals = 0;  ///< a stored number n stands for n / 10^decimals
-    double lowest = 0; ///< of the finite values, before rounding; 0 when there is none
+    double lowest = 0; ///< of the finite values, before rounding; 0 when there are none
     double highest = 0;
 
-    /// Per voxel a 16-bit number, first all low bytes, then all high bytes, which packs better than side by side.
-    /// Each number is the difference from the voxel before, modulo 2^16: smooth maps have small ones. -32768 (before
-    /// differencing) marks a voxel without a finite value.
+    /// One 16-bit number per voxel: first all low bytes, then all high bytes, which compresses better than interleaved
+    /// bytes. Each number is the difference from the previous voxel, modulo 2^16, which is small in smooth maps. -32768
+    /// (before differencing) marks a voxel without a finite value.
     std::vector<std::byte> bytes;
 };
 

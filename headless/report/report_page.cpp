@@ -26,7 +26,7 @@ ReportPage::ReportPage(const fs::path& templateFile) {
     const std::size_t place = text.rfind(kPlace);
     if (place == std::string::npos) {
         throw Failure(ExitStatus::kOther,
-                      templateFile.string() + " is no template of a report; build or install znica again.");
+                      templateFile.string() + " is not a report template; rebuild or reinstall znica.");
     }
     before_ = text.substr(0, place);
     after_ = text.substr(place + kPlace.size());
@@ -45,7 +45,7 @@ void ReportPage::add(std::string_view name, std::string_view text) {
 }
 
 void ReportPage::write(const fs::path& file) const {
-    const fs::path unfinished = fs::path(file).concat(".unfinished"); // an earlier page stays until this one is whole
+    const fs::path unfinished = fs::path(file).concat(".unfinished"); // an earlier page stays until then
     std::error_code error;
     try {
         writeTextFile(unfinished, before_ + blocks_ + after_);

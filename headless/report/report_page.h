@@ -8,19 +8,19 @@
 
 namespace zn::headless {
 
-/// The page of a run while it is put together: the template with the run's data before the end of its body, one script
-/// element of text a block, compressed and in base64, which the page unpacks when it needs it:
+/// The page of a run while it is put together: the template with the run's data inserted before the end of its body.
+/// Each block is one script element, compressed and in base64, which the page unpacks when it needs it:
 ///
 ///   <script type="text/plain" data-block="map-0">H4sIAAAA...</script>
 class ReportPage {
 public:
-    /// Reads the template. Throws Failure (kOther) when it is missing or has no place for the data.
+    /// Reads the template. Throws Failure (kOther) when it is missing or lacks the placeholder for the data.
     explicit ReportPage(const std::filesystem::path& templateFile);
 
     void add(std::string_view name, std::span<const std::byte> bytes);
     void add(std::string_view name, std::string_view text);
 
-    /// Throws Failure (kOther) when not all of it reached the disk.
+    /// Throws Failure (kOther) when it cannot be written completely.
     void write(const std::filesystem::path& file) const;
 
 private:
@@ -29,8 +29,8 @@ private:
     std::string after_;
 };
 
-/// The template that belongs to the command: beside it, in share/znica of the same prefix, or of the build. Empty when
-/// there is none.
+/// The template that belongs to the command: in the same folder, in share/znica of the same prefix, or in the build
+/// folder. Empty when there is none.
 std::filesystem::path findReportTemplate();
 
 } // namespace zn::headless

@@ -18,7 +18,7 @@ using Json = nlohmann::ordered_json;
 using Row = std::vector<std::string_view>;
 
 [[noreturn]] void refuse(const fs::path& file, const std::string& why) {
-    refuseFile(file, "is damaged: " + why + "; make the result again.");
+    refuseFile(file, "is damaged: " + why + "; create the result again.");
 }
 
 Json objectIn(const ResultFiles& files, ResultFile file) {
@@ -37,7 +37,7 @@ constexpr const char* kTexts[] = {"/GeneratedBy/Version", "/GeneratedBy/Plugin/V
                                   "/Settings/Nonlinearity"};
 constexpr const char* kLists[] = {"/Input/Size", "/Predictors", "/Regions", "/Components", "/Eigenvalues"};
 
-// A table's lines, header first, that are not empty. The texts are views into `lines`.
+// The non-empty lines of a table, header first. The texts are views into `lines`.
 std::vector<Row> rowsOf(const std::vector<std::string>& lines, const fs::path& file) {
     std::vector<Row> rows;
     for (const std::string& line : lines) {
@@ -45,7 +45,7 @@ std::vector<Row> rowsOf(const std::vector<std::string>& lines, const fs::path& f
         rows.push_back(splitAtTabs(line));
         if (rows.back().size() == rows.front().size()) continue;
         refuse(file, "its row " + std::to_string(rows.size() - 1) + " has " + std::to_string(rows.back().size()) +
-                         " cells, its header " + std::to_string(rows.front().size()));
+                         " cells, but its header has " + std::to_string(rows.front().size()));
     }
     return rows;
 }
@@ -56,12 +56,12 @@ void requireRows(const std::vector<Row>& rows, int wanted, const char* what, con
     refuse(file, "it has " + std::to_string(have) + " rows for " + std::to_string(wanted) + " " + what);
 }
 
-// Infinities count as numbers: a plug-in may have written them.
+// Infinities count as numbers: the plug-in may have written them.
 void requireNumber(std::string_view cell, const fs::path& file) {
     double number = 0.0;
     const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
     if (cell == "n/a" || (end == cell.data() + cell.size() && error != std::errc::invalid_argument)) return;
-    refuse(file, "it holds \"" + std::string(cell) + "\" where a number is needed");
+    refuse(file, "it holds \"" + std::string(cell) + "\" where a number is expected");
 }
 
 std::size_t columnNamed(std::string_view name, const Row& header, const fs::path& file) {

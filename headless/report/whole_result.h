@@ -6,21 +6,20 @@
 
 namespace zn::headless {
 
-/// These check that the files of a result agree, since a page would show wrong numbers silently. They throw Failure
-/// (kInput) naming the file that does not fit.
+/// These functions check that the files of a result agree, since otherwise a page would silently show wrong numbers.
+/// They throw Failure (kInput) naming the file at fault.
 
-/// "..._decomposition.json" is an object with every key that the page needs, of the right kind.
+/// "..._decomposition.json" is an object with every key that the page needs, of the right type.
 nlohmann::ordered_json readRecord(const ResultFiles& files);
 
 /// "..._metrics.json" is an object.
 nlohmann::ordered_json readColumnDescriptions(const ResultFiles& files);
 
-/// "..._metrics.tsv" has one row per map, ICA_00 first, and "..._mixing.tsv" one column per map and one row per
-/// volume; so has
-/// "..._design.tsv" where there is one. Cells of numbers hold a number or "n/a".
+/// "..._metrics.tsv" has one row per map, ICA_00 first; "..._mixing.tsv" has one column per map and one row per volume;
+/// "..._design.tsv", if present, has one row per volume. Numeric cells hold a number or "n/a".
 ///
-///   maps      volumes of the image of component maps
-///   volumes   that were analysed
+///   maps      number of volumes of the component maps image
+///   volumes   number of volumes analysed
 void requireWholeTables(const ResultFiles& files, int maps, int volumes);
 
 } // namespace zn::headless

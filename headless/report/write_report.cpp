@@ -23,7 +23,7 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-constexpr std::int64_t kManyValues = 2'000'000; // above, a third decimal would only make the page larger
+constexpr std::int64_t kManyValues = 2'000'000; // beyond this, a third decimal would only make the page larger
 
 void forEachMap(const ImageHeader& components, const std::function<void(const std::vector<float>&)>& use) {
     VolumeStream stream(components);
@@ -36,7 +36,7 @@ void forEachMap(const ImageHeader& components, const std::function<void(const st
     }
 }
 
-// The analysed voxels: the mask that the run left, else those where a map differs from the 0 outside.
+// The analysed voxels: the mask that the run wrote, or else the voxels where some map is not 0.
 std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageHeader& components) {
     if (files.has(ResultFile::kMask)) {
         const ImageHeader mask = readImageHeader(files[ResultFile::kMask]);
@@ -81,8 +81,9 @@ bool addMean(ReportPage& page, const ResultFiles& files, const ImageHeader& comp
 void writeReport(const fs::path& folder, const fs::path& templateFile) {
     const fs::path found = templateFile.empty() ? findReportTemplate() : templateFile;
     if (found.empty()) {
-        throw Failure(ExitStatus::kOther, "the template of the report is not installed with this znica; build it with "
-                                          "npm on the machine, or install the whole package.");
+        throw Failure(ExitStatus::kOther,
+                      "the report template is not installed with this znica; install npm and rebuild, "
+                      "or install the complete package.");
     }
     const ResultFiles files = ResultFiles::in(folder);
     ReportPage page(found);

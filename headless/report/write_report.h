@@ -4,10 +4,10 @@
 
 namespace zn::headless {
 
-/// Makes report.html from the files that a run left in a folder, and from nothing else, so that the page shows what the
-/// folder holds. Where an older result lacks its mean image, the page draws the maps over the outline of the mask.
+/// Makes report.html from the files that a run wrote to a folder, and from nothing else, so that the page shows what
+/// the folder holds. If an older result lacks the mean image, the page draws the maps over the outline of the mask.
 ///
-///   templateFile   the built page; empty: the one that belongs to the command
+///   templateFile   the built template; empty: the one that belongs to the command
 ///
 /// Throws Failure: kInput when the folder does not hold a complete result, kOther when the template is missing or the
 /// page cannot be written.

@@ -51,7 +51,7 @@ const rowsOf = (text) => text.trimEnd().split('\n');
 const joined = (rows) => `${rows.join('\n')}\n`;
 const damages = [
     ['metrics.tsv', 'empty', () => '', / is empty\.$/m],
-    ['metrics.tsv', 'cut in a row', (text) => text.slice(0, -60), /its row 3 has \d+ cells, its header 20/],
+    ['metrics.tsv', 'cut in a row', (text) => text.slice(0, -60), /its row 3 has \d+ cells, but its header has 20/],
     [
         'metrics.tsv',
         'without its last row',

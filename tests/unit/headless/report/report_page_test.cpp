@@ -49,7 +49,7 @@ TEST_F(ReportPageTest, RefusesATemplateWithoutAPlace) {
         FAIL() << "accepted";
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.status(), ExitStatus::kOther);
-        EXPECT_THAT(failure.what(), HasSubstr("template.html is no template of a report"));
+        EXPECT_THAT(failure.what(), HasSubstr("template.html is not a report template"));
     }
 }
 
