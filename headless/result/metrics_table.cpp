@@ -69,17 +69,16 @@ void writeMetricsDescription(const std::filesystem::path& file, const ReferenceN
                                {"Units", "name"}};
     columns["template_voi_name"] = {{"Description", "Name of the region in template_voi_index; n/a without regions."},
                                     {"Units", "name"}};
-    columns["classification"] = {
-        {"Description", "For the reader to fill in; n/a, as here, where there is no judgement yet."},
-        {"Levels",
-         {{"signal", "the component is of neuronal origin or otherwise of interest"},
-          {"noise", "the component is of no interest"},
-          {"unsure", "the reader cannot tell"}}}};
+    columns["classification"] = {{"Description", "To be filled in by the reader; n/a, as here, until then."},
+                                 {"Levels",
+                                  {{"signal", "the component is of neuronal origin or otherwise of interest"},
+                                   {"noise", "the component is of no interest"},
+                                   {"unsure", "the reader cannot decide"}}}};
     if (withStability) {
         columns["stability_iq"] = {
             {"LongName", "Stability index Iq"},
-            {"Description", "Mean absolute spatial correlation within the cluster of components of all runs that this "
-                            "one belongs to, less the mean one with the components outside (Himberg et al. 2004); n/a "
+            {"Description", "Mean absolute spatial correlation within this component's cluster of components from all "
+                            "runs, minus that with the components outside the cluster (Himberg et al. 2004); n/a "
                             "when no other component is in the cluster."},
             {"Units", "difference of correlations, at most 1"}};
         columns["stability_runs"] = {{"Description", "Runs that have a component in that cluster."}, {"Units", "runs"}};
