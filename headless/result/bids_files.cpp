@@ -8,7 +8,7 @@ namespace zn::headless {
 
 namespace {
 
-// The patterns of the list, each once.
+// The distinct patterns of the list.
 std::string ignoredNames() {
     std::string text;
     std::string_view last;

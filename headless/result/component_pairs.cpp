@@ -16,7 +16,7 @@ namespace zn::headless {
 
 namespace {
 
-// Voxels with a value in some map of a result; the others were not analysed.
+// Voxels that are nonzero in some map of a result; the others were not analysed.
 std::vector<bool> analysed(const std::vector<float>& maps, std::size_t voxels) {
     std::vector<bool> result(voxels);
     for (std::size_t i = 0; i < maps.size(); ++i) {
@@ -25,7 +25,7 @@ std::vector<bool> analysed(const std::vector<float>& maps, std::size_t voxels) {
     return result;
 }
 
-// Four digits, so that the order of the lines follows the numbers in them.
+// Four digits, so that the lines are sorted by the numbers as printed.
 double asPrinted(double r) {
     return std::round(r * 1e4) / 1e4;
 }

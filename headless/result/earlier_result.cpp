@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Whether a name is that of a file in one of the places. Names that follow a stem count only where there is one.
+// Whether a file of this name belongs in one of the places. Names that follow a stem count only when there is a stem.
 bool isListed(const std::string& name, const std::string& stem, std::initializer_list<ResultPlace> places) {
     return std::ranges::any_of(resultFileList(), [&](const ResultFileEntry& entry) {
         const bool lacksStem = stem.empty() && entry.name.starts_with('_');
@@ -56,7 +56,7 @@ std::set<std::string> namesIn(const fs::path& folder) {
     return names;
 }
 
-// What the names of a result begin with, from the file that every result has.
+// The common stem of a result's names, taken from the file that every result has.
 std::string stemOf(const std::set<std::string>& names) {
     const std::string_view record = nameOf(ResultFile::kDecomposition);
     for (const std::string& name : names) {
@@ -65,7 +65,7 @@ std::string stemOf(const std::set<std::string>& names) {
     return "";
 }
 
-// The plug-in names some files after the image, others always the same.
+// The plug-in names some files after the image; the names of the others are fixed.
 bool isPluginFile(const std::string& name, const std::string& stem) {
     return isListed(name, "", {ResultPlace::kPlugin}) ||
            std::ranges::any_of(resultFileList(), [&](const ResultFileEntry& entry) {

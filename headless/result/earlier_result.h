@@ -6,13 +6,13 @@
 namespace zn::headless {
 
 /// Why a folder is not an earlier result of `znica run` or a sample of `znica simulate`, as the end of a sentence that
-/// begins with the folder; empty when it is one and holds nothing else, so that all of it may be replaced.
+/// begins with the folder; empty when it is one and contains nothing else, so that all of it may be replaced.
 ///
-/// A name alone proves nothing: masks and logs of other programs look alike. A result says in
-/// "dataset_description.json" that znica made it, a sample has "truth.json"; every other name must be one that znica
-/// writes, all with the same beginning, and plugin/ may hold the plug-in's files alone.
+/// A name alone proves nothing: masks and logs of other programs have similar names. A result says in
+/// "dataset_description.json" that znica made it, and a sample has "truth.json". Every other name must be one that
+/// znica writes, all with the same stem, and plugin/ may contain only the plug-in's files.
 ///
-///   but   a folder in it that does not count; empty: none
+///   but   name of a subfolder to ignore; empty: none
 std::string whyNotAResult(const std::filesystem::path& folder, const std::string& but = {});
 
 } // namespace zn::headless

@@ -4,7 +4,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr const char* kLimits[kFrequencyBands] = {"0", "0.032", "0.08", "0.2", "0.4"}; // lower ones, of Nyquist
+constexpr const char* kLimits[kFrequencyBands] = {"0", "0.032", "0.08", "0.2", "0.4"}; // lower limits / Nyquist
 
 int usedBands(int wholeSeconds) {
     if (wholeSeconds < 1) return 1;

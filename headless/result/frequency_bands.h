@@ -6,11 +6,12 @@ namespace zn::headless {
 
 constexpr int kFrequencyBands = 5;
 
-/// The bands of the fingerprint's power spectrum at a repetition time.
+/// The bands of the fingerprint's power spectrum for a given repetition time.
 ///
-/// The plug-in counts with the repetition time in whole seconds; fractions are cut off. Its bands end at 0.032, 0.08,
-/// 0.2 and 0.4 of the Nyquist frequency and at the Nyquist frequency itself. From 6 s on there are fewer: the last one
-/// in use takes the rest of the spectrum. Below one second the clock is infinite: everything lies in the first band.
+/// The plug-in computes with the repetition time truncated to whole seconds. Its bands end at 0.032, 0.08, 0.2 and 0.4
+/// of the Nyquist frequency and at the Nyquist frequency itself. From 6 s on there are fewer: the last band in use
+/// takes the rest of the spectrum. Below one second the time is 0 and the sampling rate infinite, so everything falls
+/// into the first band.
 struct FrequencyBands {
     int milliseconds; ///< from volume to volume
     int used;         ///< 5; 4 from 6 s on; 3 from 11 s on; 1 below one second

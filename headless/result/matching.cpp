@@ -11,8 +11,8 @@ std::size_t at(int index) {
     return static_cast<std::size_t>(index);
 }
 
-// The assignment of least cost for no more rows than columns. Rows and columns count from 1 in here; column 0 stands
-// for "no column", where the row that seeks a partner waits.
+// The assignment of least cost; needs at least as many columns as rows. Rows and columns are counted from 1 here;
+// column 0 stands for "no column" and holds the row that still needs a partner.
 class Assignment {
 public:
     Assignment(const std::vector<double>& cost, int rows, int columns)
@@ -34,7 +34,7 @@ private:
         std::vector<int> cameFrom(at(columns_ + 1));
         rowOf_[0] = row;
         int column = 0;
-        do { // grow the tree of shortest paths until it meets a free column
+        do { // grow the tree of shortest paths until it reaches a free column
             reached[at(column)] = true;
             const int current = rowOf_[at(column)];
             int nearest = 0;

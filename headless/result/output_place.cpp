@@ -23,7 +23,7 @@ bool isMountPoint(const fs::path& folder) {
     return here.stx_dev_major != above.stx_dev_major || here.stx_dev_minor != above.stx_dev_minor;
 }
 
-// In a folder like /tmp an entry can be renamed by its owner alone.
+// In a folder like /tmp only the owner can rename an entry.
 bool mayRename(const fs::path& folder) {
     struct stat here {};
     struct stat above {};
@@ -42,7 +42,7 @@ fs::path outputPlace(const fs::path& wanted) {
     const fs::path absolute = fs::absolute(wanted, error);
     if (error) throw Failure(ExitStatus::kOther, "the current folder is gone; change to another one.");
     fs::path place = fs::weakly_canonical(absolute, error);
-    if (error) place = absolute.lexically_normal(); // what is wrong with it shows when it is made
+    if (error) place = absolute.lexically_normal(); // any problem with it shows when the folder is created
     return place.has_filename() ? place : place.parent_path();
 }
 

@@ -6,13 +6,13 @@
 
 namespace zn::headless {
 
-/// What the plug-in's log lines tell about the course of a run.
+/// What the plug-in's log lines say about the course of a run.
 class PluginLog {
 public:
     struct Component {
         int iterations = 0; ///< of the attempt that converged
-        int restarts = 0;   ///< attempts before it that did not
-        int seconds = 0;    ///< of that attempt, whole seconds
+        int restarts = 0;   ///< earlier attempts that did not converge
+        int seconds = 0;    ///< of the converged attempt, whole seconds
     };
 
     void add(std::string_view line);
@@ -27,7 +27,7 @@ public:
 
 private:
     std::vector<Component> components_;
-    int restarts_ = 0; // of the component being sought
+    int restarts_ = 0; // of the current component
     std::optional<double> retained_;
     std::optional<int> voxels_;
     bool gaveUp_ = false;

@@ -44,7 +44,7 @@ ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
         if (name.ends_with(ending)) return {folder, name.substr(0, name.size() - ending.size())};
     }
     const char* command = key == ResultFile::kComponents ? "znica run" : "znica simulate";
-    throw Failure(ExitStatus::kInput, folder.string() + " holds no file that ends in " + std::string(ending) +
+    throw Failure(ExitStatus::kInput, folder.string() + " has no file that ends in " + std::string(ending) +
                                           "; name a folder that " + command + " made.");
 }
 

@@ -30,7 +30,7 @@ bool isEmpty(const fs::path& folder, const fs::path& but) {
     return std::all_of(begin(entries), end(entries), [&](const auto& entry) { return entry.path() == but; });
 }
 
-// Throws unless the wanted place is free or may be made free. `own`: our folder inside it, or none.
+// Throws unless the wanted place is free or may be cleared. `own`: our folder inside it, if any.
 void checkWanted(const fs::path& wanted, bool replace, const fs::path& own = {}) {
     std::error_code error;
     if (!fs::exists(fs::symlink_status(wanted, error))) return;
@@ -38,7 +38,7 @@ void checkWanted(const fs::path& wanted, bool replace, const fs::path& own = {})
     if (isEmpty(wanted, own)) return;
     if (!replace) fail(wanted, "exists and is not empty; name another folder, or use --force to replace a result.");
     const std::string why = whyNotAResult(wanted, own.filename().string());
-    if (!why.empty()) fail(wanted, why + "; --force replaces nothing but results.");
+    if (!why.empty()) fail(wanted, why + "; --force replaces only results.");
 }
 
 } // namespace
@@ -54,7 +54,7 @@ ResultFolder::ResultFolder(UnfinishedWork& unfinished, const fs::path& wanted, b
 void ResultFolder::commit() {
     unfinished_.finish([this] {
         try {
-            checkWanted(wanted_, replace_, inside_ ? hidden_ : fs::path()); // it may have been taken meanwhile
+            checkWanted(wanted_, replace_, inside_ ? hidden_ : fs::path()); // it may have been taken in the meantime
             inside_ ? moveOut() : takeName();
         } catch (const Failure& failure) {
             throw Failure(failure.status(),
@@ -64,11 +64,11 @@ void ResultFolder::commit() {
 }
 
 void ResultFolder::takeName() {
-    if (rename(hidden_.c_str(), wanted_.c_str()) == 0) return; // in the place of nothing or of an empty folder
+    if (rename(hidden_.c_str(), wanted_.c_str()) == 0) return; // nothing was there, or an empty folder
     if (renameat2(AT_FDCWD, hidden_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) != 0) {
         fail(wanted_, std::string("cannot be replaced: ") + std::strerror(errno) + ".");
     }
-    std::error_code ignored; // the new result is in place; what stays of the old one is only clutter
+    std::error_code ignored; // the new result is in place; leftovers of the old one are only clutter
     fs::remove_all(hidden_, ignored);
 }
 
@@ -84,7 +84,7 @@ void ResultFolder::moveOut() {
             throw;
         }
     } catch (const fs::filesystem_error& error) {
-        fs::remove(earlier, ignored); // when it is empty
+        fs::remove(earlier, ignored); // if it is empty
         fail(wanted_, "cannot be filled: " + error.code().message() + ".");
     }
     fs::remove_all(hidden_, ignored);

@@ -7,18 +7,16 @@
 namespace zn::headless {
 
 /// The folder of a result in the making: a hidden one beside the wanted folder, on the same disk, that takes the wanted
-/// name in one step when everything is in it. Until then, and after any failure, the wanted folder is as it was.
+/// name in one step once it is complete. Until then, and after any failure, the wanted folder is as it was.
 ///
-/// An existing folder whose name cannot be taken (canBeReplaced) holds the hidden one inside; its entries then move out
-/// of it one by one, and back when one cannot.
+/// If the name of an existing folder cannot be taken (canBeReplaced), the hidden folder is created inside it, and its
+/// entries are moved out one by one at the end, or all back if one cannot be moved.
 class ResultFolder {
 public:
-    /// Throws Failure: kUsage when no place is named, kOther when something else stands there or it cannot be written
-    /// to.
+    /// Throws Failure: kUsage when no place is named, kOther when something else is there or it is not writable.
     ///
-    ///   unfinished   where the hidden folder is entered; outlives this
-    ///   replace      an earlier result of this program may stand in the wanted place; it goes when the new one is
-    ///   there
+    ///   unfinished   where the hidden folder is registered; outlives this
+    ///   replace      an earlier result of this program in the wanted place is replaced once the new one is complete
     ResultFolder(UnfinishedWork& unfinished, const std::filesystem::path& wanted, bool replace);
     ~ResultFolder() { unfinished_.discard(); }
     ResultFolder(const ResultFolder&) = delete;
@@ -27,8 +25,8 @@ public:
     /// The hidden folder, absolute.
     const std::filesystem::path& path() const { return hidden_; }
 
-    /// Gives the folder its wanted name. Throws Failure (kOther) when something else took the place meanwhile or the
-    /// disk refuses; the finished result then stays under its hidden name, which the message gives.
+    /// Gives the folder its wanted name. Throws Failure (kOther) when something else has taken the place in the
+    /// meantime or renaming fails; the finished result then stays under its hidden name, which the message gives.
     void commit();
 
 private:
@@ -39,7 +37,7 @@ private:
     std::filesystem::path wanted_; // absolute
     std::filesystem::path hidden_;
     bool replace_;
-    bool inside_ = false; // the hidden folder is in the wanted one
+    bool inside_ = false; // the hidden folder is inside the wanted one
 };
 
 } // namespace zn::headless

@@ -8,7 +8,7 @@ namespace zn::headless {
 
 namespace {
 
-// Clusters by average linkage. A cluster is known by one of its components; joined clusters by the first one's.
+// Clustering by average linkage. A cluster is identified by one of its components, a merged one by that of the first.
 class AverageLinkage {
 public:
     explicit AverageLinkage(const std::vector<double>& similarity, std::size_t count)
@@ -21,7 +21,7 @@ public:
         for (std::size_t left = count_; left > clusters; --left) joinMostAlike();
     }
 
-    /// [cluster]: its components; those that went into another are empty.
+    /// [cluster]: its components; clusters merged into another are empty.
     const std::vector<std::vector<std::size_t>>& clusters() const { return members_; }
 
 private:
@@ -52,7 +52,8 @@ private:
         members_[b].clear();
         for (std::size_t j = 0; j < count_; ++j) {
             if (!alive(j)) continue;
-            // An average is never above the nearer of the two it came from: only who lost its nearest looks again.
+            // An average never exceeds the nearer of the two merged: only clusters that lost their nearest search
+            // again.
             if (j == a || nearest_[j] == a || nearest_[j] == b) nearest_[j] = findNearest(j);
         }
     }

@@ -52,7 +52,7 @@ void UnfinishedWork::makeParents(const fs::path& parent) {
     std::vector<fs::path> missing;
     for (fs::path path = parent; !path.empty() && !fs::exists(path); path = path.parent_path()) missing.push_back(path);
     for (auto path = missing.rbegin(); path != missing.rend(); ++path) {
-        if (mkdir(path->c_str(), 0777) != 0 && errno != EEXIST) fail(*path, "cannot be made", errno);
+        if (mkdir(path->c_str(), 0777) != 0 && errno != EEXIST) fail(*path, "cannot be created", errno);
         madeParents_.push_back(*path);
     }
 }
@@ -79,7 +79,7 @@ void UnfinishedWork::discard() {
 
 void UnfinishedWork::removeAll() {
     std::error_code ignored;
-    // Another thread may still be putting files into it: try until it stays gone.
+    // Another thread may still be writing files into it: try until it is gone for good.
     for (int attempt = 0; attempt < 100 && !hidden_.empty() && fs::exists(hidden_, ignored); ++attempt) {
         fs::remove_all(hidden_, ignored);
     }
@@ -98,7 +98,7 @@ std::string UnfinishedWork::end(const char* how, int exitStatus) {
     const std::scoped_lock lock(guard_);
     if (kept_.empty()) return "";
     const nlohmann::ordered_json status = {{"status", how}, {"exit_status", exitStatus}, {"partial", true}};
-    // Unchecked: a full disk is what the user is being told about already.
+    // Unchecked: if the disk is full, the user is already being told.
     std::ofstream(kept_ / nameOf(ResultFile::kStatus)) << status.dump(2) << '\n';
     return " The partial files are in " + kept_.string() + ".";
 }

@@ -8,11 +8,11 @@
 
 namespace zn::headless {
 
-/// What a process would leave behind if it ended now: the hidden folder of a result in the making and the folders made
-/// above it. ResultFolder enters and withdraws it; whoever ends the process early asks for its removal. One piece of
-/// work at a time; every function may be called from any thread.
+/// What the process would leave behind if it ended now: the hidden folder of a result in the making and the parent
+/// folders created for it. ResultFolder registers and releases it; code that ends the process early asks for its
+/// removal. One piece of work at a time; every function may be called from any thread.
 ///
-/// The object that `main` holds is static, so that a library that calls exit() leaves nothing behind either.
+/// The object that `main` holds is static, so that nothing is left behind even if a library calls exit().
 class UnfinishedWork {
 public:
     UnfinishedWork() = default;
@@ -20,33 +20,33 @@ public:
     UnfinishedWork(const UnfinishedWork&) = delete;
     UnfinishedWork& operator=(const UnfinishedWork&) = delete;
 
-    /// Makes a hidden folder for the result that is to be called `wanted`, and the missing folders above that one.
+    /// Creates a hidden folder for the result that will be called `wanted`, and any missing parent folders.
     ///
-    ///   place   where the hidden folder is made: the folder above the wanted one, or the wanted one itself
+    ///   place   where the hidden folder is created: the parent of the wanted folder, or the wanted folder itself
     ///
-    /// Throws Failure (kOther), and then nothing was made.
+    /// Throws Failure (kOther), in which case nothing was created.
     std::filesystem::path begin(const std::filesystem::path& place, const std::filesystem::path& wanted);
 
-    /// The work is done: calls `handOver`, which gives the folder its place. Nothing is removed from here on, whether
-    /// that succeeds or throws, and nothing ends the process through discard() or end() in the middle of it. Without
-    /// unfinished work nothing happens.
+    /// The work is done: calls `handOver`, which moves the folder into place. From here on nothing is removed, whether
+    /// that succeeds or throws, and discard() and end() on other threads wait until it returns. Does nothing without
+    /// unfinished work.
     void finish(const std::function<void()>& handOver);
 
-    /// Removes the hidden folder and the folders made for it, or leaves them where they are to be kept.
+    /// Removes the hidden folder and the parent folders created for it, or leaves them if they are to be kept.
     void discard();
 
     /// From now on discard() leaves the hidden folder where it is.
     void keep();
 
-    /// Discards; then, for a folder that was kept, writes a status.json into it and returns the sentence
-    /// " The partial files are in FOLDER."; else returns nothing.
+    /// Discards; then, if the folder is kept, writes a status.json into it and returns the sentence " The partial files
+    /// are in FOLDER."; otherwise returns an empty text.
     ///
     ///   how          "failed" or "interrupted"
-    ///   exitStatus   that the process is about to end with
+    ///   exitStatus   the exit status that the process is about to return
     std::string end(const char* how, int exitStatus);
 
-    /// A message with the names that files of the hidden folder were to have: those in it mean nothing to the user, who
-    /// finds no such folder afterwards.
+    /// A message with the hidden folder's name replaced by the wanted one: the hidden name means nothing to the user,
+    /// who will not find that folder afterwards.
     std::string asWanted(std::string message) const;
 
 private:
@@ -58,11 +58,11 @@ private:
     std::filesystem::path kept_;
     std::vector<std::filesystem::path> madeParents_; // outermost first
     bool keep_ = false;
-    std::string hiddenName_; // of the last hidden folder, and what it was to be called; empty once it is finished
+    std::string hiddenName_; // of the last hidden folder, and the name it was meant to get; empty once it is finished
     std::string wantedName_;
 };
 
-/// Makes a new hidden folder in `place`, named after the wanted one, and returns it. Throws Failure (kOther).
+/// Creates a new hidden folder in `place`, named after the wanted one, and returns its path. Throws Failure (kOther).
 std::filesystem::path makeHiddenFolder(const std::filesystem::path& place, const std::filesystem::path& wanted,
                                        const char* kind);
 

@@ -114,7 +114,7 @@ TEST_F(Compare, AReaderThatHasGoneIsNoFailure) {
 TEST_F(Compare, AFolderWithoutMapsIsRefused) {
     const CommandResult result = znica({"compare", path("a"), path("s")});
     EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(result.err, HasSubstr("holds no file that ends in _desc-ICA_components.nii.gz"));
+    EXPECT_THAT(result.err, HasSubstr("has no file that ends in _desc-ICA_components.nii.gz"));
 }
 
 TemporaryFolder* Compare::folder = nullptr;

@@ -161,7 +161,7 @@ TEST_F(OutputFolder, ThatIsAFileIsRefused) {
 TEST_F(OutputFolder, ThatCannotBeMadeIsRefused) {
     const CommandResult result = simulate("/proc/nowhere/out");
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, testing::StartsWith("znica: /proc/nowhere cannot be made: "));
+    EXPECT_THAT(result.err, testing::StartsWith("znica: /proc/nowhere cannot be created: "));
 }
 
 // A limit on the size of files fails a write in the middle, as a full disk does.
@@ -259,7 +259,7 @@ TEST_F(OutputFolderOfARun, ThatRunsFullLeavesNothing) {
 TEST_F(OutputFolderOfARun, OnAReadOnlyDiskIsRefused) { // where not even root may write
     const CommandResult result = run("/proc/nowhere/out", {});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, testing::StartsWith("znica: /proc/nowhere cannot be made: "));
+    EXPECT_THAT(result.err, testing::StartsWith("znica: /proc/nowhere cannot be created: "));
 }
 
 } // namespace

@@ -137,7 +137,7 @@ TEST_F(Simulate, ScoringAgainstTheWrongFoldersIsRefused) {
     make("s", {"--size", "tiny", "--sources", "2"});
     const CommandResult result = znica({"score", (folder / "s").string(), "--truth", (folder / "s").string()});
     EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(result.err, testing::HasSubstr("holds no file that ends in _desc-ICA_components.nii.gz"));
+    EXPECT_THAT(result.err, testing::HasSubstr("has no file that ends in _desc-ICA_components.nii.gz"));
 }
 
 TEST_F(Simulate, ScoringAgainstADamagedTruthIsRefused) {

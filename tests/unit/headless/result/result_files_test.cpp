@@ -65,7 +65,7 @@ TEST(ResultFiles, OfAFolderWithoutMapsAreRefused) {
         FAIL() << "nothing is there";
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.status(), ExitStatus::kInput);
-        EXPECT_THAT(failure.what(), HasSubstr(" holds no file that ends in _desc-ICA_components.nii.gz; name a folder "
+        EXPECT_THAT(failure.what(), HasSubstr(" has no file that ends in _desc-ICA_components.nii.gz; name a folder "
                                               "that znica run made."));
     }
 }
