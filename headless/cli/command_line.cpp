@@ -8,14 +8,14 @@ namespace zn::headless {
 namespace {
 
 constexpr char kAbout[] =
-    "Spatial independent component analysis of functional MRI data, by the same plug-in that the desktop host loads.";
+    "Spatial independent component analysis of functional MRI data, using the same plug-in as the desktop host.";
 
 constexpr char kExitStatus[] = "Exit status:\n"
                                "  0    done\n"
                                "  1    the result cannot be written, or any other failure\n"
                                "  2    wrong usage\n"
-                               "  3    an input or a setting does not fit\n"
-                               "  4    fewer components found than asked for (what was found is written)\n"
+                               "  3    an input or a setting is not usable\n"
+                               "  4    fewer components found than requested (the result is partial)\n"
                                "  5    not enough memory\n"
                                "  129  hung up (128 + the number of the signal)\n"
                                "  130  interrupted\n"
@@ -27,7 +27,7 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     app.require_subcommand(1);
     app.set_version_flag("--version", "znica " ZNICA_VERSION);
     app.footer(kExitStatus);
-    app.formatter(compactHelp()); // before the commands, which take it over
+    app.formatter(compactHelp()); // before the commands, which inherit it
     app.add_flag_callback("--manual-page", [this] { throw CLI::CallForVersion(manualPage(app, ZNICA_VERSION), 0); })
         ->group("");
     app.add_flag_callback("--bash-completion", [this] { throw CLI::CallForVersion(bashCompletion(app), 0); })

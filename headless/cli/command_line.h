@@ -13,7 +13,7 @@ namespace zn::headless {
 /// What a command does once its arguments have been read.
 using Action = std::function<ExitStatus(UnfinishedWork&)>;
 
-/// The arguments of znica, their help and their checks.
+/// The command-line arguments of znica, with their help texts and checks.
 struct CommandLine {
     CommandLine();
     CommandLine(const CommandLine&) = delete;
@@ -22,7 +22,7 @@ struct CommandLine {
     CLI::App app;
     Action action; ///< of the command that was given
 
-    /// What the user is told about arguments that do not parse, in one sentence.
+    /// One sentence for the user about arguments that do not parse.
     std::string complaint(const CLI::ParseError& error, int count, const char* const* arguments) const;
 };
 

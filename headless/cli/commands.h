@@ -4,29 +4,29 @@
 
 namespace zn::headless {
 
-// Every command adds its options, its help and its examples, and sets the action when it is the one that was given.
+// Every command adds its options, help and examples, and sets the action if it is the one given.
 
 /// `znica run`
 void addRunCommand(CLI::App& app, Action& action);
 
-/// `znica simulate`: makes a sample with known sources in a new folder.
+/// `znica simulate`: creates a sample with known sources in a new folder.
 void addSimulateCommand(CLI::App& app, Action& action);
 
-/// `znica score`: prints, for every source of a simulated sample, the component of a result whose map is most like it
+/// `znica score`: prints, for every source of a simulated sample, the component of a result whose map is most similar
 /// and the absolute spatial correlation of the two.
 void addScoreCommand(CLI::App& app, Action& action);
 
 /// `znica info`: prints what the plug-in says about itself and which host functions it looks up: those that work here,
-/// those that this host lacks, and those that do not exist in it.
+/// those that only report that this host lacks them, and those that do not exist.
 void addInfoCommand(CLI::App& app, Action& action);
 
-/// `znica compare A B`: prints the pairs of components of two results; with --out writes the same table there, too.
+/// `znica compare A B`: prints the matched components of two results; with --out also writes the same table to a file.
 void addCompareCommand(CLI::App& app, Action& action);
 
-/// `znica report DIR`: makes the page of a result again.
+/// `znica report DIR`: recreates the report of a result.
 void addReportCommand(CLI::App& app, Action& action);
 
-/// How a sample is made and scored; `simulate` and `score` share it.
+/// How to create and score a sample; shared by `simulate` and `score`.
 extern const char kSimulateExamples[];
 
 } // namespace zn::headless

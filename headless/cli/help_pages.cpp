@@ -18,7 +18,7 @@ std::string synopsis(const CLI::Option& option) {
     return valued ? name + " " + option.get_type_name() : name;
 }
 
-// `begin` and the words of the text in lines of at most kWidth; those after the first begin at `column`.
+// `begin` and the words of the text in lines of at most kWidth; lines after the first are indented to `column`.
 std::string wrapped(std::string begin, const std::string& text, std::size_t column) {
     std::istringstream words(text);
     std::string result;
@@ -69,7 +69,7 @@ public:
     }
 };
 
-// A leading dot or apostrophe and every backslash and hyphen mean something to roff.
+// A leading dot or apostrophe and every backslash and hyphen are special to roff.
 std::string roff(const std::string& text) {
     std::string result;
     for (const char c : text) {
@@ -86,7 +86,7 @@ void describeOptions(const CLI::App& app, std::ostringstream& page) {
     }
 }
 
-// The footer as it is, line by line.
+// The footer verbatim, line by line.
 void describeFooter(const CLI::App& app, std::ostringstream& page) {
     if (!app.get_footer().empty()) page << ".PP\n.nf\n" << roff(app.get_footer()) << "\n.fi\n";
 }

@@ -7,14 +7,14 @@
 
 namespace zn::headless {
 
-/// Lays out the help of a command in few lines: description, usage, one line an option if it suffices, examples.
-/// At most 80 columns wide.
+/// Lays out the help of a command compactly: description, usage, one line per option if possible, examples. At most 80
+/// columns wide.
 std::shared_ptr<CLI::FormatterBase> compactHelp();
 
-/// The manual page (section 1, roff) of a command with all its subcommands, from the texts of their help.
+/// The manual page (section 1, roff) of a command with all its subcommands, made from their help texts.
 std::string manualPage(const CLI::App& app, const std::string& version);
 
-/// The bash completion of the same: subcommands, their options, else file names.
+/// The bash completion script: subcommands, their options, otherwise file names.
 std::string bashCompletion(const CLI::App& app);
 
 } // namespace zn::headless

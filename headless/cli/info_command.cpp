@@ -36,7 +36,7 @@ bool isFunctionName(std::string_view text) {
     return begins && std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isalnum(c) || c == '_'; });
 }
 
-// A plug-in looks the functions up by name, so their names stand in its file as texts between zero bytes.
+// A plug-in looks the functions up by name, so their names appear in its file as null-terminated strings.
 std::set<std::string> functionsNamedIn(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
@@ -75,10 +75,10 @@ ExitStatus printInfo(const std::filesystem::path& plugin) {
         const bool works = kWorking.contains(name);
         (!dlsym(RTLD_DEFAULT, name.c_str()) ? missing : works ? bound : empty).insert(name);
     }
-    std::printf("host functions: %zu work here, %zu say that this host lacks them, %zu do not exist here\n",
-                bound.size(), empty.size(), missing.size());
+    std::printf("host functions: %zu work here, %zu are not available in this host, %zu do not exist\n", bound.size(),
+                empty.size(), missing.size());
     printNames("working", bound);
-    printNames("lacking", empty);
+    printNames("not available", empty);
     printNames("not existing", missing);
     requirePrinted();
     return ExitStatus::kDone;

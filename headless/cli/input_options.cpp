@@ -30,7 +30,7 @@ void setComponents(RunOptions& options, const std::string& text) {
     options.eigenvalues = {1, count};
 }
 
-// Empty for a plausible time. Milliseconds are the usual slip.
+// Empty for a plausible time. Giving milliseconds is the usual mistake.
 std::string repetitionTimeComplaint(const std::string& text) {
     double seconds = 0.0;
     if (CLI::detail::lexical_cast(text, seconds) && seconds >= 0.001 && seconds <= 20.0) return "";
@@ -48,7 +48,7 @@ CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
         "--components", [&o](const std::string& text) { setComponents(o, text); },
         "number of components (and of leading eigenvalues kept); auto: estimated; max: one per volume (20)");
     components->type_name("N|auto|max");
-    run.add_option("--dummy-scans", o.dummyScans, "leave out the first N volumes (0)")
+    run.add_option("--dummy-scans", o.dummyScans, "omit the first N volumes (0)")
         ->check(CLI::Range(0, 1000000).description(""))
         ->type_name("N");
     run.add_option("--tr", o.secondsPerVolume, "repetition time in seconds (JSON beside BOLD, else header)")

@@ -6,8 +6,8 @@
 
 namespace zn::headless {
 
-/// Adds the options that say what is read and analysed: mask, dummy scans, TR, components, memory. Returns
-/// --components, which other options may exclude.
+/// Adds the options for what is read and analysed: mask, dummy scans, TR, components, memory. Returns --components,
+/// which other options may exclude.
 CLI::Option* addInputOptions(CLI::App& run, RunOptions& options);
 
 } // namespace zn::headless

@@ -12,7 +12,7 @@ namespace zn::headless {
 
 namespace {
 
-// A signal handler may do next to nothing; this one wakes the watcher through a pipe.
+// A signal handler may do very little; this one wakes the watcher through a pipe.
 int toWatcher = -1;
 
 void wakeWatcher(int signal) {
@@ -22,8 +22,7 @@ void wakeWatcher(int signal) {
     errno = error;
 }
 
-// A signal that the caller ignores stays ignored: nohup does so with hang-ups, a script with the Ctrl-C of its
-// background jobs.
+// A signal that the caller ignores stays ignored, as hang-ups under nohup and Ctrl-C in a script's background jobs.
 void handle(int signal) {
     struct sigaction before {};
     sigaction(signal, nullptr, &before);
@@ -50,8 +49,8 @@ void watchInterrupts(UnfinishedWork& unfinished) {
     if (pipe(ends) != 0) return; // signals keep their usual effect
     toWatcher = ends[1];
     std::thread([reader = ends[0], &unfinished] { watch(reader, unfinished); }).detach();
-    std::signal(SIGXFSZ, SIG_IGN); // a limit on the size of files shows as a write that fails
-    std::signal(SIGPIPE, SIG_IGN); // a reader that stops reading, as head does, still wants the result
+    std::signal(SIGXFSZ, SIG_IGN); // exceeding a file size limit becomes a failed write
+    std::signal(SIGPIPE, SIG_IGN); // a reader that stops early, such as head, still wants the result
     for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) handle(signal);
 }
 

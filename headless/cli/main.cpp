@@ -14,7 +14,7 @@ using zn::headless::UnfinishedWork;
 
 int complain(UnfinishedWork& unfinished, ExitStatus status, std::string text) {
     text = unfinished.asWanted(std::move(text));
-    std::replace(text.begin(), text.end(), '\n', ' '); // one line, whatever a file is called
+    std::replace(text.begin(), text.end(), '\n', ' '); // one line, whatever the file names contain
     std::fflush(stdout);
     std::fprintf(stderr, "znica: %s%s\n", text.c_str(), unfinished.end("failed", static_cast<int>(status)).c_str());
     return static_cast<int>(status);

@@ -9,8 +9,7 @@ namespace zn::headless {
 
 namespace {
 
-// Beyond the letters that a reference composes out of a base letter and an accent, these are what texts about
-// methods and their authors need.
+// The named character references that texts about methods and their authors need.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 26> kNamed = {{
     {"amp", "&"},         {"lt", "<"},          {"gt", ">"},          {"quot", "\""},       {"apos", "'"},
     {"nbsp", " "},        {"auml", "\u00e4"},   {"ouml", "\u00f6"},   {"uuml", "\u00fc"},   {"Auml", "\u00c4"},
@@ -30,7 +29,7 @@ std::string utf8(unsigned long code) {
     return {byte(0xf0 | code >> 18), next(12), next(6), next(0)};
 }
 
-// The letter of a reference without its ampersand and semicolon; empty when it is unknown.
+// The character of a reference given without ampersand and semicolon; empty when unknown.
 std::string letter(std::string_view name) {
     for (const auto& [known, text] : kNamed) {
         if (name == known) return std::string(text);

@@ -5,8 +5,8 @@
 
 namespace zn::headless {
 
-/// Light HTML as plain UTF-8 text: tags go (a line break and the start of a paragraph end the line), character
-/// references become their letters, runs of white space one blank. An unknown reference stays as it is.
+/// Converts simple HTML to plain UTF-8 text: tags are removed (line breaks and paragraph starts end the line),
+/// character references become characters, and runs of white space one blank. Unknown references stay as they are.
 std::string plainText(std::string_view html);
 
 } // namespace zn::headless

@@ -31,11 +31,12 @@ void setEigenvalues(EigenvalueRange& range, const std::string& text) {
     const bool valid = colon != std::string::npos && parseCount(std::string_view(text).substr(0, colon), range.first) &&
                        parseCount(std::string_view(text).substr(colon + 1), range.last) && range.first <= range.last;
     if (!valid) {
-        throw CLI::ValidationError("--eigenvalues", "FIRST:LAST counts from 1 and ascends, as in 2:21; got " + text);
+        throw CLI::ValidationError("--eigenvalues",
+                                   "needs FIRST:LAST, counted from 1 and ascending, such as 2:21; got " + text);
     }
 }
 
-// The plug-in takes it in single precision, where the smallest numbers are 0: no component would ever converge.
+// The plug-in uses single precision, in which the smallest numbers become 0: no component would ever converge.
 bool isEpsilon(double epsilon) {
     return static_cast<float>(epsilon) > 0.0f && epsilon <= 1.0;
 }
@@ -52,7 +53,7 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
     command
         .add_option_function<std::string>(
             "--eigenvalues", [&o](const std::string& range) { setEigenvalues(o.eigenvalues, range); },
-            "keep these eigenvalues, as in 2:21")
+            "range of eigenvalues to keep, such as 2:21")
         ->type_name("FIRST:LAST")
         ->excludes(components);
     command
@@ -60,7 +61,7 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
             "--nonlinearity", [&o](const std::string& name) { setNonlinearity(o.nonlinearity, name); },
             "tanh, gauss or cube (tanh)")
         ->type_name("NAME");
-    command.add_option("--epsilon", o.epsilon, "a component has converged below this change (0.0001)")
+    command.add_option("--epsilon", o.epsilon, "convergence threshold (0.0001)")
         ->check(finiteNumber("a number above 0 and up to 1", isEpsilon))
         ->type_name("E");
     command.add_option("--max-iterations", o.maxIterations, "restart a component after N iterations (500)")
@@ -69,7 +70,7 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
 }
 
 void addFingerprint(CLI::App& command, RunOptions& o) {
-    command.add_option("--design", o.design, "up to 16 predictors: RTC text, or table with header")->type_name("FILE");
+    command.add_option("--design", o.design, "up to 16 predictors: RTC text or table with header")->type_name("FILE");
     auto* rois =
         command.add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     command.add_option("--roi-names", o.regionNames, "table with columns index and name")
@@ -80,27 +81,27 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
     clusterSize->check(CLI::Range(2, 2000).description(""))->type_name("N");
     command
         .add_flag_callback(
-            "--no-clustering", [&o] { o.clusterSize.reset(); }, "leave out the degree of clustering")
+            "--no-clustering", [&o] { o.clusterSize.reset(); }, "skip the degree of clustering")
         ->excludes(clusterSize);
     command.add_option("--z-threshold", o.zThreshold, "z threshold for clusters, 0.1 to 100 (2.5)")
         ->check(finiteNumber("a number from 0.1 to 100", [](double z) { return z >= 0.1 && z <= 100.0; }))
         ->type_name("Z");
-    command.add_option("--label", o.label, "subject or session, for the maps' names")->type_name("TEXT");
+    command.add_option("--label", o.label, "subject or session, for the map names")->type_name("TEXT");
 }
 
 void addControl(CLI::App& command, RunControl& control) {
-    command.add_option("--seed", control.seed, "replay the run that recorded this seed (new)")
+    command.add_option("--seed", control.seed, "reproduce the run that recorded this seed (random)")
         ->check(wholeNumber(std::numeric_limits<std::uint32_t>::max()))
         ->type_name("N");
-    command.add_option("--threads", control.threads, "threads of the matrix products (all)")
+    command.add_option("--threads", control.threads, "threads for matrix products (all)")
         ->check(CLI::Range(1, 1024).description(""))
         ->type_name("N");
     command.add_option("--repeats", control.repeats, "repeat R times to estimate stability (1)")
         ->check(CLI::Range(1, 1000).description(""))
         ->type_name("R");
-    auto* quiet = command.add_flag("--quiet", control.quiet, "print nothing but errors");
-    command.add_flag("--verbose", control.verbose, "print the plug-in's log as well")->excludes(quiet);
-    command.add_flag("!--no-report", control.report, "leave out report.html");
+    auto* quiet = command.add_flag("--quiet", control.quiet, "print only errors");
+    command.add_flag("--verbose", control.verbose, "also print the plug-in's log")->excludes(quiet);
+    command.add_flag("!--no-report", control.report, "do not write report.html");
     command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails");
 }
 

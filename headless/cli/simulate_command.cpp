@@ -39,7 +39,7 @@ const char kSimulateExamples[] = "Example:\n"
 void addSimulateCommand(CLI::App& app, Action& action) {
     const auto options = std::make_shared<Options>();
     SimulateOptions& o = options->sample;
-    auto* command = app.add_subcommand("simulate", "Make a brain-shaped sample with known sources.");
+    auto* command = app.add_subcommand("simulate", "Create a brain-shaped sample with known sources.");
     command->add_option("--out", options->out, "folder to create for the sample")->required()->type_name("DIR");
     command->add_option("--size", o.size, "tiny, small, medium or large (small: 22,000 voxels, 150 volumes)")
         ->check(CLI::IsMember(SimulateOptions::sizeNames()).description(""))
@@ -47,10 +47,10 @@ void addSimulateCommand(CLI::App& app, Action& action) {
     command->add_option("--sources", o.sources, "number of sources, 1 to 24 (8)")
         ->check(CLI::Range(1, 24).description(""))
         ->type_name("N");
-    command->add_option("--noise", o.noisePercent, "noise in per cent of the mean signal (1)")
+    command->add_option("--noise", o.noisePercent, "noise as a percentage of the mean signal (1)")
         ->check(finiteNumber("a number from 0 to 100", [](double s) { return s >= 0.0 && s <= 100.0; }))
         ->type_name("S");
-    command->add_option("--seed", o.seed, "another seed, another sample (1)")
+    command->add_option("--seed", o.seed, "seed of the random numbers (1)")
         ->check(wholeNumber(std::numeric_limits<std::uint64_t>::max()))
         ->type_name("N");
     command->add_flag("--force", options->force, "replace an earlier sample in DIR");

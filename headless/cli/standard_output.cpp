@@ -21,7 +21,8 @@ bool readerHasGone() {
 void requirePrinted() {
     const bool flushed = std::fflush(stdout) == 0;
     if ((flushed && std::ferror(stdout) == 0) || readerHasGone()) return;
-    throw Failure(ExitStatus::kOther, "standard output cannot be written; check the free space where it goes.");
+    throw Failure(ExitStatus::kOther,
+                  "standard output cannot be written; check the free space where it is redirected.");
 }
 
 } // namespace zn::headless

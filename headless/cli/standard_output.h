@@ -2,8 +2,8 @@
 
 namespace zn::headless {
 
-/// Throws Failure (kOther) unless everything printed so far reached its reader: for a command whose output is all that
-/// it does. A reader that has gone, as head does after its lines, has what it wanted and is no failure.
+/// Throws Failure (kOther) unless everything printed so far reached its reader; for commands that only print. A reader
+/// that has exited, as head does after its lines, has what it wanted and is not a failure.
 void requirePrinted();
 
 } // namespace zn::headless
