@@ -79,7 +79,7 @@ ExitStatus printInfo(const std::filesystem::path& plugin) {
                 empty.size(), missing.size());
     printNames("working", bound);
     printNames("not available", empty);
-    printNames("not existing", missing);
+    printNames("nonexistent", missing);
     requirePrinted();
     return ExitStatus::kDone;
 }
