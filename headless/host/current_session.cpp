@@ -7,7 +7,7 @@ namespace zn::headless {
 
 namespace {
 
-Session* current = nullptr; // the C interface has no place for it
+Session* current = nullptr; // the C interface has no parameter for it
 
 } // namespace
 

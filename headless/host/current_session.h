@@ -9,15 +9,15 @@
 
 namespace zn::headless {
 
-/// Puts a session behind the exported functions, or none (null). The caller keeps the session alive while it is
+/// Attaches a session to the exported functions, or none (null). The caller keeps the session alive while it is
 /// attached, and calls this on the thread that runs the plug-in.
 ZN_HOST_EXPORT void attachSession(Session* session);
 
-/// The session behind the exported functions. Ends the process with a message when none is attached.
+/// The attached session. Ends the process with a message when there is none.
 Session& currentSession();
 
-/// Runs a host function's body; what it throws is kept in the session (the first one only) and `otherwise` returned,
-/// because an exception must not travel through the plug-in.
+/// Runs a host function's body; the first exception is kept in the session and `otherwise` is returned, because an
+/// exception must not propagate through the plug-in.
 template <class Body, class Result> Result guarded(Result otherwise, Body body) {
     Session& session = currentSession();
     try {
@@ -28,7 +28,7 @@ template <class Body, class Result> Result guarded(Result otherwise, Body body) 
     }
 }
 
-/// The same for a function without result.
+/// The same for a function without a result.
 template <class Body> void guarded(Body body) {
     guarded(0, [&](Session& session) {
         body(session);

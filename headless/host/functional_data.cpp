@@ -11,7 +11,7 @@ void fillHeader(const Session& session, VtcHeader& header) {
     header = VtcHeader{};
     header.volumes = session.series.volumes;
     header.repetitionTime = session.millisecondsPerVolume;
-    header.xEnd = session.grid[0]; // the box begins at 0 and its voxels are the grid's
+    header.xEnd = session.grid[0]; // the box starts at 0 and its voxels are those of the grid
     header.yEnd = session.grid[1];
     header.zEnd = session.grid[2];
     header.resolution = 1;
@@ -24,7 +24,7 @@ void fillHeader(const Session& session, VtcHeader& header) {
 
 extern "C" {
 
-// The grid's sizes stand for the volume's; any address that is not null says that there is one.
+// The grid's sizes stand in for the volume's; any non-null address means that there is a volume.
 void* znGetCurrentVMR(int* first, int* second, int* third) {
     Session& session = currentSession();
     *first = session.grid[0];

@@ -4,12 +4,12 @@
 #include "host/voi_records.h"
 #include "host/vtc_header.h"
 
-/// What leaves the module; everything else in it is hidden.
+/// Marks what the module exports; everything else in it is hidden.
 #define ZN_HOST_EXPORT __attribute__((visibility("default")))
 
 namespace zn::headless {
 
-// Declares every function that the plug-in calls with the type of the list, so that a definition of another type does
+// Declares every function that the plug-in calls with its type in the list, so that a definition with another type does
 // not compile.
 extern "C" {
 #define ZN(result, name, parameters) ZN_HOST_EXPORT result name parameters;

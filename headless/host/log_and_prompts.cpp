@@ -1,4 +1,4 @@
-// The functions for log, messages and input, answered from the session.
+// The functions for logging, messages and input, answered from the session.
 #include "headless/host/current_session.h"
 #include "headless/host/text_out.h"
 

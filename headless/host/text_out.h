@@ -7,7 +7,7 @@
 
 namespace zn::headless {
 
-/// Copies a text into a buffer of the plug-in's, cut where the buffer ends.
+/// Copies a text into a buffer of the plug-in, truncated to its size.
 inline void copyText(std::string_view text, char* buffer) {
     const std::size_t length = text.size() < kHostTextSize ? text.size() : kHostTextSize - 1;
     std::memcpy(buffer, text.data(), length);

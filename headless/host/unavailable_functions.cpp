@@ -1,5 +1,5 @@
-// The functions of the list that no analysis needs. They exist, so that a plug-in can look them up; called, each says
-// once a session that this host lacks it, and returns null.
+// The functions of the list that no analysis needs. They exist so that a plug-in can look them up; when called, each
+// returns null and logs, once per session, that it is not available.
 #include "headless/host/current_session.h"
 
 #include <string>

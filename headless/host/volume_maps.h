@@ -14,30 +14,30 @@ namespace zn::headless {
 /// A text that the plug-in writes into through a pointer.
 using TextBuffer = HostText;
 
-/// One volume map with what belongs to it. The plug-in fills all of it in place.
+/// One volume map with its associated data. The plug-in fills all of it in place.
 struct VolumeMap {
     TextBuffer name{};
     std::int32_t type = 0;
-    std::vector<float> values;     ///< one a voxel of the grid, x fastest
-    std::vector<float> timeCourse; ///< one a volume
+    std::vector<float> values;     ///< one per voxel of the grid, x fastest
+    std::vector<float> timeCourse; ///< one per volume
     std::vector<float> parameters; ///< sixteen in an ICA run
 };
 
 /// The set of volume maps (NR-VMPs) of the current anatomical volume. Owns every buffer that the records point to;
-/// their addresses stay until the next create or clear.
+/// their addresses stay valid until the next create or clear.
 class VolumeMaps {
 public:
     void clear() { *this = VolumeMaps(); }
 
-    /// Makes `count` maps of zeros on the grid that the header's bounding box and resolution span. Throws
-    /// std::bad_alloc, and std::invalid_argument for a negative count or a bounding box without volume.
+    /// Creates `count` maps of zeros on the grid given by the header's bounding box and resolution. Throws
+    /// std::bad_alloc, and std::invalid_argument for a negative count or an empty bounding box.
     void create(int count, int timePoints, int parameters, const NRVMPsHeader& header);
 
-    /// Fills the named fields of the record for the whole set.
+    /// Fills the named fields of the record for the entire set.
     void describe(NRVMPsHeader& header);
-    /// Fills the record of map `index`, from 0; its voxel values, or null past the last map.
+    /// Fills the record of map `index`, from 0. Returns its voxel values, or null past the last map.
     float* describe(int index, NRVMPMap& record);
-    /// Takes over from the record what does not lie in a shared buffer.
+    /// Copies the fields of the record that are not in a shared buffer.
     void setParameters(int index, const NRVMPMap& record);
     void setDisplayRange(const NRVMPsHeader& header);
 
