@@ -55,8 +55,8 @@ double mdl(Eigenvalues values, std::size_t k, double samples) {
     return samples * n * (std::log(meanOf(noise)) - meanLogarithm) + parameters * std::log(samples);
 }
 
-// ln |A_Z|: how sharply the data determine the kept directions. Equal eigenvalues leave one undetermined; the bound
-// keeps its logarithm finite.
+// ln |A_Z|: how sharply the data determine the kept directions. Equal eigenvalues leave directions undetermined; the
+// lower bound keeps the logarithm finite.
 double logCurvature(Eigenvalues values, std::size_t k, double noise, double samples) {
     double sum = 0.0;
     for (std::size_t i = 0; i < k; ++i) {

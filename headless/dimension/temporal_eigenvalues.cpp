@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kBlock = 1024; // voxels
 
-// Calls use(rows, count) with the time courses of the mask in double precision, up to kBlock at a time.
+// Calls use(rows, count) with the time courses in the mask in double precision, up to kBlock at a time.
 template <class Value, class Use>
 void forBlocks(const Value* values, const TimeSeries& series, const std::vector<unsigned char>& mask, Use use) {
     const auto volumes = static_cast<std::size_t>(series.volumes);
@@ -59,7 +59,7 @@ std::vector<double> temporalEigenvalues(const TimeSeries& series, const std::vec
     const int info = symmetricEigenvalues(matrix.data(), series.volumes, values.data());
     if (info != 0) {
         throw Failure(ExitStatus::kOther, "the eigenvalues for --components auto cannot be computed (LAPACK dsyev: " +
-                                              std::to_string(info) + "); give a number of components.");
+                                              std::to_string(info) + "); specify the number of components.");
     }
     return values;
 }

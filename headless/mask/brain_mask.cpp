@@ -15,7 +15,7 @@ std::array<std::int64_t, 3> positionOf(std::int64_t voxel, const Size& size) {
     return {voxel % size[0], voxel / size[0] % size[1], voxel / size[0] / size[1]};
 }
 
-// The voxels of the start's value that hang together with it get the label; returns how many. `queue` is scratch.
+// Labels the face-connected component of equal values that contains `start`; returns its size. `queue` is scratch.
 std::int64_t flood(std::vector<unsigned char>& mask, const Size& size, std::int64_t start, unsigned char label,
                    std::vector<std::int64_t>& queue) {
     const std::array<std::int64_t, 3> steps = {1, size[0], std::int64_t{1} * size[0] * size[1]};

@@ -5,18 +5,18 @@
 
 namespace zn::headless {
 
-/// A brain mask from one image: the voxels at or above its intensityThreshold(), of these the largest part that hangs
-/// together across faces, with everything that this part encloses. The image should be the mean over time. Where the
-/// values are no intensities, every voxel is taken.
+/// A brain mask from one image: the largest face-connected component of the voxels at or above its
+/// intensityThreshold(), with its holes filled. The image should be the mean over time. If the values are not
+/// intensities, every voxel is included.
 ///
-///   image   one value a voxel, x fastest; values that are not finite lie below every threshold
+///   image   one value per voxel, x fastest; non-finite values are below every threshold
 ///   size    voxels along x, y, z
 std::vector<unsigned char> brainMask(const std::vector<float>& image, const std::array<int, 3>& size);
 
-/// Keeps the largest part of the mask whose voxels hang together across faces; of equal ones the first.
+/// Keeps the largest face-connected component of the mask; in a tie, the first.
 void keepLargestPart(std::vector<unsigned char>& mask, const std::array<int, 3>& size);
 
-/// Adds every voxel that cannot be reached across faces from the border of the grid without crossing the mask.
+/// Adds every voxel that is not face-connected to the border of the grid through voxels outside the mask.
 void fillHoles(std::vector<unsigned char>& mask, const std::array<int, 3>& size);
 
 } // namespace zn::headless

@@ -41,7 +41,7 @@ std::optional<float> intensityThreshold(const std::vector<float>& values) {
     std::sort(positive.begin(), positive.end());
 
     double threshold = halfRootMeanSquare(positive);
-    for (int step = 0; step < 100; ++step) { // settles within a few; the cap only guards against a cycle
+    for (int step = 0; step < 100; ++step) { // converges within a few; the limit only guards against a cycle
         const double next = 0.5 * medianAbove(positive, threshold);
         if (next == threshold) break;
         threshold = next;

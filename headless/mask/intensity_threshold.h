@@ -5,14 +5,14 @@
 
 namespace zn::headless {
 
-/// The intensity that separates the head from the air around it: half the median of the voxels above it, which is what
-/// the head's own bright voxels agree on however much air there is, up to nineteen in twenty voxels. Found by iteration
-/// from half the root mean square of the positive values, taken after the brightest 2 % are cut to the 98th percentile
-/// so that vessels and spikes do not raise it. Where an image has no air (masked already: zeros do not count),
-/// everything lies above it.
+/// The intensity that separates the head from the air around it: half the median of the voxels above it, which hardly
+/// depends on the amount of air as long as that is at most nineteen in twenty voxels. Found by iteration from half the
+/// root mean square of the positive values, computed with the brightest 2 % clipped to the 98th percentile so that
+/// vessels and spikes do not raise it. In an image without air (already masked: zeros do not count), everything is
+/// above it.
 ///
-/// Nothing when the values are no intensities: more than a tenth of those that are not zero are negative, as after the
-/// temporal mean was removed, or none is positive. Values that are not finite are passed over.
+/// Nothing when the values are not intensities: more than a tenth of the nonzero ones are negative, as after removal of
+/// the temporal mean, or none is positive. Non-finite values are ignored.
 std::optional<float> intensityThreshold(const std::vector<float>& values);
 
 } // namespace zn::headless

@@ -31,7 +31,7 @@ template <class Value> VoxelSummary summarise(const Value* values, std::int64_t 
             sum += static_cast<double>(course[t]);
             varies |= course[t] != course[0];
         }
-        // A sum of single-precision values cannot overflow double precision: it is finite exactly when they all are.
+        // A sum of single-precision values cannot overflow double precision: it is finite if and only if they all are.
         const bool finite = std::isfinite(sum);
         result.mean[v] = finite ? static_cast<float>(sum / volumes) : meanOfFinite(course, volumes);
         result.finite[v] = finite ? 1 : 0;

@@ -9,7 +9,7 @@ namespace zn::headless {
 
 /// A summary of every voxel's time course; voxels as in the series, x fastest.
 struct VoxelSummary {
-    std::vector<float> mean;             ///< of the finite values; 0 where there is none
+    std::vector<float> mean;             ///< of the finite values; 0 where there are none
     std::vector<unsigned char> finite;   ///< 1: all values are finite
     std::vector<unsigned char> constant; ///< 1: all values are finite and the same
 };

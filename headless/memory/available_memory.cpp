@@ -21,7 +21,7 @@ std::optional<std::int64_t> availableOfMachine(const fs::path& root) {
     return std::nullopt;
 }
 
-// The files of one version of the interface.
+// The files of one version of the cgroup interface.
 struct Interface {
     const char* mount;
     const char* limit;
@@ -32,7 +32,7 @@ constexpr Interface kFirst = {"sys/fs/cgroup/memory", "memory.limit_in_bytes", "
                               "total_inactive_file"};
 constexpr Interface kSecond = {"sys/fs/cgroup", "memory.max", "memory.current", "inactive_file"};
 
-// Nothing for a file that is absent or says "max".
+// Nothing if the file is missing or says "max".
 std::optional<std::int64_t> numberIn(const fs::path& file) {
     std::ifstream stream(file);
     std::int64_t number = 0;
@@ -57,8 +57,8 @@ std::optional<std::int64_t> leftIn(const fs::path& group, const Interface& files
     return std::max<std::int64_t>(*limit - held, 0);
 }
 
-// The least that is left in the group and in those around it. Inside a container the group's own path may be that of
-// the machine outside; then the top of the mount is the container's group.
+// The least that is left in the group and its parents. Inside a container the group's path may be the one seen from the
+// host machine; then the top of the mount is the container's group.
 std::optional<std::int64_t> leftAlong(const fs::path& root, fs::path group, const Interface& files) {
     std::optional<std::int64_t> least;
     for (group = group.relative_path();; group = group.parent_path()) {
@@ -68,8 +68,8 @@ std::optional<std::int64_t> leftAlong(const fs::path& root, fs::path group, cons
     }
 }
 
-// Bytes that the control group of this process, or the narrowest one around it, may still take; file contents that the
-// system can drop count as free. Both versions of the interface are read. Nothing without a limit.
+// Bytes that the control group of this process, or its tightest parent, may still use; file caches that the system can
+// drop count as free. Both versions of the interface are read. Nothing without a limit.
 std::optional<std::int64_t> controlGroupMemoryLeft(const fs::path& root) {
     std::ifstream lines(root / "proc/self/cgroup"); // number:controllers:/path
     for (std::string line; std::getline(lines, line);) {

@@ -6,11 +6,11 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kProcess = 14e6; // program, libraries and the work space of the BLAS, as measured without data
+constexpr double kProcess = 14e6; // program, libraries and the BLAS work space, measured without data
 
 } // namespace
 
-// In double precision, which no size overflows.
+// In double precision, so that no size overflows.
 std::int64_t predictedPeakBytes(const RunSize& size) {
     const auto g = static_cast<double>(size.gridVoxels);
     const auto v = static_cast<double>(size.voxels);

@@ -4,29 +4,28 @@
 
 namespace zn::headless {
 
-/// What the memory of a run depends on.
+/// The quantities that determine the memory of a run.
 struct RunSize {
     std::int64_t gridVoxels = 0;
     std::int64_t voxels = 0; ///< analysed
     int volumes = 0;
     int components = 0;
-    int bytesPerValue = 2; ///< of the functional data as the host keeps them: 2 or 4
-    int storedBytes = 0;   ///< of a value in the file that has to be converted; 0: none has
+    int bytesPerValue = 2; ///< of the functional data as stored by the host: 2 or 4
+    int storedBytes = 0;   ///< of a value in a file that must be converted; 0: no conversion
     int regions = 0;
     int repeats = 1; ///< runs of the plug-in
 };
 
-/// The most memory that a run will have in use at once, in bytes: the largest of the stages below, each on top of the
-/// functional data of the whole grid and of what the process itself takes. G grid voxels, V analysed, T volumes, n
-/// components, R regions; in bytes:
+/// The peak memory of a run in bytes: the largest of the stages below, each on top of the functional data of the entire
+/// grid and of the process itself. G grid voxels, V analysed, T volumes, n components, R regions; in bytes:
 ///
 ///   reading      G (128 + stored type)        twice as many volumes as fill a cache line, and one as stored
 ///   extraction   4 V T + 56 V + 4 R (G + V)   single-precision data, tables of voxels, regions
-///   centring     12 V T + 28 V                the same data in double precision beside it
+///   centring     12 V T + 28 V                the same data also in double precision
 ///   separation   8 V T + 8 V n + 36 V         whitened data; the plug-in's components one after another
 ///   maps         8 V T + 8 V n, then 12 V n, then 4 V n + 4 G n for the maps that are kept
-///   repeats      8 V n R + 4 G n + 16 (n R)^2 throughout when there are R > 1 runs: all their maps, and their
-///                correlations twice
+///   repeats      8 V n R + 4 G n + 16 (n R)^2 throughout, for R > 1 runs: all their maps, and two
+///                                             copies of their correlations
 std::int64_t predictedPeakBytes(const RunSize& size);
 
 } // namespace zn::headless
