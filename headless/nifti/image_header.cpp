@@ -24,7 +24,7 @@ std::shared_ptr<nifti_image> readImage(const fs::path& file) {
             }};
 }
 
-// Bytes of the whole image, or nothing when the product leaves 64 bits.
+// Bytes of the entire image, or nothing when the product overflows 64 bits.
 std::optional<std::int64_t> dataBytes(const nifti_image& image) {
     std::int64_t bytes = image.nbyper;
     for (int axis = 1; axis <= 7; ++axis) {
@@ -55,7 +55,8 @@ void checkExtents(const fs::path& file, const nifti_image& image) {
     }
     for (int axis = 5; axis <= image.ndim; ++axis) {
         if (image.dim[axis] != 1) {
-            refuseFile(file, "has " + std::to_string(image.ndim) + " axes; only images of up to four can be used.");
+            refuseFile(file,
+                       "has " + std::to_string(image.ndim) + " axes; only images with up to four axes can be used.");
         }
     }
 }
@@ -78,7 +79,7 @@ void checkLength(const fs::path& file, const nifti_image& image) {
 double millimetresPerUnit(int unit) {
     if (unit == NIFTI_UNITS_METER) return 1e3;
     if (unit == NIFTI_UNITS_MICRON) return 1e-3;
-    return 1.0; // millimetres, or no unit said
+    return 1.0; // millimetres, or no unit given
 }
 
 Affine affineOf(const nifti_image& image) {
@@ -86,7 +87,7 @@ Affine affineOf(const nifti_image& image) {
     const double scale = millimetresPerUnit(image.xyz_units);
     for (std::size_t row = 0; row < 3; ++row) {
         for (std::size_t column = 0; column < 4; ++column) {
-            const auto& m = image.sform_code > 0 ? image.sto_xyz : image.qto_xyz; // without codes: voxel sizes alone
+            const auto& m = image.sform_code > 0 ? image.sto_xyz : image.qto_xyz; // without codes: only voxel sizes
             affine[row][column] = scale * m.m[row][column];
         }
     }

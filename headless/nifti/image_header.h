@@ -14,13 +14,13 @@ namespace zn::headless {
 /// Voxel (i, j, k), counted from 0, to millimetres: rows x, y, z; columns i, j, k, offset.
 using Affine = std::array<std::array<double, 4>, 3>;
 
-/// What a NIfTI file says about its image, checked: every count is at least 1, the grid has fewer than 2^31 voxels, and
-/// the file can be as long as its header says.
+/// The validated header of a NIfTI file: every count is at least 1, the grid has fewer than 2^31 voxels, and the file
+/// is long enough for the image that the header describes.
 struct ImageHeader {
     std::filesystem::path file;               ///< as the user named it
     std::array<int, 3> size{};                ///< voxels along x, y, z
     int volumes = 1;                          ///< images along the fourth axis
-    Affine affine{};                          ///< sform, else qform, else the voxel sizes alone; millimetres
+    Affine affine{};                          ///< sform, else qform, else only the voxel sizes; millimetres
     std::optional<double> secondsPerVolume;   ///< from the fourth voxel size and its unit; no unit counts as seconds
     std::shared_ptr<const nifti_image> image; ///< the header as read, without voxel data
 

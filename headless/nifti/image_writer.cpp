@@ -18,7 +18,7 @@ void setMillimetres(nifti_image& image) {
                          : image.xyz_units == NIFTI_UNITS_MICRON ? 1e-3
                                                                  : 1.0;
     image.xyz_units = NIFTI_UNITS_MM;
-    if (scale == 1.0) return; // leave every bit of the affines alone
+    if (scale == 1.0) return; // keep the affines bit for bit
     for (int axis = 1; axis <= 3; ++axis) image.pixdim[axis] *= scale;
     image.dx *= scale;
     image.dy *= scale;

@@ -8,18 +8,18 @@
 
 namespace zn::headless {
 
-/// Writes a NIfTI-1 file volume by volume; compressed at zlib's fastest level where the name ends in ".gz", because
-/// the noise in functional data and maps hardly shrinks further. Units are millimetres and seconds.
+/// Writes a NIfTI-1 file volume by volume; compressed at zlib's fastest level where the name ends in ".gz", because the
+/// noise in functional data and maps hardly compresses further. Units are millimetres and seconds.
 class ImageWriter {
 public:
     struct Layout {
         int volumes = 1;
         int dataType = NIFTI_TYPE_FLOAT32; ///< NIFTI_TYPE_FLOAT32, NIFTI_TYPE_INT16 or NIFTI_TYPE_UINT8
-        double secondsPerVolume = 0.0;     ///< 0: the fourth axis is no time
+        double secondsPerVolume = 0.0;     ///< 0: the fourth axis is not time
         const char* description = "";      ///< at most 79 characters
     };
 
-    /// The grid, with sform and qform and their codes, is that of the given header. Throws Failure (kOther).
+    /// The grid, including sform and qform with their codes, is copied from the given header. Throws Failure (kOther).
     ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout);
     ~ImageWriter();
     ImageWriter(const ImageWriter&) = delete;
@@ -30,7 +30,7 @@ public:
     void write(std::span<const std::int16_t> volume) { writeBytes(std::as_bytes(volume)); }
     void write(std::span<const unsigned char> volume) { writeBytes(std::as_bytes(volume)); }
 
-    /// Completes the file after the last volume. Throws Failure (kOther) when not all of it reached the disk.
+    /// Completes the file after the last volume. Throws Failure (kOther) when it cannot be written completely.
     void close();
 
 private:

@@ -2,8 +2,8 @@
 
 namespace zn::headless {
 
-/// While it lives, standard error goes nowhere. The NIfTI library writes some of its complaints there whatever its
-/// debug level is; what is wrong with a file is said by the caller, once and in whole sentences.
+/// Discards standard error during its lifetime. The NIfTI library writes some of its messages there whatever its debug
+/// level is; the caller reports problems with a file, once and in full sentences.
 class QuietLibrary {
 public:
     QuietLibrary();

@@ -13,7 +13,7 @@ namespace zn::headless {
 namespace {
 
 template <class Header> RawHeader fieldsOf(Header& header) {
-    const bool otherByteOrder = header.dim[0] < 1 || header.dim[0] > 7; // the number of axes tells
+    const bool otherByteOrder = header.dim[0] < 1 || header.dim[0] > 7; // the number of axes shows
     if (otherByteOrder) {
         nifti_swap_Nbytes(8, sizeof header.dim[0], header.dim);
         nifti_swap_Nbytes(8, sizeof header.pixdim[0], header.pixdim);

@@ -12,7 +12,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr float kMostExact = 16777216.0f; // 2^24: up to here single precision holds every whole number
+constexpr float kMostExact = 16777216.0f; // 2^24: up to here single precision represents every whole number
 
 } // namespace
 
@@ -39,7 +39,7 @@ std::vector<float> readAllVolumes(const ImageHeader& header) {
 std::vector<float> readSingleVolume(const ImageHeader& header) {
     if (header.volumes != 1) {
         throw Failure(ExitStatus::kInput, header.file.string() + " holds " + std::to_string(header.volumes) +
-                                              " volumes where a single one is needed.");
+                                              " volumes where a single one is expected.");
     }
     return readAllVolumes(header);
 }

@@ -36,7 +36,7 @@ double cornerDistance(const ImageHeader& a, const ImageHeader& b, unsigned corne
 bool samePlaces(const ImageHeader& a, const ImageHeader& b) {
     const double tolerance = kTolerance * smallestEdge(b.affine);
     for (unsigned corner = 0; corner < 8; ++corner) {
-        if (!(cornerDistance(a, b, corner) <= tolerance)) return false; // written so that not-a-number differs
+        if (!(cornerDistance(a, b, corner) <= tolerance)) return false; // written so that NaN counts as different
     }
     return true;
 }

@@ -6,11 +6,11 @@
 
 namespace zn::headless {
 
-/// Throws Failure (kInput), with sizes and affines of both, unless the voxels of the two images are the same places:
-/// equal sizes, and no corner of the grid further apart than a hundredth of the smallest voxel edge, which lets the
-/// rounding of other programs pass.
+/// Throws Failure (kInput), with sizes and affines of both, unless the voxels of the two images coincide: equal sizes,
+/// and every corner of the grid within a hundredth of the smallest voxel edge, which tolerates the rounding of other
+/// programs.
 ///
-///   what   what the first image is, for the text: "mask"
+///   what   name of the first image in the message: "mask"
 void requireSameGrid(const std::string& what, const ImageHeader& image, const ImageHeader& reference);
 
 } // namespace zn::headless

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kCacheLine = 64;
 
-// readVolume(target) leaves the next volume as Value in target. What has been read is transposed while the next volumes
+// readVolume(target) stores the next volume as Value in target. Volumes already read are transposed while the next ones
 // are inflated: neither waits for the other, unless the machine has no thread to spare.
 template <class Value, class ReadVolume>
 std::unique_ptr<Value[]> readTransposed(std::int64_t voxels, int volumes, ReadVolume readVolume) {
@@ -26,7 +26,7 @@ std::unique_ptr<Value[]> readTransposed(std::int64_t voxels, int volumes, ReadVo
     auto series = room(voxels * volumes);
     auto arriving = room(voxels * together);
     auto arrived = together < volumes ? room(voxels * together) : nullptr;
-    std::future<void> transposing; // its end waits for the work, so it comes before that of the arrays
+    std::future<void> transposing; // its destructor waits for the work, so it is declared after the arrays
 
     for (int first = 0; first < volumes; first += together) {
         const int count = std::min(together, volumes - first);

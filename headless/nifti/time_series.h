@@ -7,13 +7,13 @@
 
 namespace zn::headless {
 
-/// The functional data in the host's order: all volumes of a voxel side by side, voxel (x, y, z) of the grid at index
+/// The functional data in the host's order: all volumes of a voxel are contiguous, voxel (x, y, z) of the grid at index
 /// z * (dimX * dimY) + y * dimX + x, so element voxel * volumes + t. Exactly one of the two arrays exists.
 struct TimeSeries {
     std::int64_t voxels = 0;
     int volumes = 0;
     std::unique_ptr<std::int16_t[]> shorts; ///< signed 16-bit data as stored
-    std::unique_ptr<float[]> floats;        ///< every other stored type, and scaled data
+    std::unique_ptr<float[]> floats;        ///< all other stored types, and scaled data
 
     bool isFloat() const { return floats != nullptr; }
 };
@@ -21,12 +21,12 @@ struct TimeSeries {
 /// True for data that readTimeSeries() keeps as signed 16-bit values.
 bool staysShort(const nifti_image& image);
 
-/// Reads and transposes a 4D image. Signed 16-bit data without scaling stay as they are; everything else becomes
-/// single precision. Besides the result, memory holds twice as many volumes as fill a cache line (32 or 16): some are
-/// read while others are transposed.
-/// Throws Failure (kInput); std::bad_alloc when the series does not fit into memory.
+/// Reads and transposes a 4D image. Unscaled signed 16-bit data stay as they are; everything else becomes single
+/// precision. Besides the result, this needs memory for twice as many volumes as fill a cache line (32 or 16): some are
+/// read while others are transposed. Throws Failure (kInput), or std::bad_alloc when the series does not fit into
+/// memory.
 ///
-///   skip   volumes at the beginning that are left out, fewer than there are
+///   skip   number of volumes to omit at the beginning, fewer than the image has
 TimeSeries readTimeSeries(const ImageHeader& header, int skip = 0);
 
 } // namespace zn::headless

@@ -4,13 +4,13 @@
 
 namespace zn::headless {
 
-/// Puts a few consecutive volumes into time courses that lie one voxel after another.
+/// Copies a few consecutive volumes into a series whose time courses are stored voxel after voxel.
 ///
 ///   volumes   [count][voxels] in: volume after volume
 ///   series    [voxels][length] out: element v * length + first + c receives volume c of voxel v
 ///
-/// Goes through the voxels in blocks, so that every cache line that is fetched is used up before the next. As many
-/// volumes at a time as fill a cache line of the output (64 bytes) make its writes whole lines.
+/// Processes the voxels in blocks, so that every fetched cache line is used completely before it is evicted. With as
+/// many volumes at a time as fill a cache line of the output (64 bytes), only complete lines are written.
 template <class Value>
 void transposeVolumes(const Value* volumes, int count, std::int64_t voxels, Value* series, int length, int first) {
     constexpr std::int64_t kBlock = 512; // voxels; times 32 volumes of 2 bytes: 32 KiB, the first-level cache

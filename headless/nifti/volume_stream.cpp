@@ -38,7 +38,7 @@ void VolumeStream::read(std::byte* volume) {
 
 void VolumeStream::finish() {
     std::byte beyond{};
-    const std::size_t got = znzread(&beyond, 1, 1, file_); // reaching the end is what makes zlib compare the checksum
+    const std::size_t got = znzread(&beyond, 1, 1, file_); // zlib compares the checksum only when it reaches the end
     if (got > 1) {
         throw Failure(ExitStatus::kInput,
                       header_.file.string() + " is damaged: its checksum is wrong; copy or download it again.");

@@ -6,11 +6,11 @@
 
 namespace zn::headless {
 
-/// Reads the volumes of an image one after another, each byte of the file once. Stored values arrive in this machine's
-/// byte order and otherwise untouched: not-a-numbers stay what they are.
+/// Reads the volumes of an image one after another, each byte of the file once. Stored values are returned in this
+/// machine's byte order and otherwise unchanged, including NaN.
 class VolumeStream {
 public:
-    /// Throws Failure (kInput) when the image data cannot be opened or hold something else than real numbers.
+    /// Throws Failure (kInput) when the image data cannot be opened or are not real numbers.
     explicit VolumeStream(const ImageHeader& header);
     ~VolumeStream();
     VolumeStream(const VolumeStream&) = delete;
@@ -19,7 +19,7 @@ public:
     std::int64_t bytesPerVolume() const { return bytesPerVolume_; }
 
     /// The next volume, x fastest, into bytesPerVolume() bytes. Throws Failure (kInput) naming the volume at which a
-    /// truncated or damaged file ends. The last volume of a compressed file is followed by its checksum, tested here.
+    /// truncated or damaged file ends. After the last volume of a compressed file its checksum is verified.
     void read(std::byte* volume);
 
 private:

@@ -19,7 +19,7 @@ void convert(const std::byte* stored, std::int64_t count, double slope, double i
     }
 }
 
-// Calls use(Stored{}) with the C++ type of a NIfTI type code; false for a type that holds no real numbers.
+// Calls use(Stored{}) with the C++ type of a NIfTI type code; false for a type that does not hold real numbers.
 template <class Use> bool withStoredType(int code, Use use) {
     switch (code) {
     case NIFTI_TYPE_UINT8:

@@ -7,14 +7,14 @@
 
 namespace zn::headless {
 
-/// True when the header asks for value = slope * stored + inter with an effect. A slope of 0 means "not scaled", and so
-/// does one that is not a number.
+/// True when value = slope * stored + inter, as given by the header, changes the values. A slope of 0 or NaN means "not
+/// scaled".
 bool isScaled(const nifti_image& image);
 
-/// Throws Failure (kInput) unless the stored type is an integer of 8 to 64 bits or a float of 32 or 64.
+/// Throws Failure (kInput) unless the stored type is an integer of 8 to 64 bits or a float of 32 or 64 bits.
 void requireRealNumbers(const ImageHeader& header);
 
-/// Stored values to single precision, scaled where the header says so (in double precision).
+/// Converts stored values to single precision and scales them, in double precision, if the header says so.
 ///
 ///   stored   count values of the header's type in this machine's byte order
 ///   values   [0..count-1] out
