@@ -61,8 +61,8 @@ fs::path findPlugin() {
         fs::path file = (folder / place).lexically_normal();
         if (fs::exists(file)) return file;
     }
-    throw Failure(ExitStatus::kOther,
-                  "ICAPlugin.so is not beside the command in " + folder.string() + "; name it with --plugin.");
+    throw Failure(ExitStatus::kOther, "ICAPlugin.so was not found beside the command in " + folder.string() +
+                                          "; specify it with --plugin.");
 }
 
 } // namespace zn::headless

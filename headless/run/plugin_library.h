@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-/// The interface that the host knows of a plug-in: the order of the virtual functions is the contract (destructor,
-/// execute, initPlugin).
+/// The plug-in interface as the host knows it: the order of the virtual functions (destructor, execute, initPlugin) is
+/// part of the contract.
 class TMPluginInterface {
 public:
     virtual ~TMPluginInterface() = default;
@@ -15,10 +15,10 @@ public:
 
 namespace zn::headless {
 
-/// A loaded plug-in file and its one plug-in object.
+/// A loaded plug-in file.
 class PluginLibrary {
 public:
-    /// Loads the file and looks up the seven functions. Throws Failure (kInput) saying what is wrong with the file.
+    /// Loads the file and looks up the seven functions. Throws Failure (kInput) that says what is wrong with the file.
     explicit PluginLibrary(const std::filesystem::path& file);
 
     std::string name() const { return text("getPluginName"); }
@@ -27,7 +27,7 @@ public:
     std::string author() const { return text("getAuthor"); }
     const std::filesystem::path& file() const { return file_; }
 
-    /// A new plug-in object. Throws Failure (kMemory) when the plug-in cannot make one.
+    /// A new plug-in object. Throws Failure (kMemory) when the plug-in cannot create one.
     std::unique_ptr<TMPluginInterface> create() const;
 
 private:
@@ -38,8 +38,8 @@ private:
     std::unique_ptr<void, int (*)(void*)> handle_;
 };
 
-/// The plug-in that belongs to this command: beside the executable, in ../lib/znica or in ../lib.
-/// Throws Failure (kOther) when there is none.
+/// The plug-in that belongs to this command: in the folder of the executable, in ../lib/znica or in ../lib. Throws
+/// Failure (kOther) when there is none.
 std::filesystem::path findPlugin();
 
 } // namespace zn::headless

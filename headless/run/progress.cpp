@@ -25,7 +25,7 @@ constexpr Opening kOpenings[] = {{"Computing covariance matrix", "covariance"},
                                  {"Running FastICA", "components"},
                                  {"Computing parameters", "fingerprint"}};
 
-// In columns; without an answer, as many as any line has.
+// In columns; if unknown, more than any line needs.
 std::size_t terminalWidth() {
     winsize size{};
     const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
@@ -93,7 +93,7 @@ void Progress::clear() {
     drawn_ = false;
 }
 
-// A line that wraps cannot be taken back by a carriage return; the last column makes some terminals wrap.
+// A carriage return cannot undo a wrapped line, and some terminals wrap at the last column.
 void Progress::draw() {
     if (display_ != Display::kBar) return;
     std::printf("\r\033[K%s", text().substr(0, terminalWidth() - 1).c_str());
@@ -118,7 +118,7 @@ std::string Progress::componentText(int number, int iterations) const {
     return line;
 }
 
-// The component that is being sought is the one after those found.
+// The current component is the one after those found.
 std::string Progress::text() const {
     if (stage_ != "components") return stage_;
     return componentText(std::min(found_ + 1, components_), iterations_);

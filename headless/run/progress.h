@@ -7,17 +7,18 @@
 
 namespace zn::headless {
 
-/// Where a run is, on standard output: a bar that is redrawn on a terminal, else a line a stage.
+/// The progress of a run on standard output: a redrawn bar on a terminal, otherwise one line per stage.
 ///
-/// Everything comes from what the host sees of the plug-in: its log lines open the stages (covariance, eigenvalues,
-/// components, fingerprint) and count the components and their iterations; while a component is sought, the products
-/// with a transposed matrix count its iterations. The time left is the mean time of a component so far times the
-/// components to come, and is not shown before the first. A bar is never wider than the terminal.
+/// Everything is derived from what the host sees of the plug-in: its log lines open the stages (covariance,
+/// eigenvalues, components, fingerprint) and report the components with their iterations; for the current component,
+/// the products with a transposed matrix count its iterations. The remaining time is the mean time per component so far
+/// times the number of components left; it is not shown before the first component. A bar is never wider than the
+/// terminal.
 class Progress {
 public:
     enum class Display { kNone, kLines, kBar };
 
-    /// kBar on a terminal that can redraw a line, else kLines.
+    /// kBar on a terminal that can redraw a line, otherwise kLines.
     static Display suitable();
 
     explicit Progress(Display display) : display_(display) {}
@@ -25,13 +26,13 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// How many components the plug-in is going to seek.
+    /// Sets the number of components that the plug-in will extract.
     void expect(int components) { components_ = components; }
-    /// Opens a stage that the command itself goes through: "reading", "writing".
+    /// Opens a stage of the command itself: "reading", "writing".
     void stage(std::string_view name);
     void logLine(std::string_view line);
     void vectorProduct(bool transposed);
-    /// Takes the bar off the screen.
+    /// Removes the bar from the screen.
     void clear();
 
 private:
@@ -43,7 +44,7 @@ private:
     Display display_;
     int components_ = 0;
     int found_ = 0;
-    int iterations_ = 0; // of the component being sought
+    int iterations_ = 0; // of the current component
     bool seeking_ = false;
     bool drawn_ = false;
     std::string stage_;

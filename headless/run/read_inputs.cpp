@@ -57,12 +57,12 @@ ImageHeader readFunctionalHeader(const RunOptions& options) {
     requireRealNumbers(header);
     if (header.volumes - options.dummyScans < 2) {
         refuse(file + " holds " + std::to_string(header.volumes) + " volumes, of which --dummy-scans " +
-               std::to_string(options.dummyScans) + " leaves fewer than 2; leave out fewer.");
+               std::to_string(options.dummyScans) + " leaves fewer than 2; omit fewer.");
     }
     return header;
 }
 
-// The range that can be known before the data; --components auto answers with a quarter of the volumes at most.
+// The range as far as it is known before the data are read; --components auto yields at most a quarter of the volumes.
 EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes) {
     if (options.componentCount == ComponentCount::kMost) return {1, volumes};
     if (options.componentCount == ComponentCount::kEstimated) return {1, std::max(1, volumes / 4)};
@@ -70,18 +70,18 @@ EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes) {
     const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();
     if (range.count() > volumes) {
         refuse(std::to_string(range.count()) + " components are more than" + have +
-               "; ask for fewer with "
+               "; request fewer with "
                "--components.");
     }
     if (range.last > volumes) {
-        refuse("the eigenvalues " + std::to_string(range.first) + ":" + std::to_string(range.last) + " reach beyond" +
-               have + "; there are as many as volumes.");
+        refuse("the eigenvalues " + std::to_string(range.first) + ":" + std::to_string(range.last) + " exceed" + have +
+               "; there is one eigenvalue per volume.");
     }
     return range;
 }
 
-// The names that the plug-in gets to see. It keeps texts of at most 255 characters and derives file names of its own
-// from the first, so they are short and without a folder: its files go into the current one.
+// The names passed to the plug-in. It stores texts of at most 255 characters and derives the names of its own files
+// from the first, so the names are short and have no folder: its files go into the current one.
 DialogFields dialogFields(const RunOptions& options) {
     const std::string stem = imageStem(options.functional).substr(0, 200);
     DialogFields dialog;

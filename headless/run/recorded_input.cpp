@@ -40,7 +40,7 @@ std::string maskText(const RunOptions& options) {
     return options.maskSource == MaskSource::kAutomatic ? "auto" : "none";
 }
 
-// The option as given; the resulting number is recorded beside it.
+// The option as given; the resulting number is recorded separately.
 Json componentsAsked(const Run& run) {
     switch (run.options.componentCount) {
     case ComponentCount::kEstimated:

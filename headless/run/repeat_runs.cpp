@@ -24,7 +24,7 @@ std::vector<std::size_t> analysedVoxels(const VolumeMaps& maps) {
     return chosen;
 }
 
-// All runs' components side by side, ready to be correlated.
+// The components of all runs side by side, ready to be correlated.
 struct Collection {
     std::vector<std::size_t> chosen;
     std::vector<double> maps;
@@ -44,7 +44,7 @@ struct Collection {
     }
 };
 
-// One more run over the session, whose files go into a folder that is removed.
+// One more run over the session; its files go into a temporary folder.
 void runAgain(Run& run, const RunLog& log) {
     Session& session = run.session;
     session.maps.clear();

@@ -37,7 +37,7 @@ std::string textIfReadable(const fs::path& file) {
     }
 }
 
-// `needed`: without --tr, a sidecar that cannot be read or understood is not passed over in favour of the header.
+// `needed`: without --tr, an unreadable or invalid sidecar is an error rather than a reason to use the header.
 std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
     std::error_code error;
     if (!fs::exists(fs::symlink_status(file, error))) return std::nullopt;
@@ -49,7 +49,7 @@ std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
     throw Failure(ExitStatus::kInput,
                   file.string() +
                       (json.is_object() ? " has a RepetitionTime that is not a number" : " is not a JSON object") +
-                      "; fix it, or give the repetition time with --tr SECONDS.");
+                      "; fix it, or specify the repetition time with --tr SECONDS.");
 }
 
 std::vector<Candidate> candidates(const std::optional<double>& given, const ImageHeader& functional) {
@@ -72,14 +72,14 @@ RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHea
     const std::vector<Candidate> found = candidates(given, functional);
     if (found.empty()) {
         throw Failure(ExitStatus::kInput, functional.file.string() + " has no repetition time in its header and "
-                                                                     "no JSON file with one beside it; give it "
+                                                                     "no JSON file with one beside it; specify it "
                                                                      "with --tr SECONDS.");
     }
     const Candidate& first = found.front();
     if (!(first.seconds >= kShortest && first.seconds <= kLongest)) {
         throw Failure(ExitStatus::kInput, functional.file.string() + " has no usable repetition time: " + first.source +
                                               " says " + secondsText(first.seconds) +
-                                              ", which is not between 0.001 and 20 s; give it with --tr SECONDS.");
+                                              ", which is not between 0.001 and 20 s; specify it with --tr SECONDS.");
     }
     RepetitionTime result{first.seconds, first.source, {}};
     for (const Candidate& other : found) {

@@ -15,12 +15,12 @@ struct RepetitionTime {
     std::vector<std::string> disagreements; ///< one sentence per source that differs by more than a millisecond
 };
 
-/// The TR of a functional image: as given; else `RepetitionTime` of the JSON file of the image's name beside it; else
-/// the header's. Throws Failure (kInput) naming the way out when the first of these that exists is not above 0 and up
-/// to 20 s, when there is none, and when a sidecar that is needed cannot be read as JSON.
+/// The TR of a functional image: as given, else `RepetitionTime` of the JSON file with the image's name in the same
+/// folder, else from the header. Throws Failure (kInput) that says what to do when the first of these that exists is
+/// not between 0.001 and 20 s, when there is none, and when a sidecar that is needed cannot be read as JSON.
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional);
 
-/// "2 s", with the digits that a repetition time has.
+/// "2 s", with at most six significant digits.
 std::string secondsText(double seconds);
 
 } // namespace zn::headless

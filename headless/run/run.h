@@ -26,29 +26,30 @@ namespace zn::headless {
 struct RunMask {
     std::vector<unsigned char> voxels; ///< one byte per voxel of the grid
     std::int64_t count = 0;
-    ExcludedVoxels excluded; ///< from those that were asked for
+    ExcludedVoxels excluded; ///< from those requested
 };
 
-/// Seconds that the parts of a run took.
+/// Elapsed seconds of the parts of a run.
 struct RunTimes {
     double reading = 0.0;
-    double plugin = 0.0;  ///< all runs of the plug-in, without the writing of maps in between
+    double plugin = 0.0;  ///< all runs of the plug-in, excluding the writing of maps in between
     double writing = 0.0; ///< component maps and time courses
 };
 
-/// What running the plug-in several times on the same data showed.
+/// The outcome of running the plug-in several times on the same data.
 struct RepeatFacts {
-    std::vector<std::uint32_t> seeds; ///< [run], the first run's included
+    std::vector<std::uint32_t> seeds; ///< [run], including the first
     std::vector<int> found;           ///< [run], components found
     std::vector<Stability> stability; ///< [component of the first run]
     int converged = 0;                ///< runs that found all components
 };
 
-/// What one `znica run` knows: each stage of the driver fills the members named after it and reads those above.
+/// The state of one `znica run`: each stage of the driver fills the members listed under its name and reads those
+/// above.
 struct Run {
     Run(const RunOptions& asked, UnfinishedWork& work);
 
-    const RunOptions& options; // as asked for; what is found out on the way stands below
+    const RunOptions& options; // as given; what is derived from them is below
     UnfinishedWork& unfinished;
     Stopwatch total;
     RunTimes seconds;
@@ -58,12 +59,12 @@ struct Run {
     // readInputs
     ImageHeader functional;
     RepetitionTime repetition;
-    int volumes = 0;             // analysed: those of the image without the dummy scans
-    EigenvalueRange eigenvalues; // for --components auto an upper bound until settleComponents
+    int volumes = 0;             // analysed, excluding the dummy scans
+    EigenvalueRange eigenvalues; // an upper bound for --components auto until settleComponents
     Session session;
 
     // checkBudget; the prediction is updated by settleMask
-    std::optional<std::int64_t> budgetBytes; // nothing: the system does not say what is free
+    std::optional<std::int64_t> budgetBytes; // nothing: free memory is unknown
     std::int64_t predictedBytes = 0;
 
     // openResult
@@ -82,7 +83,7 @@ struct Run {
     std::optional<RepeatFacts> repeats; // nothing after a single run
 
     int componentsFound() const { return static_cast<int>(session.maps.maps().size()); }
-    std::int64_t voxelsAnalysed() const { return log->facts().voxels().value_or(0); } // by the plug-in's own account
+    std::int64_t voxelsAnalysed() const { return log->facts().voxels().value_or(0); } // as reported by the plug-in
     bool foundAll() const { return componentsFound() >= eigenvalues.count(); }
 };
 

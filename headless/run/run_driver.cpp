@@ -30,7 +30,7 @@ void readSeries(Run& run) {
 
 } // namespace
 
-// A dry run is asked for its notes: they are shown even if it is quiet.
+// A dry run is made for its notes, so they are printed even with --quiet.
 Run::Run(const RunOptions& asked, UnfinishedWork& work)
     : options(asked), unfinished(work), notes(asked.control.quiet && !asked.dryRun), progress(displayOf(asked.control)),
       eigenvalues(asked.eigenvalues) {}

@@ -6,8 +6,8 @@
 
 namespace zn::headless {
 
-/// `znica run`: reads the input, runs the plug-in on it, leaves the result in its folder. Returns kDone or kGaveUp;
-/// throws Failure, and then the result's folder is as it was.
+/// `znica run`: reads the input, runs the plug-in on it, writes the result into its folder. Returns kDone or kGaveUp;
+/// throws Failure, in which case the result's folder is as it was.
 ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished);
 
 } // namespace zn::headless

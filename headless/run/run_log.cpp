@@ -14,7 +14,7 @@ RunLog::RunLog(const std::filesystem::path& file, bool verbose, Progress& progre
       unfinished_(unfinished) {}
 
 void RunLog::keep(std::string_view line) {
-    file_ << line << '\n' << std::flush; // a run that dies leaves its last line
+    file_ << line << '\n' << std::flush; // so that a crashed run leaves its last line
 }
 
 void RunLog::logLine(std::string_view line) {
@@ -42,7 +42,7 @@ void RunLog::saveMaps(const VolumeMaps& maps, std::string_view) {
 void RunLog::outOfMemory() {
     const auto status = static_cast<int>(ExitStatus::kMemory);
     std::fprintf(stderr,
-                 "znica: there is not enough memory for the component maps; ask for fewer with --components.%s\n",
+                 "znica: there is not enough memory for the component maps; request fewer with --components.%s\n",
                  unfinished_.end("failed", status).c_str());
     std::_Exit(status);
 }

@@ -13,20 +13,20 @@
 
 namespace zn::headless {
 
-/// Keeps what a run says: every line in the log file, the facts in these lines, and the messages meant for the user.
+/// Collects the output of a run: every line in the log file, the facts in these lines, and the messages for the user.
 class RunLog : public SessionEvents {
 public:
     using SaveMaps = std::function<void(const VolumeMaps&)>;
 
-    ///   file         is continued when it exists
-    ///   verbose      lines are printed on standard output as well
+    ///   file         appended to if it exists
+    ///   verbose      also print lines on standard output
     ///   progress     outlives this
-    ///   saveMaps     is called when the plug-in hands its maps over
-    ///   unfinished   what has to be removed when memory runs out in a host function; outlives this
+    ///   saveMaps     called when the plug-in hands over its maps
+    ///   unfinished   work to be removed when memory runs out in a host function; outlives this
     RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps,
            UnfinishedWork& unfinished);
 
-    /// A line for the file alone.
+    /// Writes a line to the file only.
     void keep(std::string_view line);
     void logLine(std::string_view line) override;
     void vectorProduct(bool transposed) override { progress_.vectorProduct(transposed); }

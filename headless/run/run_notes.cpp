@@ -21,8 +21,8 @@ void RunNotes::remark(const Remark& note) {
 
 std::string inputNote(const ImageHeader& functional, int volumes, const RepetitionTime& repetition) {
     std::string note = "Input: " + sizeText(functional) + " voxels, " + std::to_string(volumes) + " volumes";
-    const int leftOut = functional.volumes - volumes;
-    if (leftOut > 0) note += " after the first " + std::to_string(leftOut) + " left out";
+    const int omitted = functional.volumes - volumes;
+    if (omitted > 0) note += " (first " + std::to_string(omitted) + " omitted)";
     return note + ", TR " + secondsText(repetition.seconds) + " (" + repetition.source + ").";
 }
 
@@ -39,8 +39,8 @@ std::vector<Remark> bandRemarks(int millisecondsPerVolume) {
     const FrequencyBands bands = frequencyBands(millisecondsPerVolume);
     const std::string time = "TR: " + secondsText(millisecondsPerVolume / 1000.0);
     if (!bands.defined()) {
-        return {{kCode, time + " is below 1 s, which the plug-in counts as 0: its frequency bands mean nothing here, "
-                               "band 1 is 1 and the others are n/a."}};
+        return {{kCode, time + " is below 1 s, which the plug-in truncates to 0: its frequency bands are meaningless "
+                               "here; band 1 is 1 and the others are n/a."}};
     }
     std::vector<Remark> remarks;
     if (!bands.inWholeSeconds()) {

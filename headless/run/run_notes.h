@@ -8,19 +8,19 @@
 
 namespace zn::headless {
 
-/// A sentence that the reader of a result should bear in mind, with a code by which programs recognise it.
+/// A sentence that the reader of a result should be aware of, with a code by which programs recognise it.
 struct Remark {
     std::string code;
     std::string text;
 };
 
-/// What is found out about the input before there is a log file: printed at once and kept for that file.
+/// Notes on the input made before the log file exists: printed at once and kept for that file.
 class RunNotes {
 public:
     explicit RunNotes(bool quiet) : quiet_(quiet) {}
 
     void say(const std::string& note);
-    /// The same for a note that belongs into the record of the run.
+    /// The same for a note that also belongs in the record of the run.
     void remark(const Remark& note);
     const std::vector<std::string>& all() const { return notes_; }
     const std::vector<Remark>& remarks() const { return remarks_; }
@@ -31,16 +31,16 @@ private:
     std::vector<Remark> remarks_;
 };
 
-/// "Input: 40x48x36 voxels, 150 volumes, TR 2 s (the header)." with the number of volumes left out.
+/// "Input: 40x48x36 voxels, 150 volumes, TR 2 s (the header)." with the number of omitted volumes, if any.
 ///
-///   volumes   that are analysed, the last ones of the image
+///   volumes   number of volumes analysed, the last ones of the image
 std::string inputNote(const ImageHeader& functional, int volumes, const RepetitionTime& repetition);
 
 /// One "repetition-time-disagreement" per source of the repetition time that differs from the one used.
 std::vector<Remark> repetitionTimeRemarks(const RepetitionTime& repetition);
 
-/// What the plug-in's whole seconds do to the frequency bands of this repetition time: remarks "frequency-bands"; none
-/// for 1 to 5 whole seconds.
+/// How truncation to whole seconds affects the plug-in's frequency bands for this repetition time: remarks
+/// "frequency-bands"; none for 1 to 5 whole seconds.
 std::vector<Remark> bandRemarks(int millisecondsPerVolume);
 
 } // namespace zn::headless

@@ -7,16 +7,16 @@
 
 namespace zn::headless {
 
-/// The third is what the plug-in takes when neither of its two switches is set.
+/// The plug-in's own default, when neither of its two switches is set, is the third.
 enum class Nonlinearity { kTanh, kGauss, kCube };
 
 /// Which voxels are analysed.
 enum class MaskSource { kAutomatic, kFile, kNone };
 
-/// Who says how many components there are: the options, the eigenvalues, or the number of volumes.
+/// What determines the number of components: the options, the eigenvalues, or the number of volumes.
 enum class ComponentCount { kGiven, kEstimated, kMost };
 
-/// The eigenvalues that are kept, counted from 1, the largest: as many components are sought.
+/// The eigenvalues that are kept, counted from 1 in descending order; as many components are extracted.
 struct EigenvalueRange {
     int first = 1;
     int last = 20;
@@ -24,9 +24,9 @@ struct EigenvalueRange {
     int count() const { return last - first + 1; }
 };
 
-/// How a run goes about its work; none of it changes what is analysed.
+/// How a run is carried out; none of it changes what is analysed.
 struct RunControl {
-    std::optional<std::uint32_t> seed; ///< nothing: a new one every time
+    std::optional<std::uint32_t> seed; ///< nothing: a new one for every run
     std::optional<int> threads;        ///< nothing: all processors
     int repeats = 1;
     bool quiet = false;
@@ -35,20 +35,20 @@ struct RunControl {
     bool report = true; ///< write report.html
 };
 
-/// What `znica run` is asked to do.
+/// The options of `znica run`.
 struct RunOptions {
     std::filesystem::path functional; ///< 4D image
     std::filesystem::path out;
     MaskSource maskSource = MaskSource::kAutomatic;
-    std::filesystem::path mask;        ///< of kFile
+    std::filesystem::path mask;        ///< for kFile
     std::filesystem::path design;      ///< empty: none
     std::filesystem::path regions;     ///< label image; empty: none
-    std::filesystem::path regionNames; ///< empty: the labels' numbers
+    std::filesystem::path regionNames; ///< empty: regions are named by their labels
     std::filesystem::path plugin;      ///< empty: the one that belongs to the command
     ComponentCount componentCount = ComponentCount::kGiven;
-    EigenvalueRange eigenvalues;     ///< of kGiven
-    int dummyScans = 0;              ///< volumes at the beginning that are left out
-    std::optional<double> memoryGib; ///< most memory to use; nothing: what is free
+    EigenvalueRange eigenvalues;     ///< for kGiven
+    int dummyScans = 0;              ///< volumes to omit at the beginning
+    std::optional<double> memoryGib; ///< limit on memory; nothing: what is free
     bool dryRun = false;
     Nonlinearity nonlinearity = Nonlinearity::kTanh;
     float epsilon = 1e-4f;

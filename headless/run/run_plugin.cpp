@@ -42,12 +42,12 @@ public:
     const std::string said = log.messages().empty() ? "it gave no reason." : log.messages().back();
     if (log.facts().ranOutOfMemory()) {
         throw Failure(ExitStatus::kMemory,
-                      "the plug-in ended the analysis: " + said + " Use a mask, or ask for fewer components.");
+                      "the plug-in ended the analysis: " + said + " Use a mask, or request fewer components.");
     }
     if (!initialised) throw Failure(ExitStatus::kOther, "the plug-in did not start: " + said);
     if (log.facts().foundNone()) {
         throw Failure(ExitStatus::kGaveUp, "no component converged; allow more iterations with --max-iterations or a "
-                                           "larger change with --epsilon.");
+                                           "larger threshold with --epsilon.");
     }
     throw Failure(ExitStatus::kInput, "the plug-in ended the analysis: " + said);
 }

@@ -65,7 +65,7 @@ Json namesOf(const std::vector<Region>& regions) {
     return names;
 }
 
-// A path or a label may hold bytes that are not UTF-8; they are replaced rather than refused.
+// A path or a label may contain bytes that are not UTF-8; they are replaced rather than rejected.
 std::string dump(const Json& json) {
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

@@ -4,11 +4,11 @@
 
 namespace zn::headless {
 
-/// Writes settings, versions, eigenvalues, the components with their iterations and parameters, and the costs of a run
-/// as JSON. NaN and infinities are null. Throws Failure (kOther).
+/// Writes settings, versions, eigenvalues, the components with their iterations and parameters, and the time and memory
+/// used by a run as JSON. NaN and infinities become null. Throws Failure (kOther).
 void writeDecomposition(const Run& run);
 
-/// Writes briefly how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4, "partial": whether
+/// Writes a summary of how the run ended: {"status": "done" or "gave up", "exit_status": 0 or 4, "partial": whether
 /// components are missing, ...}.
 void writeStatus(const Run& run);
 

@@ -7,11 +7,11 @@ namespace zn::headless {
 
 namespace {
 
-std::mt19937 generator; // the C interface has no place for it
+std::mt19937 generator; // the C interface has no parameter for it
 std::uint32_t runSeed = std::mt19937::default_seed;
 std::uint32_t sequence = 0;
 
-static_assert(RAND_MAX == 0x7fffffff, "rand gives the upper 31 bits of the generator's 32");
+static_assert(RAND_MAX == 0x7fffffff, "rand returns the upper 31 of the generator's 32 bits");
 
 void startSequence() {
     std::seed_seq seeds{runSeed, sequence};

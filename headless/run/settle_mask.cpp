@@ -12,7 +12,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr std::int64_t kMostVoxels = 5'000'000; // of the plug-in
+constexpr std::int64_t kMostVoxels = 5'000'000; // limit of the plug-in
 
 std::int64_t countOnes(const std::vector<unsigned char>& mask) {
     return std::count_if(mask.begin(), mask.end(), [](unsigned char value) { return value != 0; });
@@ -33,12 +33,12 @@ std::vector<unsigned char> maskAskedFor(const Run& run, const VoxelSummary& summ
     }
     throw Failure(ExitStatus::kInput,
                   file + " has no voxel that can be analysed: " + std::to_string(excluded.notFinite) +
-                      " hold non-finite values, " + std::to_string(excluded.constant) + " never change" + check);
+                      " with non-finite values, " + std::to_string(excluded.constant) + " constant" + check);
 }
 
 [[noreturn]] void refuseTooFew(std::int64_t voxels, int volumes) {
     throw Failure(ExitStatus::kInput, std::to_string(voxels) + " voxels are fewer than the " + std::to_string(volumes) +
-                                          " volumes; analyse more voxels, or leave volumes out with --dummy-scans.");
+                                          " volumes; analyse more voxels, or omit volumes with --dummy-scans.");
 }
 
 void requireCount(std::int64_t voxels, int volumes) {
@@ -46,7 +46,7 @@ void requireCount(std::int64_t voxels, int volumes) {
     if (voxels <= kMostVoxels) return;
     throw Failure(ExitStatus::kInput, std::to_string(voxels) + " voxels are more than the " +
                                           std::to_string(kMostVoxels) +
-                                          " that the plug-in takes; use a smaller mask with --mask FILE.");
+                                          " that the plug-in accepts; use a smaller mask with --mask FILE.");
 }
 
 void addNotes(Run& run) {
@@ -54,12 +54,12 @@ void addNotes(Run& run) {
     const RunMask& mask = run.mask;
     run.notes.say("Mask: " + std::to_string(mask.count) + " of " + std::to_string(mask.voxels.size()) + " voxels, " +
                   (source == MaskSource::kFile        ? "from the given mask."
-                   : source == MaskSource::kAutomatic ? "from a brain mask made from the mean image."
-                                                      : "no mask was asked for."));
+                   : source == MaskSource::kAutomatic ? "from a brain mask computed from the mean image."
+                                                      : "no mask was requested."));
     if (mask.excluded.all() == 0) return;
     run.notes.say("Mask: " + std::to_string(mask.excluded.all()) +
-                  " voxels were excluded: " + std::to_string(mask.excluded.notFinite) + " hold non-finite values, " +
-                  std::to_string(mask.excluded.constant) + " never change.");
+                  " voxels were excluded: " + std::to_string(mask.excluded.notFinite) + " with non-finite values, " +
+                  std::to_string(mask.excluded.constant) + " constant.");
 }
 
 void writeMaskImage(const Run& run) {
@@ -79,7 +79,7 @@ std::int64_t expectedVoxels(const Run& run) {
 }
 
 void requireVoxelsForVolumes(const Run& run, std::int64_t expected) {
-    // The automatic mask of the first volume is a guess; the other two can only lose voxels.
+    // The automatic mask of the first volume is an estimate; the other two can only lose voxels.
     if (run.options.maskSource != MaskSource::kAutomatic && expected < run.volumes) refuseTooFew(expected, run.volumes);
 }
 

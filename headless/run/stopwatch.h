@@ -4,7 +4,7 @@
 
 namespace zn::headless {
 
-/// Seconds since it was made.
+/// Seconds since its construction.
 class Stopwatch {
 public:
     double seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count(); }

@@ -38,7 +38,7 @@ void addReport(const Run& run) {
     if (!run.session.design.names.empty()) writeDesignTable(files[ResultFile::kDesign], run.session.design);
     const auto page = findReportTemplate();
     if (page.empty()) {
-        std::fprintf(stderr, "znica: no report.html is written, because its template is not installed.\n");
+        std::fprintf(stderr, "znica: no report.html was written because its template is not installed.\n");
     } else {
         writeReport(files.folder(), page);
     }
@@ -50,18 +50,18 @@ void printSummary(const Run& run) {
                 run.foundAll() ? "" : ": the others did not converge");
     if (run.repeats) std::printf("; %d of %zu runs found all", run.repeats->converged, run.repeats->seeds.size());
     std::printf("\n");
-    std::printf("%.2f %% of the variance kept\n", run.log->facts().retainedVariancePercent().value_or(NAN));
-    std::printf("%.1f s, of which %.1f s in the plug-in; at most %.0f MiB of memory\n", run.total.seconds(),
+    std::printf("%.2f %% of the variance retained\n", run.log->facts().retainedVariancePercent().value_or(NAN));
+    std::printf("%.1f s, of which %.1f s in the plug-in; peak memory %.0f MiB\n", run.total.seconds(),
                 run.seconds.plugin, static_cast<double>(peakMemoryBytes()) / 1048576.0);
     std::printf("result: %s\n", run.options.out.c_str());
 }
 
-// On standard error and with --quiet as well: the exit status alone does not say where to look.
+// On standard error, even with --quiet: the exit status alone does not say where to look.
 void explainMissing(const Run& run) {
     std::fflush(stdout);
     std::fprintf(
         stderr,
-        "znica: %d of %d components found; allow more iterations with --max-iterations or a larger change with "
+        "znica: %d of %d components found; allow more iterations with --max-iterations or a larger threshold with "
         "--epsilon; the partial result is in %s.\n",
         run.componentsFound(), run.eigenvalues.count(), run.options.out.c_str());
 }

@@ -158,24 +158,24 @@ TEST_F(BadInput, MoreComponentsThanVolumes) {
 }
 
 TEST_F(BadInput, MoreDefaultComponentsThanVolumes) {
-    expectRefusal(runOn(plainSeries(12)), "ask for fewer with --components");
+    expectRefusal(runOn(plainSeries(12)), "request fewer with --components");
 }
 
 TEST_F(BadInput, EigenvaluesBeyondTheNumberOfVolumes) {
     writeFile(folder / "bold.nii", plainSeries(12).bytes());
-    expectRefusal(run({(folder / "bold.nii").string(), "--eigenvalues", "9:13"}), "9:13 reach beyond the 12 volumes");
+    expectRefusal(run({(folder / "bold.nii").string(), "--eigenvalues", "9:13"}), "9:13 exceed the 12 volumes");
 }
 
 TEST_F(BadInput, ATimeOfZeroBetweenVolumes) {
     NiftiBytes image = plainSeries(24);
     image.pixdim[4] = 0;
-    expectRefusal(runOn(image), "give it with --tr SECONDS");
+    expectRefusal(runOn(image), "specify it with --tr SECONDS");
 }
 
 TEST_F(BadInput, ATimeBetweenVolumesInTheWrongUnit) {
     NiftiBytes image = plainSeries(24);
     image.pixdim[4] = 2000; // milliseconds, said to be seconds
-    expectRefusal(runOn(image), "the header says 2000 s, which is not between 0.001 and 20 s; give it with --tr");
+    expectRefusal(runOn(image), "the header says 2000 s, which is not between 0.001 and 20 s; specify it with --tr");
 }
 
 TEST_F(BadInput, DataThatNeverChange) {
@@ -190,7 +190,7 @@ TEST_F(BadInput, DataOfNothingButNotANumber) {
     image.dataType = 16;
     image.bitsPerVoxel = 32;
     for (int i = 0; i < 6 * 5 * 4 * 24; ++i) image.append(std::numeric_limits<float>::quiet_NaN());
-    expectRefusal(runOn(image), "no voxel that can be analysed: 120 hold non-finite values");
+    expectRefusal(runOn(image), "no voxel that can be analysed: 120 with non-finite values");
 }
 
 TEST_F(BadInput, AMaskOfAnotherSize) {
@@ -254,7 +254,7 @@ TEST_F(BadInput, MoreVoxelsThanThePluginTakes) {
     image.data = std::string(5050000, '\0') + std::string(5050000, '\1');
     writeFile(folder / "bold.nii", image.bytes());
     expectRefusal(run({(folder / "bold.nii").string(), "--mask", "none", "--components", "1"}),
-                  "5050000 voxels are more than the 5000000 that the plug-in takes");
+                  "5050000 voxels are more than the 5000000 that the plug-in accepts");
 }
 
 TEST_F(BadInput, APluginThatIsMissing) {

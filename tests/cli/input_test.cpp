@@ -84,7 +84,7 @@ TEST_F(Input, TheAutomaticMaskIsTheLargestBrightPartWithoutHoles) {
     const auto mask = maskAfter(
         waves(24, [&](int x, int y, int z) { return (shell(x, y, z) && !hole(x, y, z)) || (x == 5 && y == 4); }));
     for (int v = 0; v < kVoxels; ++v) EXPECT_EQ(mask[static_cast<std::size_t>(v)], shell(v % 6, v / 6 % 5, v / 30));
-    EXPECT_THAT(result.out, HasSubstr("Mask: 48 of 120 voxels, from a brain mask made from the mean image.\n"));
+    EXPECT_THAT(result.out, HasSubstr("Mask: 48 of 120 voxels, from a brain mask computed from the mean image.\n"));
 }
 
 TEST_F(Input, AnImageWithoutBackgroundIsTakenWhole) {
@@ -114,7 +114,7 @@ TEST_F(Input, AGivenMaskIsTakenAsItIs) {
 TEST_F(Input, WithoutAMaskThePluginGetsNone) {
     const CommandResult told = tell(waves(24, [](int x, int, int) { return x < 3; }), {"--mask", "none"});
     EXPECT_THAT(told.out, HasSubstr("text 1 []\n"));
-    EXPECT_THAT(told.out, HasSubstr("Mask: 120 of 120 voxels, no mask was asked for.\n"));
+    EXPECT_THAT(told.out, HasSubstr("Mask: 120 of 120 voxels, no mask was requested.\n"));
 }
 
 TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
@@ -126,7 +126,7 @@ TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
     for (const std::string& kind : {std::string("auto"), std::string("none"), (folder / "mask.nii").string()}) {
         const auto mask = maskAfter(image, {"--mask", kind});
         for (std::size_t v = 0; v < mask.size(); ++v) EXPECT_EQ(mask[v], v != 17 && v != 18 && v != 40) << kind << v;
-        const std::string note = "Mask: 3 voxels were excluded: 2 hold non-finite values, 1 never change.\n";
+        const std::string note = "Mask: 3 voxels were excluded: 2 with non-finite values, 1 constant.\n";
         EXPECT_THAT(result.out, HasSubstr(note));
         EXPECT_THAT(textOf(folder / "out/log.txt"), HasSubstr(note));
         EXPECT_THAT(result.out, HasSubstr("117 voxels x 24 volumes analysed\n"));
@@ -144,7 +144,7 @@ TEST_F(Input, DummyScansAreLeftOut) {
     rest.data = all.substr(2 * kVoxels * 2);
     const auto seen = [](const CommandResult& told) { return told.out.substr(told.out.find("text 0")); };
     const CommandResult skipped = tell(image, {"--dummy-scans", "2"});
-    EXPECT_THAT(skipped.out, HasSubstr("24 volumes after the first 2 left out"));
+    EXPECT_THAT(skipped.out, HasSubstr("24 volumes (first 2 omitted)"));
     EXPECT_THAT(skipped.out, HasSubstr("vtc volumes 24 "));
     EXPECT_EQ(seen(skipped), seen(tell(rest)));
     EXPECT_THAT(tell(image, {"--dummy-scans", "25"}).err, HasSubstr("leaves fewer than 2"));
@@ -196,7 +196,7 @@ TEST_F(Input, AnUnusableTimeIsRefusedWithTheWayOut) {
     image.pixdim[4] = 0;
     const CommandResult refused = tell(image);
     EXPECT_EQ(refused.status, 3);
-    EXPECT_THAT(refused.err, HasSubstr("give it with --tr SECONDS"));
+    EXPECT_THAT(refused.err, HasSubstr("specify it with --tr SECONDS"));
 }
 
 // Data managers leave links where a file has not been fetched yet.

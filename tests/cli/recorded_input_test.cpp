@@ -66,8 +66,8 @@ TEST_F(RecordedInput, DisagreeingTimesAreNoted) {
 
 TEST_F(RecordedInput, ATimeThatThePluginsBandsDoNotFitIsSaidAndRecorded) {
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"0.8", "TR: 0.8 s is below 1 s, which the plug-in counts as 0: its frequency bands mean nothing here, band 1 "
-                "is 1 and the others are n/a."},
+        {"0.8", "TR: 0.8 s is below 1 s, which the plug-in truncates to 0: its frequency bands are meaningless here; "
+                "band 1 is 1 and the others are n/a."},
         {"2.5", "TR: 2.5 s is not a whole number of seconds; the plug-in uses 2 s for its frequency bands."},
         {"6", "TR: 6 s leaves the plug-in 4 of its 5 frequency bands; the others are n/a."},
         {"11", "TR: 11 s leaves the plug-in 3 of its 5 frequency bands; the others are n/a."}};
@@ -85,7 +85,8 @@ TEST_F(RecordedInput, TheDescriptionOfABandHasTheLimitsOfThisRun) {
         return columns()["power_band_" + std::to_string(number)]["Description"].get<std::string>();
     };
     notesAt("2");
-    EXPECT_THAT(band(4), HasSubstr("power from 0.2 to 0.4 of the Nyquist frequency, divided by the component's own"));
+    EXPECT_THAT(band(4),
+                HasSubstr("power from 0.2 to 0.4 of the Nyquist frequency, divided by the component's largest"));
     EXPECT_THAT(band(5), HasSubstr("power from 0.4 of the Nyquist frequency upwards,"));
     notesAt("6");
     EXPECT_THAT(band(4), HasSubstr("power from 0.2 of the Nyquist frequency upwards,"));

@@ -71,7 +71,7 @@ TEST_F(RunResult, SucceedsAndLeavesExactlyTheseFiles) {
         EXPECT_EQ(run->err, "");
     } else {
         std::erase(names, "report.html");
-        EXPECT_EQ(run->err, "znica: no report.html is written, because its template is not installed.\n");
+        EXPECT_EQ(run->err, "znica: no report.html was written because its template is not installed.\n");
     }
     EXPECT_THAT(namesIn(*folder / "result"), ElementsAreArray(names));
     EXPECT_THAT(namesIn(*folder / "result/plugin"),
@@ -306,7 +306,7 @@ TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
         EXPECT_THAT(gaveUp.out, HasSubstr("the others did not converge"));
         EXPECT_EQ(gaveUp.err, "znica: " + std::to_string(status["components_found"].get<int>()) +
                                   " of 20 components found; allow more iterations with --max-iterations or a larger "
-                                  "change with --epsilon; the partial result is in " +
+                                  "threshold with --epsilon; the partial result is in " +
                                   (*folder / "gave-up").string() + ".\n");
     } else {
         EXPECT_THAT(gaveUp.err, HasSubstr("no component converged"));
