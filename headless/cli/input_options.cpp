@@ -18,13 +18,13 @@ void setMask(RunOptions& options, const std::string& text) {
 
 void setComponents(RunOptions& options, const std::string& text) {
     if (text == "auto" || text == "max") {
-        options.componentCount = text == "auto" ? ComponentCount::kEstimated : ComponentCount::kMost;
+        options.componentCount = text == "auto" ? ComponentCount::kEstimated : ComponentCount::kMaximum;
         return;
     }
-    constexpr int kMost = 1000000;
+    constexpr int kMax = 1000000;
     int count = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
-    if (error != std::errc() || end != text.data() + text.size() || count < 1 || count > kMost) {
+    if (error != std::errc() || end != text.data() + text.size() || count < 1 || count > kMax) {
         throw CLI::ValidationError("--components", "needs a number from 1, auto or max; got " + text);
     }
     options.eigenvalues = {1, count};

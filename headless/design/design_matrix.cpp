@@ -11,10 +11,10 @@ DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes) {
     const std::vector<std::string> lines = readLines(file);
     const bool rtc = !lines.empty() && lines.front().starts_with("FileVersion:");
     DesignMatrix design = rtc ? parseRtc(lines, file.string()) : parsePredictorTable(lines, file.string());
-    if (design.names.size() > kMostPredictors) {
+    if (design.names.size() > kMaxPredictors) {
         throw Failure(ExitStatus::kInput, file.string() + " has " + std::to_string(design.names.size()) +
                                               " predictors; the plug-in accepts at most " +
-                                              std::to_string(kMostPredictors) + "; keep only the columns that matter.");
+                                              std::to_string(kMaxPredictors) + "; keep only the columns that matter.");
     }
     const std::size_t values = design.predictors.front().size();
     if (values != static_cast<std::size_t>(volumes)) {

@@ -8,7 +8,7 @@
 namespace zn::headless {
 
 /// The plug-in compares time courses with the first 16 predictors and silently ignores the rest.
-constexpr std::size_t kMostPredictors = 16;
+constexpr std::size_t kMaxPredictors = 16;
 
 /// Predictors that time courses are compared with.
 struct DesignMatrix {
@@ -21,7 +21,7 @@ struct DesignMatrix {
 ///
 ///   volumes   number of values that every predictor must have
 ///
-/// Throws Failure (kInput) naming file, line and column; also for more than kMostPredictors predictors.
+/// Throws Failure (kInput) naming file, line and column; also for more than kMaxPredictors predictors.
 DesignMatrix readDesignMatrix(const std::filesystem::path& file, int volumes);
 
 } // namespace zn::headless

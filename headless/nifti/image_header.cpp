@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // A deflated file is at least this fraction of what it inflates to (zlib's documented limit is 1032 to 1).
-constexpr std::int64_t kMostInflation = 1040;
+constexpr std::int64_t kMaxInflation = 1040;
 
 std::shared_ptr<nifti_image> readImage(const fs::path& file) {
     const QuietLibrary quiet;
@@ -69,7 +69,7 @@ void checkLength(const fs::path& file, const nifti_image& image) {
         refuseFile(file, "has no image data beside its header (" + std::string(image.iname) + " cannot be read).");
     }
     const bool compressed = nifti_is_gzfile(image.iname) != 0;
-    const std::int64_t most = compressed ? length * kMostInflation : length - image.iname_offset;
+    const std::int64_t most = compressed ? length * kMaxInflation : length - image.iname_offset;
     if (!bytes || *bytes > most) {
         refuseFile(file,
                    "is too short for the image that its header describes; it is truncated or its header is wrong.");

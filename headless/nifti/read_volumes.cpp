@@ -12,7 +12,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr float kMostExact = 16777216.0f; // 2^24: up to here single precision represents every whole number
+constexpr float kMaxExact = 16777216.0f; // 2^24: up to here single precision represents every whole number
 
 } // namespace
 
@@ -62,7 +62,7 @@ std::map<std::int32_t, std::vector<std::int64_t>> readLabels(const ImageHeader& 
     for (std::size_t voxel = 0; voxel < values.size(); ++voxel) {
         const float value = values[voxel];
         if (value == 0.0f) continue;
-        if (!(std::fabs(value) <= kMostExact) || value != std::nearbyint(value)) {
+        if (!(std::fabs(value) <= kMaxExact) || value != std::nearbyint(value)) {
             throw Failure(ExitStatus::kInput,
                           header.file.string() + " is not a label image: it holds values that are not whole numbers.");
         }

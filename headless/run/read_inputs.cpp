@@ -64,7 +64,7 @@ ImageHeader readFunctionalHeader(const RunOptions& options) {
 
 // The range as far as it is known before the data are read; --components auto yields at most a quarter of the volumes.
 EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes) {
-    if (options.componentCount == ComponentCount::kMost) return {1, volumes};
+    if (options.componentCount == ComponentCount::kMaximum) return {1, volumes};
     if (options.componentCount == ComponentCount::kEstimated) return {1, std::max(1, volumes / 4)};
     const EigenvalueRange& range = options.eigenvalues;
     const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();

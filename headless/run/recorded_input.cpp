@@ -45,7 +45,7 @@ Json componentsAsked(const Run& run) {
     switch (run.options.componentCount) {
     case ComponentCount::kEstimated:
         return "auto";
-    case ComponentCount::kMost:
+    case ComponentCount::kMaximum:
         return "max";
     case ComponentCount::kGiven:
         break;

@@ -14,7 +14,7 @@ enum class Nonlinearity { kTanh, kGauss, kCube };
 enum class MaskSource { kAutomatic, kFile, kNone };
 
 /// What determines the number of components: the options, the eigenvalues, or the number of volumes.
-enum class ComponentCount { kGiven, kEstimated, kMost };
+enum class ComponentCount { kGiven, kEstimated, kMaximum };
 
 /// The eigenvalues that are kept, counted from 1 in descending order; as many components are extracted.
 struct EigenvalueRange {

@@ -12,7 +12,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr std::int64_t kMostVoxels = 5'000'000; // limit of the plug-in
+constexpr std::int64_t kMaxVoxels = 5'000'000; // limit of the plug-in
 
 std::int64_t countOnes(const std::vector<unsigned char>& mask) {
     return std::count_if(mask.begin(), mask.end(), [](unsigned char value) { return value != 0; });
@@ -43,9 +43,9 @@ std::vector<unsigned char> maskAskedFor(const Run& run, const VoxelSummary& summ
 
 void requireCount(std::int64_t voxels, int volumes) {
     if (voxels < volumes) refuseTooFew(voxels, volumes);
-    if (voxels <= kMostVoxels) return;
+    if (voxels <= kMaxVoxels) return;
     throw Failure(ExitStatus::kInput, std::to_string(voxels) + " voxels are more than the " +
-                                          std::to_string(kMostVoxels) +
+                                          std::to_string(kMaxVoxels) +
                                           " that the plug-in accepts; use a smaller mask with --mask FILE.");
 }
 
