@@ -97,7 +97,7 @@ MatrixProducts::MatrixProducts(int threads) : team_(std::max(threads, 1)) {
     openblas_set_num_threads(1); // every block is one call on the thread that picks it up
 }
 
-int MatrixProducts::usualThreads() {
+int MatrixProducts::defaultThreads() {
     return openblas_get_num_threads();
 }
 

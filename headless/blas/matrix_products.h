@@ -18,7 +18,7 @@ public:
 
     /// As many threads as the BLAS would use: the number of processors, or OPENBLAS_NUM_THREADS. Call it before the
     /// first object is made.
-    static int usualThreads();
+    static int defaultThreads();
 
     int threads() const { return team_.threads(); }
 

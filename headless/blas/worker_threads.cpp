@@ -9,7 +9,7 @@ WorkerThreads::WorkerThreads(int threads) {
 WorkerThreads::~WorkerThreads() {
     {
         const std::scoped_lock lock(mutex_);
-        leaving_ = true;
+        stopping_ = true;
     }
     begun_.notify_all();
     for (std::thread& worker : workers_) worker.join();
@@ -41,8 +41,8 @@ void WorkerThreads::takePieces(std::unique_lock<std::mutex>& lock) {
 
 void WorkerThreads::work() {
     std::unique_lock lock(mutex_);
-    while (!leaving_) {
-        begun_.wait(lock, [this] { return leaving_ || next_ < count_; });
+    while (!stopping_) {
+        begun_.wait(lock, [this] { return stopping_ || next_ < count_; });
         takePieces(lock);
     }
 }

@@ -34,7 +34,7 @@ private:
     int count_ = 0;
     int next_ = 0;
     int unfinished_ = 0;
-    bool leaving_ = false;
+    bool stopping_ = false;
     std::vector<std::thread> workers_;
 };
 

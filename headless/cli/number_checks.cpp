@@ -7,7 +7,7 @@ namespace zn::headless {
 
 namespace {
 
-template <class Number> bool isWholly(const std::string& text, Number& number) {
+template <class Number> bool parseEntirely(const std::string& text, Number& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size();
 }
@@ -17,16 +17,16 @@ template <class Number> bool isWholly(const std::string& text, Number& number) {
 CLI::Validator finiteNumber(const std::string& wanted, bool (*fits)(double)) {
     return CLI::Validator("").operation([wanted, fits](std::string& text) -> std::string {
         double number = 0.0;
-        if (isWholly(text, number) && std::isfinite(number) && fits(number)) return "";
+        if (parseEntirely(text, number) && std::isfinite(number) && fits(number)) return "";
         return "needs " + wanted + "; got " + text;
     });
 }
 
-CLI::Validator wholeNumber(std::uint64_t most) {
-    return CLI::Validator("").operation([most](std::string& text) -> std::string {
+CLI::Validator wholeNumber(std::uint64_t maximum) {
+    return CLI::Validator("").operation([maximum](std::string& text) -> std::string {
         std::uint64_t number = 0;
-        if (isWholly(text, number) && number <= most) return "";
-        return "needs a whole number from 0 to " + std::to_string(most) + "; got " + text;
+        if (parseEntirely(text, number) && number <= maximum) return "";
+        return "needs a whole number from 0 to " + std::to_string(maximum) + "; got " + text;
     });
 }
 

@@ -14,7 +14,7 @@ namespace zn::headless {
 ///   fits     which finite numbers are accepted
 CLI::Validator finiteNumber(const std::string& wanted, bool (*fits)(double));
 
-/// The same for whole numbers from 0 to `most`, in decimal digits only.
-CLI::Validator wholeNumber(std::uint64_t most);
+/// The same for whole numbers from 0 to `maximum`, in decimal digits only.
+CLI::Validator wholeNumber(std::uint64_t maximum);
 
 } // namespace zn::headless

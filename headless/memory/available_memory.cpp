@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::optional<std::int64_t> availableOfMachine(const fs::path& root) {
+std::optional<std::int64_t> availableOnMachine(const fs::path& root) {
     std::ifstream lines(root / "proc/meminfo");
     for (std::string name; lines >> name; lines.ignore(256, '\n')) {
         std::int64_t kibibytes = 0;
@@ -49,7 +49,7 @@ std::int64_t statistic(const fs::path& file, const std::string& wanted) {
     return 0;
 }
 
-std::optional<std::int64_t> leftIn(const fs::path& group, const Interface& files) {
+std::optional<std::int64_t> remainingIn(const fs::path& group, const Interface& files) {
     const auto limit = numberIn(group / files.limit);
     const auto usage = numberIn(group / files.usage);
     if (!limit || !usage) return std::nullopt;
@@ -59,10 +59,10 @@ std::optional<std::int64_t> leftIn(const fs::path& group, const Interface& files
 
 // The least that is left in the group and its parents. Inside a container the group's path may be the one seen from the
 // host machine; then the top of the mount is the container's group.
-std::optional<std::int64_t> leftAlong(const fs::path& root, fs::path group, const Interface& files) {
+std::optional<std::int64_t> remainingAlong(const fs::path& root, fs::path group, const Interface& files) {
     std::optional<std::int64_t> least;
     for (group = group.relative_path();; group = group.parent_path()) {
-        const auto left = leftIn(root / files.mount / group, files);
+        const auto left = remainingIn(root / files.mount / group, files);
         if (left && (!least || *left < *least)) least = left;
         if (group.empty()) return least;
     }
@@ -80,7 +80,7 @@ std::optional<std::int64_t> controlGroupMemoryLeft(const fs::path& root) {
         const fs::path group = line.substr(second + 1);
         const bool memory = controllers.find(",memory,") != controllers.npos;
         if (!memory && controllers != ",,") continue;
-        if (const auto left = leftAlong(root, group, memory ? kFirst : kSecond)) return left;
+        if (const auto left = remainingAlong(root, group, memory ? kFirst : kSecond)) return left;
     }
     return std::nullopt;
 }
@@ -88,7 +88,7 @@ std::optional<std::int64_t> controlGroupMemoryLeft(const fs::path& root) {
 } // namespace
 
 std::optional<std::int64_t> availableMemoryBytes(const fs::path& root) {
-    const auto machine = availableOfMachine(root);
+    const auto machine = availableOnMachine(root);
     const auto group = controlGroupMemoryLeft(root);
     if (machine && group) return std::min(*machine, *group);
     return machine ? machine : group;

@@ -33,7 +33,7 @@ double cornerDistance(const ImageHeader& a, const ImageHeader& b, unsigned corne
     return std::sqrt(squares);
 }
 
-bool samePlaces(const ImageHeader& a, const ImageHeader& b) {
+bool voxelsCoincide(const ImageHeader& a, const ImageHeader& b) {
     const double tolerance = kTolerance * smallestEdge(b.affine);
     for (unsigned corner = 0; corner < 8; ++corner) {
         if (!(cornerDistance(a, b, corner) <= tolerance)) return false; // written so that NaN counts as different
@@ -56,7 +56,7 @@ std::string affineText(const Affine& affine) {
 
 void requireSameGrid(const std::string& what, const ImageHeader& image, const ImageHeader& reference) {
     const bool sameSize = image.size == reference.size;
-    if (sameSize && samePlaces(image, reference)) return;
+    if (sameSize && voxelsCoincide(image, reference)) return;
     throw Failure(ExitStatus::kInput, "the " + what + " " + image.file.string() + " is " + sizeText(image) +
                                           " voxels with affine " + affineText(image.affine) + ", " +
                                           reference.file.string() + " is " + sizeText(reference) + " with affine " +

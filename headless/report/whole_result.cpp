@@ -128,7 +128,7 @@ Json readColumnDescriptions(const ResultFiles& files) {
     return objectIn(files, ResultFile::kMetricsDescription);
 }
 
-void requireWholeTables(const ResultFiles& files, int maps, int volumes) {
+void requireCompleteTables(const ResultFiles& files, int maps, int volumes) {
     requireMetrics(files[ResultFile::kMetrics], maps);
     requireMixing(files[ResultFile::kMixing], maps, volumes);
     if (!files.has(ResultFile::kDesign)) return;

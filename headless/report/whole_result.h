@@ -20,6 +20,6 @@ nlohmann::ordered_json readColumnDescriptions(const ResultFiles& files);
 ///
 ///   maps      number of volumes of the component maps image
 ///   volumes   number of volumes analysed
-void requireWholeTables(const ResultFiles& files, int maps, int volumes);
+void requireCompleteTables(const ResultFiles& files, int maps, int volumes);
 
 } // namespace zn::headless

@@ -94,7 +94,7 @@ void writeReport(const fs::path& folder, const fs::path& templateFile) {
     run["name"] = files.stem();
     run["decomposition"] = readRecord(files);
     run["columns"] = readColumnDescriptions(files);
-    requireWholeTables(files, components.volumes, run["decomposition"]["Input"]["Volumes"].get<int>());
+    requireCompleteTables(files, components.volumes, run["decomposition"]["Input"]["Volumes"].get<int>());
     run["metrics_tsv"] = files.text(ResultFile::kMetrics);
     run["mixing_tsv"] = files.text(ResultFile::kMixing);
     run["design_tsv"] = files.textIfAny(ResultFile::kDesign);

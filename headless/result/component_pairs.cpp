@@ -70,7 +70,7 @@ std::vector<ComponentPair> pairComponents(const std::filesystem::path& a, const 
     if (shared.size() < 2) {
         throw Failure(ExitStatus::kInput, "the two results have no voxels in common; check their masks.");
     }
-    MatrixProducts products(MatrixProducts::usualThreads());
+    MatrixProducts products(MatrixProducts::defaultThreads());
     const auto r = correlations(products, standardisedMaps(mapsA, voxels, shared),
                                 standardisedMaps(mapsB, voxels, shared), shared.size());
     return pairsOf(r, headerA.volumes, headerB.volumes);

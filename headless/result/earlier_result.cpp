@@ -75,7 +75,7 @@ bool isPluginFile(const std::string& name, const std::string& stem) {
 }
 
 // The first name that does not belong to a result; empty when all do.
-std::string strangerInResult(const fs::path& folder, const std::set<std::string>& names) {
+std::string foreignNameInResult(const fs::path& folder, const std::set<std::string>& names) {
     const std::string stem = stemOf(names);
     for (const std::string& name : names) {
         if (!isListed(name, stem, {ResultPlace::kRun, ResultPlace::kRunAndSample})) return name;
@@ -88,7 +88,7 @@ std::string strangerInResult(const fs::path& folder, const std::set<std::string>
     return "";
 }
 
-std::string strangerInSample(const std::set<std::string>& names) {
+std::string foreignNameInSample(const std::set<std::string>& names) {
     for (const std::string& name : names) {
         if (!isListed(name, kSampleStem, {ResultPlace::kSample, ResultPlace::kRunAndSample})) return name;
     }
@@ -101,8 +101,8 @@ std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     std::set<std::string> names = namesIn(folder);
     names.erase(but + "/");
     const bool sample = isSample(folder);
-    const std::string stranger = sample ? strangerInSample(names) : strangerInResult(folder, names);
-    if (!stranger.empty()) return "holds " + stranger + ", which does not belong to a result";
+    const std::string foreign = sample ? foreignNameInSample(names) : foreignNameInResult(folder, names);
+    if (!foreign.empty()) return "holds " + foreign + ", which does not belong to a result";
     if (!sample && !isMadeByZnica(folder)) return "has no dataset_description.json that names znica";
     return "";
 }

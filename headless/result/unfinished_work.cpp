@@ -53,7 +53,7 @@ void UnfinishedWork::makeParents(const fs::path& parent) {
     for (fs::path path = parent; !path.empty() && !fs::exists(path); path = path.parent_path()) missing.push_back(path);
     for (auto path = missing.rbegin(); path != missing.rend(); ++path) {
         if (mkdir(path->c_str(), 0777) != 0 && errno != EEXIST) fail(*path, "cannot be created", errno);
-        madeParents_.push_back(*path);
+        createdParents_.push_back(*path);
     }
 }
 
@@ -62,7 +62,7 @@ void UnfinishedWork::finish(const std::function<void()>& handOver) {
     if (hidden_.empty()) return;
     hidden_.clear();
     hiddenName_.clear();
-    madeParents_.clear();
+    createdParents_.clear();
     handOver();
 }
 
@@ -71,7 +71,7 @@ void UnfinishedWork::discard() {
     if (keep_ && !hidden_.empty()) {
         kept_ = hidden_;
         hidden_.clear();
-        madeParents_.clear();
+        createdParents_.clear();
         return;
     }
     removeAll();
@@ -84,8 +84,8 @@ void UnfinishedWork::removeAll() {
         fs::remove_all(hidden_, ignored);
     }
     hidden_.clear();
-    for (auto parent = madeParents_.rbegin(); parent != madeParents_.rend(); ++parent) rmdir(parent->c_str());
-    madeParents_.clear();
+    for (auto parent = createdParents_.rbegin(); parent != createdParents_.rend(); ++parent) rmdir(parent->c_str());
+    createdParents_.clear();
 }
 
 void UnfinishedWork::keep() {

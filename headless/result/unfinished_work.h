@@ -56,7 +56,7 @@ private:
     mutable std::mutex guard_;
     std::filesystem::path hidden_; // empty: nothing unfinished
     std::filesystem::path kept_;
-    std::vector<std::filesystem::path> madeParents_; // outermost first
+    std::vector<std::filesystem::path> createdParents_; // outermost first
     bool keep_ = false;
     std::string hiddenName_; // of the last hidden folder, and the name it was meant to get; empty once it is finished
     std::string wantedName_;

@@ -44,7 +44,7 @@ void Progress::stage(std::string_view name) {
     if (stage_ == name) return;
     stage_ = name;
     sinceStage_ = Stopwatch();
-    seeking_ = name == "components";
+    extracting_ = name == "components";
     found_ = 0;
     iterations_ = 0;
     if (display_ == Display::kLines) {
@@ -58,7 +58,7 @@ void Progress::logLine(std::string_view line) {
     for (const Opening& opening : kOpenings) {
         if (line.find(opening.words) != line.npos) stage(opening.stage);
     }
-    if (!seeking_) return;
+    if (!extracting_) return;
     int number = 0;
     int iterations = 0;
     if (line.find("(restarting)") != line.npos) {
@@ -67,7 +67,7 @@ void Progress::logLine(std::string_view line) {
                            &iterations) == 2) {
         componentFound(iterations);
     }
-    if (found_ == components_) seeking_ = false;
+    if (found_ == components_) extracting_ = false;
 }
 
 void Progress::componentFound(int iterations) {
@@ -81,7 +81,7 @@ void Progress::componentFound(int iterations) {
 }
 
 void Progress::vectorProduct(bool transposed) {
-    if (!seeking_ || !transposed) return;
+    if (!extracting_ || !transposed) return;
     ++iterations_;
     if (sinceDrawing_.seconds() >= kSecondsBetweenDrawings) draw();
 }

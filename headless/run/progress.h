@@ -45,7 +45,7 @@ private:
     int components_ = 0;
     int found_ = 0;
     int iterations_ = 0; // of the current component
-    bool seeking_ = false;
+    bool extracting_ = false;
     bool drawn_ = false;
     std::string stage_;
     Stopwatch sinceStage_;

@@ -41,7 +41,7 @@ std::string maskText(const RunOptions& options) {
 }
 
 // The option as given; the resulting number is recorded separately.
-Json componentsAsked(const Run& run) {
+Json requestedComponents(const Run& run) {
     switch (run.options.componentCount) {
     case ComponentCount::kEstimated:
         return "auto";
@@ -78,7 +78,7 @@ Json inputOf(const Run& run) {
 Json settingsOf(const Run& run) {
     const RunOptions& options = run.options;
     return {{"Mask", maskText(options)},
-            {"ComponentsAsked", componentsAsked(run)},
+            {"ComponentsAsked", requestedComponents(run)},
             {"Components", run.eigenvalues.count()},
             {"FirstEigenvalue", run.eigenvalues.first},
             {"LastEigenvalue", run.eigenvalues.last},

@@ -41,7 +41,7 @@ void separate(Run& run) {
     for (const std::string& note : run.notes.all()) run.log->keep(note);
     run.progress.expect(run.eigenvalues.count());
     // Not earlier: while it exists, the BLAS uses one thread, and the eigenvalues for --components auto need all.
-    run.products.emplace(control.threads.value_or(MatrixProducts::usualThreads()));
+    run.products.emplace(control.threads.value_or(MatrixProducts::defaultThreads()));
     run.session.products = &*run.products;
     run.session.events = &*run.log;
     setEigenvalueRange(run.session.dialog, run.eigenvalues);

@@ -18,7 +18,7 @@ std::int64_t countOnes(const std::vector<unsigned char>& mask) {
     return std::count_if(mask.begin(), mask.end(), [](unsigned char value) { return value != 0; });
 }
 
-std::vector<unsigned char> maskAskedFor(const Run& run, const VoxelSummary& summary) {
+std::vector<unsigned char> requestedMask(const Run& run, const VoxelSummary& summary) {
     if (run.options.maskSource == MaskSource::kFile) return run.session.mask;
     if (run.options.maskSource == MaskSource::kAutomatic) return brainMask(summary.mean, run.session.grid);
     return std::vector<unsigned char>(summary.mean.size(), 1);
@@ -86,7 +86,7 @@ void requireVoxelsForVolumes(const Run& run, std::int64_t expected) {
 void settleMask(Run& run) {
     const VoxelSummary summary = summariseVoxels(run.session.series);
     RunMask& mask = run.mask;
-    mask.voxels = maskAskedFor(run, summary);
+    mask.voxels = requestedMask(run, summary);
     mask.excluded = removeUnusable(summary, mask.voxels);
     mask.count = countOnes(mask.voxels);
     if (mask.count == 0) refuseEmpty(run.options, mask.excluded);

@@ -13,7 +13,7 @@ constexpr double kBackground = 12.0; // outside the head: the magnitude of noise
 constexpr int kDraws = 20; // per time course; the one least similar to the earlier sources is kept
 
 // Largest absolute correlation with the time courses of the sources so far; all have mean 0 and standard deviation 1.
-double likeness(const SourceTimeCourse& course, const std::vector<Source>& sources) {
+double similarity(const SourceTimeCourse& course, const std::vector<Source>& sources) {
     double largest = 0.0;
     for (const Source& source : sources) {
         double sum = 0.0;
@@ -28,7 +28,7 @@ SourceTimeCourse drawTimeCourse(const Sample& sample, RandomNumbers& random) {
     SourceTimeCourse best = makeTimeCourse(index, sample.brain.volumes, sample.secondsPerVolume, random);
     for (int draw = 1; draw < kDraws; ++draw) {
         SourceTimeCourse other = makeTimeCourse(index, sample.brain.volumes, sample.secondsPerVolume, random);
-        if (likeness(other, sample.sources) < likeness(best, sample.sources)) best = std::move(other);
+        if (similarity(other, sample.sources) < similarity(best, sample.sources)) best = std::move(other);
     }
     return best;
 }
