@@ -1,4 +1,4 @@
-// The number of threads changes no bit of a product.
+// Products are bit-identical for any number of threads.
 #include "headless/blas/matrix_products.h"
 #include "headless/blas/worker_threads.h"
 
@@ -15,14 +15,14 @@ using namespace headless;
 
 namespace {
 
-// Values whose sums depend on their order.
+// Values whose sums depend on the order of addition.
 std::vector<double> fractions(std::size_t count) {
     std::vector<double> values(count);
     for (std::size_t i = 0; i < count; ++i) values[i] = std::sin(static_cast<double>(i) * 1.7);
     return values;
 }
 
-TEST(ProductThreads, ChangeNoBitOfAnyProduct) {
+TEST(ProductThreads, GiveTheSameBitsForAnyNumber) {
     constexpr int kRows = 30011; // several blocks, the last one short
     constexpr int kColumns = 37;
     const auto a = fractions(std::size_t{kRows} * kColumns);
@@ -43,7 +43,7 @@ TEST(ProductThreads, ChangeNoBitOfAnyProduct) {
     }
 }
 
-TEST(ProductThreads, LongSumsInBlocksAreTheSumsWrittenOut) {
+TEST(ProductThreads, LongSumsInBlocksEqualDirectSums) {
     constexpr int kRows = 9001;
     constexpr int kColumns = 3;
     const auto a = fractions(std::size_t{kRows} * kColumns);
@@ -59,7 +59,7 @@ TEST(ProductThreads, LongSumsInBlocksAreTheSumsWrittenOut) {
     }
 }
 
-TEST(WorkerThreads, DoEveryPieceOnce) {
+TEST(WorkerThreads, ProcessEveryPieceOnce) {
     for (const int threads : {1, 2, 4}) {
         WorkerThreads workers(threads);
         for (int round = 0; round < 200; ++round) {

@@ -1,4 +1,4 @@
-// The values that come out of design matrices and tables of names; what is refused is tested through the command.
+// The values parsed from design matrices and tables of names; rejected input is tested through the command.
 #include "headless/design/predictor_table.h"
 #include "headless/design/rtc_text.h"
 #include "headless/text/text_lines.h"
@@ -14,7 +14,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(RtcText, NamesAndColumnsComeOutAsWritten) {
+TEST(RtcText, NamesAndColumnsAreReadAsWritten) {
     const DesignMatrix design =
         parseRtc({"FileVersion:     2", "Type:            DesignMatrix", "NrOfPredictors:  2", "NrOfDataPoints:  3", "",
                   "\"TC1\" \"a longer name\" ", "    0     1 ", "  0.5  0.25 ", "    1 -1e-05 "},
@@ -23,13 +23,13 @@ TEST(RtcText, NamesAndColumnsComeOutAsWritten) {
     EXPECT_THAT(design.predictors, ElementsAre(ElementsAre(0.0f, 0.5f, 1.0f), ElementsAre(1.0f, 0.25f, -1e-5f)));
 }
 
-TEST(PredictorTable, ColumnsComeOutInOrderAndEmptyLinesAtTheEndDoNotCount) {
+TEST(PredictorTable, ColumnsAreReadInOrderAndTrailingEmptyLinesAreIgnored) {
     const DesignMatrix design = parsePredictorTable({"face\thouse", "0\t2.5", "-1\t0", "", " "}, "x.tsv");
     EXPECT_THAT(design.names, ElementsAre("face", "house"));
     EXPECT_THAT(design.predictors, ElementsAre(ElementsAre(0.0f, -1.0f), ElementsAre(2.5f, 0.0f)));
 }
 
-TEST(TextLines, TabsSeparateCellsAndBlanksWords) {
+TEST(TextLines, TabsSeparateCellsAndBlanksSeparateWords) {
     EXPECT_THAT(splitAtTabs("a\t\tb c"), ElementsAre("a", "", "b c"));
     EXPECT_THAT(splitAtTabs(""), ElementsAre(""));
     EXPECT_THAT(splitAtBlanks("  a\t b  "), ElementsAre("a", "b"));

@@ -25,11 +25,11 @@ TEST(ComponentEstimate, EveryCriterionFindsDirectionsThatStandOut) {
 TEST(ComponentEstimate, TheEffectiveSampleSizeFollowsFromTheScatterOfTheNoise) {
     // 21 values around 1.5 in steps of 0.05: variance 0.0025 (21^2 - 1) / 12; 21 * 1.5^2 / variance.
     EXPECT_NEAR(estimateComponents(threeAndNoise(), 5000).effectiveSamples, 515.454545454545, 1e-9);
-    EXPECT_EQ(estimateComponents(threeAndNoise(), 400).effectiveSamples, 400.0); // there are no more voxels
+    EXPECT_EQ(estimateComponents(threeAndNoise(), 400).effectiveSamples, 400.0); // never more than the voxels
 }
 
-TEST(ComponentEstimate, TheCurvesAreThoseOfTheFormulas) {
-    // The two formulas written with numpy and scipy.special.gammaln at 515.4545... samples.
+TEST(ComponentEstimate, TheCurvesFollowTheFormulas) {
+    // Computed from the two formulas with numpy and scipy.special.gammaln at 515.4545... samples.
     const ComponentEstimate estimate = estimateComponents(threeAndNoise(), 5000);
     ASSERT_EQ(estimate.mdl.size(), 6U);
     EXPECT_NEAR(estimate.mdl[0], 11451.4676171, 1e-6);
@@ -40,7 +40,7 @@ TEST(ComponentEstimate, TheCurvesAreThoseOfTheFormulas) {
     EXPECT_NEAR(estimate.laplace[5], -6131.29075998, 1e-5);
 }
 
-TEST(ComponentEstimate, EigenvaluesOfRoundingCountForNothing) {
+TEST(ComponentEstimate, EigenvaluesAtRoundingLevelAreIgnored) {
     std::vector<double> values = threeAndNoise();
     values.insert(values.end(), {1e-13, 0.0, -1e-13});
     const ComponentEstimate estimate = estimateComponents(values, 5000);
@@ -48,7 +48,7 @@ TEST(ComponentEstimate, EigenvaluesOfRoundingCountForNothing) {
     EXPECT_EQ(estimate.chosen(), 3);
 }
 
-TEST(ComponentEstimate, AtLeastOneComponentIsAnswered) {
+TEST(ComponentEstimate, EstimatesAtLeastOneComponent) {
     for (const std::vector<double>& values : {std::vector<double>(12, 1.0), {5.0, 1.0}, {5.0, 0.0}}) {
         EXPECT_EQ(estimateComponents(values, 100).chosen(), 1);
     }

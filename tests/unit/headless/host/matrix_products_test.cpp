@@ -1,4 +1,4 @@
-// The module's four products against sums written out, for every combination of flags and several shapes.
+// Compares the module's four products with direct sums, for every combination of flags and several shapes.
 #include "headless/host/current_session.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@ using namespace headless;
 
 namespace {
 
-// Whole numbers up to 9 in size: every sum here is exact in single precision too, so results are compared for equality.
+// Whole numbers of magnitude up to 9: every sum here is exact even in single precision, so results must be equal.
 template <class Real> std::vector<Real> wholeNumbers(int count, unsigned seed) {
     std::vector<Real> values;
     for (int i = 0; i < count; ++i) {
@@ -67,7 +67,7 @@ public:
     [[noreturn]] void outOfMemory() override { std::abort(); }
 };
 
-// The functions answer from the session that is attached.
+// The functions use the attached session.
 template <class Real> class HostProducts : public testing::Test {
 protected:
     HostProducts() {
@@ -100,8 +100,8 @@ TYPED_TEST(HostProducts, MatrixTimesMatrixForEveryFlagAndShape) {
 }
 
 TYPED_TEST(HostProducts, ABlockTimesItselfForEveryFlag) {
-    // Square, so that the same block is valid on both sides whatever the flags: the symmetric routine serves two of the
-    // four, and the other two must not be mistaken for it.
+    // Square, so that the same block is valid on both sides whatever the flags: the symmetric routine handles two of
+    // the four combinations and must not be used for the other two.
     for (const int n : {1, 2, 17, 64}) {
         const auto a = wholeNumbers<TypeParam>(n * n, 3);
         for (const bool ta : {false, true}) {
@@ -114,7 +114,7 @@ TYPED_TEST(HostProducts, ABlockTimesItselfForEveryFlag) {
     }
 }
 
-TYPED_TEST(HostProducts, TheCovarianceOfATallMatrixIsWholeAndExactlySymmetric) {
+TYPED_TEST(HostProducts, TheCovarianceOfATallMatrixIsCompleteAndExactlySymmetric) {
     constexpr int kVoxels = 1000;
     constexpr int kVolumes = 21;
     const auto x = wholeNumbers<TypeParam>(kVoxels * kVolumes, 4);
@@ -127,7 +127,7 @@ TYPED_TEST(HostProducts, TheCovarianceOfATallMatrixIsWholeAndExactlySymmetric) {
     }
 }
 
-TYPED_TEST(HostProducts, ARowsProductWithItselfTransposed) {
+TYPED_TEST(HostProducts, AWideBlockTimesItsTranspose) {
     const auto b = wholeNumbers<TypeParam>(6 * 50, 5); // 6 x 50
     std::vector<TypeParam> r(36, TypeParam{99});
     hostProduct(b.data(), b.data(), r.data(), 6, 6, 50, false, true);
@@ -148,7 +148,7 @@ TYPED_TEST(HostProducts, MatrixTimesVectorForBothFlags) {
     }
 }
 
-TYPED_TEST(HostProducts, ASumOfNothingIsZero) {
+TYPED_TEST(HostProducts, AnEmptySumIsZero) {
     std::vector<TypeParam> r(6, TypeParam{99});
     hostProduct(r.data(), r.data() + 1, r.data(), 2, 3, 0, false, false);
     EXPECT_THAT(r, testing::Each(TypeParam{0}));

@@ -20,7 +20,7 @@ NRVMPsHeader box(int x, int y, int z, int resolution) {
     return header;
 }
 
-TEST(VolumeMaps, AreMadeOfZerosWithRoomForEverything) {
+TEST(VolumeMaps, AreCreatedAsZerosWithRoomForEverything) {
     VolumeMaps maps;
     maps.create(2, 7, 16, box(4, 6, 10, 2));
     ASSERT_EQ(maps.maps().size(), 2U);
@@ -61,7 +61,7 @@ TEST(VolumeMaps, WhatIsWrittenThroughTheRecordsIsKept) {
     EXPECT_EQ(maps.maps()[0].values, std::vector<float>(8)) << "the other map is untouched";
 }
 
-TEST(VolumeMaps, TheHeaderTellsTheGridBack) {
+TEST(VolumeMaps, TheHeaderReportsTheGrid) {
     VolumeMaps maps;
     maps.create(1, 1, 1, box(4, 6, 8, 2));
     NRVMPsHeader header{};
@@ -70,7 +70,7 @@ TEST(VolumeMaps, TheHeaderTellsTheGridBack) {
     EXPECT_EQ(header.resolution, 2);
 }
 
-TEST(VolumeMaps, PastTheLastMapThereIsNone) {
+TEST(VolumeMaps, ThereIsNoneBeyondTheLastMap) {
     VolumeMaps maps;
     maps.create(1, 1, 1, box(2, 2, 2, 1));
     NRVMPMap record{};
@@ -79,7 +79,7 @@ TEST(VolumeMaps, PastTheLastMapThereIsNone) {
     EXPECT_EQ(record.name, nullptr);
 }
 
-TEST(VolumeMaps, CreatingAndClearingTakeTheOldOnesAway) {
+TEST(VolumeMaps, CreatingAndClearingRemoveTheOldOnes) {
     VolumeMaps maps;
     maps.create(3, 1, 1, box(2, 2, 2, 1));
     maps.create(1, 1, 1, box(2, 2, 2, 1));
@@ -88,7 +88,7 @@ TEST(VolumeMaps, CreatingAndClearingTakeTheOldOnesAway) {
     EXPECT_TRUE(maps.maps().empty());
 }
 
-TEST(VolumeMaps, ABoxWithoutVolumeIsRefused) {
+TEST(VolumeMaps, AnEmptyBoxIsRefused) {
     VolumeMaps maps;
     EXPECT_THROW(maps.create(1, 1, 1, box(2, 2, 2, 0)), std::invalid_argument);
     EXPECT_THROW(maps.create(1, 1, 1, box(2, 0, 2, 1)), std::invalid_argument);

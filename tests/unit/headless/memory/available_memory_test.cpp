@@ -1,4 +1,4 @@
-// How much memory there is, told by made-up files of the system.
+// Available memory as derived from simulated system files.
 #include "headless/memory/available_memory.h"
 
 #include "files.h"
@@ -22,7 +22,7 @@ protected:
         fs::create_directories((root / file).parent_path());
         writeFile(root / file, text);
     }
-    // 1000 KiB of the machine are free.
+    // The machine has 1000 KiB available.
     void writeMachine() const {
         write("proc/meminfo", "MemTotal:        9000 kB\nMemFree:          500 kB\nMemAvailable:    1000 kB\n");
     }
@@ -31,16 +31,16 @@ protected:
     const fs::path& root = folder.path();
 };
 
-TEST_F(AvailableMemory, IsNotKnownWhereNothingIsTold) {
+TEST_F(AvailableMemory, IsUnknownWithoutSystemFiles) {
     EXPECT_EQ(availableMemoryBytes(root), std::nullopt);
 }
 
-TEST_F(AvailableMemory, IsWhatTheMachineCanGiveWithoutSwapping) {
+TEST_F(AvailableMemory, IsWhatTheMachineHasWithoutSwapping) {
     writeMachine();
     EXPECT_EQ(availableMemoryBytes(root), 1000 * 1024);
 }
 
-TEST_F(AvailableMemory, IsBoundByWhatTheControlGroupHasLeft) {
+TEST_F(AvailableMemory, IsLimitedByTheControlGroup) {
     writeMachine();
     write("proc/self/cgroup", "0::/job/step\n");
     write("sys/fs/cgroup/job/step/memory.max", "600000\n");
@@ -48,7 +48,7 @@ TEST_F(AvailableMemory, IsBoundByWhatTheControlGroupHasLeft) {
     EXPECT_EQ(availableMemoryBytes(root), 400000);
 }
 
-TEST_F(AvailableMemory, CountsFileContentsThatCanBeDroppedAsFree) {
+TEST_F(AvailableMemory, CountsDroppableFileCacheAsFree) {
     write("proc/self/cgroup", "0::/job\n");
     write("sys/fs/cgroup/job/memory.max", "600000\n");
     write("sys/fs/cgroup/job/memory.current", "500000\n");
@@ -56,7 +56,7 @@ TEST_F(AvailableMemory, CountsFileContentsThatCanBeDroppedAsFree) {
     EXPECT_EQ(availableMemoryBytes(root), 400000);
 }
 
-TEST_F(AvailableMemory, IsBoundByAnOuterGroupToo) {
+TEST_F(AvailableMemory, IsLimitedByAParentGroup) {
     write("proc/self/cgroup", "0::/job/step\n");
     write("sys/fs/cgroup/job/memory.max", "300000\n");
     write("sys/fs/cgroup/job/memory.current", "200000\n");
@@ -79,7 +79,7 @@ TEST_F(AvailableMemory, FindsAContainersGroupAtTheTopOfTheMount) {
     EXPECT_EQ(availableMemoryBytes(root), 700000);
 }
 
-TEST_F(AvailableMemory, AGroupWithoutALimitSetsNone) {
+TEST_F(AvailableMemory, IsNotLimitedByAGroupWithoutALimit) {
     writeMachine();
     write("proc/self/cgroup", "0::/\n");
     write("sys/fs/cgroup/memory.max", "max\n");
@@ -87,7 +87,7 @@ TEST_F(AvailableMemory, AGroupWithoutALimitSetsNone) {
     EXPECT_EQ(availableMemoryBytes(root), 1000 * 1024);
 }
 
-TEST_F(AvailableMemory, AGroupThatIsOverItsLimitHasNothingLeft) {
+TEST_F(AvailableMemory, IsZeroInAGroupOverItsLimit) {
     write("proc/self/cgroup", "0::/job\n");
     write("sys/fs/cgroup/job/memory.max", "100\n");
     write("sys/fs/cgroup/job/memory.current", "200\n");

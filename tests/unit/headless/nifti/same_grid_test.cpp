@@ -19,12 +19,12 @@ ImageHeader grid(std::array<int, 3> size, double edge, double shift) {
     return header;
 }
 
-TEST(SameGrid, RoundingOfOtherProgramsPasses) {
+TEST(SameGrid, ToleratesRoundingByOtherPrograms) {
     EXPECT_NO_THROW(requireSameGrid("mask", grid({64, 64, 40}, 3.0, -96.0), grid({64, 64, 40}, 3.0, -96.0)));
     EXPECT_NO_THROW(requireSameGrid("mask", grid({64, 64, 40}, 3.0001, -96.0), grid({64, 64, 40}, 3.0, -96.01)));
 }
 
-TEST(SameGrid, AnythingElseIsRefused) {
+TEST(SameGrid, RefusesAnythingElse) {
     const ImageHeader reference = grid({64, 64, 40}, 3.0, -96.0);
     EXPECT_THROW(requireSameGrid("mask", grid({64, 64, 41}, 3.0, -96.0), reference), Failure);
     EXPECT_THROW(requireSameGrid("mask", grid({64, 64, 40}, 3.0, -95.0), reference), Failure);

@@ -22,7 +22,7 @@ int valueAt(int voxel, int volume) {
     return 100 * voxel + volume;
 }
 
-// An image of so many volumes whose every value tells where it belongs.
+// An image in which every value encodes its position.
 template <class Value> ImageHeader imageOf(const TemporaryFolder& folder, int volumes, int dataType) {
     ImageWriter::Layout layout;
     layout.volumes = volumes;
@@ -45,7 +45,7 @@ template <class Value> void expectEveryValue(const Value* series, int volumes, i
     }
 }
 
-// One group, exactly two, two and a rest, and three.
+// One group, exactly two, two and a remainder, and three.
 TEST(TimeSeries, PutsEveryShortInItsPlaceForAnyNumberOfVolumes) {
     for (const int volumes : {1, 32, 33, 64, 70, 96}) {
         const TemporaryFolder folder;
@@ -66,7 +66,7 @@ TEST(TimeSeries, PutsEveryFloatInItsPlaceForAnyNumberOfVolumes) {
     }
 }
 
-TEST(TimeSeries, LeavesOutTheFirstVolumes) {
+TEST(TimeSeries, OmitsTheFirstVolumes) {
     const TemporaryFolder folder;
     const TimeSeries series = readTimeSeries(imageOf<std::int16_t>(folder, 70, NIFTI_TYPE_INT16), 3);
     ASSERT_EQ(series.volumes, 67);

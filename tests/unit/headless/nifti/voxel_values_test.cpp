@@ -45,12 +45,12 @@ TEST(VoxelValues, EveryTypeKeepsItsExtremes) {
 }
 
 TEST(VoxelValues, SlopeAndInterceptAreAppliedInDoublePrecision) {
-    // 16777217 needs 25 bits: scaled in single precision it would come out as 1677721.6 of 16777216.
+    // 16777217 needs 25 bits: scaling in single precision would round it to 16777216.
     EXPECT_EQ(converted(stored(8, 2.0, -16777217.0 * 2.0), std::array<std::int32_t, 1>{16777218})[0], 2.0f);
     EXPECT_EQ(converted(stored(4, 0.5, 10.0), std::array<std::int16_t, 1>{-7})[0], 6.5f);
 }
 
-TEST(VoxelValues, ASlopeOfZeroOrNotANumberMeansUnscaled) {
+TEST(VoxelValues, ASlopeOfZeroOrNaNMeansUnscaled) {
     EXPECT_FALSE(isScaled(stored(4, 0.0, 5.0)));
     EXPECT_FALSE(isScaled(stored(4, std::nan(""), 5.0)));
     EXPECT_FALSE(isScaled(stored(4, 2.0, std::nan(""))));
@@ -59,7 +59,7 @@ TEST(VoxelValues, ASlopeOfZeroOrNotANumberMeansUnscaled) {
     EXPECT_TRUE(isScaled(stored(4, -1.0, 0.0)));
 }
 
-TEST(VoxelValues, NotANumberAndInfinityPassThrough) {
+TEST(VoxelValues, NaNAndInfinityPassThrough) {
     const auto values =
         converted(stored(64), std::array<double, 2>{std::nan(""), -std::numeric_limits<double>::infinity()});
     EXPECT_TRUE(std::isnan(values[0]));

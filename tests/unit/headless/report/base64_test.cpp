@@ -14,7 +14,7 @@ std::string encoded(std::string_view text) {
     return base64(std::as_bytes(std::span(text)));
 }
 
-TEST(Base64, GivesTheExamplesOfItsStandard) { // RFC 4648, section 10
+TEST(Base64, EncodesTheExamplesOfTheStandard) { // RFC 4648, section 10
     EXPECT_EQ(encoded(""), "");
     EXPECT_EQ(encoded("f"), "Zg==");
     EXPECT_EQ(encoded("fo"), "Zm8=");

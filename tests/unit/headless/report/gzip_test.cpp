@@ -15,7 +15,7 @@ namespace {
 std::string unpacked(const std::vector<std::byte>& packed, std::size_t size) {
     std::string text(size, '\0');
     z_stream stream{};
-    inflateInit2(&stream, 15 + 16); // accepts nothing but gzip, and compares the checksum
+    inflateInit2(&stream, 15 + 16); // accepts only gzip, and verifies the checksum
     stream.next_in = reinterpret_cast<Bytef*>(const_cast<std::byte*>(packed.data()));
     stream.avail_in = static_cast<uInt>(packed.size());
     stream.next_out = reinterpret_cast<Bytef*>(text.data());
@@ -25,13 +25,13 @@ std::string unpacked(const std::vector<std::byte>& packed, std::size_t size) {
     return end == Z_STREAM_END && stream.avail_in == 0 && stream.avail_out == 0 ? text : "damaged";
 }
 
-TEST(Gzip, GivesAMemberThatUnpacksToTheSameBytes) {
+TEST(Gzip, UnpacksToTheSameBytes) {
     std::string text;
     for (int i = 0; i < 100000; ++i) text += static_cast<char>(i % 251 * (i % 7));
     EXPECT_EQ(unpacked(gzip(std::as_bytes(std::span(text))), text.size()), text);
 }
 
-TEST(Gzip, PacksWhatRepeats) {
+TEST(Gzip, CompressesRepetition) {
     const std::string zeros(1000000, '\0');
     EXPECT_LT(gzip(std::as_bytes(std::span(zeros))).size(), 2000u);
 }

@@ -12,7 +12,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(MeanImage, IsTheMeanOverTheVolumesOfEveryVoxel) {
+TEST(MeanImage, IsTheMeanOfEveryVoxelOverTheVolumes) {
     TimeSeries series;
     series.voxels = 2;
     series.volumes = 3;
@@ -20,7 +20,7 @@ TEST(MeanImage, IsTheMeanOverTheVolumesOfEveryVoxel) {
     EXPECT_THAT(meanImage(series), ElementsAre(3.0f, -4.0f));
 }
 
-TEST(MeanImage, TakesSinglePrecisionAsWell) {
+TEST(MeanImage, AcceptsSinglePrecision) {
     TimeSeries series;
     series.voxels = 2;
     series.volumes = 2;
@@ -44,7 +44,7 @@ TEST(GreyLevels, RiseFromZeroToTheBrightTissue) {
     EXPECT_EQ(levels[4], 255);
 }
 
-TEST(GreyLevels, AreBlackWhereThereIsNoNumber) {
+TEST(GreyLevels, AreBlackForNonFiniteValues) {
     EXPECT_THAT(greyLevels({std::nanf(""), 0.0f, INFINITY}), ElementsAre(0, 0, 0));
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// Sums up the differences of the two byte planes, as the page does.
+// Accumulates the differences of the two byte planes, as the page does.
 std::vector<int> numbersIn(const PackedMap& map) {
     const std::size_t count = map.bytes.size() / 2;
     std::vector<int> numbers;
@@ -28,7 +28,7 @@ std::vector<int> numbersIn(const PackedMap& map) {
     return numbers;
 }
 
-TEST(PackedMap, RoundsEveryValueOnceToTheWantedDecimals) {
+TEST(PackedMap, RoundsEveryValueOnceToTheRequestedDecimals) {
     const PackedMap map = packMap(std::vector<float>{1.2346f, -1.2344f, 0.0004f, 4.0f}, 3);
     EXPECT_EQ(map.decimals, 3);
     EXPECT_THAT(numbersIn(map), ElementsAre(1235, -1234, 0, 4000));
@@ -51,7 +51,7 @@ TEST(PackedMap, KeepsTheWidestRangeExactly) {
     EXPECT_THAT(numbersIn(map), ElementsAre(32767, -32767, 32767));
 }
 
-TEST(PackedMap, MarksValuesThatAreNoNumbers) {
+TEST(PackedMap, MarksNonFiniteValues) {
     const float none = std::numeric_limits<float>::quiet_NaN();
     const float endless = std::numeric_limits<float>::infinity();
     const PackedMap map = packMap(std::vector<float>{none, 1.0f, -endless}, 2);
@@ -60,13 +60,13 @@ TEST(PackedMap, MarksValuesThatAreNoNumbers) {
     EXPECT_EQ(map.highest, 1.0);
 }
 
-TEST(PackedMap, TellsTheRangeBeforeRounding) {
+TEST(PackedMap, ReportsTheRangeBeforeRounding) {
     const PackedMap map = packMap(std::vector<float>{-2.5f, 7.0078125f}, 2);
     EXPECT_EQ(map.lowest, -2.5);
     EXPECT_EQ(map.highest, 7.0078125);
 }
 
-TEST(PackedMap, TakesAMapWithoutAnyNumber) {
+TEST(PackedMap, AcceptsAMapWithoutFiniteValues) {
     const PackedMap map = packMap(std::vector<float>{std::nanf("")}, 2);
     EXPECT_THAT(numbersIn(map), ElementsAre(-32768));
     EXPECT_EQ(map.highest, 0.0);

@@ -26,7 +26,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(ReportPageTest, PutsBlocksInThePlaceForTheData) {
+TEST_F(ReportPageTest, InsertsBlocksAtThePlaceholder) {
     ReportPage page(file("template.html", "<body><!-- the data of the run --></body>"));
     page.add("mask", std::string_view("abc"));
     page.write(folder / "report.html");
@@ -35,7 +35,7 @@ TEST_F(ReportPageTest, PutsBlocksInThePlaceForTheData) {
     EXPECT_THAT(text, EndsWith("</script>\n</body>"));
 }
 
-TEST_F(ReportPageTest, LeavesNothingBehindWhereItCannotBeWritten) {
+TEST_F(ReportPageTest, LeavesNothingBehindWhenItCannotBeWritten) {
     const ReportPage page(file("template.html", "<!-- the data of the run -->"));
     fs::create_directory(folder / "report.html"); // in the way
     fs::create_directory(folder / "report.html/full");
@@ -43,7 +43,7 @@ TEST_F(ReportPageTest, LeavesNothingBehindWhereItCannotBeWritten) {
     EXPECT_FALSE(fs::exists(folder / "report.html.unfinished"));
 }
 
-TEST_F(ReportPageTest, RefusesATemplateWithoutAPlace) {
+TEST_F(ReportPageTest, RefusesATemplateWithoutAPlaceholder) {
     try {
         ReportPage page(file("template.html", "<body></body>"));
         FAIL() << "accepted";

@@ -1,4 +1,4 @@
-// What the headless side says about the frequency bands, held against the plug-in's own arithmetic.
+// Checks the host's description of the frequency bands against the plug-in's own computation.
 #include "headless/result/frequency_bands.h"
 
 #include "fingerprint/band_powers.h"
@@ -14,7 +14,7 @@ using namespace headless;
 
 namespace {
 
-// How many bands the plug-in fills for a repetition time: one wave, 100 volumes.
+// Number of bands that the plug-in fills for a repetition time: one wave, 100 volumes.
 int bandsFilled(int milliseconds) {
     constexpr int kVolumes = 100;
     OffsetMatrix<float> course(0, 0, 0, kVolumes - 1);

@@ -14,7 +14,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// The best sum over all ways to pair, one by one; rows <= columns.
+// The best sum over all pairings, by enumeration; rows <= columns.
 double bestSum(const std::vector<double>& value, int rows, int columns) {
     std::vector<int> order(static_cast<std::size_t>(columns));
     std::iota(order.begin(), order.end(), 0);
@@ -30,12 +30,12 @@ double bestSum(const std::vector<double>& value, int rows, int columns) {
 }
 
 TEST(BestMatching, GivesUpTheBestPairForABetterSum) {
-    // 9 + 1 by taking the largest first; 8 + 7 is more.
+    // Taking the largest first gives 9 + 1; 8 + 7 is more.
     EXPECT_THAT(bestMatching({9, 8, 7, 1}, 2, 2), ElementsAre(1, 0));
 }
 
-TEST(BestMatching, LeavesOverTheRowThatAddsLeast) {
-    // Rows 5 1 | 6 2 | 1 4: 6 and 4 are the best sum, and the first row stays alone.
+TEST(BestMatching, LeavesTheRowThatAddsLeastUnmatched) {
+    // Rows 5 1 | 6 2 | 1 4: 6 and 4 give the best sum, and the first row stays unmatched.
     EXPECT_THAT(bestMatching({5, 1, 6, 2, 1, 4}, 3, 2), ElementsAre(-1, 0, 1));
 }
 
@@ -49,7 +49,7 @@ TEST(BestMatching, IsAsGoodAsTheBestOfAllPermutations) {
         const auto partner = bestMatching(value, rows, columns);
         std::vector<int> sorted = partner;
         std::sort(sorted.begin(), sorted.end());
-        EXPECT_EQ(std::adjacent_find(sorted.begin(), sorted.end()), sorted.end()) << "a column was given twice";
+        EXPECT_EQ(std::adjacent_find(sorted.begin(), sorted.end()), sorted.end()) << "a column was assigned twice";
         double sum = 0.0;
         for (int row = 0; row < rows; ++row) {
             sum += value[static_cast<std::size_t>(row * columns + partner[static_cast<std::size_t>(row)])];

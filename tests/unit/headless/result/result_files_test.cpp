@@ -1,4 +1,4 @@
-// The one list of a result's files, and who goes by it.
+// The list of a result's files and its users.
 #include "headless/result/result_files.h"
 
 #include "files.h"
@@ -20,7 +20,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// What the README's table of a result names in its first column, with "..." for the stem.
+// The names in the first column of the README's table of result files, with "..." for the stem.
 std::set<std::string> namesInReadme() {
     const std::string text = textOf(README_FILE);
     const std::size_t begin = text.find("| file in the result folder |");
@@ -62,7 +62,7 @@ TEST(ResultFiles, OfAFolderWithoutMapsAreRefused) {
     const TemporaryFolder folder;
     try {
         ResultFiles::in(folder.path());
-        FAIL() << "nothing is there";
+        FAIL() << "accepted";
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.status(), ExitStatus::kInput);
         EXPECT_THAT(failure.what(), HasSubstr(" has no file that ends in _desc-ICA_components.nii.gz; name a folder "

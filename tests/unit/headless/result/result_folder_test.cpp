@@ -1,4 +1,4 @@
-// What a result's folder does when its place is taken at the last moment.
+// How a result folder reacts when its place is taken at the last moment.
 #include "headless/result/result_folder.h"
 
 #include "files.h"
@@ -30,8 +30,8 @@ protected:
     TemporaryFolder folder;
 };
 
-// Two runs into one folder, say: the second has to find the result of the first.
-TEST_F(ResultFolderTest, LeavesAloneWhatTookItsPlaceMeanwhileAndKeepsTheResult) {
+// For example with two runs into one folder: the second has to notice the result of the first.
+TEST_F(ResultFolderTest, DoesNotTouchWhatTookItsPlaceAndKeepsTheResult) {
     for (const bool replace : {false, true}) {
         fs::path left;
         {

@@ -43,7 +43,7 @@ TEST(CellText, ReadsBackAsTheSameNumber) {
     EXPECT_EQ(cellText(-INFINITY), "-inf");
 }
 
-TEST(ReferenceNames, CountFromOneAndAnyOtherNumberIsNone) {
+TEST(ReferenceNames, CountFromOneAndAnyOtherNumberIsNotAvailable) {
     const std::vector<std::string> names = {"face", "house"};
     EXPECT_EQ(ReferenceNames::at(names, 1.0f), "face");
     EXPECT_EQ(ReferenceNames::at(names, 2.0f), "house");
@@ -51,7 +51,7 @@ TEST(ReferenceNames, CountFromOneAndAnyOtherNumberIsNone) {
     EXPECT_EQ(ReferenceNames::at({}, 1.0f), "n/a");
 }
 
-TEST(PluginLog, CountsIterationsAndTheRestartsBeforeThem) {
+TEST(PluginLog, CountsIterationsAndPrecedingRestarts) {
     PluginLog log;
     log.add("// Plugin>  Number of used VTC voxels: 224000");
     log.add("// Plugin>  Retained variance after dimensionality reduction: 99.978752 %");

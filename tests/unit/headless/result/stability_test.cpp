@@ -16,7 +16,7 @@ const std::vector<double> kFour = {1.0, 0.1, 0.9, 0.1, //
                                    0.9, 0.1, 1.0, 0.1, //
                                    0.1, 0.8, 0.1, 1.0};
 
-TEST(Stability, IsTheMeanWithinLessTheMeanBetweenByHand) {
+TEST(Stability, IsTheMeanWithinMinusTheMeanBetween) {
     const auto result = stabilityOf(kFour, {0, 0, 1, 1}, 2);
     ASSERT_EQ(result.size(), 4U);
     EXPECT_NEAR(result[0].index, (1.0 + 0.9 + 0.9 + 1.0) / 4 - 0.1, 1e-15);
@@ -25,16 +25,16 @@ TEST(Stability, IsTheMeanWithinLessTheMeanBetweenByHand) {
     for (const auto& stability : result) EXPECT_EQ(stability.runs, 2);
 }
 
-TEST(Stability, ACutIntoThreeLeavesTheLeastAlikeAlone) {
+TEST(Stability, ThreeClustersSeparateTheLeastSimilar) {
     const auto result = stabilityOf(kFour, {0, 0, 1, 1}, 3);
     EXPECT_NEAR(result[0].index, 0.85, 1e-15);
     EXPECT_TRUE(std::isnan(result[1].index));
     EXPECT_EQ(result[1].runs, 1);
 }
 
-TEST(Stability, LinksByTheAverageAndNotByTheNearest) {
-    // 0 and 1 join first. To 2, their similarities are 0.8 and 0.2, on average 0.5; 3 is 0.6 like 2. The average joins
-    // 2 with 3, the nearest neighbour would have joined it with 0 and 1.
+TEST(Stability, LinksByTheAverageRatherThanTheNearest) {
+    // 0 and 1 are merged first. Their similarities to 2 are 0.8 and 0.2, on average 0.5; that of 2 and 3 is 0.6.
+    // Average linkage merges 2 with 3, whereas the nearest neighbour would merge it with 0 and 1.
     const std::vector<double> similarity = {1.0, 0.9, 0.8, 0.0, //
                                             0.9, 1.0, 0.2, 0.0, //
                                             0.8, 0.2, 1.0, 0.6, //

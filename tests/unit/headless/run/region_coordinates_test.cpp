@@ -13,7 +13,7 @@ using namespace headless;
 
 namespace {
 
-// Where a plug-in puts a region's voxel on a grid that begins at 0 with resolution 1: linear index, x fastest.
+// The linear index (x fastest) at which a plug-in places a region's voxel on a grid that begins at 0 with resolution 1.
 std::int64_t gridIndex(const std::int32_t* c, std::int32_t space, const std::array<int, 3>& size) {
     const float p = static_cast<float>(space == 3 ? 128 - c[1] : c[0]);
     const float q = static_cast<float>(space == 3 ? 128 - c[2] : c[1]);
@@ -22,7 +22,7 @@ std::int64_t gridIndex(const std::int32_t* c, std::int32_t space, const std::arr
     return round(s) * size[0] * size[1] + round(q) * size[0] + round(p);
 }
 
-TEST(RegionCoordinates, ComeBackAsTheSameVoxelsInEitherSpace) {
+TEST(RegionCoordinates, MapBackToTheSameVoxelsInEitherSpace) {
     const std::array<int, 3> size = {6, 5, 4};
     std::vector<std::int64_t> voxels;
     for (std::int64_t v = 0; v < 120; v += 7) voxels.push_back(v);
@@ -35,7 +35,7 @@ TEST(RegionCoordinates, ComeBackAsTheSameVoxelsInEitherSpace) {
     }
 }
 
-TEST(RegionCoordinates, GridsBeyondTheCentreOfTheHostsSpaceWorkToo) {
+TEST(RegionCoordinates, AlsoWorkForGridsBeyondTheCentreOfTheHostsSpace) {
     const std::array<int, 3> size = {300, 300, 300};
     const std::vector<std::int64_t> last = {std::int64_t{300} * 300 * 300 - 1};
     const auto coordinates = regionCoordinates(last, size, kCentredSpace);

@@ -28,7 +28,7 @@ TEST(RandomNumbers, NormalNumbersHaveTheMomentsOfTheirDistribution) {
         m3 += x * x * x / kCount;
         m4 += x * x * x * x / kCount;
     }
-    // Standard errors: sqrt(1, 2, 15, 96 over the count); five of each.
+    // Tolerance: five standard errors, sqrt(1, 2, 15, 96 over the count).
     EXPECT_NEAR(m1, 0.0, 5 * std::sqrt(1.0 / kCount));
     EXPECT_NEAR(m2, 1.0, 5 * std::sqrt(2.0 / kCount));
     EXPECT_NEAR(m3, 0.0, 5 * std::sqrt(15.0 / kCount));

@@ -11,7 +11,7 @@ using namespace headless;
 
 namespace {
 
-TEST(Recovery, CorrelatesOverTheMaskOnly) {
+TEST(Recovery, CorrelatesOnlyWithinTheMask) {
     // Inside: (1, 2, 3) and (1, 3, 2). Deviations (-1, 0, 1) and (-1, 1, 0): r = 1 / 2.
     const std::vector<float> a = {1, 2, 3, 100};
     const std::vector<float> b = {1, 3, 2, -100};
