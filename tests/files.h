@@ -7,7 +7,7 @@
 
 namespace zn::test {
 
-/// A folder of its own for one test, removed at the test's end.
+/// A temporary folder for one test, removed at the end of the test.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -26,7 +26,7 @@ void writeFile(const std::filesystem::path& file, std::string_view bytes);
 /// The same, compressed in the gzip format.
 void writeCompressed(const std::filesystem::path& file, std::string_view bytes);
 std::string textOf(const std::filesystem::path& file);
-/// Names in a folder, sorted; hidden ones too.
+/// Names in a folder, sorted, including hidden ones.
 std::vector<std::string> namesIn(const std::filesystem::path& folder);
 /// The cells of a tab-separated table, [line][cell].
 std::vector<std::vector<std::string>> tableIn(const std::filesystem::path& file);

@@ -1,4 +1,4 @@
-// What a user reads when an input does not fit: one sentence, exit status 3, and no result.
+// What a user sees when an input is unusable: one sentence, exit status 3, and no result.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "files.h"
@@ -68,8 +68,8 @@ TEST_F(BadInput, AnEmptyFile) {
     expectRefusal(run({(folder / "empty.nii").string()}), "empty.nii is not a NIfTI image");
 }
 
-// The library that reads images has complaints of its own about these; the user reads one sentence.
-TEST_F(BadInput, ADamagedHeaderIsToldInOneLine) {
+// The image library prints several messages about these; the user sees only one sentence.
+TEST_F(BadInput, ADamagedHeaderIsReportedInOneLine) {
     NiftiBytes image = plainSeries();
     image.dim[1] = -6;
     expectRefusal(runOn(image), "bold.nii is not a NIfTI image");
@@ -166,25 +166,25 @@ TEST_F(BadInput, EigenvaluesBeyondTheNumberOfVolumes) {
     expectRefusal(run({(folder / "bold.nii").string(), "--eigenvalues", "9:13"}), "9:13 exceed the 12 volumes");
 }
 
-TEST_F(BadInput, ATimeOfZeroBetweenVolumes) {
+TEST_F(BadInput, ARepetitionTimeOfZero) {
     NiftiBytes image = plainSeries(24);
     image.pixdim[4] = 0;
     expectRefusal(runOn(image), "specify it with --tr SECONDS");
 }
 
-TEST_F(BadInput, ATimeBetweenVolumesInTheWrongUnit) {
+TEST_F(BadInput, ARepetitionTimeInTheWrongUnit) {
     NiftiBytes image = plainSeries(24);
-    image.pixdim[4] = 2000; // milliseconds, said to be seconds
+    image.pixdim[4] = 2000; // milliseconds, labelled as seconds
     expectRefusal(runOn(image), "the header says 2000 s, which is not between 0.001 and 20 s; specify it with --tr");
 }
 
-TEST_F(BadInput, DataThatNeverChange) {
+TEST_F(BadInput, ConstantData) {
     NiftiBytes image = plainSeries(24);
     image.data.assign(image.data.size(), '\0');
     expectRefusal(runOn(image), "does not change over time");
 }
 
-TEST_F(BadInput, DataOfNothingButNotANumber) {
+TEST_F(BadInput, DataThatAreAllNaN) {
     NiftiBytes image;
     image.dim[4] = 24;
     image.dataType = 16;
@@ -193,7 +193,7 @@ TEST_F(BadInput, DataOfNothingButNotANumber) {
     expectRefusal(runOn(image), "no voxel that can be analysed: 120 with non-finite values");
 }
 
-TEST_F(BadInput, AMaskOfAnotherSize) {
+TEST_F(BadInput, AMaskOfADifferentSize) {
     NiftiBytes mask = plainMask();
     mask.dim[3] = 3;
     mask.data.resize(6 * 5 * 3);
@@ -202,13 +202,13 @@ TEST_F(BadInput, AMaskOfAnotherSize) {
     EXPECT_THAT(result.err, HasSubstr("bold.nii is 6x5x4 with affine [3 0 0 -9; 0 3 0 -7.5; 0 0 3 -6]"));
 }
 
-TEST_F(BadInput, AMaskOfAnotherPlace) {
+TEST_F(BadInput, AMaskAtADifferentPosition) {
     NiftiBytes mask = plainMask();
     mask.sform[1][3] = 7.5f;
     expectRefusal(runWithMask(mask), "with affine [3 0 0 -9; 0 3 0 7.5; 0 0 3 -6]");
 }
 
-TEST_F(BadInput, AMaskWithoutAVoxel) {
+TEST_F(BadInput, AnEmptyMask) {
     NiftiBytes mask = plainMask();
     mask.data.assign(mask.data.size(), '\0');
     expectRefusal(runWithMask(mask), "mask.nii selects no voxel");
@@ -225,19 +225,19 @@ TEST_F(BadInput, FewerVoxelsThanVolumes) {
     expectRefusal(runWithMask(mask), "3 voxels are fewer than the 12 volumes; analyse more voxels");
 }
 
-TEST_F(BadInput, FewerVoxelsThanVolumesAreFoundBeforeTheDataAreRead) {
+TEST_F(BadInput, FewerVoxelsThanVolumesAreDetectedBeforeTheDataAreRead) {
     NiftiBytes mask = plainMask();
     mask.data.assign(mask.data.size(), '\0');
     mask.data[7] = 1;
     writeFile(folder / "mask.nii", mask.bytes());
     writeCompressed(folder / "whole.nii.gz", plainSeries(24).bytes());
     const std::string bytes = textOf(folder / "whole.nii.gz");
-    writeFile(folder / "bold.nii.gz", bytes.substr(0, bytes.size() / 2)); // reading it would tell
+    writeFile(folder / "bold.nii.gz", bytes.substr(0, bytes.size() / 2)); // reading it would fail
     expectRefusal(run({(folder / "bold.nii.gz").string(), "--mask", (folder / "mask.nii").string()}),
                   "1 voxels are fewer than the 24 volumes");
 }
 
-TEST_F(BadInput, FewerVoxelsThanVolumesOnceThoseThatNeverChangeAreOut) {
+TEST_F(BadInput, FewerVoxelsThanVolumesAfterExcludingConstantOnes) {
     NiftiBytes image = plainSeries(24);
     for (std::size_t t = 0; t < 24; ++t) { // all but 20 of 120 voxels, two bytes each
         image.data.replace(2 * 120 * t, 2 * 100, 2 * 100, '\0');
@@ -246,7 +246,7 @@ TEST_F(BadInput, FewerVoxelsThanVolumesOnceThoseThatNeverChangeAreOut) {
     expectRefusal(run({(folder / "bold.nii").string(), "--mask", "none"}), "20 voxels are fewer than the 24 volumes");
 }
 
-TEST_F(BadInput, MoreVoxelsThanThePluginTakes) {
+TEST_F(BadInput, MoreVoxelsThanThePluginAccepts) {
     NiftiBytes image;
     image.dim = {4, 250, 200, 101, 2, 1, 1, 1};
     image.dataType = 2;
@@ -257,20 +257,20 @@ TEST_F(BadInput, MoreVoxelsThanThePluginTakes) {
                   "5050000 voxels are more than the 5000000 that the plug-in accepts");
 }
 
-TEST_F(BadInput, APluginThatIsMissing) {
+TEST_F(BadInput, AMissingPlugin) {
     writeFile(folder / "bold.nii", plainSeries(24).bytes());
     expectRefusal(run({(folder / "bold.nii").string(), "--plugin", "/nowhere/plugin.so"}),
                   "the plug-in /nowhere/plugin.so does not exist");
 }
 
-TEST_F(BadInput, APluginThatIsNoLibrary) {
+TEST_F(BadInput, APluginThatIsNotALibrary) {
     writeFile(folder / "bold.nii", plainSeries(24).bytes());
     writeFile(folder / "plugin.so", "text");
     expectRefusal(run({(folder / "bold.nii").string(), "--plugin", (folder / "plugin.so").string()}),
                   "plugin.so cannot be loaded");
 }
 
-TEST_F(BadInput, ALibraryThatIsNoPlugin) {
+TEST_F(BadInput, ALibraryThatIsNotAPlugin) {
     writeFile(folder / "bold.nii", plainSeries(24).bytes());
     expectRefusal(run({(folder / "bold.nii").string(), "--plugin", HOST_MODULE_FILE}),
                   "is not a plug-in of this host: it lacks the function createPlugin");

@@ -31,27 +31,27 @@ protected:
         writeFile(folder / "names.tsv", text);
         return run({"--rois", (folder / "labels.nii").string(), "--roi-names", (folder / "names.tsv").string()}).err;
     }
-    // The fake plug-in ends every run in silence: reading this means that the input was taken.
+    // The fake plug-in ends every run silently: this message means that the input was accepted.
     const std::string accepted = "znica: the plug-in ended the analysis: it gave no reason.\n";
 
     TemporaryFolder folder;
 };
 
-TEST_F(DesignAndRegions, ATableWithAHeaderIsTaken) {
+TEST_F(DesignAndRegions, ATableWithAHeaderIsAccepted) {
     EXPECT_EQ(errorWithDesign("face\thouse\n0\t1\n0.5\t-1e-3\n1\t0\n0\t0\n"), accepted);
     EXPECT_EQ(errorWithDesign("\xEF\xBB\xBF"
                               "face\r\n1\r\n2\r\n3\r\n4\r\n\r\n"),
               accepted);
 }
 
-TEST_F(DesignAndRegions, RtcTextIsTaken) {
+TEST_F(DesignAndRegions, RtcTextIsAccepted) {
     EXPECT_EQ(errorWithDesign(
                   "FileVersion:     2\nType:            DesignMatrix\nNrOfPredictors:  2\n"
                   "NrOfDataPoints:  4\n\n\"TC1\" \"TC 2\" \n    0     1 \n  0.5     0 \n    1     1 \n    0     1 \n"),
               accepted);
 }
 
-TEST_F(DesignAndRegions, DesignMatricesThatDoNotFitAreRefused) {
+TEST_F(DesignAndRegions, InvalidDesignMatricesAreRefused) {
     EXPECT_THAT(errorWithDesign("face\n1\n2\n3\n"),
                 HasSubstr("has 3 rows of predictor values, but the data have 4 volumes"));
     EXPECT_THAT(errorWithDesign("1\n2\n3\n4\n"), HasSubstr("its first line must name the predictors"));
@@ -81,7 +81,7 @@ std::string tableOf(int count) {
     return names + "\n" + values + "\n" + values + "\n" + values + "\n" + values + "\n";
 }
 
-TEST_F(DesignAndRegions, MorePredictorsThanThePluginComparesWithAreRefused) {
+TEST_F(DesignAndRegions, MorePredictorsThanThePluginAcceptsAreRefused) {
     EXPECT_EQ(errorWithDesign(tableOf(16)), accepted);
     EXPECT_EQ(errorWithDesign(tableOf(17)), "znica: " + (folder / "design.txt").string() +
                                                 " has 17 predictors; the plug-in accepts at most 16; keep only the "
@@ -93,7 +93,7 @@ TEST_F(DesignAndRegions, MorePredictorsThanThePluginComparesWithAreRefused) {
     EXPECT_THAT(errorWithDesign(rtc + names + "\n" + row + row + row + row), HasSubstr("has 17 predictors"));
 }
 
-TEST_F(DesignAndRegions, AFolderInThePlaceOfATableIsRefused) {
+TEST_F(DesignAndRegions, AFolderInsteadOfATableIsRefused) {
     writeFile(folder / "labels.nii", plainMask().bytes());
     std::filesystem::create_directory(folder / "table");
     const std::string table = (folder / "table").string();
@@ -106,7 +106,7 @@ TEST_F(DesignAndRegions, AFolderInThePlaceOfATableIsRefused) {
     }
 }
 
-TEST_F(DesignAndRegions, NamesOfRegionsNeedTheirTwoColumns) {
+TEST_F(DesignAndRegions, RegionNamesNeedTwoColumns) {
     EXPECT_EQ(errorWithNames("index\tname\n1\tcortex\n"), accepted);
     EXPECT_EQ(errorWithNames("name\tcolour\tindex\ncortex\tred\t1\n"), accepted);
     EXPECT_THAT(errorWithNames("label\tname\n1\tcortex\n"), HasSubstr("has no column \"index\""));
@@ -114,7 +114,7 @@ TEST_F(DesignAndRegions, NamesOfRegionsNeedTheirTwoColumns) {
     EXPECT_THAT(errorWithNames("index\tname\n1\n"), HasSubstr("line 2, has 1 cells, but the header has 2"));
 }
 
-TEST_F(DesignAndRegions, LabelsInATableAreWholeAndUnique) {
+TEST_F(DesignAndRegions, LabelsInATableAreUniqueWholeNumbers) {
     EXPECT_EQ(errorWithNames("index\tname\n1.0\tcortex\n-2\tother\n16777217\tfar\n16777216\taway\n"), accepted);
     EXPECT_THAT(errorWithNames("index\tname\n1.7\tcortex\n"),
                 HasSubstr("line 2, holds \"1.7\" where a label (a whole number) is expected"));
@@ -123,7 +123,7 @@ TEST_F(DesignAndRegions, LabelsInATableAreWholeAndUnique) {
                 HasSubstr("line 4, names the label 1 again, after line 2; keep only one of the two"));
 }
 
-TEST_F(DesignAndRegions, ARegionWithoutANameGoesByItsNumber) {
+TEST_F(DesignAndRegions, ARegionWithoutANameIsKnownByItsNumber) {
     NiftiBytes labels = plainMask();
     for (std::size_t v = 0; v < labels.data.size(); ++v) labels.data[v] = v < 60 ? '\7' : '\2';
     writeFile(folder / "labels.nii", labels.bytes());
@@ -137,7 +137,7 @@ TEST_F(DesignAndRegions, ARegionWithoutANameGoesByItsNumber) {
                 testing::ContainsRegex("\"Regions\": \\[[[:space:]]*\"cortex\",[[:space:]]*\"7\"[[:space:]]*\\]"));
 }
 
-TEST_F(DesignAndRegions, LabelImagesThatDoNotFitAreRefused) {
+TEST_F(DesignAndRegions, InvalidLabelImagesAreRefused) {
     NiftiBytes labels = plainMask();
     labels.data.assign(labels.data.size(), '\0');
     writeFile(folder / "zero.nii", labels.bytes());

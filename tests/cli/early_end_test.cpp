@@ -1,4 +1,4 @@
-// A plug-in that ends early or badly: the user reads its words, and no result is left.
+// A plug-in that ends early or fails: the user sees its message, and no result is left.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "files.h"
@@ -26,26 +26,26 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(EarlyEnd, TheLastMessageBoxIsWhatTheUserReads) {
+TEST_F(EarlyEnd, TheUserSeesTheLastMessageBox) {
     const CommandResult result = runWish("message");
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.err, "znica: the plug-in ended the analysis: The data are not to my taste.\n");
     expectNothingLeft();
 }
 
-TEST_F(EarlyEnd, WithoutAMessageTheUserIsToldSo) {
+TEST_F(EarlyEnd, AMissingMessageIsReported) {
     const CommandResult result = runWish("silence");
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.err, "znica: the plug-in ended the analysis: it gave no reason.\n");
     expectNothingLeft();
 }
 
-TEST_F(EarlyEnd, SuccessWithoutMapsIsNone) {
+TEST_F(EarlyEnd, SuccessWithoutMapsIsAFailure) {
     EXPECT_EQ(runWish("no maps").status, 3);
     expectNothingLeft();
 }
 
-TEST_F(EarlyEnd, ExhaustedMemoryHasItsOwnStatus) {
+TEST_F(EarlyEnd, OutOfMemoryHasItsOwnStatus) {
     const CommandResult result = runWish("memory");
     EXPECT_EQ(result.status, 5);
     EXPECT_THAT(result.err, HasSubstr("Working memory full. Exiting plugin."));
@@ -71,7 +71,7 @@ TEST_F(EarlyEnd, APluginThatEndsTheProcessLeavesNoUnfinishedFolder) {
     expectNothingLeft();
 }
 
-TEST_F(EarlyEnd, TheFilesOfAFailedRunAreKeptOnDemandAndMarkedPartial) {
+TEST_F(EarlyEnd, TheFilesOfAFailedRunAreKeptOnRequestAndMarkedPartial) {
     auto keeping = arguments();
     keeping.push_back("--keep-partial");
     const CommandResult result = znica(keeping, {{}, {"ZN_FAKE_PLUGIN=message"}, {}});
@@ -86,7 +86,7 @@ TEST_F(EarlyEnd, TheFilesOfAFailedRunAreKeptOnDemandAndMarkedPartial) {
     EXPECT_FALSE(std::filesystem::exists(folder / "out"));
 }
 
-TEST_F(EarlyEnd, AFailedRunLeavesAnEarlierResultAlone) {
+TEST_F(EarlyEnd, AFailedRunDoesNotTouchAnEarlierResult) {
     std::filesystem::create_directory(folder / "out");
     writeFile(folder / "out/log.txt", "earlier");
     writeFile(folder / "out/dataset_description.json", R"({"GeneratedBy": [{"Name": "znica"}]})");

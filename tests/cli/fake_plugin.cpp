@@ -1,5 +1,5 @@
-// A plug-in that misbehaves, or tells what the host gives it, on demand: the environment variable ZN_FAKE_PLUGIN names
-// what execute does. It knows the host as any plug-in does, by the names of its functions.
+// A plug-in that misbehaves, or echoes what the host passes to it, on demand: the environment variable ZN_FAKE_PLUGIN
+// selects what execute does. Like any plug-in, it looks up the host's functions by name.
 #include "host/voi_records.h"
 #include "host/vtc_header.h"
 
@@ -29,7 +29,7 @@ void message(const char* text) {
     host<void(const char*)>("znMessageBox")(text);
 }
 
-void tellDialog() {
+void echoDialog() {
     char text[256];
     for (int i = 0; i < 5; ++i) {
         host<void(int, char*)>("znGetDlgStringParameter")(i, text);
@@ -43,7 +43,7 @@ void tellDialog() {
     log(text);
 }
 
-void tellData() {
+void echoData() {
     zn::VtcHeader header;
     host<void(zn::VtcHeader*)>("znGetHeaderOfVTCOfCurrentVMR")(&header);
     char text[512];
@@ -60,7 +60,7 @@ void tellData() {
     }
 }
 
-void tellPrompts() {
+void echoPrompts() {
     char text[256] = "";
     const int size = host<int(const char*, int, int, int)>("znGetIntegerInput")(
         "Please enter a Cluster size threshold (cancel to skip):", 10, 2, 2000);
@@ -73,7 +73,7 @@ void tellPrompts() {
     log(line);
 }
 
-void tellRegions() {
+void echoRegions() {
     host<int(const char*)>("znLoadVOIs")("regions.voi");
     zn::VoiSetHeader set;
     host<int(zn::VoiSetHeader*)>("znGetVOIs")(&set);
@@ -88,11 +88,11 @@ void tellRegions() {
     }
 }
 
-bool tellEverything() {
-    tellDialog();
-    tellData();
-    tellPrompts();
-    tellRegions();
+bool echoEverything() {
+    echoDialog();
+    echoData();
+    echoPrompts();
+    echoRegions();
     return false;
 }
 
@@ -114,7 +114,7 @@ public:
         }
         if (wish() == "none found") return log("// Plugin>  No components found. Exiting plugin."), true;
         if (wish() == "exit") std::exit(1);
-        if (wish() == "tell") return tellEverything();
+        if (wish() == "echo") return echoEverything();
         if (wish() == "unavailable") {
             host<void*()>("znPlotBars")();
             host<void*()>("znPlotBars")();

@@ -1,4 +1,4 @@
-// What a plug-in gets to see of the options and files of a run.
+// What a plug-in receives from the options and files of a run.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "files.h"
@@ -13,9 +13,9 @@ using testing::HasSubstr;
 
 class HostContract : public testing::Test {
 protected:
-    // Every word of the fake plug-in that tells what it sees.
-    std::string told(const NiftiBytes& image, const std::vector<std::string>& options = {},
-                     const std::string& wish = "tell") {
+    // The output of the fake plug-in, which echoes what it receives.
+    std::string echoed(const NiftiBytes& image, const std::vector<std::string>& options = {},
+                       const std::string& wish = "echo") {
         writeFile(folder / "sub-01_task-rest_bold.nii", image.bytes());
         std::vector<std::string> arguments = {"run",      (folder / "sub-01_task-rest_bold.nii").string(),
                                               "--out",    (folder / "out").string(),
@@ -43,7 +43,7 @@ NiftiBytes numbered(int volumes) {
 }
 
 TEST_F(HostContract, DefaultsOfTheDialog) {
-    const std::string out = told(plainSeries(24));
+    const std::string out = echoed(plainSeries(24));
     EXPECT_THAT(out, HasSubstr("text 0 [sub-01_task-rest_bold.vtc]\ntext 1 [mask.msk]\n"
                                "text 2 [sub-01_task-rest_bold_ica.vmp]\ntext 3 []\ntext 4 []\n"));
     EXPECT_THAT(out, HasSubstr("integer 0 [1]\n")); // run FastICA
@@ -55,9 +55,9 @@ TEST_F(HostContract, DefaultsOfTheDialog) {
 }
 
 TEST_F(HostContract, OptionsReachTheDialogAndThePrompts) {
-    const std::string out = told(plainSeries(24), {"--eigenvalues", "3:9", "--nonlinearity", "gauss", "--epsilon",
-                                                   "0.01", "--max-iterations", "77", "--cluster-size", "25",
-                                                   "--z-threshold", "3.5", "--label", "S01"});
+    const std::string out = echoed(plainSeries(24), {"--eigenvalues", "3:9", "--nonlinearity", "gauss", "--epsilon",
+                                                     "0.01", "--max-iterations", "77", "--cluster-size", "25",
+                                                     "--z-threshold", "3.5", "--label", "S01"});
     EXPECT_THAT(out, HasSubstr("integer 3 [1]\n"));
     EXPECT_THAT(out, HasSubstr("integer 5 [0]\n"));
     EXPECT_THAT(out, HasSubstr("integer 6 [3]\ninteger 7 [9]\ninteger 8 [77]\ninteger 9 [7]\n"));
@@ -66,16 +66,16 @@ TEST_F(HostContract, OptionsReachTheDialogAndThePrompts) {
 }
 
 TEST_F(HostContract, TheCubeIsTheFirstSwitch) {
-    EXPECT_THAT(told(plainSeries(24), {"--nonlinearity", "cube"}), HasSubstr("integer 5 [1]\n"));
+    EXPECT_THAT(echoed(plainSeries(24), {"--nonlinearity", "cube"}), HasSubstr("integer 5 [1]\n"));
 }
 
 TEST_F(HostContract, NoClusteringCancelsThePromptForTheClusterSize) {
-    EXPECT_THAT(told(plainSeries(24), {"--no-clustering"}),
+    EXPECT_THAT(echoed(plainSeries(24), {"--no-clustering"}),
                 HasSubstr("prompts 1 2.5 0 []\n")); // below the minimum of 2
 }
 
-TEST_F(HostContract, SixteenBitDataArriveVolumeFastest) {
-    const std::string out = told(numbered(4), {"--components", "2"});
+TEST_F(HostContract, SixteenBitDataArriveWithVolumesContiguous) {
+    const std::string out = echoed(numbered(4), {"--components", "2"});
     EXPECT_THAT(out, HasSubstr("vtc volumes 4 tr 2000 box 0 6 0 5 0 4 resolution 1 type 1 "
                                "name sub-01_task-rest_bold.vtc\n"));
     // Voxel (0, 0, 0) at volumes 0 to 3, then voxel (1, 0, 0) at volumes 0 and 1.
@@ -86,23 +86,23 @@ TEST_F(HostContract, ScaledDataArriveAsFloats) {
     NiftiBytes image = numbered(4);
     image.slope = 0.5f;
     image.inter = 10.0f;
-    const std::string out = told(image, {"--components", "2"});
+    const std::string out = echoed(image, {"--components", "2"});
     EXPECT_THAT(out, HasSubstr(" type 2 "));
     EXPECT_THAT(out, HasSubstr("float 0 10\nfloat 1 510\nfloat 2 1010\nfloat 3 1510\nfloat 4 10.5\nfloat 5 510.5\n"));
 }
 
-TEST_F(HostContract, ASlopeOfOneIsNoScaling) {
+TEST_F(HostContract, ASlopeOfOneDoesNotScale) {
     NiftiBytes image = numbered(4);
     image.slope = 1.0f;
-    EXPECT_THAT(told(image, {"--components", "2"}), HasSubstr("short 1 1000\n"));
+    EXPECT_THAT(echoed(image, {"--components", "2"}), HasSubstr("short 1 1000\n"));
 }
 
-TEST_F(HostContract, BigEndianDataAreTurned) {
+TEST_F(HostContract, BigEndianDataAreSwapped) {
     NiftiBytes image;
     image.bigEndian = true;
     image.dim[4] = 4;
     for (int i = 0; i < 6 * 5 * 4 * 4; ++i) image.append(static_cast<std::int16_t>(i));
-    const std::string out = told(image, {"--components", "2"});
+    const std::string out = echoed(image, {"--components", "2"});
     EXPECT_THAT(out, HasSubstr("short 0 0\nshort 1 120\nshort 2 240\nshort 3 360\n"));
     EXPECT_THAT(out, HasSubstr(" tr 2000 "));
 }
@@ -111,11 +111,11 @@ TEST_F(HostContract, TheTimeBetweenVolumesFollowsItsUnit) {
     NiftiBytes image = plainSeries(24);
     image.pixdim[4] = 1500;
     image.units = 2 | 16; // milliseconds
-    EXPECT_THAT(told(image), HasSubstr(" tr 1500 "));
+    EXPECT_THAT(echoed(image), HasSubstr(" tr 1500 "));
     image.pixdim[4] = 1.5f;
     image.units = 2; // no unit of time: seconds
-    EXPECT_THAT(told(image), HasSubstr(" tr 1500 "));
-    EXPECT_THAT(told(image, {"--tr", "0.72"}), HasSubstr(" tr 720 "));
+    EXPECT_THAT(echoed(image), HasSubstr(" tr 1500 "));
+    EXPECT_THAT(echoed(image, {"--tr", "0.72"}), HasSubstr(" tr 720 "));
 }
 
 TEST_F(HostContract, RegionsAreTheLabelsInAscendingOrderInTheHostsCoordinates) {
@@ -124,14 +124,14 @@ TEST_F(HostContract, RegionsAreTheLabelsInAscendingOrderInTheHostsCoordinates) {
     labels.data[0] = 9;                   // voxel (0, 0, 0)
     labels.data[5 + 6 * (4 + 5 * 3)] = 2; // voxel (5, 4, 3)
     writeFile(folder / "labels.nii", labels.bytes());
-    const std::string out = told(plainSeries(24), {"--rois", (folder / "labels.nii").string()});
+    const std::string out = echoed(plainSeries(24), {"--rois", (folder / "labels.nii").string()});
     EXPECT_THAT(out, HasSubstr("regions 2 space 3\n"));
     EXPECT_THAT(out, HasSubstr("region 0: 125 123 124\n")); // (128 - z, 128 - x, 128 - y)
     EXPECT_THAT(out, HasSubstr("region 1: 128 128 128\n"));
 }
 
-TEST_F(HostContract, AFunctionThatThisHostLacksSaysSoOnce) {
-    const std::string out = told(plainSeries(24), {}, "unavailable");
+TEST_F(HostContract, AnUnavailableFunctionIsReportedOnce) {
+    const std::string out = echoed(plainSeries(24), {}, "unavailable");
     const std::string line = "znica: znPlotBars is not available in this host\n";
     const std::size_t first = out.find(line);
     ASSERT_NE(first, std::string::npos) << out;

@@ -1,4 +1,4 @@
-// What the plug-in says about itself, and how alike two results are.
+// What the plug-in says about itself, and how similar two results are.
 #include "cli/command.h"
 #include "files.h"
 
@@ -33,7 +33,7 @@ TEST(Info, ListsTheHostFunctionsThatAnAnalysisUses) {
     EXPECT_GT(result.out.find("\n  znPlotBars\n"), result.out.find("\nnot available ("));
 }
 
-TEST(Info, AFileThatIsNoPluginIsRefused) {
+TEST(Info, AFileThatIsNotAPluginIsRefused) {
     EXPECT_EQ(znica({"info", "--plugin", HOST_MODULE_FILE}).status, 3);
 }
 
@@ -60,7 +60,7 @@ protected:
     static TemporaryFolder* folder;
 };
 
-TEST_F(Compare, ARunWithItselfGivesOnes) {
+TEST_F(Compare, AResultComparedWithItselfGivesOnes) {
     const CommandResult result = znica({"compare", path("a"), path("a")});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, "a\tb\tr\nICA_00\tICA_00\t1.0000\nICA_01\tICA_01\t1.0000\nICA_02\tICA_02\t1.0000\n"
@@ -80,7 +80,7 @@ TEST_F(Compare, AnotherSeedFindsTheSameComponentsAndTheTableIsWritten) {
     EXPECT_EQ(znica({"compare", path("a"), path("b"), "--out", path("table.tsv"), "--force"}).status, 0);
 }
 
-TEST_F(Compare, ComponentsWithoutPartnerAreListed) {
+TEST_F(Compare, ComponentsWithoutAPartnerAreListed) {
     for (const auto& [a, b, line] : {std::tuple("a", "few", "\tn/a\tn/a\n"), {"few", "a", "\nn/a\tICA_0"}}) {
         const CommandResult result = znica({"compare", path(a), path(b)});
         EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 6);
@@ -105,7 +105,7 @@ TEST_F(Compare, OutputThatDoesNotReachItsFileIsAFailure) {
     }
 }
 
-TEST_F(Compare, AReaderThatHasGoneIsNoFailure) {
+TEST_F(Compare, AReaderThatHasExitedIsNotAFailure) {
     const CommandResult result = znica({"compare", path("a"), path("b")}, {{}, {}, kToNobody});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");

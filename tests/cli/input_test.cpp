@@ -1,4 +1,4 @@
-// What is read and analysed: masks, volumes left out, TR, the number of components, memory.
+// What is read and analysed: masks, dummy scans, TR, number of components, memory.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "cli/nifti_reading.h"
@@ -19,16 +19,16 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
 
-// Runs on small images that are put together here, with a plug-in that only tells what it sees.
+// Runs on small generated images, with a plug-in that only echoes what it receives.
 class Input : public testing::Test {
 protected:
-    CommandResult tell(const NiftiBytes& image, std::vector<std::string> options = {}) {
+    CommandResult echo(const NiftiBytes& image, std::vector<std::string> options = {}) {
         writeFile(folder / "a_bold.nii", image.bytes());
         options.insert(options.begin(), {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
                                          "--plugin", FAKE_PLUGIN_FILE, "--verbose"});
-        return znica(options, {{}, {"ZN_FAKE_PLUGIN=tell"}, {}});
+        return znica(options, {{}, {"ZN_FAKE_PLUGIN=echo"}, {}});
     }
-    // The same with the real plug-in; the mask that is left.
+    // The same with the real plug-in; returns the final mask.
     std::vector<unsigned char> maskAfter(const NiftiBytes& image, std::vector<std::string> options = {}) {
         writeFile(folder / "a_bold.nii", image.bytes());
         options.insert(options.begin(), {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
@@ -44,7 +44,7 @@ protected:
 
 constexpr int kVoxels = 6 * 5 * 4;
 
-// A wave in every voxel: 1000 +- 100 where `bright` says so, else 10 +- 5.
+// Noise in every voxel: 1000 +- 100 where `bright` is true, otherwise 10 +- 5.
 template <class Bright> NiftiBytes waves(int volumes, Bright bright) {
     NiftiBytes image;
     image.dim[4] = static_cast<std::int16_t>(volumes);
@@ -77,7 +77,7 @@ void setFloat(NiftiBytes& image, int volume, int voxel, float value) {
     std::memcpy(image.data.data() + 4 * (volume * kVoxels + voxel), &value, 4);
 }
 
-TEST_F(Input, TheAutomaticMaskIsTheLargestBrightPartWithoutHoles) {
+TEST_F(Input, TheAutomaticMaskIsTheLargestBrightComponentWithHolesFilled) {
     // A shell of 4 x 4 x 3 voxels with a dark middle row, and two bright voxels beyond a gap.
     const auto shell = [](int x, int y, int z) { return x < 4 && y < 4 && z < 3; };
     const auto hole = [](int x, int y, int z) { return (x == 1 || x == 2) && (y == 1 || y == 2) && z == 1; };
@@ -87,11 +87,11 @@ TEST_F(Input, TheAutomaticMaskIsTheLargestBrightPartWithoutHoles) {
     EXPECT_THAT(result.out, HasSubstr("Mask: 48 of 120 voxels, from a brain mask computed from the mean image.\n"));
 }
 
-TEST_F(Input, AnImageWithoutBackgroundIsTakenWhole) {
+TEST_F(Input, AnImageWithoutBackgroundIsUsedCompletely) {
     EXPECT_THAT(maskAfter(plainSeries(24)), testing::Each(1));
 }
 
-TEST_F(Input, AnImageOfDeviationsFromZeroIsTakenWhole) {
+TEST_F(Input, AnImageOfDeviationsFromZeroIsUsedCompletely) {
     NiftiBytes image;
     image.dim[4] = 24;
     std::uint32_t state = 1;
@@ -102,7 +102,7 @@ TEST_F(Input, AnImageOfDeviationsFromZeroIsTakenWhole) {
     EXPECT_THAT(maskAfter(image), testing::Each(1));
 }
 
-TEST_F(Input, AGivenMaskIsTakenAsItIs) {
+TEST_F(Input, AGivenMaskIsUsedAsIs) {
     NiftiBytes mask = plainMask();
     for (std::size_t v = 0; v < 60; ++v) mask.data[v] = '\0';
     writeFile(folder / "mask.nii", mask.bytes());
@@ -112,12 +112,12 @@ TEST_F(Input, AGivenMaskIsTakenAsItIs) {
 }
 
 TEST_F(Input, WithoutAMaskThePluginGetsNone) {
-    const CommandResult told = tell(waves(24, [](int x, int, int) { return x < 3; }), {"--mask", "none"});
-    EXPECT_THAT(told.out, HasSubstr("text 1 []\n"));
-    EXPECT_THAT(told.out, HasSubstr("Mask: 120 of 120 voxels, no mask was requested.\n"));
+    const CommandResult echoed = echo(waves(24, [](int x, int, int) { return x < 3; }), {"--mask", "none"});
+    EXPECT_THAT(echoed.out, HasSubstr("text 1 []\n"));
+    EXPECT_THAT(echoed.out, HasSubstr("Mask: 120 of 120 voxels, no mask was requested.\n"));
 }
 
-TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
+TEST_F(Input, UnusableVoxelsAreExcludedFromEveryKindOfMaskAndCounted) {
     NiftiBytes image = floats(24);
     setFloat(image, 3, 17, std::numeric_limits<float>::quiet_NaN());
     setFloat(image, 23, 18, std::numeric_limits<float>::infinity());
@@ -135,96 +135,96 @@ TEST_F(Input, VoxelsThatCannotBeAnalysedLeaveEveryKindOfMaskAndAreCounted) {
     }
 }
 
-TEST_F(Input, DummyScansAreLeftOut) {
+TEST_F(Input, DummyScansAreOmitted) {
     NiftiBytes image = plainSeries(26);
     const std::string all = image.data;
     image.data = std::string(2 * kVoxels * 2, '\x7F') + all.substr(2 * kVoxels * 2); // two bright volumes first
     NiftiBytes rest = plainSeries(26);
     rest.dim[4] = 24;
     rest.data = all.substr(2 * kVoxels * 2);
-    const auto seen = [](const CommandResult& told) { return told.out.substr(told.out.find("text 0")); };
-    const CommandResult skipped = tell(image, {"--dummy-scans", "2"});
+    const auto seen = [](const CommandResult& echoed) { return echoed.out.substr(echoed.out.find("text 0")); };
+    const CommandResult skipped = echo(image, {"--dummy-scans", "2"});
     EXPECT_THAT(skipped.out, HasSubstr("24 volumes (first 2 omitted)"));
     EXPECT_THAT(skipped.out, HasSubstr("vtc volumes 24 "));
-    EXPECT_EQ(seen(skipped), seen(tell(rest)));
-    EXPECT_THAT(tell(image, {"--dummy-scans", "25"}).err, HasSubstr("leaves fewer than 2"));
-    EXPECT_THAT(tell(image, {"--dummy-scans", "7"}).err, HasSubstr("20 components are more than the 19 volumes"));
+    EXPECT_EQ(seen(skipped), seen(echo(rest)));
+    EXPECT_THAT(echo(image, {"--dummy-scans", "25"}).err, HasSubstr("leaves fewer than 2"));
+    EXPECT_THAT(echo(image, {"--dummy-scans", "7"}).err, HasSubstr("20 components are more than the 19 volumes"));
 }
 
-TEST_F(Input, TheTimeBetweenVolumesComesFromTheOptionThenTheSidecarThenTheHeader) {
+TEST_F(Input, TheRepetitionTimeComesFromTheOptionThenTheSidecarThenTheHeader) {
     const NiftiBytes image = plainSeries(24); // 2 s
-    EXPECT_THAT(tell(image).out, HasSubstr("TR 2 s (the header).\n"));
+    EXPECT_THAT(echo(image).out, HasSubstr("TR 2 s (the header).\n"));
     writeFile(folder / "a_bold.json", R"({"RepetitionTime": 1.35})");
-    CommandResult told = tell(image);
-    EXPECT_THAT(told.out, HasSubstr(" tr 1350 "));
-    EXPECT_THAT(told.out, HasSubstr("TR: a_bold.json says 1.35 s and is used; the header says 2 s.\n"));
-    told = tell(image, {"--tr", "0.8"});
-    EXPECT_THAT(told.out, HasSubstr(" tr 800 "));
-    EXPECT_THAT(told.out, HasSubstr("TR: --tr says 0.8 s and is used; a_bold.json says 1.35 s.\n"));
-    EXPECT_THAT(told.out, HasSubstr("TR: --tr says 0.8 s and is used; the header says 2 s.\n"));
+    CommandResult echoed = echo(image);
+    EXPECT_THAT(echoed.out, HasSubstr(" tr 1350 "));
+    EXPECT_THAT(echoed.out, HasSubstr("TR: a_bold.json says 1.35 s and is used; the header says 2 s.\n"));
+    echoed = echo(image, {"--tr", "0.8"});
+    EXPECT_THAT(echoed.out, HasSubstr(" tr 800 "));
+    EXPECT_THAT(echoed.out, HasSubstr("TR: --tr says 0.8 s and is used; a_bold.json says 1.35 s.\n"));
+    EXPECT_THAT(echoed.out, HasSubstr("TR: --tr says 0.8 s and is used; the header says 2 s.\n"));
 }
 
-TEST_F(Input, AMillisecondIsNoDisagreement) {
+TEST_F(Input, ADifferenceOfOneMillisecondIsTolerated) {
     writeFile(folder / "a_bold.json", R"({"RepetitionTime": 2.001})");
-    EXPECT_THAT(tell(plainSeries(24)).out, Not(HasSubstr("and is used")));
+    EXPECT_THAT(echo(plainSeries(24)).out, Not(HasSubstr("and is used")));
     writeFile(folder / "a_bold.json", R"({"RepetitionTime": 2.0011})");
-    EXPECT_THAT(tell(plainSeries(24)).out, HasSubstr("and is used; the header says 2 s"));
+    EXPECT_THAT(echo(plainSeries(24)).out, HasSubstr("and is used; the header says 2 s"));
 }
 
-TEST_F(Input, TheHeadersUnitOfTimeIsRead) {
+TEST_F(Input, TheTimeUnitOfTheHeaderIsRespected) {
     NiftiBytes image = plainSeries(24);
     for (const auto& [units, value] : {std::pair(2 | 8, 1.5f), {2 | 16, 1500.0f}, {2 | 24, 1.5e6f}, {2, 1.5f}}) {
         image.units = static_cast<char>(units);
         image.pixdim[4] = value;
-        EXPECT_THAT(tell(image).out, HasSubstr(" tr 1500 ")) << units;
+        EXPECT_THAT(echo(image).out, HasSubstr(" tr 1500 ")) << units;
     }
 }
 
-TEST_F(Input, AnUnusableTimeIsRefusedWithTheWayOut) {
+TEST_F(Input, AnUnusableTimeIsRefusedWithAHint) {
     NiftiBytes image = plainSeries(24);
     for (const char* seconds : {"0", "20.1", "-2", "\"two\""}) {
         writeFile(folder / "a_bold.json", std::string(R"({"RepetitionTime": )") + seconds + "}");
-        const CommandResult refused = tell(image);
+        const CommandResult refused = echo(image);
         EXPECT_EQ(refused.status, 3) << seconds;
         EXPECT_THAT(refused.err, HasSubstr("with --tr SECONDS"));
-        EXPECT_THAT(tell(image, {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
+        EXPECT_THAT(echo(image, {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
     }
-    writeFile(folder / "a_bold.json", "{ this is no JSON");
-    EXPECT_THAT(tell(image).err, HasSubstr("a_bold.json is not a JSON object"));
+    writeFile(folder / "a_bold.json", "{ this is not JSON");
+    EXPECT_THAT(echo(image).err, HasSubstr("a_bold.json is not a JSON object"));
     writeFile(folder / "a_bold.json", R"({"TaskName": "rest"})");
-    EXPECT_THAT(tell(image).out, HasSubstr("TR 2 s (the header)"));
+    EXPECT_THAT(echo(image).out, HasSubstr("TR 2 s (the header)"));
     image.pixdim[4] = 0;
-    const CommandResult refused = tell(image);
+    const CommandResult refused = echo(image);
     EXPECT_EQ(refused.status, 3);
     EXPECT_THAT(refused.err, HasSubstr("specify it with --tr SECONDS"));
 }
 
-// Data managers leave links where a file has not been fetched yet.
-TEST_F(Input, ASidecarThatCannotBeReadIsNoReasonToTakeTheHeader) {
+// Data managers leave dangling links for files that have not been fetched yet.
+TEST_F(Input, AnUnreadableSidecarDoesNotFallBackToTheHeader) {
     std::filesystem::create_symlink("not-fetched.json", folder / "a_bold.json");
-    CommandResult refused = tell(plainSeries(24));
+    CommandResult refused = echo(plainSeries(24));
     EXPECT_EQ(refused.status, 3);
     EXPECT_THAT(refused.err, HasSubstr("a_bold.json is a link to a file that does not exist"));
-    EXPECT_THAT(tell(plainSeries(24), {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
+    EXPECT_THAT(echo(plainSeries(24), {"--tr", "2"}).out, HasSubstr(" tr 2000 "));
 
     std::filesystem::remove(folder / "a_bold.json");
     std::filesystem::create_directory(folder / "a_bold.json");
-    refused = tell(plainSeries(24));
+    refused = echo(plainSeries(24));
     EXPECT_EQ(refused.status, 3);
     EXPECT_THAT(refused.err, HasSubstr("a_bold.json is a folder"));
 }
 
-TEST_F(Input, AllVolumesMakeTheMostComponents) {
-    const CommandResult told = tell(plainSeries(24), {"--components", "max", "--dummy-scans", "1"});
-    EXPECT_THAT(told.out, HasSubstr("integer 6 [1]\ninteger 7 [23]\ninteger 8 [500]\ninteger 9 [23]\n"));
+TEST_F(Input, MaxGivesOneComponentPerVolume) {
+    const CommandResult echoed = echo(plainSeries(24), {"--components", "max", "--dummy-scans", "1"});
+    EXPECT_THAT(echoed.out, HasSubstr("integer 6 [1]\ninteger 7 [23]\ninteger 8 [500]\ninteger 9 [23]\n"));
 }
 
-TEST_F(Input, ADryRunTellsTheMemoryAndLeavesNothing) {
-    const CommandResult told = tell(plainSeries(24), {"--dry-run"});
-    EXPECT_EQ(told.status, 0);
-    EXPECT_THAT(told.out, testing::MatchesRegex("Input: 6x5x4 voxels, 24 volumes, TR 2 s \\(the header\\)\\.\n"
-                                                "Memory: about 0\\.0[0-9]* GiB at the peak, for 120 voxels; "
-                                                "[0-9.e+]* GiB are free\\.\n"));
+TEST_F(Input, ADryRunPrintsTheMemoryAndLeavesNothing) {
+    const CommandResult echoed = echo(plainSeries(24), {"--dry-run"});
+    EXPECT_EQ(echoed.status, 0);
+    EXPECT_THAT(echoed.out, testing::MatchesRegex("Input: 6x5x4 voxels, 24 volumes, TR 2 s \\(the header\\)\\.\n"
+                                                  "Memory: about 0\\.0[0-9]* GiB at the peak, for 120 voxels; "
+                                                  "[0-9.e+]* GiB are free\\.\n"));
     EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii"));
 }
 
@@ -232,7 +232,7 @@ TEST_F(Input, ARunBeyondItsMemoryIsRefusedBeforeTheDataAreRead) {
     NiftiBytes image = plainSeries(24);
     writeCompressed(folder / "cut.nii.gz", image.bytes());
     const std::string whole = textOf(folder / "cut.nii.gz");
-    writeFile(folder / "cut.nii.gz", whole.substr(0, whole.size() - 2000)); // reading all of it would tell
+    writeFile(folder / "cut.nii.gz", whole.substr(0, whole.size() - 2000)); // reading all of it would fail
     for (const bool dry : {false, true}) {
         std::vector<std::string> arguments = {"run",   (folder / "cut.nii.gz").string(), "--memory", "0.001",
                                               "--out", (folder / "out").string()};
@@ -244,7 +244,7 @@ TEST_F(Input, ARunBeyondItsMemoryIsRefusedBeforeTheDataAreRead) {
     }
 }
 
-// Whole runs of the real plug-in.
+// Complete runs of the real plug-in.
 json decompositionOf(const std::filesystem::path& folder, const std::string& stem) {
     return json::parse(textOf(folder / (stem + "_desc-ICA_decomposition.json")));
 }
@@ -263,7 +263,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsNearTheTruth) {
+TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsCloseToTheTruth) {
     for (const auto& [size, sources] : {std::pair("tiny", 4), {"tiny", 8}, {"small", 8}}) {
         const auto out = folder / (size + std::to_string(sources) + "-out");
         const CommandResult run =
@@ -271,8 +271,8 @@ TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsNearTheTruth) {
         ASSERT_EQ(run.status, 0) << run.err;
         const json facts = decompositionOf(out, "sub-sim_task-blocks");
         const int found = facts["ComponentsFound"];
-        // The sources, the anatomy, and the strongest of the slices' own fluctuations, which are no noise either:
-        // at most one slice in four.
+        // The sources, the anatomy, and the strongest of the slice-wise fluctuations, which are not noise either: at
+        // most one slice in four.
         const int slices = std::string(size) == "tiny" ? 18 : 36;
         EXPECT_GE(found, sources + 1) << size;
         EXPECT_LE(found, sources + 1 + slices / 4) << size;
@@ -280,7 +280,8 @@ TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsNearTheTruth) {
 
         const auto table = tableIn(out / "sub-sim_task-blocks_desc-ICA_dimension.tsv");
         EXPECT_THAT(table[0], testing::ElementsAre("components", "eigenvalue", "mdl", "laplace"));
-        const auto eigenvalues = facts["Eigenvalues"].get<std::vector<double>>(); // by the plug-in, in another way
+        const auto eigenvalues =
+            facts["Eigenvalues"].get<std::vector<double>>(); // computed independently by the plug-in
         ASSERT_EQ(table.size(), eigenvalues.size() + 1);
         std::size_t best = 1;
         for (std::size_t k = 1; k < table.size(); ++k) {
@@ -291,7 +292,7 @@ TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsNearTheTruth) {
     }
 }
 
-TEST_F(WholeRun, ThePredictedMemoryIsTheMemoryUsed) {
+TEST_F(WholeRun, ThePredictedMemoryMatchesTheMemoryUsed) {
 #if defined(__SANITIZE_ADDRESS__)
     GTEST_SKIP() << "the sanitizer's own memory would be measured";
 #endif
@@ -305,19 +306,19 @@ TEST_F(WholeRun, ThePredictedMemoryIsTheMemoryUsed) {
         const json facts = decompositionOf(out, "sub-sim_task-blocks");
         const double predicted = facts["PredictedPeakMemoryBytes"];
         const double measured = facts["PeakMemoryBytes"];
-        // The work space of the BLAS grows with the number of its threads, which is the machine's.
+        // The BLAS work space grows with the number of its threads, which depends on the machine.
         EXPECT_NEAR(measured / predicted, 1.0, 0.15) << size << repeats << " " << measured << " of " << predicted;
     }
 }
 
-TEST_F(WholeRun, MeasuredDataWithNoOptionsAtAll) {
+TEST_F(WholeRun, MeasuredDataWithoutAnyOptions) {
     const std::filesystem::path data = MEASURED_DATA_FOLDER;
     if (!std::filesystem::exists(data)) GTEST_SKIP() << "no measured data in " << data << "; see CONTRIBUTING.md";
     const CommandResult run = znica(
         {"run", (data / "oneback_small_bold.nii.gz").string(), "--seed", "1", "--out", (folder / "out").string()});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_THAT(run.out, HasSubstr("20 of 20 components found\n"));
-    // The mask that belongs to the data was made in another way: a quarter of the 98th percentile, holes filled.
+    // The mask that comes with the data was made differently: a quarter of the 98th percentile, holes filled.
     const auto theirs = ReadNifti(data / "oneback_small_mask.nii.gz").values<unsigned char>();
     const auto ours = ReadNifti(folder / "out/oneback_small_desc-brain_mask.nii.gz").values<unsigned char>();
     ASSERT_EQ(ours.size(), theirs.size());

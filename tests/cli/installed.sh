@@ -1,5 +1,5 @@
 #!/bin/sh
-# installed.sh CMAKE BUILD: installs into a folder of its own, and runs the command from there.
+# installed.sh CMAKE BUILD: installs into a temporary folder and runs the command from there.
 set -eu
 cmake=$1
 build=$2

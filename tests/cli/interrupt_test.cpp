@@ -1,4 +1,4 @@
-// A run that the user stops in the middle of the search for a component.
+// A run that the user interrupts during the extraction of a component.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "files.h"
@@ -23,7 +23,7 @@ class Interrupt : public testing::Test {
 protected:
     Interrupt() { writeFile(folder / "bold.nii", plainSeries(24).bytes()); }
 
-    // The real plug-in, with a criterion that no component ever meets.
+    // The real plug-in, with a convergence threshold that no component ever reaches.
     std::vector<std::string> endlessRun() {
         return {"run",
                 (folder / "bold.nii").string(),
@@ -48,9 +48,9 @@ protected:
     }
     void waitForTheSearch() {
         for (int i = 0; i < 1000 && !searching(); ++i) std::this_thread::sleep_for(10ms);
-        EXPECT_TRUE(searching()) << "the search never started";
+        EXPECT_TRUE(searching()) << "the extraction never started";
     }
-    // Interrupts a run that is under way, which then has a second to end.
+    // Interrupts a running command, which then has one second to end.
     CommandResult interrupted(const std::vector<std::string>& arguments, int signal) {
         RunningCommand running(arguments, {});
         waitForTheSearch();
@@ -72,19 +72,19 @@ TEST_F(Interrupt, EndsTheRunWithinASecondAndLeavesNothing) {
     }
 }
 
-// What nohup does. The run then ends by the other signal, so the first one had no effect.
-TEST_F(Interrupt, ThatTheCallerIgnoresStaysIgnored) {
+// As under nohup. The run is then ended by the other signal, so the first one had no effect.
+TEST_F(Interrupt, IgnoredByTheCallerStaysIgnored) {
     for (const auto& [signal, name] : {std::pair(SIGHUP, "HUP"), std::pair(SIGINT, "INT")}) {
         RunningCommand running(endlessRun(), {{}, {}, std::string("trap '' ") + name + ";"});
         waitForTheSearch();
         running.signal(signal);
-        std::this_thread::sleep_for(50ms); // a run that heeds it is gone by then
+        std::this_thread::sleep_for(50ms); // a run that reacts to it has ended by then
         EXPECT_EQ(running.end(SIGTERM).status, 128 + SIGTERM) << name;
         EXPECT_THAT(namesIn(folder.path()), ElementsAre("bold.nii"));
     }
 }
 
-TEST_F(Interrupt, LeavesTheResultThatWasToBeReplaced) {
+TEST_F(Interrupt, KeepsTheResultThatWasToBeReplaced) {
     std::filesystem::create_directory(folder / "out");
     writeFile(folder / "out/log.txt", "earlier");
     writeFile(folder / "out/dataset_description.json", R"({"GeneratedBy": [{"Name": "znica"}]})");
@@ -95,7 +95,7 @@ TEST_F(Interrupt, LeavesTheResultThatWasToBeReplaced) {
     EXPECT_EQ(textOf(folder / "out/log.txt"), "earlier");
 }
 
-TEST_F(Interrupt, KeepsThePartialFilesOnDemandAndSaysWhere) {
+TEST_F(Interrupt, KeepsThePartialFilesOnRequestAndSaysWhere) {
     auto arguments = endlessRun();
     arguments.emplace_back("--keep-partial");
     const CommandResult result = interrupted(arguments, SIGINT);

@@ -10,7 +10,7 @@
 
 namespace zn::test {
 
-/// A NIfTI-1 file (.nii) put together byte by byte from the format's own table of offsets, without any library.
+/// A NIfTI-1 file (.nii) assembled byte by byte from the offsets in the format definition, without any library.
 struct NiftiBytes {
     std::array<std::int16_t, 8> dim = {4, 6, 5, 4, 12, 1, 1, 1};
     std::int16_t dataType = 4; ///< 2 uint8, 4 int16, 8 int32, 16 float32, 64 float64, 256 int8, 512 uint16, 768 uint32
@@ -64,7 +64,7 @@ private:
     }
 };
 
-/// int16 data that no analysis minds: every voxel has its own wave, deterministic.
+/// Unproblematic int16 data: deterministic noise in every voxel.
 inline NiftiBytes plainSeries(int volumes = 12) {
     NiftiBytes image;
     image.dim[4] = static_cast<std::int16_t>(volumes);

@@ -12,7 +12,7 @@
 
 namespace zn::test {
 
-/// A .nii.gz of this machine's byte order, read by the format's table of offsets, without a NIfTI library.
+/// A .nii.gz in this machine's byte order, read using the offsets in the format definition, without a NIfTI library.
 struct ReadNifti {
     std::array<std::int16_t, 8> dim;
     std::int16_t dataType;
@@ -26,7 +26,7 @@ struct ReadNifti {
 
     explicit ReadNifti(const std::filesystem::path& file) {
         const std::string bytes = inflated(file);
-        if (bytes.size() < 352 || bytes.compare(344, 3, "n+1") != 0) throw std::runtime_error("no NIfTI-1 file");
+        if (bytes.size() < 352 || bytes.compare(344, 3, "n+1") != 0) throw std::runtime_error("not a NIfTI-1 file");
         get(bytes, 40, dim);
         get(bytes, 70, dataType);
         get(bytes, 76, pixdim);

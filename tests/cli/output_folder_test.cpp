@@ -1,4 +1,4 @@
-// The result's folder: whole or not at all, and never in the place of something else.
+// The result folder: complete or not at all, and never in place of something else.
 #include "cli/command.h"
 #include "files.h"
 
@@ -29,17 +29,17 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(OutputFolder, IsMadeWithTheFoldersAboveIt) {
+TEST_F(OutputFolder, IsCreatedWithItsParents) {
     EXPECT_EQ(simulate((folder / "a/b/c").string()).status, 0);
     EXPECT_THAT(namesIn(folder / "a/b"), ElementsAre("c"));
 }
 
-TEST_F(OutputFolder, MayBeRelativeAndEndInASlash) {
+TEST_F(OutputFolder, MayBeRelativeWithATrailingSlash) {
     EXPECT_EQ(simulate("here/", {}, {folder.path(), {}, {}}).status, 0);
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("here"));
 }
 
-TEST_F(OutputFolder, MayBeTheCurrentOneHoweverItIsWritten) {
+TEST_F(OutputFolder, MayBeTheCurrentOneInAnyNotation) {
     for (const std::string out : {".", "./", "x/..", "../here/."}) {
         std::filesystem::create_directories(folder / "here");
         const CommandResult result = simulate(out, {}, {folder / "here", {}, {}});
@@ -50,8 +50,8 @@ TEST_F(OutputFolder, MayBeTheCurrentOneHoweverItIsWritten) {
     }
 }
 
-// A shell stays in the folder that it is in: it must not be one that is gone.
-TEST_F(OutputFolder, ThatIsTheCurrentOneKeepsItsPlaceOnTheDisk) {
+// A shell stays in its current folder, so that folder must not be replaced.
+TEST_F(OutputFolder, ThatIsTheCurrentOneKeepsItsInode) {
     std::filesystem::create_directory(folder / "here");
     struct stat before {};
     struct stat after {};
@@ -66,7 +66,7 @@ TEST_F(OutputFolder, ThatIsTheCurrentOneKeepsItsPlaceOnTheDisk) {
     EXPECT_THAT(textOf(folder / "here/truth.json"), HasSubstr("\"seed\": 2"));
 }
 
-TEST_F(OutputFolder, ThatALinkLeadsToIsFilled) {
+TEST_F(OutputFolder, MayBeTheTargetOfALink) {
     std::filesystem::create_directory(folder / "target");
     std::filesystem::create_directory_symlink("target", folder / "link");
     EXPECT_EQ(simulate((folder / "link").string()).status, 0);
@@ -74,7 +74,7 @@ TEST_F(OutputFolder, ThatALinkLeadsToIsFilled) {
     EXPECT_TRUE(std::filesystem::exists(folder / "target/truth.json"));
 }
 
-// As a container sees a folder of its host.
+// As when a folder of the host is mounted into a container.
 TEST_F(OutputFolder, MayBeAMountPoint) {
     std::filesystem::create_directory(folder / "disk");
     std::filesystem::create_directory(folder / "out");
@@ -95,19 +95,19 @@ TEST_F(OutputFolder, MayBeAMountPoint) {
     EXPECT_THAT(namesIn(folder / "out"), IsEmpty());
 }
 
-TEST_F(OutputFolder, WithoutANameIsWrongUsage) {
+TEST_F(OutputFolder, WithAnEmptyNameIsWrongUsage) {
     const CommandResult result = simulate("");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.err, "znica: --out is empty; name a folder.\n");
 }
 
-TEST_F(OutputFolder, MayExistWhenItIsEmpty) {
+TEST_F(OutputFolder, MayExistIfEmpty) {
     std::filesystem::create_directory(folder / "out");
     EXPECT_EQ(simulate((folder / "out").string()).status, 0);
     EXPECT_TRUE(std::filesystem::exists(folder / "out/truth.json"));
 }
 
-TEST_F(OutputFolder, WithAResultInItIsNotOverwrittenUnasked) {
+TEST_F(OutputFolder, WithAResultIsNotOverwrittenWithoutForce) {
     ASSERT_EQ(simulate((folder / "out").string()).status, 0);
     const std::string before = textOf(folder / "out/truth.json");
     const CommandResult again = simulate((folder / "out").string(), {"--seed", "2"});
@@ -117,14 +117,14 @@ TEST_F(OutputFolder, WithAResultInItIsNotOverwrittenUnasked) {
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("out"));
 }
 
-TEST_F(OutputFolder, IsReplacedWholeByForce) {
+TEST_F(OutputFolder, IsReplacedCompletelyByForce) {
     ASSERT_EQ(simulate((folder / "out").string()).status, 0);
     EXPECT_EQ(simulate((folder / "out").string(), {"--seed", "2", "--force"}).status, 0);
     EXPECT_THAT(textOf(folder / "out/truth.json"), HasSubstr("\"seed\": 2"));
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("out"));
 }
 
-TEST_F(OutputFolder, WithSomethingElseInItIsRefusedEvenByForce) {
+TEST_F(OutputFolder, WithOtherContentIsRefusedDespiteForce) {
     std::filesystem::create_directory(folder / "out");
     writeFile(folder / "out/thesis.tex", "ten years of work");
     const CommandResult result = simulate((folder / "out").string(), {"--force"});
@@ -133,7 +133,7 @@ TEST_F(OutputFolder, WithSomethingElseInItIsRefusedEvenByForce) {
     EXPECT_THAT(namesIn(folder / "out"), ElementsAre("thesis.tex"));
 }
 
-TEST_F(OutputFolder, WithAFileOfTheUsersNamedLikeTheSampleIsRefusedEvenByForce) {
+TEST_F(OutputFolder, WithAUserFileNamedLikeTheSampleIsRefusedDespiteForce) {
     ASSERT_EQ(simulate((folder / "out").string()).status, 0);
     writeFile(folder / "out/sub-sim_notes.txt", "precious");
     const CommandResult result = simulate((folder / "out").string(), {"--force"});
@@ -142,7 +142,7 @@ TEST_F(OutputFolder, WithAFileOfTheUsersNamedLikeTheSampleIsRefusedEvenByForce) 
     EXPECT_EQ(textOf(folder / "out/sub-sim_notes.txt"), "precious");
 }
 
-TEST_F(OutputFolder, WithNamesOfAResultButNoRecordOfOneIsRefusedEvenByForce) {
+TEST_F(OutputFolder, WithNamesOfAResultButNoRecordIsRefusedDespiteForce) {
     std::filesystem::create_directories(folder / "out/plugin");
     writeFile(folder / "out/log.txt", "a log of something else");
     const CommandResult result = simulate((folder / "out").string(), {"--force"});
@@ -158,14 +158,14 @@ TEST_F(OutputFolder, ThatIsAFileIsRefused) {
     EXPECT_THAT(result.err, HasSubstr("is not a folder"));
 }
 
-TEST_F(OutputFolder, ThatCannotBeMadeIsRefused) {
+TEST_F(OutputFolder, ThatCannotBeCreatedIsRefused) {
     const CommandResult result = simulate("/proc/nowhere/out");
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, testing::StartsWith("znica: /proc/nowhere cannot be created: "));
 }
 
-// A limit on the size of files fails a write in the middle, as a full disk does.
-TEST_F(OutputFolder, ThatRunsFullLeavesNothing) {
+// A file size limit makes a write fail half-way, as a full disk does.
+TEST_F(OutputFolder, OnAFullDiskLeavesNothing) {
     const CommandResult result = simulate((folder / "x/out").string(), {}, {{}, {}, "ulimit -f 100;"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "znica: " + (folder / "x/out/sub-sim_task-blocks_bold.nii.gz").string() +
@@ -192,7 +192,7 @@ protected:
     }
 };
 
-TEST_F(OutputFolderOfARun, IsNotOverwrittenUnaskedAndIsByForce) {
+TEST_F(OutputFolderOfARun, IsOverwrittenOnlyWithForce) {
     const std::string before = textOf(folder / "out/log.txt");
     const CommandResult again = run("out", {});
     EXPECT_EQ(again.status, 1);
@@ -214,7 +214,7 @@ TEST_F(OutputFolderOfARun, WithEveryFileThatARunMayWriteIsReplacedByForce) {
     EXPECT_FALSE(std::filesystem::exists(folder / "whole/sub-sim_task-blocks_desc-ICA_dimension.tsv"));
 }
 
-TEST_F(OutputFolderOfARun, WithSomethingThatIsNotOfTheRunIsRefusedEvenByForce) {
+TEST_F(OutputFolderOfARun, WithForeignFilesIsRefusedDespiteForce) {
     for (const std::string name : {"plugin/mycode.c", "sub-other_desc-brain_mask.nii.gz",
                                    "sub-sim_task-blocks_desc-ICA_labels.tsv", "truth.json"}) {
         writeFile(folder / ("out/" + name), "work");
@@ -226,14 +226,14 @@ TEST_F(OutputFolderOfARun, WithSomethingThatIsNotOfTheRunIsRefusedEvenByForce) {
     }
 }
 
-TEST_F(OutputFolderOfARun, OfAnotherProgramIsRefusedEvenByForce) {
+TEST_F(OutputFolderOfARun, OfAnotherProgramIsRefusedDespiteForce) {
     writeFile(folder / "out/dataset_description.json", R"({"GeneratedBy": [{"Name": "another"}]})");
     const CommandResult result = run("out", {"--force"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, HasSubstr("has no dataset_description.json that names znica"));
 }
 
-TEST_F(OutputFolderOfARun, ThatHoldsAnInputIsNotReplaced) {
+TEST_F(OutputFolderOfARun, ThatContainsAnInputIsNotReplaced) {
     const std::string mask = (folder / "out/sub-sim_task-blocks_desc-brain_mask.nii.gz").string();
     const std::string before = textOf(mask);
     std::filesystem::create_symlink(mask, folder / "link.nii.gz");
@@ -248,7 +248,7 @@ TEST_F(OutputFolderOfARun, ThatHoldsAnInputIsNotReplaced) {
     EXPECT_EQ(textOf(mask), before);
 }
 
-TEST_F(OutputFolderOfARun, ThatRunsFullLeavesNothing) {
+TEST_F(OutputFolderOfARun, OnAFullDiskLeavesNothing) {
     const CommandResult result = run("full", {}, {{}, {}, "ulimit -f 20;"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, testing::StartsWith("znica: " + (folder / "full").string() + "/sub-sim"));

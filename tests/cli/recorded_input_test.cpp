@@ -1,4 +1,4 @@
-// What a result says about its input: the repetition time and its frequency bands, the components asked for.
+// What a result says about its input: the repetition time with its frequency bands, and the components requested.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "files.h"
@@ -35,7 +35,7 @@ protected:
     CommandResult result;
 };
 
-TEST_F(RecordedInput, TheComponentsAskedForStandBesideTheNumberTaken) {
+TEST_F(RecordedInput, TheRequestAndTheResultingNumberOfComponentsAreRecorded) {
     const json count = factsOf({"--components", "2"})["Settings"];
     EXPECT_EQ(count["ComponentsAsked"], 2);
     const json range = factsOf({"--eigenvalues", "2:4", "--force"})["Settings"];
@@ -45,13 +45,13 @@ TEST_F(RecordedInput, TheComponentsAskedForStandBesideTheNumberTaken) {
     EXPECT_GE(estimated["Components"], 1);
 }
 
-TEST_F(RecordedInput, AllVolumesAreRecordedAsAskedFor) {
+TEST_F(RecordedInput, TheMaximumIsRecordedAsRequested) {
     const json most = factsOf({"--components", "max", "--epsilon", "0.9"})["Settings"]; // converges at once
     EXPECT_EQ(most["ComponentsAsked"], "max");
     EXPECT_EQ(most["Components"], 24);
 }
 
-TEST_F(RecordedInput, ATimeThatThePluginsBandsFitIsWorthNoNote) {
+TEST_F(RecordedInput, ATimeThatSuitsThePluginsBandsNeedsNoNote) {
     const json notes = factsOf({"--components", "1"})["Input"]["Notes"];
     EXPECT_TRUE(notes.is_array());
     EXPECT_THAT(notes, IsEmpty());
@@ -64,7 +64,7 @@ TEST_F(RecordedInput, DisagreeingTimesAreNoted) {
                                  {"Text", "TR: a_bold.json says 3 s and is used; the header says 2 s."}}));
 }
 
-TEST_F(RecordedInput, ATimeThatThePluginsBandsDoNotFitIsSaidAndRecorded) {
+TEST_F(RecordedInput, ATimeThatDoesNotSuitThePluginsBandsIsPrintedAndRecorded) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"0.8", "TR: 0.8 s is below 1 s, which the plug-in truncates to 0: its frequency bands are meaningless here; "
                 "band 1 is 1 and the others are n/a."},
@@ -79,8 +79,8 @@ TEST_F(RecordedInput, ATimeThatThePluginsBandsDoNotFitIsSaidAndRecorded) {
     }
 }
 
-// The limits of bands and their number: as the plug-in lays them for a flat spectrum, in the tests of its bands.
-TEST_F(RecordedInput, TheDescriptionOfABandHasTheLimitsOfThisRun) {
+// The number of bands and their limits are checked against the plug-in in the unit tests of the bands.
+TEST_F(RecordedInput, TheDescriptionOfABandGivesTheLimitsOfThisRun) {
     const auto band = [this](int number) {
         return columns()["power_band_" + std::to_string(number)]["Description"].get<std::string>();
     };

@@ -1,4 +1,4 @@
-// Several runs with different seeds: how stable the components of the first one are.
+// Several runs with different seeds: the stability of the components of the first run.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "files.h"
@@ -71,7 +71,7 @@ TEST_F(Repeats, AreRecordedWithTheirSeedsAndDescribed) {
     EXPECT_FALSE(std::filesystem::exists(folder / "r/plugin/again"));
 }
 
-TEST_F(Repeats, LeaveTheFirstRunAsItIsAlone) {
+TEST_F(Repeats, DoNotChangeTheFirstRun) {
     makeSample();
     ASSERT_EQ(run("alone", {}).status, 0);
     ASSERT_EQ(run("first", {"--repeats", "2"}).status, 0);

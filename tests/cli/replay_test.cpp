@@ -1,4 +1,4 @@
-// The same seed gives the same result, byte for byte, whatever the number of threads.
+// The same seed gives the same result, byte for byte, for any number of threads.
 #include "cli/command.h"
 #include "files.h"
 
@@ -11,7 +11,7 @@ namespace {
 
 using nlohmann::json;
 
-// 22,000 voxels, so that every large product is cut into several blocks.
+// 22,000 voxels, so that every large product is split into several blocks.
 class Replay : public testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -21,7 +21,7 @@ protected:
     }
     static void TearDownTestSuite() { delete folder; }
 
-    // Three components of this sample are found from any start: a run without a seed never gives up.
+    // Three components of this sample are found from any start, so a run without a seed never gives up.
     static void run(const std::string& name, std::vector<std::string> options) {
         const std::string stem = (*folder / "s/sub-sim_task-blocks_").string();
         options.insert(options.begin(), {"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz",
@@ -63,7 +63,7 @@ TEST_F(Replay, OneThreadAndTwoGiveTheSameBytes) {
     }
 }
 
-TEST_F(Replay, TheRecordedSeedReplaysARunThatWasGivenNone) {
+TEST_F(Replay, TheRecordedSeedReproducesARunWithoutASeed) {
     run("first", {});
     run("again", {"--seed", std::to_string(facts("first")["Seed"].get<std::uint32_t>())});
     expectSameResult("first", "again");
@@ -72,11 +72,11 @@ TEST_F(Replay, TheRecordedSeedReplaysARunThatWasGivenNone) {
 TEST_F(Replay, RunsWithoutASeedDiffer) {
     run("one", {});
     run("two", {});
-    EXPECT_NE(facts("one")["Seed"], facts("two")["Seed"]); // alike once in four thousand million times
+    EXPECT_NE(facts("one")["Seed"], facts("two")["Seed"]); // equal once in four billion times
     EXPECT_NE(bytes("one", "components.nii.gz"), bytes("two", "components.nii.gz"));
 }
 
-// The BLAS is told by its own environment variable which kernels to take.
+// The environment variable of the BLAS selects the kernels.
 TEST_F(Replay, TheBlasAndItsKernelsAreRecorded) {
 #if !defined(__x86_64__)
     GTEST_SKIP() << "the kernels named here are those of one processor family";
@@ -86,7 +86,7 @@ TEST_F(Replay, TheBlasAndItsKernelsAreRecorded) {
         const json blas = facts(kernels)["BLAS"];
         const std::string library = blas["Library"];
         if (library.find("DYNAMIC_ARCH") == library.npos)
-            GTEST_SKIP() << "this BLAS has kernels of one kind: " << library;
+            GTEST_SKIP() << "this BLAS has only one set of kernels: " << library;
         EXPECT_THAT(library, testing::ContainsRegex("[0-9]+\\.[0-9]+"));
         EXPECT_EQ(blas["Kernels"], kernels);
     }

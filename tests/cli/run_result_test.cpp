@@ -1,4 +1,4 @@
-// A whole run of the real plug-in on a small simulated sample, and what it leaves.
+// A complete run of the real plug-in on a small simulated sample, and its result.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
 #include "cli/nifti_reading.h"
@@ -21,7 +21,7 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
 
-// Four sources, the anatomy and a component more, with everything to compare them with. Made once for all tests.
+// Four sources, the anatomy and one more component, with a design matrix and regions. Run once for all tests.
 class RunResult : public testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -79,7 +79,7 @@ TEST_F(RunResult, SucceedsAndLeavesExactlyTheseFiles) {
                             "sub-sim_task-blocks_bold_ICA.rtc"));
 }
 
-TEST_F(RunResult, MapsLieOnTheGridOfTheInputAndAreZeroOutsideTheMask) {
+TEST_F(RunResult, MapsAreOnTheGridOfTheInputAndZeroOutsideTheMask) {
     const ReadNifti input(sample("bold.nii.gz"));
     const ReadNifti maps(result("components.nii.gz"));
     EXPECT_THAT(maps.dim, ElementsAre(4, input.dim[1], input.dim[2], input.dim[3], 6, 1, 1, 1));
@@ -99,10 +99,10 @@ TEST_F(RunResult, MapsLieOnTheGridOfTheInputAndAreZeroOutsideTheMask) {
     }
 }
 
-TEST_F(RunResult, EveryMapIsTheProjectionOfTheDataOnItsRowOfTheUnmixing) {
+TEST_F(RunResult, EveryMapIsALinearCombinationOfTheVolumes) {
     // Independent of the plug-in's arithmetic: a map is a linear combination of the volumes (spatial means removed), so
-    // regressing it on them must leave nothing. Six maps in the space of six principal directions: the residual of the
-    // regression on the data's own 80 volumes, by Gram-Schmidt, is rounding.
+    // regressing it on them must leave nothing. The six maps lie in the space of six principal directions, and the
+    // residual of the regression on all 80 volumes, by Gram-Schmidt, is at rounding level.
     const auto mask = ReadNifti(sample("desc-brain_mask.nii.gz")).values<unsigned char>();
     const auto data = ReadNifti(sample("bold.nii.gz")).values<std::int16_t>();
     const auto maps = ReadNifti(result("components.nii.gz")).values<float>();
@@ -158,7 +158,7 @@ TEST_F(RunResult, TheKnownSourcesAreFound) {
     }
 }
 
-TEST_F(RunResult, TimeCoursesAreThoseOfTheRtcFile) {
+TEST_F(RunResult, TimeCoursesAgreeWithTheRtcFile) {
     const auto table = tableIn(result("mixing.tsv"));
     ASSERT_EQ(table.size(), 81U);
     EXPECT_THAT(table[0], ElementsAre("ICA_00", "ICA_01", "ICA_02", "ICA_03", "ICA_04", "ICA_05"));
@@ -174,7 +174,7 @@ TEST_F(RunResult, TimeCoursesAreThoseOfTheRtcFile) {
     }
 }
 
-TEST_F(RunResult, TheMetricsTableHasARowAComponentAndADescriptionAColumn) {
+TEST_F(RunResult, TheMetricsTableHasOneRowPerComponentAndOneDescriptionPerColumn) {
     const auto table = tableIn(result("metrics.tsv"));
     ASSERT_EQ(table.size(), 7U);
     const json description = json::parse(textOf(result("metrics.json")));
@@ -194,7 +194,7 @@ TEST_F(RunResult, TheMetricsTableHasARowAComponentAndADescriptionAColumn) {
     }
 }
 
-TEST_F(RunResult, TheDecompositionTellsSettingsEigenvaluesAndComponents) {
+TEST_F(RunResult, TheDecompositionRecordsSettingsEigenvaluesAndComponents) {
     const json facts = json::parse(textOf(result("decomposition.json")));
     EXPECT_EQ(facts["Settings"]["Components"], 6);
     EXPECT_EQ(facts["Settings"]["Nonlinearity"], "tanh");
@@ -220,7 +220,7 @@ TEST_F(RunResult, TheDecompositionTellsSettingsEigenvaluesAndComponents) {
     EXPECT_NEAR(facts["RetainedVariancePercent"].get<double>(), 100.0 * kept / all, 1e-4);
 }
 
-TEST_F(RunResult, NoTimeOfThePartsIsCountedTwice) {
+TEST_F(RunResult, NoElapsedTimeIsCountedTwice) {
     const json seconds = json::parse(textOf(result("decomposition.json")))["ElapsedSeconds"];
     double parts = 0.0;
     for (const char* part : {"Reading", "Plugin", "Writing"}) {
@@ -250,7 +250,7 @@ TEST_F(RunResult, EveryNonlinearityRunsToTheEnd) {
     }
 }
 
-TEST_F(RunResult, EveryNonlinearityFindsTheSourcesOfTheSampleThatIsAnalysedByDefault) {
+TEST_F(RunResult, EveryNonlinearityFindsTheSourcesOfTheDefaultSample) {
     const TemporaryFolder place;
     const std::string stem = (place / "sample/sub-sim_task-blocks_").string();
     ASSERT_EQ(znica({"simulate", "--out", (place / "sample").string()}).status, 0);
@@ -273,7 +273,7 @@ TEST_F(RunResult, EveryNonlinearityFindsTheSourcesOfTheSampleThatIsAnalysedByDef
 }
 
 TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
-    // The 20 largest directions of white noise are alike in all but chance: thirty iterations do not suffice for all.
+    // The 20 largest directions of white noise differ only by chance: thirty iterations do not suffice for all.
     NiftiBytes noise;
     noise.dim[4] = 24;
     std::uint32_t state = 7;
@@ -318,7 +318,7 @@ TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
     EXPECT_EQ(quiet.err, gaveUp.err);
 }
 
-TEST_F(RunResult, NamesMayHoldBlanksAndForeignLetters) {
+TEST_F(RunResult, NamesMayContainBlanksAndNonAsciiLetters) {
     const auto odd = *folder / "m\xC3\xA4nner und frauen";
     std::filesystem::create_directory(odd);
     writeFile(odd / "Scan \xE8\x84\xB3.nii", plainSeries(24).bytes());

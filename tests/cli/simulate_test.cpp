@@ -28,7 +28,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(Simulate, WritesTheMeasurementAndItsTruth) {
+TEST_F(Simulate, WritesTheMeasurementAndItsGroundTruth) {
     make("s", {"--size", "tiny", "--sources", "4"});
     EXPECT_THAT(namesIn(folder / "s"),
                 ElementsAre("sub-sim_task-blocks_bold.json", "sub-sim_task-blocks_bold.nii.gz",
@@ -39,7 +39,7 @@ TEST_F(Simulate, WritesTheMeasurementAndItsTruth) {
                             "sub-sim_task-blocks_desc-truth_mixing.tsv", "truth.json"));
 }
 
-TEST_F(Simulate, TheDefaultIsABrainOfTwentyThousandVoxelsAndMore) {
+TEST_F(Simulate, TheDefaultBrainHasMoreThanTwentyThousandVoxels) {
     const std::string stem = make("s", {});
     const ReadNifti bold(stem + "bold.nii.gz");
     EXPECT_GE(bold.dim[4], 150);
@@ -53,7 +53,7 @@ TEST_F(Simulate, TheDefaultIsABrainOfTwentyThousandVoxelsAndMore) {
     EXPECT_EQ(truth["voxels_inside"].get<std::int64_t>(), std::count(mask.begin(), mask.end(), 1));
 }
 
-TEST_F(Simulate, TheSameSeedGivesTheSameBytesAndAnotherSeedOthers) {
+TEST_F(Simulate, TheSameSeedGivesTheSameBytesAndAnotherSeedDoesNot) {
     const std::string a = make("a", {"--size", "tiny", "--seed", "5"});
     const std::string b = make("b", {"--size", "tiny", "--seed", "5"});
     const std::string c = make("c", {"--size", "tiny", "--seed", "6"});
@@ -72,18 +72,18 @@ TEST_F(Simulate, WithoutNoiseTheMeasurementIsTheSumOfItsTruth) {
     const std::size_t voxels = mask.size();
     for (std::size_t v = 0; v < voxels; ++v) {
         if (mask[v] == 0) continue;
-        for (const std::size_t t : {7U, 40U, 79U}) { // differences from volume 0 are free of the baseline
+        for (const std::size_t t : {7U, 40U, 79U}) { // differences from volume 0 do not contain the baseline
             double expected = 0.0;
             for (std::size_t s = 0; s < 3; ++s) {
                 expected += static_cast<double>(maps[s * voxels + v]) *
                             (std::stod(courses[t + 1][s]) - std::stod(courses[1][s]));
             }
-            ASSERT_NEAR(bold[t * voxels + v] - bold[v], expected, 1.01); // both rounded to whole numbers
+            ASSERT_NEAR(bold[t * voxels + v] - bold[v], expected, 1.01); // both rounded to integers
         }
     }
 }
 
-TEST_F(Simulate, TimeCoursesHaveMeanZeroAndUnitSpread) {
+TEST_F(Simulate, TimeCoursesHaveZeroMeanAndUnitDeviation) {
     const auto table = tableIn(make("s", {"--size", "tiny", "--sources", "9"}) + "desc-truth_mixing.tsv");
     EXPECT_THAT(table[0], ElementsAre("blocks", "drift", "pulse", "blocks-b", "breathing", "events", "movement",
                                       "fluctuation-1", "fluctuation-2"));
@@ -111,7 +111,7 @@ TEST_F(Simulate, LabelsAreWhereTheSourcesAreStrong) {
                             ElementsAre("3", "pulse"), ElementsAre("4", "blocks-b")));
     for (std::size_t v = 0; v < labels.size(); ++v) {
         int strongest = 0;
-        double most = 0.25; // the least weight of a region
+        double most = 0.25; // the smallest weight in a region
         for (std::size_t s = 0; s < 4; ++s) {
             const double weight =
                 static_cast<double>(maps[s * labels.size() + v]) / truth["sources"][s]["amplitude"].get<double>();
@@ -123,7 +123,7 @@ TEST_F(Simulate, LabelsAreWhereTheSourcesAreStrong) {
     }
 }
 
-TEST_F(Simulate, TheDesignHasTheStimulusDrivenCoursesOnly) {
+TEST_F(Simulate, TheDesignHasOnlyTheStimulusDrivenCourses) {
     const std::string stem = make("s", {"--size", "tiny", "--sources", "8"});
     const auto design = tableIn(stem + "desc-task_design.tsv");
     const auto courses = tableIn(stem + "desc-truth_mixing.tsv");

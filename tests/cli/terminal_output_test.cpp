@@ -1,4 +1,4 @@
-// What a run says on its way and at its end, and how little of it when asked to be quiet.
+// What a run prints during the analysis and at the end, and what --quiet suppresses.
 #include "cli/command.h"
 #include "files.h"
 
@@ -35,7 +35,7 @@ protected:
         return result;
     }
 
-    // `script` gives the command a terminal. Everything that it writes there.
+    // Everything that the command writes to a terminal, which `script` provides.
     std::string onATerminal(int columns) {
         std::string command = "stty cols " + std::to_string(columns) + "; " + ZNICA_FILE;
         for (const std::string& argument : arguments()) command += " '" + argument + "'";
@@ -47,7 +47,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(TerminalOutput, PipedIsALineAStageAndFiveLinesAtTheEnd) {
+TEST_F(TerminalOutput, PipedHasOneLinePerStageAndFiveLinesAtTheEnd) {
     const CommandResult result = znica(arguments());
     EXPECT_EQ(result.err, "");
     std::istringstream stream(result.out);
@@ -67,13 +67,13 @@ TEST_F(TerminalOutput, PipedIsALineAStageAndFiveLinesAtTheEnd) {
                             "result: " + (folder / "out").string()));
 }
 
-TEST_F(TerminalOutput, QuietSaysNothing) {
+TEST_F(TerminalOutput, QuietPrintsNothing) {
     const CommandResult result = znica(arguments({"--quiet"}));
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out + result.err, "");
 }
 
-TEST_F(TerminalOutput, ThatNobodyReadsAnyMoreLeavesTheResult) {
+TEST_F(TerminalOutput, ThatIsNoLongerReadDoesNotAffectTheResult) {
     const CommandResult result = znica(arguments(), {{}, {}, kToNobody});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
@@ -85,7 +85,7 @@ TEST_F(TerminalOutput, VerboseRepeatsTheLog) {
     EXPECT_THAT(result.out, testing::StartsWith(textOf(folder / "out/log.txt")));
 }
 
-TEST_F(TerminalOutput, TheIterationsAreThoseOfThePluginsLog) {
+TEST_F(TerminalOutput, TheIterationsAgreeWithThePluginsLog) {
     const CommandResult result = znica(arguments());
     const auto facts = nlohmann::json::parse(textOf(folder / "out/sub-sim_task-blocks_desc-ICA_decomposition.json"));
     for (std::size_t i = 0; i < 2; ++i) {
@@ -95,11 +95,11 @@ TEST_F(TerminalOutput, TheIterationsAreThoseOfThePluginsLog) {
     }
 }
 
-TEST_F(TerminalOutput, ATerminalGetsABarThatIsTakenAway) {
+TEST_F(TerminalOutput, ATerminalGetsABarThatIsRemovedAtTheEnd) {
     const std::string text = onATerminal(100);
     EXPECT_THAT(text, HasSubstr("\r\033[Kcomponent 1 of 2 [........................], 0 iterations"));
     EXPECT_THAT(text, HasSubstr("\r\033[Kcomponent 2 of 2 [############............], 0 iterations"));
-    EXPECT_THAT(text, HasSubstr("\r\033[K")); // the last drawing is wiped before the summary
+    EXPECT_THAT(text, HasSubstr("\r\033[K")); // the bar is cleared before the summary
     EXPECT_LT(text.rfind("\033[K"), text.find(" voxels x 80 volumes"));
     EXPECT_THAT(text.substr(text.rfind("\033[K") + 3), MatchesRegex("[0-9]+ voxels x (.|\r|\n)*"));
 }

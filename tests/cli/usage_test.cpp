@@ -38,7 +38,7 @@ TEST(Usage, TheFirstHelpFitsOnAScreenAndListsEveryExitStatus) {
     }
 }
 
-TEST(Usage, TheManualPageHasEveryOptionOfEveryHelp) {
+TEST(Usage, TheManualPageListsEveryOptionOfEveryCommand) {
     const std::string page = znica({"--manual-page"}).out;
     EXPECT_THAT(page, StartsWith(".TH ZNICA 1 "));
     EXPECT_THAT(page, HasSubstr("\n.SH EXIT STATUS\n"));
@@ -62,7 +62,7 @@ TEST(Usage, TheBashCompletionCompletesCommandsAndOptions) {
     const auto completed = [&](const std::string& words, int position) {
         const std::string ask = script + "\nCOMP_WORDS=(" + words + ") COMP_CWORD=" + std::to_string(position) +
                                 "; _znica; echo \"${COMPREPLY[*]}\"";
-        std::string quoted; // for the shell: a quote ends the text, stands escaped, and begins it again
+        std::string quoted; // for the shell: a quote ends the text, is escaped, and begins it again
         for (const char c : ask) quoted += c == '\'' ? "'\\''" : std::string(1, c);
         FILE* bash = popen(("bash -c '" + quoted + "'").c_str(), "r");
         char line[4096] = "";
@@ -75,20 +75,20 @@ TEST(Usage, TheBashCompletionCompletesCommandsAndOptions) {
     EXPECT_EQ(completed("znica compare --fo", 2), "--force\n");
 }
 
-TEST(Usage, TheVersionIsToldOnDemand) {
+TEST(Usage, TheVersionIsPrintedOnRequest) {
     const CommandResult result = znica({"--version"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "znica " ZNICA_VERSION "\n");
 }
 
-TEST(Usage, AWrongCommandIsNamedBesideTheRightOnes) {
+TEST(Usage, AWrongCommandIsNamedWithTheValidOnes) {
     EXPECT_EQ(znica({"rum", "bold.nii"}).err,
               "znica: rum is not a command; the commands are run, simulate, score, info, "
               "compare, report (see znica --help)\n");
     EXPECT_EQ(znica({}).err, "znica: name a command: run, simulate, score, info, compare, report (see znica --help)\n");
 }
 
-TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithTheWayOut) {
+TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithAHint) {
     for (const std::string time : {"2000", "0", "20.5", "two", "nan"}) {
         const CommandResult result = znica({"run", "bold.nii", "--out", "o", "--tr", time});
         EXPECT_EQ(result.status, 2);
@@ -98,7 +98,7 @@ TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithTheWayOut) {
     }
 }
 
-TEST(Usage, ANumberThatIsNoneOrOutOfRangeIsRefusedWithWhatIsNeeded) {
+TEST(Usage, AnInvalidNumberIsRefusedWithWhatIsNeeded) {
     const std::vector<std::vector<std::string>> cases = {
         {"run", "--epsilon", "a number above 0 and up to 1", "nan", "inf", "0", "2", "1e-60", "0.1x"},
         {"run", "--z-threshold", "a number from 0.1 to 100", "nan", "0.09", "101", "-inf"},
