@@ -51,7 +51,7 @@ std::vector<unsigned char> readMask(const ImageHeader& header) {
                    [](float value) { return static_cast<unsigned char>(value != 0.0f && !std::isnan(value)); });
     if (std::find(mask.begin(), mask.end(), 1) == mask.end()) {
         throw Failure(ExitStatus::kInput,
-                      header.file.string() + " selects no voxel: it is zero everywhere; use another mask.");
+                      header.file.string() + " selects no voxels: it is zero everywhere; use another mask.");
     }
     return mask;
 }
@@ -69,7 +69,7 @@ std::map<std::int32_t, std::vector<std::int64_t>> readLabels(const ImageHeader& 
         labels[static_cast<std::int32_t>(value)].push_back(static_cast<std::int64_t>(voxel));
     }
     if (labels.empty())
-        throw Failure(ExitStatus::kInput, header.file.string() + " holds no label: it is zero everywhere.");
+        throw Failure(ExitStatus::kInput, header.file.string() + " contains no labels: it is zero everywhere.");
     return labels;
 }
 

@@ -51,7 +51,7 @@ public:
 
     std::filesystem::path operator[](ResultFile file) const;
     bool has(ResultFile file) const;
-    /// A whole text file. Throws Failure (kInput) when it cannot be read.
+    /// The text of a file. Throws Failure (kInput) when it cannot be read.
     std::string text(ResultFile file) const;
     /// The same for a file that may be missing, in which case it is empty.
     std::string textIfAny(ResultFile file) const;

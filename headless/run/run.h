@@ -47,7 +47,7 @@ struct RepeatFacts {
 /// The state of one `znica run`: each stage of the driver fills the members listed under its name and reads those
 /// above.
 struct Run {
-    Run(const RunOptions& asked, UnfinishedWork& work);
+    Run(const RunOptions& given, UnfinishedWork& work);
 
     const RunOptions& options; // as given; what is derived from them is below
     UnfinishedWork& unfinished;

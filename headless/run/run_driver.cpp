@@ -31,9 +31,9 @@ void readSeries(Run& run) {
 } // namespace
 
 // A dry run is made for its notes, so they are printed even with --quiet.
-Run::Run(const RunOptions& asked, UnfinishedWork& work)
-    : options(asked), unfinished(work), notes(asked.control.quiet && !asked.dryRun), progress(displayOf(asked.control)),
-      eigenvalues(asked.eigenvalues) {}
+Run::Run(const RunOptions& given, UnfinishedWork& work)
+    : options(given), unfinished(work), notes(given.control.quiet && !given.dryRun), progress(displayOf(given.control)),
+      eigenvalues(given.eigenvalues) {}
 
 ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished) {
     Run run(options, unfinished);

@@ -6,7 +6,7 @@
 
 namespace zn::headless {
 
-/// Writes a whole text file. Throws Failure (kOther) when it cannot be written completely.
+/// Writes a text file. Throws Failure (kOther) when it cannot be written completely.
 void writeTextFile(const std::filesystem::path& file, std::string_view text);
 
 /// The shortest text that reads back as the same number; "n/a" for NaN, as in BIDS tables.

@@ -211,7 +211,7 @@ TEST_F(BadInput, AMaskAtADifferentPosition) {
 TEST_F(BadInput, AnEmptyMask) {
     NiftiBytes mask = plainMask();
     mask.data.assign(mask.data.size(), '\0');
-    expectRefusal(runWithMask(mask), "mask.nii selects no voxel");
+    expectRefusal(runWithMask(mask), "mask.nii selects no voxels");
 }
 
 TEST_F(BadInput, AMaskOfSeveralVolumes) {

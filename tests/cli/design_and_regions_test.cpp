@@ -141,7 +141,7 @@ TEST_F(DesignAndRegions, InvalidLabelImagesAreRefused) {
     NiftiBytes labels = plainMask();
     labels.data.assign(labels.data.size(), '\0');
     writeFile(folder / "zero.nii", labels.bytes());
-    EXPECT_THAT(run({"--rois", (folder / "zero.nii").string()}).err, HasSubstr("zero.nii holds no label"));
+    EXPECT_THAT(run({"--rois", (folder / "zero.nii").string()}).err, HasSubstr("zero.nii contains no labels"));
 
     NiftiBytes fractions;
     fractions.dim = {3, 6, 5, 4, 1, 1, 1, 1};
