@@ -93,15 +93,15 @@ TEST_F(BadInput, ACompressedFileWithFewerVolumesThanItsHeaderSays) {
 }
 
 TEST_F(BadInput, ACompressedFileCutInTheMiddle) {
-    writeCompressed(folder / "whole.nii.gz", plainSeries(24).bytes());
-    const std::string bytes = textOf(folder / "whole.nii.gz");
+    writeCompressed(folder / "complete.nii.gz", plainSeries(24).bytes());
+    const std::string bytes = textOf(folder / "complete.nii.gz");
     writeFile(folder / "bold.nii.gz", bytes.substr(0, bytes.size() / 2));
     expectRefusal(run({(folder / "bold.nii.gz").string()}), "is truncated or damaged: volume ");
 }
 
 TEST_F(BadInput, ACompressedFileWithAWrongChecksum) {
-    writeCompressed(folder / "whole.nii.gz", plainSeries(24).bytes());
-    std::string bytes = textOf(folder / "whole.nii.gz");
+    writeCompressed(folder / "complete.nii.gz", plainSeries(24).bytes());
+    std::string bytes = textOf(folder / "complete.nii.gz");
     bytes[bytes.size() - 7] ^= 1; // the checksum is the first four of the last eight bytes
     writeFile(folder / "bold.nii.gz", bytes);
     const CommandResult result = run({(folder / "bold.nii.gz").string()});
@@ -230,8 +230,8 @@ TEST_F(BadInput, FewerVoxelsThanVolumesAreDetectedBeforeTheDataAreRead) {
     mask.data.assign(mask.data.size(), '\0');
     mask.data[7] = 1;
     writeFile(folder / "mask.nii", mask.bytes());
-    writeCompressed(folder / "whole.nii.gz", plainSeries(24).bytes());
-    const std::string bytes = textOf(folder / "whole.nii.gz");
+    writeCompressed(folder / "complete.nii.gz", plainSeries(24).bytes());
+    const std::string bytes = textOf(folder / "complete.nii.gz");
     writeFile(folder / "bold.nii.gz", bytes.substr(0, bytes.size() / 2)); // reading it would fail
     expectRefusal(run({(folder / "bold.nii.gz").string(), "--mask", (folder / "mask.nii").string()}),
                   "1 voxels are fewer than the 24 volumes");

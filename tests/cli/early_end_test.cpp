@@ -20,54 +20,56 @@ protected:
         return {"run",           (folder / "bold.nii").string(), "--out", (folder / "out").string(), "--plugin",
                 FAKE_PLUGIN_FILE};
     }
-    CommandResult runWish(const std::string& wish) { return znica(arguments(), {{}, {"ZN_FAKE_PLUGIN=" + wish}, {}}); }
+    CommandResult runAs(const std::string& behaviour) {
+        return znica(arguments(), {{}, {"ZN_FAKE_PLUGIN=" + behaviour}, {}});
+    }
     void expectNothingLeft() { EXPECT_THAT(namesIn(folder.path()), ElementsAre("bold.nii")); }
 
     TemporaryFolder folder;
 };
 
 TEST_F(EarlyEnd, TheUserSeesTheLastMessageBox) {
-    const CommandResult result = runWish("message");
+    const CommandResult result = runAs("message");
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.err, "znica: the plug-in ended the analysis: The data are not to my taste.\n");
     expectNothingLeft();
 }
 
 TEST_F(EarlyEnd, AMissingMessageIsReported) {
-    const CommandResult result = runWish("silence");
+    const CommandResult result = runAs("silence");
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.err, "znica: the plug-in ended the analysis: it gave no reason.\n");
     expectNothingLeft();
 }
 
 TEST_F(EarlyEnd, SuccessWithoutMapsIsAFailure) {
-    EXPECT_EQ(runWish("no maps").status, 3);
+    EXPECT_EQ(runAs("no maps").status, 3);
     expectNothingLeft();
 }
 
 TEST_F(EarlyEnd, OutOfMemoryHasItsOwnStatus) {
-    const CommandResult result = runWish("memory");
+    const CommandResult result = runAs("memory");
     EXPECT_EQ(result.status, 5);
     EXPECT_THAT(result.err, HasSubstr("Working memory full. Exiting plugin."));
     expectNothingLeft();
 }
 
 TEST_F(EarlyEnd, NoComponentAtAllCountsAsGivenUp) {
-    const CommandResult result = runWish("none found");
+    const CommandResult result = runAs("none found");
     EXPECT_EQ(result.status, 4);
     EXPECT_THAT(result.err, HasSubstr("no component converged"));
     expectNothingLeft();
 }
 
 TEST_F(EarlyEnd, APluginThatRefusesToStartSaysWhy) {
-    const CommandResult result = runWish("refuse to start");
+    const CommandResult result = runAs("refuse to start");
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "znica: the plug-in did not start: No licence for Mondays.\n");
     expectNothingLeft();
 }
 
 TEST_F(EarlyEnd, APluginThatEndsTheProcessLeavesNoUnfinishedFolder) {
-    EXPECT_EQ(runWish("exit").status, 1);
+    EXPECT_EQ(runAs("exit").status, 1);
     expectNothingLeft();
 }
 

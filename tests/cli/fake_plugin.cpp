@@ -99,23 +99,23 @@ bool echoEverything() {
 class FakePlugin : public TMPluginInterface {
 public:
     bool initPlugin() override {
-        if (wish() == "refuse to start") return message("No licence for Mondays."), false;
+        if (behaviour() == "refuse to start") return message("No licence for Mondays."), false;
         return true;
     }
 
     bool execute() override {
-        if (wish() == "message") return message("First box"), message("The data are\nnot to my taste."), false;
-        if (wish() == "silence") return false;
-        if (wish() == "no maps") return true;
-        if (wish() == "memory") {
+        if (behaviour() == "message") return message("First box"), message("The data are\nnot to my taste."), false;
+        if (behaviour() == "silence") return false;
+        if (behaviour() == "no maps") return true;
+        if (behaviour() == "memory") {
             message("Working memory full. Exiting plugin.");
             log("// Plugin > Working memory full. Exiting plugin.");
             return true;
         }
-        if (wish() == "none found") return log("// Plugin>  No components found. Exiting plugin."), true;
-        if (wish() == "exit") std::exit(1);
-        if (wish() == "echo") return echoEverything();
-        if (wish() == "unavailable") {
+        if (behaviour() == "none found") return log("// Plugin>  No components found. Exiting plugin."), true;
+        if (behaviour() == "exit") std::exit(1);
+        if (behaviour() == "echo") return echoEverything();
+        if (behaviour() == "unavailable") {
             host<void*()>("znPlotBars")();
             host<void*()>("znPlotBars")();
             return false;
@@ -124,7 +124,7 @@ public:
     }
 
 private:
-    static std::string wish() {
+    static std::string behaviour() {
         const char* text = std::getenv("ZN_FAKE_PLUGIN");
         return text ? text : "";
     }

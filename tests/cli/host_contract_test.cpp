@@ -15,14 +15,14 @@ class HostContract : public testing::Test {
 protected:
     // The output of the fake plug-in, which echoes what it receives.
     std::string echoed(const NiftiBytes& image, const std::vector<std::string>& options = {},
-                       const std::string& wish = "echo") {
+                       const std::string& behaviour = "echo") {
         writeFile(folder / "sub-01_task-rest_bold.nii", image.bytes());
         std::vector<std::string> arguments = {"run",      (folder / "sub-01_task-rest_bold.nii").string(),
                                               "--out",    (folder / "out").string(),
                                               "--plugin", FAKE_PLUGIN_FILE,
                                               "--verbose"};
         arguments.insert(arguments.end(), options.begin(), options.end());
-        return znica(arguments, {{}, {"ZN_FAKE_PLUGIN=" + wish}, {}}).out;
+        return znica(arguments, {{}, {"ZN_FAKE_PLUGIN=" + behaviour}, {}}).out;
     }
 
     TemporaryFolder folder;

@@ -231,8 +231,8 @@ TEST_F(Input, ADryRunPrintsTheMemoryAndLeavesNothing) {
 TEST_F(Input, ARunBeyondItsMemoryIsRefusedBeforeTheDataAreRead) {
     NiftiBytes image = plainSeries(24);
     writeCompressed(folder / "cut.nii.gz", image.bytes());
-    const std::string whole = textOf(folder / "cut.nii.gz");
-    writeFile(folder / "cut.nii.gz", whole.substr(0, whole.size() - 2000)); // reading all of it would fail
+    const std::string complete = textOf(folder / "cut.nii.gz");
+    writeFile(folder / "cut.nii.gz", complete.substr(0, complete.size() - 2000)); // reading all of it would fail
     for (const bool dry : {false, true}) {
         std::vector<std::string> arguments = {"run",   (folder / "cut.nii.gz").string(), "--memory", "0.001",
                                               "--out", (folder / "out").string()};

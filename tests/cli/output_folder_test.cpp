@@ -207,11 +207,11 @@ TEST_F(OutputFolderOfARun, WithEveryFileThatARunMayWriteIsReplacedByForce) {
         "--components", "auto",
         "--repeats",    "2",
         "--design",     (folder / "s/sub-sim_task-blocks_desc-task_design.tsv").string()};
-    ASSERT_EQ(run("whole", everything).status, 0);
-    ASSERT_TRUE(std::filesystem::exists(folder / "whole/sub-sim_task-blocks_desc-ICA_dimension.tsv"));
-    const CommandResult again = run("whole", {"--force"});
+    ASSERT_EQ(run("complete", everything).status, 0);
+    ASSERT_TRUE(std::filesystem::exists(folder / "complete/sub-sim_task-blocks_desc-ICA_dimension.tsv"));
+    const CommandResult again = run("complete", {"--force"});
     EXPECT_EQ(again.status, 0) << again.err;
-    EXPECT_FALSE(std::filesystem::exists(folder / "whole/sub-sim_task-blocks_desc-ICA_dimension.tsv"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "complete/sub-sim_task-blocks_desc-ICA_dimension.tsv"));
 }
 
 TEST_F(OutputFolderOfARun, WithForeignFilesIsRefusedDespiteForce) {
