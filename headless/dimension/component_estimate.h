@@ -9,7 +9,8 @@ namespace zn::headless {
 ///
 /// Only the spatial mean of every volume is removed, so l_1 belongs to the mean image: it is one of the directions that
 /// the analysis keeps and counts like any other. Eigenvalues at rounding level (below 1e-12 of the first) are omitted;
-/// d remain. The number k is searched from 1 to d / 4: at least three quarters of the directions are taken to be noise.
+/// d remain. The number k is searched for from 1 to d / 4: at least three quarters of the directions are taken to be
+/// noise.
 ///
 /// Effective sample size. Neighbouring voxels are not independent samples. The eigenvalues of noise over N independent
 /// samples scatter about their mean with variance mean^2 * d / N (Marchenko and Pastur 1967), so the scatter of the
@@ -21,8 +22,8 @@ namespace zn::headless {
 /// Criteria, with v the mean of the eigenvalues after the first k:
 ///   MDL      N (d - k) (ln v - mean of their logarithms) + k (2 d - k) / 2 ln N; smallest is best
 ///            (Wax and Kailath 1985, IEEE Trans. ASSP 33(2), 387-392; the same trade-off as BIC)
-///   Laplace  log evidence of k; largest is best (Minka 2000, "Automatic choice of dimensionality
-///            for PCA", equation 30)
+///   Laplace  log evidence of k; largest is best (Minka 2000, "Automatic choice of dimensionality for PCA",
+///            equation 30)
 struct ComponentEstimate {
     std::vector<double> eigenvalues; ///< the input
     double effectiveSamples = 0.0;   ///< N

@@ -15,7 +15,7 @@ namespace zn::headless {
 using Affine = std::array<std::array<double, 4>, 3>;
 
 /// The validated header of a NIfTI file: every count is at least 1, the grid has fewer than 2^31 voxels, and the file
-/// is long enough for the image that the header describes.
+/// is large enough to hold the image that its header describes.
 struct ImageHeader {
     std::filesystem::path file;               ///< as the user named it
     std::array<int, 3> size{};                ///< voxels along x, y, z

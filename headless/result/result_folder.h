@@ -10,7 +10,7 @@ namespace zn::headless {
 /// name in one step once it is complete. Until then, and after any failure, the wanted folder is as it was.
 ///
 /// If the name of an existing folder cannot be taken (canBeReplaced), the hidden folder is created inside it, and its
-/// entries are moved out one by one at the end, or all back if one cannot be moved.
+/// entries are moved out one by one at the end. If one of them cannot be moved, all go back.
 class ResultFolder {
 public:
     /// Throws Failure: kUsage when no place is named, kOther when something else is there or it is not writable.

@@ -7,7 +7,7 @@
 
 namespace zn::headless {
 
-/// The plug-in's own default, when neither of its two switches is set, is the third.
+/// The plug-in uses tanh when neither of its two switches is set.
 enum class Nonlinearity { kTanh, kGauss, kCube };
 
 /// Which voxels are analysed.

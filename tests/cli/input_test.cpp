@@ -280,8 +280,7 @@ TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsCloseToTheTruth) {
 
         const auto table = tableIn(out / "sub-sim_task-blocks_desc-ICA_dimension.tsv");
         EXPECT_THAT(table[0], testing::ElementsAre("components", "eigenvalue", "mdl", "laplace"));
-        const auto eigenvalues =
-            facts["Eigenvalues"].get<std::vector<double>>(); // computed independently by the plug-in
+        const auto eigenvalues = facts["Eigenvalues"].get<std::vector<double>>(); // the plug-in's own
         ASSERT_EQ(table.size(), eigenvalues.size() + 1);
         std::size_t best = 1;
         for (std::size_t k = 1; k < table.size(); ++k) {
