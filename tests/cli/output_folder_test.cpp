@@ -252,7 +252,7 @@ TEST_F(OutputFolderOfARun, OnAFullDiskLeavesNothing) {
     const CommandResult result = run("full", {}, {{}, {}, "ulimit -f 20;"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, testing::StartsWith("znica: " + (folder / "full").string() + "/sub-sim"));
-    EXPECT_THAT(result.err, HasSubstr("cannot be written; check the permissions and the free space"));
+    EXPECT_THAT(result.err, HasSubstr("cannot be written; check the permissions and the free disk space"));
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("out", "s"));
 }
 
