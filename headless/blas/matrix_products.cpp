@@ -50,8 +50,7 @@ int blocksIn(int total, int size) {
     return total / size + (total % size != 0 ? 1 : 0);
 }
 
-// Work of one block in multiplications and additions: a few hundred microseconds, well above the cost of waking a
-// thread.
+// Work of one block in multiplications and additions: a few hundred microseconds, well above the cost of a wake-up.
 constexpr std::int64_t kBlockWork = 1 << 19;
 
 // Results per block when each is a sum of `terms` products; whole cache lines, so that no two threads share one.

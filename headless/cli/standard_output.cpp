@@ -11,7 +11,7 @@ namespace zn::headless {
 
 namespace {
 
-bool readerHasGone() {
+bool readerHasExited() {
     pollfd output = {STDOUT_FILENO, POLLOUT, 0};
     return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
 }
@@ -20,7 +20,7 @@ bool readerHasGone() {
 
 void requirePrinted() {
     const bool flushed = std::fflush(stdout) == 0;
-    if ((flushed && std::ferror(stdout) == 0) || readerHasGone()) return;
+    if ((flushed && std::ferror(stdout) == 0) || readerHasExited()) return;
     throw Failure(ExitStatus::kOther,
                   "standard output cannot be written; check the free space where it is redirected.");
 }

@@ -54,7 +54,7 @@ constexpr unsigned char kChosen = 3;
 
 } // namespace
 
-void keepLargestPart(std::vector<unsigned char>& mask, const Size& size) {
+void keepLargestComponent(std::vector<unsigned char>& mask, const Size& size) {
     std::vector<std::int64_t> queue;
     std::int64_t largest = 0;
     std::int64_t start = -1;
@@ -84,7 +84,7 @@ std::vector<unsigned char> brainMask(const std::vector<float>& image, const Size
     if (!threshold) return mask;
     std::transform(image.begin(), image.end(), mask.begin(),
                    [&](float value) { return static_cast<unsigned char>(value >= *threshold); });
-    keepLargestPart(mask, size);
+    keepLargestComponent(mask, size);
     fillHoles(mask, size);
     return mask;
 }

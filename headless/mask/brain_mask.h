@@ -14,7 +14,7 @@ namespace zn::headless {
 std::vector<unsigned char> brainMask(const std::vector<float>& image, const std::array<int, 3>& size);
 
 /// Keeps the largest face-connected component of the mask; in a tie, the first.
-void keepLargestPart(std::vector<unsigned char>& mask, const std::array<int, 3>& size);
+void keepLargestComponent(std::vector<unsigned char>& mask, const std::array<int, 3>& size);
 
 /// Adds every voxel that is not face-connected to the border of the grid through voxels outside the mask.
 void fillHoles(std::vector<unsigned char>& mask, const std::array<int, 3>& size);

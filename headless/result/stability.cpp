@@ -17,8 +17,8 @@ public:
         for (std::size_t i = 0; i < count; ++i) nearest_[i] = findNearest(i);
     }
 
-    void joinUntil(std::size_t clusters) {
-        for (std::size_t left = count_; left > clusters; --left) joinMostAlike();
+    void mergeUntil(std::size_t clusters) {
+        for (std::size_t left = count_; left > clusters; --left) mergeMostSimilar();
     }
 
     /// [cluster]: its components; clusters merged into another are empty.
@@ -36,7 +36,7 @@ private:
         return best;
     }
 
-    void joinMostAlike() {
+    void mergeMostSimilar() {
         std::size_t a = count_;
         for (std::size_t i = 0; i < count_; ++i) {
             if (alive(i) && (a == count_ || mean(i, nearest_[i]) > mean(a, nearest_[a]))) a = i;
@@ -52,8 +52,7 @@ private:
         members_[b].clear();
         for (std::size_t j = 0; j < count_; ++j) {
             if (!alive(j)) continue;
-            // An average never exceeds the nearer of the two merged: only clusters that lost their nearest search
-            // again.
+            // An average never exceeds the nearer of the two merged: others keep their nearest.
             if (j == a || nearest_[j] == a || nearest_[j] == b) nearest_[j] = findNearest(j);
         }
     }
@@ -69,7 +68,7 @@ private:
 std::vector<Stability> stabilityOf(const std::vector<double>& similarity, const std::vector<int>& run, int clusters) {
     const std::size_t count = run.size();
     AverageLinkage linkage(similarity, count);
-    linkage.joinUntil(static_cast<std::size_t>(clusters));
+    linkage.mergeUntil(static_cast<std::size_t>(clusters));
     std::vector<Stability> result(count);
     for (const auto& members : linkage.clusters()) {
         const std::set<std::size_t> inside(members.begin(), members.end());

@@ -36,10 +36,10 @@ TEST(IntensityThreshold, DoesNotExistForDeviationsFromZero) {
     EXPECT_FALSE(intensityThreshold({}));
 }
 
-TEST(KeepLargestPart, CornersDoNotConnect) {
+TEST(KeepLargestComponent, CornersDoNotConnect) {
     // 1 1 0 1 0 0 1 1   the two on the upper left touch the three on the right only at a corner
     std::vector<unsigned char> mask = {1, 1, 0, 1, 0, 0, 1, 1};
-    keepLargestPart(mask, {4, 2, 1});
+    keepLargestComponent(mask, {4, 2, 1});
     EXPECT_THAT(mask, ElementsAre(0, 0, 0, 1, 0, 0, 1, 1));
 }
 
