@@ -37,7 +37,7 @@ void addCompareCommand(CLI::App& app, Action& action) {
     const auto options = std::make_shared<Options>();
     auto* command =
         app.add_subcommand("compare", "Pair the components of two results by absolute spatial correlation.");
-    command->add_option("A", options->a, "folder that znica run made")->required()->type_name("DIR");
+    command->add_option("A", options->a, "folder created by znica run")->required()->type_name("DIR");
     command->add_option("B", options->b, "another one, on the same grid")->required()->type_name("DIR");
     command->add_option("--out", options->out, "also write the table to this file")->type_name("TSV");
     command->add_flag("--force", options->force, "replace that file");

@@ -12,7 +12,7 @@ namespace zn::headless {
 void addReportCommand(CLI::App& app, Action& action) {
     const auto folder = std::make_shared<std::filesystem::path>();
     auto* report = app.add_subcommand("report", "Recreate report.html from the files of a result.");
-    report->add_option("DIR", *folder, "folder that znica run made")->required()->type_name("DIR");
+    report->add_option("DIR", *folder, "folder created by znica run")->required()->type_name("DIR");
     report->footer("Example:\n  znica report result\n");
     report->callback([folder, &action] {
         action = [folder](UnfinishedWork&) {

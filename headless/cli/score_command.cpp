@@ -38,8 +38,8 @@ ExitStatus score(const Options& options) {
 void addScoreCommand(CLI::App& app, Action& action) {
     const auto options = std::make_shared<Options>();
     auto* command = app.add_subcommand("score", "Print how well a result recovers the sources of a simulated sample.");
-    command->add_option("RESULT", options->result, "folder that znica run made")->required()->type_name("DIR");
-    command->add_option("--truth", options->truth, "folder that znica simulate made")->required()->type_name("DIR");
+    command->add_option("RESULT", options->result, "folder created by znica run")->required()->type_name("DIR");
+    command->add_option("--truth", options->truth, "folder created by znica simulate")->required()->type_name("DIR");
     command->footer(kSimulateExamples);
     command->callback([options, &action] { action = [options](UnfinishedWork&) { return score(*options); }; });
 }

@@ -45,7 +45,7 @@ ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
     }
     const char* command = key == ResultFile::kComponents ? "znica run" : "znica simulate";
     throw Failure(ExitStatus::kInput, folder.string() + " has no file that ends in " + std::string(ending) +
-                                          "; name a folder that " + command + " made.");
+                                          "; name a folder created by " + command + ".");
 }
 
 fs::path ResultFiles::operator[](ResultFile file) const {

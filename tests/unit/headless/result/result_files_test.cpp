@@ -66,7 +66,7 @@ TEST(ResultFiles, OfAFolderWithoutMapsAreRefused) {
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.status(), ExitStatus::kInput);
         EXPECT_THAT(failure.what(), HasSubstr(" has no file that ends in _desc-ICA_components.nii.gz; name a folder "
-                                              "that znica run made."));
+                                              "created by znica run."));
     }
 }
 
