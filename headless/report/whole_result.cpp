@@ -76,10 +76,10 @@ void requireMetrics(const fs::path& file, int maps) {
     requireRows(rows, maps, "component maps", file);
     const std::size_t name = columnNamed("component", rows.front(), file);
     for (int i = 0; i < maps; ++i) {
-        const std::string_view said = rows[static_cast<std::size_t>(i) + 1][name];
-        if (said == componentName(i)) continue;
-        refuse(file, "its row " + std::to_string(i + 1) + " is of " + std::string(said) + ", not of " +
-                         componentName(i) + " as the map is");
+        const std::string_view named = rows[static_cast<std::size_t>(i) + 1][name];
+        if (named == componentName(i)) continue;
+        refuse(file, "its row " + std::to_string(i + 1) + " is for " + std::string(named) + ", but the map is " +
+                         componentName(i));
     }
     for (const Metric& metric : kMetrics) {
         const std::size_t column = columnNamed(metric.column, rows.front(), file);
