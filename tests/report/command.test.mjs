@@ -31,7 +31,7 @@ test('znica report refuses a folder without a result', () => {
     assert.equal(refused.status, 3);
     assert.match(
         refused.stderr,
-        /^znica: .* holds no file that ends in _desc-ICA_components\.nii\.gz; name a folder that znica run made\.\n$/,
+        /^znica: .* has no file that ends in _desc-ICA_components\.nii\.gz; name a folder created by znica run\.\n$/,
     );
     assert.equal(existsSync(join(folder, 'report.html')), false);
     rmSync(folder, { recursive: true });
