@@ -34,14 +34,6 @@ std::optional<std::int64_t> dataBytes(const nifti_image& image) {
     return bytes;
 }
 
-void checkAxes(const fs::path& file, const RawHeader& raw) {
-    for (std::size_t axis = 1; axis <= 7 && static_cast<std::int64_t>(axis) <= raw.dim[0]; ++axis) {
-        if (raw.dim[axis] >= 1) continue;
-        refuseFile(file, "has a damaged header: its axis " + std::to_string(axis) + " has " +
-                             std::to_string(raw.dim[axis]) + " elements.");
-    }
-}
-
 void checkExtents(const fs::path& file, const nifti_image& image) {
     std::int64_t voxels = 1;
     for (int axis = 1; axis <= 4; ++axis) {
@@ -61,12 +53,15 @@ void checkExtents(const fs::path& file, const nifti_image& image) {
     }
 }
 
-void checkLength(const fs::path& file, const nifti_image& image) {
+void checkLength(const fs::path& file, const nifti_image& image, const RawHeader& raw) {
     const auto bytes = dataBytes(image);
     std::error_code error;
     const auto length = static_cast<std::int64_t>(fs::file_size(image.iname, error));
     if (error) {
         refuseFile(file, "has no image data beside its header (" + std::string(image.iname) + " cannot be read).");
+    }
+    if (!raw.separateData && image.iname_offset < raw.dataOffset) {
+        refuseFile(file, "has a damaged header: its data cannot begin at byte " + std::to_string(raw.dataOffset) + ".");
     }
     const bool compressed = nifti_is_gzfile(image.iname) != 0;
     const std::int64_t most = compressed ? length * kMaxInflation : length - image.iname_offset;
@@ -108,20 +103,19 @@ std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader
 
 ImageHeader readImageHeader(const fs::path& file) {
     requireReadable(file);
-    const auto raw = readRawHeader(file);
-    auto image = raw ? readImage(file) : nullptr;
+    const RawHeader raw = readRawHeader(file); // before the library, which trusts what it reads
+    auto image = readImage(file);
     if (!image || !image->iname)
         refuseFile(file, "is not a NIfTI image (.nii, .nii.gz, or .hdr with .img), or is damaged.");
-    checkAxes(file, *raw);
     checkExtents(file, *image);
-    checkLength(file, *image);
+    checkLength(file, *image, raw);
 
     ImageHeader header;
     header.file = file;
     header.size = {static_cast<int>(image->nx), static_cast<int>(image->ny), static_cast<int>(image->nz)};
     header.volumes = static_cast<int>(image->nt);
     header.affine = affineOf(*image);
-    header.secondsPerVolume = secondsPerVolume(*image, *raw);
+    header.secondsPerVolume = secondsPerVolume(*image, raw);
     header.image = std::move(image);
     return header;
 }

@@ -72,10 +72,10 @@ TEST_F(BadInput, AnEmptyFile) {
 TEST_F(BadInput, ADamagedHeaderIsReportedInOneLine) {
     NiftiBytes image = plainSeries();
     image.dim[1] = -6;
-    expectRefusal(runOn(image), "bold.nii is not a NIfTI image");
+    expectRefusal(runOn(image), "bold.nii has a damaged header: its axis 1 has -6 elements");
     image = plainSeries();
     image.dataType = 999;
-    expectRefusal(runOn(image), "bold.nii is not a NIfTI image");
+    expectRefusal(runOn(image), "bold.nii has a damaged header: there is no data type 999");
     expectRefusal(runOn(plainSeries(), "bold.Nii"), "bold.Nii is not a NIfTI image");
 }
 
