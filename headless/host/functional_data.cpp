@@ -7,17 +7,19 @@ namespace zn::headless {
 
 namespace {
 
+// Field by field: the plug-in's record may be shorter than ours beyond the fields that the contract names.
 void fillHeader(const Session& session, VtcHeader& header) {
-    header = VtcHeader{};
+    header.validity = 0;
     header.volumes = session.series.volumes;
     header.repetitionTime = session.millisecondsPerVolume;
+    header.xStart = header.yStart = header.zStart = 0;
     header.xEnd = session.grid[0]; // the box starts at 0 and its voxels are those of the grid
     header.yEnd = session.grid[1];
     header.zEnd = session.grid[2];
     header.resolution = 1;
     header.dataType = session.series.isFloat() ? kFloatData : 1;
     const std::string& name = session.dialog.texts[0];
-    std::memcpy(header.name, name.data(), std::min(name.size(), sizeof(header.name) - 1));
+    std::memcpy(header.name, name.c_str(), name.size() + 1); // at most 204 characters, see readInputs()
 }
 
 } // namespace

@@ -30,7 +30,8 @@ int znLoadVOIs(const char* fileName) {
 
 int znGetVOIs(VoiSetHeader* header) {
     const Session& session = currentSession();
-    *header = VoiSetHeader{};
+    header->count = 0; // the named fields alone: the plug-in's record may end after them
+    header->coordinateSpace = 0;
     if (!session.regionsLoaded) return 0;
     header->count = static_cast<std::int32_t>(session.regions.size());
     header->coordinateSpace = session.coordinateSpace;
@@ -38,7 +39,7 @@ int znGetVOIs(VoiSetHeader* header) {
 }
 
 int* znGetVOI(int index, VoiHeader* header) {
-    *header = VoiHeader{};
+    header->voxels = 0;
     auto& regions = currentSession().regions;
     if (index < 0 || static_cast<std::size_t>(index) >= regions.size()) return nullptr;
     auto& coordinates = regions[static_cast<std::size_t>(index)].coordinates;

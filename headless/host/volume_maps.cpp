@@ -42,7 +42,6 @@ void VolumeMaps::create(int count, int timePoints, int parameters, const NRVMPsH
 }
 
 void VolumeMaps::describe(NRVMPsHeader& header) {
-    header = NRVMPsHeader{};
     header.firstName = names_[0].data();
     header.secondName = names_[1].data();
     header.thirdName = names_[2].data();
@@ -53,7 +52,6 @@ void VolumeMaps::describe(NRVMPsHeader& header) {
 }
 
 float* VolumeMaps::describe(int index, NRVMPMap& record) {
-    record = NRVMPMap{};
     if (!has(index)) return nullptr;
     VolumeMap& map = maps_[static_cast<std::size_t>(index)];
     record.name = map.name.data();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/host_text.h"
 #include "host/nrvmp_records.h"
 
 #include <array>
@@ -11,8 +10,9 @@
 
 namespace zn::headless {
 
-/// A text that the plug-in writes into through a pointer.
-using TextBuffer = HostText;
+/// A text that the plug-in writes into through a pointer. A map's name may have 269 characters: a label of 255, and
+/// "Subject ", ": IC" and the number around it.
+using TextBuffer = std::array<char, 512>;
 
 /// One volume map with its associated data. The plug-in fills all of it in place.
 struct VolumeMap {

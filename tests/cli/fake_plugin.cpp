@@ -1,13 +1,18 @@
 // A plug-in that misbehaves, or echoes what the host passes to it, on demand: the environment variable ZN_FAKE_PLUGIN
 // selects what execute does. Like any plug-in, it looks up the host's functions by name.
+#include "host/nrvmp_records.h"
 #include "host/voi_records.h"
 #include "host/vtc_header.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include <dlfcn.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 class TMPluginInterface {
 public:
@@ -88,6 +93,45 @@ void echoRegions() {
     }
 }
 
+// A record of exactly `size` bytes, before a page that nobody may touch.
+template <class Record> Record* recordOf(std::size_t size) {
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    auto* pages =
+        static_cast<char*>(mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+    mprotect(pages + page, page, PROT_NONE);
+    return reinterpret_cast<Record*>(pages + page - size);
+}
+
+// A whole run with records that end after the last field that the contract names, and with the longest map names.
+bool runWithSmallRecords() {
+    constexpr std::size_t kName = sizeof "sub-01_task-rest_bold.vtc";
+    auto* vtc = recordOf<zn::VtcHeader>((324 + kName + 7) / 8 * 8);
+    host<void(zn::VtcHeader*)>("znGetHeaderOfVTCOfCurrentVMR")(vtc);
+    log("small volumes " + std::to_string(vtc->volumes) + " name " + vtc->name);
+    host<int(const char*)>("znLoadVOIs")("regions.voi");
+    auto* set = recordOf<zn::VoiSetHeader>(276);
+    host<int(zn::VoiSetHeader*)>("znGetVOIs")(set);
+    auto* region = recordOf<zn::VoiHeader>(4);
+    host<int*(int, zn::VoiHeader*)>("znGetVOI")(0, region);
+    log("small regions " + std::to_string(set->count) + " voxels " + std::to_string(region->voxels));
+
+    auto* header = recordOf<zn::NRVMPsHeader>(400);
+    const int box[6] = {vtc->xStart, vtc->xEnd, vtc->yStart, vtc->yEnd, vtc->zStart, vtc->zEnd};
+    std::copy_n(box, 6, header->boundingBox);
+    header->resolution = vtc->resolution;
+    host<void(int, int, int, zn::NRVMPsHeader*)>("znCreateNRVMPsForCurrentVMR")(2, vtc->volumes, 16, header);
+    host<void(zn::NRVMPsHeader*)>("znGetNRVMPsOfCurrentVMR")(header);
+    for (int i = 0; i < 2; ++i) {
+        auto* map = recordOf<zn::NRVMPMap>(104);
+        host<float*(int, zn::NRVMPMap*)>("znGetNRVMPOfCurrentVMR")(i, map)[i] = 1.0f;
+        std::strcpy(map->name, std::string(269, 'x').c_str());
+        map->type = 12;
+        host<void(int, zn::NRVMPMap*)>("znSetNRVMPParametersOfCurrentVMR")(i, map);
+    }
+    host<void(const char*)>("znSaveNRVMPsOfCurrentVMR")("maps.vmp");
+    return true;
+}
+
 bool echoEverything() {
     echoDialog();
     echoData();
@@ -115,6 +159,7 @@ public:
         if (behaviour() == "none found") return log("// Plugin>  No components found. Exiting plugin."), true;
         if (behaviour() == "exit") std::exit(1);
         if (behaviour() == "echo") return echoEverything();
+        if (behaviour() == "small records") return runWithSmallRecords();
         if (behaviour() == "unavailable") {
             host<void*()>("znPlotBars")();
             host<void*()>("znPlotBars")();

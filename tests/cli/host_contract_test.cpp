@@ -130,6 +130,19 @@ TEST_F(HostContract, RegionsAreTheLabelsInAscendingOrderInTheHostsCoordinates) {
     EXPECT_THAT(out, HasSubstr("region 1: 128 128 128\n"));
 }
 
+// Another plug-in may know no more of the records than the contract names, and give longer names than ours does.
+TEST_F(HostContract, ShortRecordsAndLongNamesAreEnough) {
+    NiftiBytes labels = plainMask();
+    writeFile(folder / "labels.nii", labels.bytes());
+    const std::string out =
+        echoed(plainSeries(24), {"--components", "2", "--rois", (folder / "labels.nii").string()}, "small records");
+    EXPECT_THAT(out, HasSubstr("small volumes 24 name sub-01_task-rest_bold.vtc\n"));
+    EXPECT_THAT(out, HasSubstr("small regions 1 voxels 120\n"));
+    EXPECT_THAT(out, HasSubstr("2 of 2 components found"));
+    EXPECT_THAT(textOf(folder / "out/sub-01_task-rest_desc-ICA_decomposition.json"),
+                HasSubstr("\"PluginName\": \"" + std::string(269, 'x') + "\""));
+}
+
 TEST_F(HostContract, AnUnavailableFunctionIsReportedOnce) {
     const std::string out = echoed(plainSeries(24), {}, "unavailable");
     const std::string line = "znica: znPlotBars is not available in this host\n";
