@@ -1,5 +1,6 @@
 #include "headless/cli/command_line.h"
 #include "headless/cli/interrupts.h"
+#include "headless/cli/standard_output.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -23,6 +24,7 @@ int complain(UnfinishedWork& unfinished, ExitStatus status, std::string text) {
 } // namespace
 
 int main(int argc, char** argv) {
+    zn::headless::openStandardDescriptors();
     static UnfinishedWork unfinished;
     zn::headless::CommandLine line;
     try {

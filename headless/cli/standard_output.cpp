@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -17,6 +18,13 @@ bool readerHasExited() {
 }
 
 } // namespace
+
+void openStandardDescriptors() {
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (fcntl(descriptor, F_GETFD) >= 0) continue;
+        if (open("/dev/null", O_RDWR) < 0) return; // takes the lowest number that is free: this one
+    }
+}
 
 void requirePrinted() {
     const bool flushed = std::fflush(stdout) == 0;
