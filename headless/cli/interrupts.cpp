@@ -38,7 +38,8 @@ void handle(int signal) {
     while (read(pipe, &signal, 1) != 1) continue;
     const std::string partial = unfinished.end("interrupted", 128 + signal);
     if (isatty(STDERR_FILENO) != 0) std::fputc('\n', stderr); // below the progress bar
-    std::fprintf(stderr, "znica: interrupted; no result was written.%s\n", partial.c_str());
+    const char* state = unfinished.isFinished() ? "the result had been written already." : "no result was written.";
+    std::fprintf(stderr, "znica: interrupted; %s%s\n", state, partial.c_str());
     std::_Exit(128 + signal);
 }
 

@@ -64,6 +64,12 @@ void UnfinishedWork::finish(const std::function<void()>& handOver) {
     hiddenName_.clear();
     createdParents_.clear();
     handOver();
+    finished_ = true;
+}
+
+bool UnfinishedWork::isFinished() const {
+    const std::scoped_lock lock(guard_);
+    return finished_;
 }
 
 void UnfinishedWork::discard() {

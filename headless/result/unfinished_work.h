@@ -45,6 +45,9 @@ public:
     ///   exitStatus   the exit status that the process is about to return
     std::string end(const char* how, int exitStatus);
 
+    /// Whether a folder has been given its place.
+    bool isFinished() const;
+
     /// A message with the hidden folder's name replaced by the wanted one: the hidden name means nothing to the user,
     /// who will not find that folder afterwards.
     std::string asWanted(std::string message) const;
@@ -58,6 +61,7 @@ private:
     std::filesystem::path kept_;
     std::vector<std::filesystem::path> createdParents_; // outermost first
     bool keep_ = false;
+    bool finished_ = false;
     std::string hiddenName_; // of the last hidden folder, and the name it was meant to get; empty once it is finished
     std::string wantedName_;
 };
