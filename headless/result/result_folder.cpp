@@ -4,6 +4,7 @@
 #include "headless/result/earlier_result.h"
 #include "headless/result/move_entries.h"
 #include "headless/result/output_place.h"
+#include "headless/result/sync_files.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -52,6 +53,7 @@ ResultFolder::ResultFolder(UnfinishedWork& unfinished, const fs::path& wanted, b
 }
 
 void ResultFolder::commit() {
+    syncTree(hidden_);
     unfinished_.finish([this] {
         try {
             checkWanted(wanted_, replace_, inside_ ? hidden_ : fs::path()); // it may have been taken in the meantime
@@ -64,12 +66,22 @@ void ResultFolder::commit() {
 }
 
 void ResultFolder::takeName() {
-    if (rename(hidden_.c_str(), wanted_.c_str()) == 0) return; // nothing was there, or an empty folder
-    if (renameat2(AT_FDCWD, hidden_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) != 0) {
-        fail(wanted_, std::string("cannot be replaced: ") + std::strerror(errno) + ".");
+    if (rename(hidden_.c_str(), wanted_.c_str()) == 0) return syncFolder(wanted_.parent_path());
+    if (!replace_) fail(wanted_, std::string("cannot be created: ") + std::strerror(errno) + ".");
+    exchange();
+    const std::string why = whyNotAResult(hidden_); // what stood there a moment ago may not be what was checked
+    if (!why.empty()) {
+        exchange();
+        fail(wanted_, why + "; --force replaces nothing but results.");
     }
+    syncFolder(wanted_.parent_path()); // before the earlier result goes
     std::error_code ignored; // the new result is in place; leftovers of the old one are only clutter
     fs::remove_all(hidden_, ignored);
+}
+
+void ResultFolder::exchange() {
+    if (renameat2(AT_FDCWD, hidden_.c_str(), AT_FDCWD, wanted_.c_str(), RENAME_EXCHANGE) == 0) return;
+    fail(wanted_, std::string("cannot be replaced: ") + std::strerror(errno) + ".");
 }
 
 void ResultFolder::moveOut() {
@@ -87,6 +99,7 @@ void ResultFolder::moveOut() {
         fs::remove(earlier, ignored); // if it is empty
         fail(wanted_, "cannot be filled: " + error.code().message() + ".");
     }
+    syncFolder(wanted_);
     fs::remove_all(hidden_, ignored);
 }
 

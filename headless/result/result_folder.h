@@ -31,6 +31,7 @@ public:
 
 private:
     void takeName();
+    void exchange();
     void moveOut();
 
     UnfinishedWork& unfinished_;
