@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <exception>
 
 namespace zn::headless {
 
@@ -39,8 +40,12 @@ void addReport(const Run& run) {
     const auto page = findReportTemplate();
     if (page.empty()) {
         std::fprintf(stderr, "znica: no report.html was written because its template is not installed.\n");
-    } else {
+        return;
+    }
+    try {
         writeReport(files.folder(), page);
+    } catch (const std::exception& error) { // the analysis is complete without its page
+        std::fprintf(stderr, "znica: no report.html was written: %s\n", run.unfinished.asWanted(error.what()).c_str());
     }
 }
 
