@@ -1,0 +1,71 @@
+// A run that meets a world in disorder: closed descriptors, a page that cannot be written, odd names.
+#include "cli/command.h"
+#include "cli/nifti_bytes.h"
+#include "files.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zn::test {
+namespace {
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+
+class Resilience : public testing::Test {
+protected:
+    Resilience() { writeFile(folder / "a_bold.nii", plainSeries(24).bytes()); }
+
+    CommandResult run(const std::vector<std::string>& options = {}, const std::string& shellPrefix = "") {
+        std::vector<std::string> arguments = {
+            "run",   (folder / "a_bold.nii").string(), "--components", "2", "--epsilon", "0.9",
+            "--out", (folder / "out").string()};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return znica(arguments, {{}, {}, shellPrefix});
+    }
+
+    TemporaryFolder folder;
+};
+
+// A file opened later must not become standard output, and the interrupt channel must not read the image.
+TEST_F(Resilience, ClosedDescriptorsDoNotDisturbARun) {
+    for (const std::string closed : {"exec <&-;", "exec >&-;", "exec <&- >&-;", "exec <&- >&- 2>&-;"}) {
+        const CommandResult result = run({}, closed);
+        EXPECT_EQ(result.status, 0) << closed << result.err;
+        EXPECT_THAT(namesIn(folder / "out"), Contains("a_desc-ICA_metrics.tsv")) << closed;
+        EXPECT_EQ(textOf(folder / "a_bold.nii"), plainSeries(24).bytes()) << closed;
+        std::filesystem::remove_all(folder / "out");
+    }
+}
+
+// A limit on the size of files that only the page exceeds.
+TEST_F(Resilience, APageThatCannotBeWrittenCostsThePageAlone) {
+    if (!REPORT_IS_BUILT) GTEST_SKIP() << "built without the report";
+    const CommandResult result = run({}, "ulimit -f 1000;");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("znica: no report.html was written: "));
+    EXPECT_THAT(result.err, HasSubstr((folder / "out/report.html").string()));
+    EXPECT_THAT(namesIn(folder / "out"), Contains("a_desc-ICA_components.nii.gz"));
+    EXPECT_THAT(namesIn(folder / "out"), Not(Contains(HasSubstr("report.html"))));
+}
+
+// As spreadsheets write it where the first column has no name.
+TEST_F(Resilience, APredictorWithoutANameKeepsItsColumn) {
+    std::string design = "\tsecond\n";
+    for (int t = 0; t < 24; ++t) design += std::to_string(t) + "\t" + std::to_string(t % 3) + "\n";
+    writeFile(folder / "design.tsv", design);
+    const CommandResult result = run({"--design", (folder / "design.tsv").string()});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    const auto table = tableIn(folder / "out/a_desc-ICA_design.tsv");
+    for (const auto& row : table) EXPECT_EQ(row.size(), 2U);
+    EXPECT_EQ(table.front()[1], "second");
+}
+
+} // namespace
+} // namespace zn::test
