@@ -10,7 +10,6 @@
 #include <cstring>
 #include <limits>
 #include <memory>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>

@@ -19,8 +19,8 @@ struct RawHeader {
 /// which trusts what it reads: an impossible number of axes makes it write beyond its arrays.
 ///
 /// Throws Failure (kInput) naming the file unless there are 1 to 7 axes of at least one element each, a data type that
-/// exists, an affine of finite numbers where its code says that there is one, finite voxel sizes, and data that begin at
-/// a byte that can be addressed.
+/// exists, an affine of finite numbers where its code says that there is one, finite voxel sizes, and data that begin
+/// at a byte that can be addressed.
 RawHeader readRawHeader(const std::filesystem::path& file);
 
 } // namespace zn::headless

@@ -75,7 +75,7 @@ void ResultFolder::takeName() {
         fail(wanted_, why + "; --force replaces nothing but results.");
     }
     syncFolder(wanted_.parent_path()); // before the earlier result goes
-    std::error_code ignored; // the new result is in place; leftovers of the old one are only clutter
+    std::error_code ignored;           // the new result is in place; leftovers of the old one are only clutter
     fs::remove_all(hidden_, ignored);
 }
 
