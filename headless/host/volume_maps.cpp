@@ -19,10 +19,6 @@ std::int64_t gridVoxels(const NRVMPsHeader& header) {
     return voxels;
 }
 
-std::string textIn(const TextBuffer& buffer) {
-    return {buffer.data(), strnlen(buffer.data(), buffer.size())};
-}
-
 } // namespace
 
 void VolumeMaps::create(int count, int timePoints, int parameters, const NRVMPsHeader& header) {
@@ -67,16 +63,6 @@ void VolumeMaps::setParameters(int index, const NRVMPMap& record) {
 
 void VolumeMaps::setDisplayRange(const NRVMPsHeader& header) {
     std::copy(std::begin(header.parameterDisplayRange), std::end(header.parameterDisplayRange), displayRange_.begin());
-}
-
-std::vector<std::string> VolumeMaps::parameterNames() const {
-    std::vector<std::string> names;
-    for (const auto& buffer : parameterNames_) names.push_back(textIn(buffer));
-    return names;
-}
-
-std::array<std::string, 3> VolumeMaps::names() const {
-    return {textIn(names_[0]), textIn(names_[1]), textIn(names_[2])};
 }
 
 } // namespace zn::headless

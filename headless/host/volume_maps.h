@@ -42,11 +42,6 @@ public:
     void setDisplayRange(const NRVMPsHeader& header);
 
     const std::vector<VolumeMap>& maps() const { return maps_; }
-    /// The parameters' names as the plug-in gave them.
-    std::vector<std::string> parameterNames() const;
-    /// First (VTC), second (the VTC's own text) and third (VOIs) name of the set.
-    std::array<std::string, 3> names() const;
-    const std::array<std::int32_t, 4>& displayRange() const { return displayRange_; }
 
 private:
     bool has(int index) const { return index >= 0 && static_cast<std::size_t>(index) < maps_.size(); }

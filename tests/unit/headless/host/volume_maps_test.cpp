@@ -55,9 +55,13 @@ TEST(VolumeMaps, WhatIsWrittenThroughTheRecordsIsKept) {
     EXPECT_EQ(map.type, 12);
     EXPECT_EQ(map.timeCourse[2], 0.25f);
     EXPECT_EQ(map.parameters[15], 0.75f);
-    EXPECT_THAT(maps.names(), testing::ElementsAre("a.vtc", "", "c.voi"));
-    EXPECT_EQ(maps.parameterNames()[15], "Power Spectrum Band 5");
-    EXPECT_EQ(maps.displayRange()[3], 16);
+    NRVMPsHeader again{};
+    maps.describe(again);
+    EXPECT_STREQ(again.firstName, "a.vtc");
+    EXPECT_STREQ(again.secondName, "");
+    EXPECT_STREQ(again.thirdName, "c.voi");
+    EXPECT_STREQ(again.parameterNames[15], "Power Spectrum Band 5");
+    EXPECT_EQ(again.parameterDisplayRange[3], 16);
     EXPECT_EQ(maps.maps()[0].values, std::vector<float>(8)) << "the other map is untouched";
 }
 
