@@ -45,19 +45,7 @@ void ReportPage::add(std::string_view name, std::string_view text) {
 }
 
 void ReportPage::write(const fs::path& file) const {
-    const fs::path unfinished = fs::path(file).concat(".unfinished"); // an earlier page stays until then
-    std::error_code error;
-    try {
-        writeTextFile(unfinished, before_ + blocks_ + after_);
-    } catch (const Failure&) {
-        fs::remove(unfinished, error);
-        throw;
-    }
-    fs::rename(unfinished, file, error);
-    if (!error) return;
-    const std::string why = error.message();
-    fs::remove(unfinished, error);
-    throw Failure(ExitStatus::kOther, file.string() + " cannot be written: " + why + ".");
+    replaceTextFile(file, before_ + blocks_ + after_);
 }
 
 fs::path findReportTemplate() {

@@ -2,19 +2,59 @@
 
 #include "headless/failure/failure.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cmath>
+#include <exception>
 #include <fstream>
+#include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace zn::headless {
 
-void writeTextFile(const std::filesystem::path& file, std::string_view text) {
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void failToWrite(const fs::path& file) {
+    throw Failure(ExitStatus::kOther,
+                  file.string() + " cannot be written; check the permissions and the free disk space.");
+}
+
+// An empty file under a name that did not exist.
+fs::path newFileBeside(const fs::path& file) {
+    const std::string stem = "." + file.filename().string().substr(0, 200) + "." + std::to_string(getpid()) + "-";
+    for (int attempt = 0;; ++attempt) {
+        fs::path path = file.parent_path() / (stem + std::to_string(attempt));
+        const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+        if (descriptor < 0 && errno != EEXIST) failToWrite(file);
+        if (descriptor < 0) continue;
+        close(descriptor);
+        return path;
+    }
+}
+
+} // namespace
+
+void writeTextFile(const fs::path& file, std::string_view text) {
     std::ofstream stream(file, std::ios::binary | std::ios::trunc);
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
     stream.close();
-    if (stream) return;
-    throw Failure(ExitStatus::kOther,
-                  file.string() + " cannot be written; check the permissions and the free disk space.");
+    if (!stream) failToWrite(file);
+}
+
+void replaceTextFile(const fs::path& file, std::string_view text) {
+    const fs::path unfinished = newFileBeside(file);
+    std::error_code error;
+    try {
+        writeTextFile(unfinished, text);
+        fs::rename(unfinished, file);
+    } catch (const std::exception&) { // the hidden name means nothing to the user
+        fs::remove(unfinished, error);
+        failToWrite(file);
+    }
 }
 
 std::string cellText(float value) {

@@ -9,6 +9,11 @@ namespace zn::headless {
 /// Writes a text file. Throws Failure (kOther) when it cannot be written completely.
 void writeTextFile(const std::filesystem::path& file, std::string_view text);
 
+/// The same for a file that may exist: the text is written under a new hidden name beside it, which then takes its
+/// place. The earlier file stays until then, several processes do not disturb each other, and a link is replaced, not
+/// followed.
+void replaceTextFile(const std::filesystem::path& file, std::string_view text);
+
 /// The shortest text that reads back as the same number; "n/a" for NaN, as in BIDS tables.
 std::string cellText(float value);
 
