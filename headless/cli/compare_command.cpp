@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 
 namespace zn::headless {
 
@@ -20,12 +21,22 @@ struct Options {
     bool force = false;        // replace `out`
 };
 
+// The table must not replace a file of the results that it is made from.
+void requireOutside(const std::filesystem::path& folder, const std::filesystem::path& out) {
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        if (out.empty() || !std::filesystem::equivalent(entry.path(), out, error)) continue;
+        throw Failure(ExitStatus::kUsage, out.string() + " belongs to a result that is compared; name another file.");
+    }
+}
+
 ExitStatus compare(const Options& options) {
     if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) {
         throw Failure(ExitStatus::kOther, options.out.string() + " exists; name another file, or use --force.");
     }
+    for (const std::filesystem::path& folder : {options.a, options.b}) requireOutside(folder, options.out);
     const std::string table = pairTable(pairComponents(options.a, options.b));
-    if (!options.out.empty()) writeTextFile(options.out, table);
+    if (!options.out.empty()) replaceTextFile(options.out, table);
     std::fputs(table.c_str(), stdout);
     requirePrinted();
     return ExitStatus::kDone;

@@ -80,6 +80,14 @@ TEST_F(Compare, AnotherSeedFindsTheSameComponentsAndTheTableIsWritten) {
     EXPECT_EQ(znica({"compare", path("a"), path("b"), "--out", path("table.tsv"), "--force"}).status, 0);
 }
 
+TEST_F(Compare, AFileOfAComparedResultIsNeverReplaced) {
+    const std::string before = textOf(*folder / "b/log.txt");
+    const CommandResult result = znica({"compare", path("a"), path("b"), "--out", path("b/log.txt"), "--force"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("b/log.txt belongs to a result that is compared"));
+    EXPECT_EQ(textOf(*folder / "b/log.txt"), before);
+}
+
 TEST_F(Compare, ComponentsWithoutAPartnerAreListed) {
     for (const auto& [a, b, line] : {std::tuple("a", "few", "\tn/a\tn/a\n"), {"few", "a", "\nn/a\tICA_0"}}) {
         const CommandResult result = znica({"compare", path(a), path(b)});
