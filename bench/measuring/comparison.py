@@ -8,10 +8,10 @@ from measuring.ratio import cells, ratio_of_pairs
 HEADER = [
     "",
     "seconds",
-    "processor s",
-    "engine / it",
+    "CPU seconds",
+    "engine / peer",
     "lowest .. highest",
-    "processor",
+    "CPU ratio",
     "at its updates",
     "updates per component",
     "ms per update",

@@ -11,7 +11,7 @@ from measuring.ratio import cells, ratio_of_pairs
 from measuring.sizes import DATA_SEED, SIZES
 from measuring.whole_command import whole_command_ratio
 
-HEADER = ["what", "target", "measured", "lowest .. highest", "processor", "reached"]
+HEADER = ["quantity", "target", "measured", "lowest .. highest", "CPU ratio", "met"]
 SKLEARN = {"S": 0.28, "M": 0.30, "L": 0.32}
 UPDATE = {"M": 2.2, "L": 1.6}
 JACOBI = {400: 0.25, 800: 0.15, 1200: 0.08}
