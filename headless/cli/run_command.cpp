@@ -15,7 +15,8 @@ namespace zn::headless {
 
 namespace {
 
-constexpr char kExamples[] = "Examples:\n"
+constexpr char kExamples[] = "Defaults are in parentheses.\n"
+                             "Examples:\n"
                              "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
                              "  znica run bold.nii.gz --mask mask.nii.gz --components 30 --out ica\n"
                              "  znica run bold.nii.gz --out ica --design blocks.tsv \\\n"

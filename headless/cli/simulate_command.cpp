@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <limits>
 #include <memory>
+#include <string>
 
 namespace zn::headless {
 
@@ -54,7 +55,7 @@ void addSimulateCommand(CLI::App& app, Action& action) {
         ->check(wholeNumber(std::numeric_limits<std::uint64_t>::max()))
         ->type_name("N");
     command->add_flag("--force", options->force, "replace an earlier sample in DIR");
-    command->footer(kSimulateExamples);
+    command->footer(std::string("Defaults are in parentheses.\n") + kSimulateExamples);
     command->callback([options, &action] {
         action = [options](UnfinishedWork& unfinished) { return simulate(*options, unfinished); };
     });
