@@ -14,10 +14,10 @@ constexpr char kExitStatus[] = "Exit status:\n"
                                "  0    done\n"
                                "  1    the result cannot be written, or any other failure\n"
                                "  2    wrong usage\n"
-                               "  3    an input or a setting is not usable\n"
+                               "  3    an input or a setting cannot be used\n"
                                "  4    fewer components found than requested (the result is partial)\n"
                                "  5    not enough memory\n"
-                               "  129  hung up (128 + the number of the signal)\n"
+                               "  129  hung up, as when the terminal closes (128 + signal number)\n"
                                "  130  interrupted\n"
                                "  143  terminated\n";
 

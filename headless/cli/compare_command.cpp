@@ -49,9 +49,9 @@ void addCompareCommand(CLI::App& app, Action& action) {
     auto* command =
         app.add_subcommand("compare", "Pair the components of two results by absolute spatial correlation.");
     command->add_option("A", options->a, "folder created by znica run")->required()->type_name("DIR");
-    command->add_option("B", options->b, "another one, on the same grid")->required()->type_name("DIR");
+    command->add_option("B", options->b, "another one, on the same voxel grid")->required()->type_name("DIR");
     command->add_option("--out", options->out, "also write the table to this file")->type_name("TSV");
-    command->add_flag("--force", options->force, "replace that file");
+    command->add_flag("--force", options->force, "replace the file if it exists");
     command->footer("Example:\n  znica run bold.nii.gz --out a --seed 1\n  znica run bold.nii.gz --out b --seed 2\n"
                     "  znica compare a b\n");
     command->callback([options, &action] { action = [options](UnfinishedWork&) { return compare(*options); }; });

@@ -51,7 +51,7 @@ CLI::Option* addInputOptions(CLI::App& run, RunOptions& o) {
     run.add_option("--dummy-scans", o.dummyScans, "omit the first N volumes (0)")
         ->check(CLI::Range(0, 1000000).description(""))
         ->type_name("N");
-    run.add_option("--tr", o.secondsPerVolume, "repetition time in seconds (from JSON or header)")
+    run.add_option("--tr", o.secondsPerVolume, "repetition time (from the JSON sidecar or header)")
         ->check(repetitionTimeComplaint)
         ->type_name("SECONDS");
     run.add_option("--memory", o.memoryGib, "refuse a run that needs more (free memory)")

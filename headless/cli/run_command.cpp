@@ -54,7 +54,7 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
     command
         .add_option_function<std::string>(
             "--eigenvalues", [&o](const std::string& range) { setEigenvalues(o.eigenvalues, range); },
-            "range of eigenvalues to keep, such as 2:21")
+            "eigenvalues to keep, instead of --components (1:20)")
         ->type_name("FIRST:LAST")
         ->excludes(components);
     command
@@ -71,10 +71,13 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
 }
 
 void addFingerprint(CLI::App& command, RunOptions& o) {
-    command.add_option("--design", o.design, "up to 16 predictors: RTC text or table with header")->type_name("FILE");
+    command
+        .add_option("--design", o.design,
+                    "up to 16 predictors to compare time courses with: RTC text or table with header")
+        ->type_name("FILE");
     auto* rois =
         command.add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
-    command.add_option("--roi-names", o.regionNames, "table with columns index and name")
+    command.add_option("--roi-names", o.regionNames, "table of region names, with columns index and name")
         ->type_name("TSV")
         ->needs(rois);
     auto* clusterSize =
@@ -91,13 +94,13 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
 }
 
 void addControl(CLI::App& command, RunControl& control) {
-    command.add_option("--seed", control.seed, "reproduce the run that recorded this seed (random)")
+    command.add_option("--seed", control.seed, "random seed; the same one reproduces a run (random)")
         ->check(wholeNumber(std::numeric_limits<std::uint32_t>::max()))
         ->type_name("N");
     command.add_option("--threads", control.threads, "threads for matrix products (all)")
         ->check(CLI::Range(1, 1024).description(""))
         ->type_name("N");
-    command.add_option("--repeats", control.repeats, "repeat R times to estimate stability (1)")
+    command.add_option("--repeats", control.repeats, "run R times to measure stability (1)")
         ->check(CLI::Range(1, 1000).description(""))
         ->type_name("R");
     auto* quiet = command.add_flag("--quiet", control.quiet, "print only errors");
