@@ -33,7 +33,7 @@ public:
         for (std::size_t i = 0; i < 8; ++i) setReal(first() ? 76 : 104, i, 2.0);
         setOffset(first() ? 352 : 544);
         setCode(first() ? 254 : 348, 1);
-        for (const std::size_t diagonal : {0, 5, 10}) setSform(diagonal, 2.0);
+        for (const std::size_t diagonal : {0U, 5U, 10U}) setSform(diagonal, 2.0);
     }
 
     bool first() const { return version_ == 1; }
@@ -151,7 +151,7 @@ TEST_P(RawHeaderTest, DataThatCannotBeginThereAreRefused) {
 
 TEST_P(RawHeaderTest, ACutHeaderIsNotAnImage) {
     const std::string file = bytes.file();
-    for (const std::size_t length : {0, 1, 4, 100, 347}) {
+    for (const std::size_t length : {0U, 1U, 4U, 100U, 347U}) {
         writeFile(folder / "cut.nii", file.substr(0, length));
         EXPECT_THROW(readRawHeader(folder / "cut.nii"), Failure) << length;
     }
