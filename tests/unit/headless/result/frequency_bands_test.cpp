@@ -25,11 +25,11 @@ int bandsFilled(int milliseconds) {
     welchPowerSpectrum(course.get(), 1, kVolumes, setup.transformLength, setup.segmentLength, setup.overlap,
                        spectrum.get(), frequencies.get(), setup.samplingFrequency);
     OffsetMatrix<float> shares(0, 0, 0, kBands - 1);
-    shares.fill(0.0F);
+    shares.fill(0.0f);
     bandPowerFractions(spectrum.get(), 1, setup.frequencyCount, frequencies.get(), setup.samplingFrequency,
                        shares.get());
     int filled = 0;
-    for (int b = 0; b < kBands; ++b) filled += shares[0][b] > 0.0F ? 1 : 0;
+    for (int b = 0; b < kBands; ++b) filled += shares[0][b] > 0.0f ? 1 : 0;
     return filled;
 }
 
