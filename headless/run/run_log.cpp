@@ -10,11 +10,17 @@ namespace zn::headless {
 
 RunLog::RunLog(const std::filesystem::path& file, bool verbose, Progress& progress, SaveMaps saveMaps,
                UnfinishedWork& unfinished)
-    : file_(file, std::ios::app), verbose_(verbose), progress_(progress), saveMaps_(std::move(saveMaps)),
+    : path_(file), file_(file, std::ios::app), verbose_(verbose), progress_(progress), saveMaps_(std::move(saveMaps)),
       unfinished_(unfinished) {}
 
 void RunLog::keep(std::string_view line) {
     file_ << line << '\n' << std::flush; // so that a crashed run leaves its last line
+}
+
+void RunLog::requireWritten() {
+    if (file_.flush()) return;
+    throw Failure(ExitStatus::kOther,
+                  path_.string() + " cannot be written; check the permissions and the free disk space.");
 }
 
 void RunLog::logLine(std::string_view line) {

@@ -34,11 +34,15 @@ public:
     void saveMaps(const VolumeMaps& maps, std::string_view name) override;
     [[noreturn]] void outOfMemory() override;
 
+    /// Throws Failure (kOther) when a line did not reach the file.
+    void requireWritten();
+
     const PluginLog& facts() const { return facts_; }
     const std::vector<std::string>& messages() const { return messages_; }
     bool mapsSaved() const { return mapsSaved_; }
 
 private:
+    std::filesystem::path path_;
     std::ofstream file_;
     bool verbose_;
     Progress& progress_;

@@ -2,6 +2,7 @@
 
 #include "headless/nifti/image_writer.h"
 #include "headless/result/course_tables.h"
+#include "headless/run/plugin_files.h"
 #include "headless/run/run_plugin.h"
 #include "headless/run/seeded_rand.h"
 
@@ -50,6 +51,7 @@ void separate(Run& run) {
     const Stopwatch running;
     runPlugin(*run.library, run.session, *run.log, (*run.files)[ResultFile::kPluginFolder]);
     run.seconds.plugin = running.seconds() - run.seconds.writing;
+    requireCompletePluginFiles(run);
 }
 
 } // namespace zn::headless

@@ -74,6 +74,7 @@ void explainMissing(const Run& run) {
 } // namespace
 
 ExitStatus writeResult(Run& run) {
+    run.log->requireWritten();
     writeMetrics(run);
     writeDecomposition(run);
     writeStatus(run);

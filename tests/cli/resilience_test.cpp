@@ -54,6 +54,15 @@ TEST_F(Resilience, APageThatCannotBeWrittenCostsThePageAlone) {
     EXPECT_THAT(namesIn(folder / "out"), Not(Contains(HasSubstr("report.html"))));
 }
 
+// The plug-in passes over writes that fail. Only its covariance is longer than this limit.
+TEST_F(Resilience, APluginFileThatIsCutIsNoticed) {
+    writeFile(folder / "a_bold.nii", plainSeries(60).bytes());
+    const CommandResult result = run({"--no-report"}, "ulimit -f 70;"); // 35 KiB
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("Covariance.txt was not written completely"));
+    EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii"));
+}
+
 // As spreadsheets write it where the first column has no name.
 TEST_F(Resilience, APredictorWithoutANameKeepsItsColumn) {
     std::string design = "\tsecond\n";

@@ -1,0 +1,51 @@
+#include "headless/run/plugin_files.h"
+
+#include "headless/failure/failure.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <system_error>
+
+namespace zn::headless {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::int64_t linesIn(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return std::count(std::istreambuf_iterator<char>(stream), {}, '\n');
+}
+
+[[noreturn]] void refuseIncomplete(const fs::path& file) {
+    throw Failure(ExitStatus::kOther,
+                  file.string() +
+                      " was not written completely; check the free disk space and any limit on file sizes.");
+}
+
+void requireLines(const fs::path& file, std::int64_t wanted) {
+    if (fs::exists(file) && linesIn(file) != wanted) refuseIncomplete(file);
+}
+
+} // namespace
+
+void requireCompletePluginFiles(const Run& run) {
+    const fs::path folder = (*run.files)[ResultFile::kPluginFolder];
+    const std::string stem = fs::path(run.session.dialog.texts[0]).stem().string();
+    requireLines(folder / nameOf(ResultFile::kPluginVoxels), run.voxelsAnalysed() + 1);
+    requireLines(folder / nameOf(ResultFile::kPluginCovariance), run.volumes);
+    requireLines(folder / nameOf(ResultFile::kPluginParameters), run.componentsFound());
+    requireLines(folder / (stem + std::string(nameOf(ResultFile::kPluginTimeCourses))), run.volumes + 6);
+
+    const fs::path eigenvalues = folder / (stem + std::string(nameOf(ResultFile::kPluginEigenvalues)));
+    const auto volumes = static_cast<std::uintmax_t>(run.volumes);
+    std::error_code absent;
+    const std::uintmax_t length = fs::file_size(eigenvalues, absent);
+    if (!absent && length != sizeof(double) * (volumes + volumes * volumes)) refuseIncomplete(eigenvalues);
+}
+
+} // namespace zn::headless

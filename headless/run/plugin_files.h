@@ -1,0 +1,17 @@
+#pragma once
+
+#include "headless/run/run.h"
+
+namespace zn::headless {
+
+/// Throws Failure (kOther) when a file that the plug-in left in its folder is shorter than it should be: the plug-in
+/// itself passes over writes that fail. Files that a plug-in did not write at all are not missed.
+///
+///   ICA.vox            one line per voxel, and one with their number
+///   Covariance.txt     one line per volume
+///   ParamsMatrix.txt   one line per component
+///   .eig               8 (T + T T) bytes for T volumes
+///   _ICA.rtc           six lines, and one per volume
+void requireCompletePluginFiles(const Run& run);
+
+} // namespace zn::headless
