@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <functional>
+#include <limits>
 
 namespace zn::headless {
 
@@ -21,8 +23,17 @@ using Row = std::vector<std::string_view>;
     refuseFile(file, "is damaged: " + why + "; create the result again.");
 }
 
+// Deeper than any record; beyond some ten thousand levels, writing it into the page would exhaust the stack.
+constexpr int kMaxNesting = 64;
+
 Json objectIn(const ResultFiles& files, ResultFile file) {
-    Json json = Json::parse(files.text(file), nullptr, false);
+    bool tooDeep = false;
+    const auto limit = [&tooDeep](int depth, Json::parse_event_t, const Json&) {
+        tooDeep |= depth > kMaxNesting;
+        return depth <= kMaxNesting;
+    };
+    Json json = Json::parse(files.text(file), limit, false);
+    if (tooDeep) refuse(files[file], "it is nested too deeply");
     if (!json.is_object()) refuse(files[file], "it is not a JSON object");
     return json;
 }
@@ -117,7 +128,11 @@ Json readRecord(const ResultFiles& files) {
         refuse(files[kFile], "it has no " + std::string(kind) + " at " + key);
     };
     const auto isNumberOrNull = [](const Json& value) { return value.is_number() || value.is_null(); };
+    const auto isCount = [](const Json& value) {
+        return value.is_number_integer() && value >= 1 && value <= std::numeric_limits<std::int32_t>::max();
+    };
     for (const char* key : kNumbers) require(key, &Json::is_number, "number");
+    require("/Input/Volumes", isCount, "number of volumes");
     for (const char* key : kTexts) require(key, &Json::is_string, "text");
     for (const char* key : kLists) require(key, &Json::is_array, "list");
     require("/RetainedVariancePercent", isNumberOrNull, "number");

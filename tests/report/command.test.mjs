@@ -80,6 +80,18 @@ const damages = [
     ],
     ['mixing.tsv', 'with a word for a number', (text) => text.replace(/\t0\.\d+/, '\tmuch'), /holds "much"/],
     ['design.tsv', 'without a row', (text) => joined(rowsOf(text).slice(0, -1)), /has 119 rows for 120 volumes/],
+    [
+        'decomposition.json',
+        'nested 200,000 levels deep',
+        () => '['.repeat(200000) + ']'.repeat(200000),
+        /it is nested too deeply/,
+    ],
+    [
+        'decomposition.json',
+        'with more volumes than can be counted',
+        (text) => text.replace(/"Volumes":\d+/, '"Volumes":1e300'),
+        /it has no number of volumes at \/Input\/Volumes/,
+    ],
     ['decomposition.json', 'that is a list', () => '[]', /it is not a JSON object/],
     [
         'decomposition.json',
