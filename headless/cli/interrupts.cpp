@@ -1,9 +1,12 @@
 #include "headless/cli/interrupts.h"
 
+#include "headless/failure/failure.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <system_error>
 #include <thread>
 
 #include <unistd.h>
@@ -49,7 +52,12 @@ void watchInterrupts(UnfinishedWork& unfinished) {
     int ends[2];
     if (pipe(ends) != 0) return; // signals keep their usual effect
     toWatcher = ends[1];
-    std::thread([reader = ends[0], &unfinished] { watch(reader, unfinished); }).detach();
+    try {
+        std::thread([reader = ends[0], &unfinished] { watch(reader, unfinished); }).detach();
+    } catch (const std::system_error&) {
+        throw Failure(ExitStatus::kMemory, "no thread can be started; raise the limits on memory and processes "
+                                           "(ulimit -v, ulimit -u).");
+    }
     std::signal(SIGXFSZ, SIG_IGN); // exceeding a file size limit becomes a failed write
     std::signal(SIGPIPE, SIG_IGN); // a reader that stops early, such as head, still wants the result
     for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) handle(signal);

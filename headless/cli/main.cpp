@@ -1,9 +1,11 @@
 #include "headless/cli/command_line.h"
 #include "headless/cli/interrupts.h"
 #include "headless/cli/standard_output.h"
+#include "headless/memory/available_memory.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <new>
 #include <string>
 #include <utility>
@@ -21,6 +23,14 @@ int complain(UnfinishedWork& unfinished, ExitStatus status, std::string text) {
     return static_cast<int>(status);
 }
 
+// Ends the process. Under a limit on address space the BLAS's own threads may wait for memory for ever, and with them
+// the BLAS's clean-up at exit, which is therefore skipped.
+int end(int status) {
+    if (!zn::headless::addressSpaceLeftBytes()) return status;
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -30,17 +40,17 @@ int main(int argc, char** argv) {
     try {
         line.app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return line.app.exit(error); // help and version
-        return complain(unfinished, ExitStatus::kUsage, line.complaint(error, argc, argv));
+        if (error.get_exit_code() == 0) return end(line.app.exit(error)); // help and version
+        return end(complain(unfinished, ExitStatus::kUsage, line.complaint(error, argc, argv)));
     }
     try {
         zn::headless::watchInterrupts(unfinished);
-        return static_cast<int>(line.action(unfinished));
+        return end(static_cast<int>(line.action(unfinished)));
     } catch (const zn::headless::Failure& failure) {
-        return complain(unfinished, failure.status(), failure.what());
+        return end(complain(unfinished, failure.status(), failure.what()));
     } catch (const std::bad_alloc&) {
-        return complain(unfinished, ExitStatus::kMemory, "there is not enough memory for data of this size.");
+        return end(complain(unfinished, ExitStatus::kMemory, "there is not enough memory for data of this size."));
     } catch (const std::exception& error) {
-        return complain(unfinished, ExitStatus::kOther, error.what());
+        return end(complain(unfinished, ExitStatus::kOther, error.what()));
     }
 }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace zn::headless {
 
@@ -92,6 +93,14 @@ std::optional<std::int64_t> availableMemoryBytes(const fs::path& root) {
     const auto group = controlGroupMemoryLeft(root);
     if (machine && group) return std::min(*machine, *group);
     return machine ? machine : group;
+}
+
+std::optional<std::int64_t> addressSpaceLeftBytes() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return std::nullopt;
+    std::int64_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages; // its first number is the size of the address space
+    return static_cast<std::int64_t>(limit.rlim_cur) - pages * sysconf(_SC_PAGESIZE);
 }
 
 std::int64_t peakMemoryBytes() {

@@ -45,6 +45,23 @@ std::string budgetText(const Run& run) {
     return gibText(*run.budgetBytes) + (run.options.memoryGib ? " are allowed by --memory" : " are free");
 }
 
+// Beside the data a run maps the BLAS's buffers, and for every thread a stack and an arena of the allocator. Measured
+// with 1 to 4 threads, with 100 MiB to spare.
+constexpr std::int64_t kMappedBytes = 192 << 20;
+constexpr std::int64_t kMappedBytesPerThread = 96 << 20;
+
+// Memory that it cannot map makes the BLAS wait for ever.
+void requireAddressSpace(const Run& run) {
+    const auto left = addressSpaceLeftBytes();
+    const int blasThreads = MatrixProducts::defaultThreads();
+    const int threads = blasThreads + run.options.control.threads.value_or(blasThreads);
+    const std::int64_t needed = run.predictedBytes + kMappedBytes + threads * kMappedBytesPerThread;
+    if (!left || needed <= *left) return;
+    throw Failure(ExitStatus::kMemory, run.functional.file.string() + " needs about " + gibText(needed) +
+                                           " of address space, but the limit (ulimit -v) leaves " + gibText(*left) +
+                                           "; raise or remove that limit.");
+}
+
 void requireBudget(const Run& run) {
     if (!run.budgetBytes || run.predictedBytes <= *run.budgetBytes) return;
     throw Failure(ExitStatus::kMemory, run.functional.file.string() + " needs about " + gibText(run.predictedBytes) +
@@ -62,6 +79,7 @@ void checkBudget(Run& run) {
     run.predictedBytes = predictedBytes(run, voxels);
     run.notes.say("Memory: about " + gibText(run.predictedBytes) + " at the peak, for " + std::to_string(voxels) +
                   " voxels; " + budgetText(run) + ".");
+    requireAddressSpace(run); // once: later, the data are part of what is mapped
     requireBudget(run);
 }
 

@@ -54,6 +54,17 @@ TEST_F(Resilience, APageThatCannotBeWrittenCostsThePageAlone) {
     EXPECT_THAT(namesIn(folder / "out"), Not(Contains(HasSubstr("report.html"))));
 }
 
+// The BLAS waits for ever for memory that it cannot map.
+TEST_F(Resilience, ALimitOnTheAddressSpaceIsCountedBeforeTheRun) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "AddressSanitizer itself maps terabytes";
+#endif
+    const CommandResult result = run({}, "ulimit -v 400000;");
+    EXPECT_EQ(result.status, 5);
+    EXPECT_THAT(result.err, HasSubstr("of address space, but the limit (ulimit -v) leaves 0."));
+    EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii"));
+}
+
 // The plug-in passes over writes that fail. Only its covariance is longer than this limit.
 TEST_F(Resilience, APluginFileThatIsCutIsNoticed) {
     writeFile(folder / "a_bold.nii", plainSeries(60).bytes());
