@@ -14,28 +14,32 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void sync(const fs::path& path, int flags) {
+int syncStatus(const fs::path& path, int flags) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | flags);
-    // Some network file systems cannot sync a folder (EINVAL) and do it themselves.
-    const bool synced = descriptor >= 0 && (fsync(descriptor) == 0 || errno == EINVAL);
-    const int error = errno;
-    if (descriptor >= 0) close(descriptor);
-    if (synced) return;
-    throw Failure(ExitStatus::kOther, path.string() + " did not reach the disk: " + std::strerror(error) +
+    if (descriptor < 0) return errno;
+    const int error = fsync(descriptor) == 0 ? 0 : errno;
+    close(descriptor);
+    return error;
+}
+
+void syncFile(const fs::path& file) {
+    const int error = syncStatus(file, 0);
+    if (error == 0) return;
+    throw Failure(ExitStatus::kOther, file.string() + " did not reach the disk: " + std::strerror(error) +
                                           "; check the free space and the state of the disk.");
 }
 
 } // namespace
 
 void syncFolder(const fs::path& folder) {
-    sync(folder, O_DIRECTORY);
+    syncStatus(folder, O_DIRECTORY);
 }
 
 void syncTree(const fs::path& folder) {
     for (const auto& entry : fs::directory_iterator(folder)) {
         const fs::file_status status = entry.symlink_status();
         if (fs::is_directory(status)) syncTree(entry.path());
-        if (fs::is_regular_file(status)) sync(entry.path(), 0);
+        if (fs::is_regular_file(status)) syncFile(entry.path());
     }
     syncFolder(folder);
 }
