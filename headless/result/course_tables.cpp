@@ -3,7 +3,6 @@
 #include "headless/result/result_names.h"
 #include "headless/text/text_file.h"
 
-#include <algorithm>
 #include <span>
 #include <string>
 #include <vector>
@@ -46,10 +45,7 @@ void writeMixingTable(const std::filesystem::path& file, const VolumeMaps& maps)
 void writeDesignTable(const std::filesystem::path& file, const DesignMatrix& design) {
     std::vector<Column> columns;
     for (std::size_t i = 0; i < design.names.size(); ++i) {
-        std::string name = design.names[i];
-        std::replace_if(
-            name.begin(), name.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
-        columns.push_back({std::move(name), design.predictors[i]});
+        columns.push_back({cellText(design.names[i]), design.predictors[i]});
     }
     writeColumns(file, columns);
 }

@@ -44,8 +44,8 @@ void writeMetricsTable(const std::filesystem::path& file, const VolumeMaps& maps
         for (std::size_t position = 0; position < kMetrics.size(); ++position) {
             text += "\t" + cellText(valueAt(map, position));
         }
-        text += "\t" + ReferenceNames::at(names.predictors, valueAt(map, kPredictorIndex));
-        text += "\t" + ReferenceNames::at(names.regions, valueAt(map, kRegionIndex)) + "\tn/a";
+        text += "\t" + cellText(ReferenceNames::at(names.predictors, valueAt(map, kPredictorIndex)));
+        text += "\t" + cellText(ReferenceNames::at(names.regions, valueAt(map, kRegionIndex))) + "\tn/a";
         if (!stability.empty()) text += stabilityCells(stability[static_cast<std::size_t>(index) - 1]);
         text += '\n';
     }

@@ -2,6 +2,8 @@
 
 #include "headless/failure/failure.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <charconv>
 #include <cmath>
@@ -62,6 +64,12 @@ std::string cellText(float value) {
     char text[32];
     const auto end = std::to_chars(text, text + sizeof text, value).ptr;
     return {text, end};
+}
+
+std::string cellText(std::string name) {
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char c) { return std::iscntrl(c) != 0; }, ' ');
+    return name;
 }
 
 } // namespace zn::headless

@@ -17,4 +17,7 @@ void replaceTextFile(const std::filesystem::path& file, std::string_view text);
 /// The shortest text that reads back as the same number; "n/a" for NaN, as in BIDS tables.
 std::string cellText(float value);
 
+/// A name as a cell of a table: control characters, tabs and line ends above all, become blanks.
+std::string cellText(std::string name);
+
 } // namespace zn::headless

@@ -43,6 +43,14 @@ TEST(CellText, ReadsBackAsTheSameNumber) {
     EXPECT_EQ(cellText(-INFINITY), "-inf");
 }
 
+TEST(CellText, OfANameHasNoControlCharacters) {
+    EXPECT_EQ(cellText(std::string("left\thand\r\nside\x7f")), "left hand  side ");
+    EXPECT_EQ(cellText(std::string("Gr\xc3\xbc\xc3\x9f"
+                                   "e")),
+              "Gr\xc3\xbc\xc3\x9f"
+              "e"); // UTF-8 stays as it is
+}
+
 TEST(ReferenceNames, CountFromOneAndAnyOtherNumberIsNotAvailable) {
     const std::vector<std::string> names = {"face", "house"};
     EXPECT_EQ(ReferenceNames::at(names, 1.0f), "face");
