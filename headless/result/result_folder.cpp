@@ -69,14 +69,22 @@ void ResultFolder::takeName() {
     if (rename(hidden_.c_str(), wanted_.c_str()) == 0) return syncFolder(wanted_.parent_path());
     if (!replace_) fail(wanted_, std::string("cannot be created: ") + std::strerror(errno) + ".");
     exchange();
-    const std::string why = whyNotAResult(hidden_); // what stood there a moment ago may not be what was checked
+    const std::string why = whyNotReplaced(hidden_);
     if (!why.empty()) {
         exchange();
-        fail(wanted_, why + "; --force replaces nothing but results.");
+        fail(wanted_, why);
     }
     syncFolder(wanted_.parent_path()); // before the earlier result goes
     std::error_code ignored;           // the new result is in place; leftovers of the old one are only clutter
     fs::remove_all(hidden_, ignored);
+}
+
+// Asked once more of what was taken out: it may not be what stood there when the place was checked.
+std::string ResultFolder::whyNotReplaced(const fs::path& earlier) const {
+    if (fs::is_empty(earlier)) return "";
+    if (!replace_) return "is no longer empty; name another folder.";
+    const std::string why = whyNotAResult(earlier);
+    return why.empty() ? "" : why + "; --force replaces nothing but results.";
 }
 
 void ResultFolder::exchange() {
@@ -89,6 +97,12 @@ void ResultFolder::moveOut() {
     const fs::path earlier = makeHiddenFolder(hidden_, wanted_, "replaced");
     try {
         moveEntries(wanted_, earlier, hidden_);
+        const std::string why = whyNotReplaced(earlier);
+        if (!why.empty()) {
+            moveEntries(earlier, wanted_);
+            fs::remove(earlier, ignored);
+            fail(wanted_, why);
+        }
         try {
             moveEntries(hidden_, wanted_, earlier);
         } catch (const fs::filesystem_error&) {

@@ -3,6 +3,7 @@
 #include "headless/result/unfinished_work.h"
 
 #include <filesystem>
+#include <string>
 
 namespace zn::headless {
 
@@ -32,6 +33,7 @@ public:
 private:
     void takeName();
     void exchange();
+    std::string whyNotReplaced(const std::filesystem::path& earlier) const;
     void moveOut();
 
     UnfinishedWork& unfinished_;
