@@ -33,15 +33,18 @@ void requireLines(const fs::path& file, std::int64_t wanted) {
 
 } // namespace
 
-void requireCompletePluginFiles(const Run& run) {
-    const fs::path folder = (*run.files)[ResultFile::kPluginFolder];
-    const std::string stem = fs::path(run.session.dialog.texts[0]).stem().string();
-    requireLines(folder / nameOf(ResultFile::kPluginVoxels), run.voxelsAnalysed() + 1);
-    requireLines(folder / nameOf(ResultFile::kPluginCovariance), run.volumes);
-    requireLines(folder / nameOf(ResultFile::kPluginParameters), run.componentsFound());
-    requireLines(folder / (stem + std::string(nameOf(ResultFile::kPluginTimeCourses))), run.volumes + 6);
+fs::path pluginFile(const Run& run, ResultFile file) {
+    const ResultFileEntry& entry = resultFileList()[static_cast<std::size_t>(file)];
+    return (*run.files)[ResultFile::kPluginFolder] / entry.in(fs::path(run.session.dialog.texts[0]).stem().string());
+}
 
-    const fs::path eigenvalues = folder / (stem + std::string(nameOf(ResultFile::kPluginEigenvalues)));
+void requireCompletePluginFiles(const Run& run) {
+    requireLines(pluginFile(run, ResultFile::kPluginVoxels), run.voxelsAnalysed() + 1);
+    requireLines(pluginFile(run, ResultFile::kPluginCovariance), run.volumes);
+    requireLines(pluginFile(run, ResultFile::kPluginParameters), run.componentsFound());
+    requireLines(pluginFile(run, ResultFile::kPluginTimeCourses), run.volumes + 6);
+
+    const fs::path eigenvalues = pluginFile(run, ResultFile::kPluginEigenvalues);
     const auto volumes = static_cast<std::uintmax_t>(run.volumes);
     std::error_code absent;
     const std::uintmax_t length = fs::file_size(eigenvalues, absent);

@@ -2,7 +2,12 @@
 
 #include "headless/run/run.h"
 
+#include <filesystem>
+
 namespace zn::headless {
+
+/// Where the plug-in puts one of its files, whose names partly follow the image's.
+std::filesystem::path pluginFile(const Run& run, ResultFile file);
 
 /// Throws Failure (kOther) when a file that the plug-in left in its folder is shorter than it should be: the plug-in
 /// itself passes over writes that fail. Files that a plug-in did not write at all are not missed.

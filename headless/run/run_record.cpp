@@ -5,12 +5,12 @@
 #include "headless/memory/available_memory.h"
 #include "headless/result/metrics.h"
 #include "headless/result/result_names.h"
+#include "headless/run/plugin_files.h"
 #include "headless/run/recorded_input.h"
 #include "headless/text/text_file.h"
 
 #include <cmath>
 #include <fstream>
-#include <system_error>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -77,17 +77,12 @@ Json repeatsOf(const RepeatFacts& repeats) {
             {"ComponentsFound", repeats.found}};
 }
 
-// In descending order, from the plug-in's eigenvalue file: T doubles, little-endian, followed by the eigenvectors.
-// Empty when the file is missing or not 8 (T + T T) bytes long.
+// In descending order, from the plug-in's eigenvalue file, whose length has been checked: T doubles, little-endian,
+// followed by the eigenvectors. Empty when the plug-in left no such file.
 std::vector<double> eigenvaluesOf(const Run& run) {
-    const auto name = std::filesystem::path(run.session.dialog.texts[0]).replace_extension(".eig");
-    const std::filesystem::path file = (*run.files)[ResultFile::kPluginFolder] / name;
-    const auto count = static_cast<std::uintmax_t>(run.volumes);
-    std::error_code error;
-    if (std::filesystem::file_size(file, error) != sizeof(double) * (count + count * count) || error) return {};
-    std::vector<double> values(count);
-    std::ifstream stream(file, std::ios::binary);
-    stream.read(reinterpret_cast<char*>(values.data()), static_cast<std::streamsize>(sizeof(double) * count));
+    std::vector<double> values(static_cast<std::size_t>(run.volumes));
+    std::ifstream stream(pluginFile(run, ResultFile::kPluginEigenvalues), std::ios::binary);
+    stream.read(reinterpret_cast<char*>(values.data()), static_cast<std::streamsize>(sizeof(double) * values.size()));
     if (!stream) values.clear();
     return values;
 }
