@@ -2,6 +2,7 @@
 
 #include "headless/result/result_files.h"
 #include "headless/result/result_names.h"
+#include "headless/text/unfinished_name.h"
 
 #include <algorithm>
 #include <fstream>
@@ -102,6 +103,10 @@ std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     names.erase(but + "/");
     const bool sample = isSample(folder);
     const std::string foreign = sample ? foreignNameInSample(names) : foreignNameInResult(folder, names);
+    if (isUnfinishedName(foreign.substr(0, foreign.find('/')))) {
+        return "holds " + foreign +
+               ", the unfinished work of another process; wait for it, or remove it if it was killed";
+    }
     if (!foreign.empty()) return "holds " + foreign + ", which does not belong to a result";
     if (!sample && !isMadeByZnica(folder)) return "has no dataset_description.json that names znica";
     return "";

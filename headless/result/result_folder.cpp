@@ -2,6 +2,7 @@
 
 #include "headless/failure/failure.h"
 #include "headless/result/earlier_result.h"
+#include "headless/result/hidden_folder.h"
 #include "headless/result/move_entries.h"
 #include "headless/result/output_place.h"
 #include "headless/result/sync_files.h"
@@ -46,6 +47,8 @@ void checkWanted(const fs::path& wanted, bool replace, const fs::path& own = {})
 
 ResultFolder::ResultFolder(UnfinishedWork& unfinished, const fs::path& wanted, bool replace)
     : unfinished_(unfinished), wanted_(outputPlace(wanted)), replace_(replace) {
+    removeLeftovers(wanted_.parent_path());
+    removeLeftovers(wanted_);
     checkWanted(wanted_, replace_);
     std::error_code error;
     inside_ = fs::exists(wanted_, error) && !canBeReplaced(wanted_);
@@ -59,8 +62,8 @@ void ResultFolder::commit() {
             checkWanted(wanted_, replace_, inside_ ? hidden_ : fs::path()); // it may have been taken in the meantime
             inside_ ? moveOut() : takeName();
         } catch (const Failure& failure) {
-            throw Failure(failure.status(),
-                          std::string(failure.what()) + " The finished result is in " + hidden_.string() + ".");
+            throw Failure(failure.status(), std::string(failure.what()) + " The finished result is in " +
+                                                keepHiddenFolder(hidden_, wanted_, "finished").string() + ".");
         }
     });
 }
@@ -94,27 +97,34 @@ void ResultFolder::exchange() {
 
 void ResultFolder::moveOut() {
     std::error_code ignored;
-    const fs::path earlier = makeHiddenFolder(hidden_, wanted_, "replaced");
+    const fs::path replacing = hidden_ / kReplacing;
     try {
-        moveEntries(wanted_, earlier, hidden_);
-        const std::string why = whyNotReplaced(earlier);
-        if (!why.empty()) {
-            moveEntries(earlier, wanted_);
-            fs::remove(earlier, ignored);
-            fail(wanted_, why);
-        }
-        try {
-            moveEntries(hidden_, wanted_, earlier);
-        } catch (const fs::filesystem_error&) {
-            moveEntries(earlier, wanted_);
-            throw;
-        }
+        fs::create_directory(replacing);
+        moveEntries(wanted_, replacing, hidden_);
+        putInPlaceOf(replacing);
     } catch (const fs::filesystem_error& error) {
-        fs::remove(earlier, ignored); // if it is empty
+        fs::remove(replacing, ignored); // if it is empty
         fail(wanted_, "cannot be filled: " + error.code().message() + ".");
     }
     syncFolder(wanted_);
     fs::remove_all(hidden_, ignored);
+}
+
+// Of the earlier entries, which are in a subfolder now. Any failure moves them back.
+void ResultFolder::putInPlaceOf(const fs::path& replacing) {
+    std::error_code ignored;
+    const fs::path replaced = hidden_ / kReplaced;
+    try {
+        const std::string why = whyNotReplaced(replacing);
+        if (!why.empty()) fail(wanted_, why);
+        fs::rename(replacing, replaced); // from here on a later run would complete the exchange, before it undo it
+        moveEntries(hidden_, wanted_, replaced);
+    } catch (const std::exception&) {
+        fs::rename(replaced, replacing, ignored);
+        moveEntries(replacing, wanted_);
+        fs::remove(replacing, ignored);
+        throw;
+    }
 }
 
 } // namespace zn::headless

@@ -12,6 +12,8 @@ namespace zn::headless {
 ///
 /// If the name of an existing folder cannot be taken (canBeReplaced), the hidden folder is created inside it, and its
 /// entries are moved out one by one at the end. If one of them cannot be moved, all go back.
+///
+/// What killed runs left in the parent folder and in the wanted folder is removed first.
 class ResultFolder {
 public:
     /// Throws Failure: kUsage when no place is named, kOther when something else is there or it is not writable.
@@ -35,6 +37,7 @@ private:
     void exchange();
     std::string whyNotReplaced(const std::filesystem::path& earlier) const;
     void moveOut();
+    void putInPlaceOf(const std::filesystem::path& replacing);
 
     UnfinishedWork& unfinished_;
     std::filesystem::path wanted_; // absolute

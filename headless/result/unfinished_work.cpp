@@ -1,6 +1,7 @@
 #include "headless/result/unfinished_work.h"
 
 #include "headless/failure/failure.h"
+#include "headless/result/hidden_folder.h"
 #include "headless/result/result_files.h"
 
 #include <cerrno>
@@ -16,29 +17,11 @@ namespace zn::headless {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-[[noreturn]] void fail(const fs::path& path, const char* what, int error) {
-    throw Failure(ExitStatus::kOther, path.string() + " " + what + ": " + std::strerror(error) + ".");
-}
-
-} // namespace
-
-fs::path makeHiddenFolder(const fs::path& place, const fs::path& wanted, const char* kind) {
-    const std::string stem =
-        "." + wanted.filename().string().substr(0, 200) + "." + kind + "-" + std::to_string(getpid());
-    for (int attempt = 0;; ++attempt) {
-        fs::path path = place / (stem + (attempt > 0 ? "-" + std::to_string(attempt) : ""));
-        if (mkdir(path.c_str(), 0777) == 0) return path;
-        if (errno != EEXIST) fail(place, "cannot be written to", errno);
-    }
-}
-
 fs::path UnfinishedWork::begin(const fs::path& place, const fs::path& wanted) {
     const std::scoped_lock lock(guard_);
     try {
         makeParents(wanted.parent_path());
-        hidden_ = makeHiddenFolder(place, wanted, "unfinished");
+        hidden_ = makeHiddenFolder(place, wanted);
     } catch (...) {
         removeAll();
         throw;
@@ -52,7 +35,9 @@ void UnfinishedWork::makeParents(const fs::path& parent) {
     std::vector<fs::path> missing;
     for (fs::path path = parent; !path.empty() && !fs::exists(path); path = path.parent_path()) missing.push_back(path);
     for (auto path = missing.rbegin(); path != missing.rend(); ++path) {
-        if (mkdir(path->c_str(), 0777) != 0 && errno != EEXIST) fail(*path, "cannot be created", errno);
+        if (mkdir(path->c_str(), 0777) != 0 && errno != EEXIST) {
+            throw Failure(ExitStatus::kOther, path->string() + " cannot be created: " + std::strerror(errno) + ".");
+        }
         createdParents_.push_back(*path);
     }
 }
@@ -75,7 +60,7 @@ bool UnfinishedWork::isFinished() const {
 void UnfinishedWork::discard() {
     const std::scoped_lock lock(guard_);
     if (keep_ && !hidden_.empty()) {
-        kept_ = hidden_;
+        kept_ = keepHiddenFolder(hidden_, wantedName_, "partial");
         hidden_.clear();
         createdParents_.clear();
         return;

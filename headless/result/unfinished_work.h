@@ -35,7 +35,7 @@ public:
     /// Removes the hidden folder and the parent folders created for it, or leaves them if they are to be kept.
     void discard();
 
-    /// From now on discard() leaves the hidden folder where it is.
+    /// From now on discard() leaves the folder, under the name "WANTED.partial".
     void keep();
 
     /// Discards; then, if the folder is kept, writes a status.json into it and returns the sentence " The partial files
@@ -65,9 +65,5 @@ private:
     std::string hiddenName_; // of the last hidden folder, and the name it was meant to get; empty once it is finished
     std::string wantedName_;
 };
-
-/// Creates a new hidden folder in `place`, named after the wanted one, and returns its path. Throws Failure (kOther).
-std::filesystem::path makeHiddenFolder(const std::filesystem::path& place, const std::filesystem::path& wanted,
-                                       const char* kind);
 
 } // namespace zn::headless

@@ -1,6 +1,7 @@
 #include "headless/text/text_file.h"
 
 #include "headless/failure/failure.h"
+#include "headless/text/unfinished_name.h"
 
 #include <algorithm>
 #include <cctype>
@@ -25,11 +26,17 @@ namespace {
                   file.string() + " cannot be written; check the permissions and the free disk space.");
 }
 
+void removeLeftoverFiles(const fs::path& folder) {
+    std::error_code error;
+    for (const fs::path& leftover : leftoversIn(folder)) {
+        if (fs::is_regular_file(fs::symlink_status(leftover, error))) fs::remove(leftover, error);
+    }
+}
+
 // An empty file under a name that did not exist.
 fs::path newFileBeside(const fs::path& file) {
-    const std::string stem = "." + file.filename().string().substr(0, 200) + "." + std::to_string(getpid()) + "-";
-    for (int attempt = 0;; ++attempt) {
-        fs::path path = file.parent_path() / (stem + std::to_string(attempt));
+    for (int number = 0;; ++number) {
+        fs::path path = file.parent_path() / unfinishedName(file.filename().string(), number);
         const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
         if (descriptor < 0 && errno != EEXIST) failToWrite(file);
         if (descriptor < 0) continue;
@@ -48,6 +55,7 @@ void writeTextFile(const fs::path& file, std::string_view text) {
 }
 
 void replaceTextFile(const fs::path& file, std::string_view text) {
+    removeLeftoverFiles(fs::absolute(file).parent_path());
     const fs::path unfinished = newFileBeside(file);
     std::error_code error;
     try {

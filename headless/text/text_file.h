@@ -11,7 +11,7 @@ void writeTextFile(const std::filesystem::path& file, std::string_view text);
 
 /// The same for a file that may exist: the text is written under a new hidden name beside it, which then takes its
 /// place. The earlier file stays until then, several processes do not disturb each other, and a link is replaced, not
-/// followed.
+/// followed. Hidden files that killed processes left in that folder are removed.
 void replaceTextFile(const std::filesystem::path& file, std::string_view text);
 
 /// The shortest text that reads back as the same number; "n/a" for NaN, as in BIDS tables.

@@ -1,0 +1,66 @@
+#include "headless/text/unfinished_name.h"
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <regex>
+#include <system_error>
+
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace zn::headless {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t kLongestName = 100; // of the part before ".unfinished"
+
+// 8 hexadecimal digits: a 32-bit FNV-1a hash of the host's name and the process table's inode.
+std::string machine() {
+    std::array<char, 256> text{};
+    gethostname(text.data(), text.size() - 1);
+    struct stat table {};
+    stat("/proc/self/ns/pid", &table); // 0 without /proc
+    std::uint32_t hash = 2166136261U;
+    for (const char c : std::string(text.data()) + "/" + std::to_string(table.st_ino)) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
+    }
+    std::snprintf(text.data(), text.size(), "%08x", hash);
+    return text.data();
+}
+
+// NAME, MACHINE, PROCESS, NUMBER
+const std::regex kForm(R"(\..+\.unfinished-([0-9a-f]{8})-([0-9]{1,9})-[0-9]+)");
+
+bool isLeftover(const std::string& name) {
+    std::smatch parts;
+    if (!std::regex_match(name, parts, kForm) || parts[1] != machine()) return false;
+    return kill(std::stoi(parts[2]), 0) != 0 && errno == ESRCH;
+}
+
+} // namespace
+
+std::string unfinishedName(const std::string& wanted, int number) {
+    return "." + wanted.substr(0, kLongestName) + ".unfinished-" + machine() + "-" + std::to_string(getpid()) + "-" +
+           std::to_string(number);
+}
+
+bool isUnfinishedName(const std::string& name) {
+    return std::regex_match(name, kForm);
+}
+
+std::vector<fs::path> leftoversIn(const fs::path& folder) {
+    std::error_code error;
+    std::vector<fs::path> found;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (isLeftover(entry->path().filename().string())) found.push_back(entry->path());
+    }
+    return found;
+}
+
+} // namespace zn::headless
