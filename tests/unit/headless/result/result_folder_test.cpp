@@ -33,11 +33,10 @@ protected:
 // For example with two runs into one folder: the second has to notice the result of the first.
 TEST_F(ResultFolderTest, DoesNotTouchWhatTookItsPlaceAndKeepsTheResult) {
     for (const bool replace : {false, true}) {
-        fs::path left;
+        const fs::path left = folder / "out.finished";
         {
             UnfinishedWork unfinished;
             ResultFolder result(unfinished, folder / "out", replace);
-            left = result.path();
             writeFile(result.path() / "log.txt", "finished");
             write("out/notes.txt");
             try {
