@@ -40,8 +40,7 @@ fs::path makeHiddenFolder(const fs::path& place, const fs::path& wanted) {
         fs::path path = place / unfinishedName(wanted.filename().string(), number);
         if (mkdir(path.c_str(), 0777) == 0) return path;
         if (errno != EEXIST) {
-            throw Failure(ExitStatus::kOther,
-                          place.string() + " cannot be written to: " + std::strerror(errno) + ".");
+            throw Failure(ExitStatus::kOther, place.string() + " cannot be written to: " + std::strerror(errno) + ".");
         }
     }
 }

@@ -57,6 +57,17 @@ bool ResultFiles::has(ResultFile file) const {
     return fs::exists((*this)[file], error);
 }
 
+void ResultFiles::requireShortNames() const {
+    for (const ResultFileEntry& entry : kList) {
+        std::error_code error;
+        const std::string name = entry.in(stem_);
+        (void)fs::symlink_status(folder_ / name, error);
+        if (error != std::errc::filename_too_long) continue;
+        throw Failure(ExitStatus::kInput, "the image's name is too long: the result would hold " + name + " (" +
+                                              std::to_string(name.size()) + " bytes); use a shorter name.");
+    }
+}
+
 std::string ResultFiles::text(ResultFile file) const {
     return readWholeFile((*this)[file]);
 }

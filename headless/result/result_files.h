@@ -51,6 +51,8 @@ public:
 
     std::filesystem::path operator[](ResultFile file) const;
     bool has(ResultFile file) const;
+    /// Throws Failure (kInput) when the folder's file system cannot have one of the names of a run.
+    void requireShortNames() const;
     /// The text of a file. Throws Failure (kInput) when it cannot be read.
     std::string text(ResultFile file) const;
     /// The same for a file that may be missing, in which case it is empty.

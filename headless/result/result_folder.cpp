@@ -35,7 +35,9 @@ bool isEmpty(const fs::path& folder, const fs::path& but) {
 // Throws unless the wanted place is free or may be cleared. `own`: our folder inside it, if any.
 void checkWanted(const fs::path& wanted, bool replace, const fs::path& own = {}) {
     std::error_code error;
-    if (!fs::exists(fs::symlink_status(wanted, error))) return;
+    const fs::file_status status = fs::symlink_status(wanted, error);
+    if (error == std::errc::filename_too_long) fail(wanted, "is too long a name; choose a shorter one.");
+    if (!fs::exists(status)) return;
     if (!fs::is_directory(wanted, error)) fail(wanted, "exists and is not a folder; name another one.");
     if (isEmpty(wanted, own)) return;
     if (!replace) fail(wanted, "exists and is not empty; name another folder, or use --force to replace a result.");

@@ -17,6 +17,7 @@ void openResult(Run& run) {
     run.library.emplace(options.plugin.empty() ? findPlugin() : options.plugin);
     run.folder.emplace(run.unfinished, options.out, options.force);
     run.files.emplace(run.folder->path(), resultStem(options.functional));
+    run.files->requireShortNames();
     if (options.control.keepPartial) run.unfinished.keep();
 }
 

@@ -6,9 +6,9 @@
 
 namespace zn::headless {
 
-/// The name of a file or folder in the making: ".NAME.unfinished-MACHINE-PROCESS-NUMBER", at most 143 bytes, which every
-/// file system allows. NAME is shortened; MACHINE stands for the host and its table of processes, so that a process of
-/// another machine that shares the disk, or of a container, is not taken for one of ours.
+/// The name of a file or folder in the making: ".NAME.unfinished-MACHINE-PROCESS-NUMBER", at most 143 bytes, which
+/// every file system allows. NAME is shortened; MACHINE stands for the host and its table of processes, so that a
+/// process of another machine that shares the disk, or of a container, is not taken for one of ours.
 std::string unfinishedName(const std::string& wanted, int number);
 
 /// Whether a name has that form, whichever process gave it.

@@ -3,8 +3,11 @@
 #include "cli/nifti_bytes.h"
 #include "files.h"
 
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -74,6 +77,20 @@ TEST_F(Resilience, APluginFileThatIsCutIsNoticed) {
     EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii"));
 }
 
+// Found before the data are read, not after the analysis.
+TEST_F(Resilience, ANameThatIsTooLongIsRefusedAtOnce) {
+    const std::filesystem::path image = folder / (std::string(240, 'x') + ".nii");
+    writeFile(image, plainSeries(24).bytes());
+    const CommandResult byImage = znica({"run", image.string(), "--out", (folder / "out").string()});
+    EXPECT_EQ(byImage.status, 3);
+    EXPECT_THAT(byImage.err, HasSubstr("the image's name is too long: the result would hold xxx"));
+    const std::string out = (folder / std::string(256, 'o')).string();
+    const CommandResult byFolder = znica({"run", (folder / "a_bold.nii").string(), "--out", out});
+    EXPECT_EQ(byFolder.status, 1);
+    EXPECT_EQ(byFolder.err, "znica: " + out + " is too long a name; choose a shorter one.\n");
+    EXPECT_EQ(namesIn(folder.path()).size(), 2U);
+}
+
 // As spreadsheets write it where the first column has no name.
 TEST_F(Resilience, APredictorWithoutANameKeepsItsColumn) {
     std::string design = "\tsecond\n";
@@ -85,6 +102,19 @@ TEST_F(Resilience, APredictorWithoutANameKeepsItsColumn) {
     const auto table = tableIn(folder / "out/a_desc-ICA_design.tsv");
     for (const auto& row : table) EXPECT_EQ(row.size(), 2U);
     EXPECT_EQ(table.front()[1], "second");
+}
+
+TEST_F(Resilience, TheNextRunRemovesWhatAKilledOneLeft) {
+    RunningCommand endless({"run", (folder / "a_bold.nii").string(), "--epsilon", "1e-30", "--max-iterations",
+                            "100000000", "--components", "2", "--out", (folder / "killed").string()},
+                           {});
+    for (int i = 0; i < 1000 && namesIn(folder.path()).size() < 2; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    EXPECT_EQ(endless.end(SIGKILL).status, 128 + SIGKILL);
+    ASSERT_EQ(namesIn(folder.path()).size(), 2U);
+    EXPECT_EQ(run().status, 0);
+    EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii", "out"));
 }
 
 } // namespace
