@@ -3,6 +3,7 @@
 #include "headless/cli/help_pages.h"
 #include "headless/cli/input_options.h"
 #include "headless/cli/number_checks.h"
+#include "headless/cli/preparation_options.h"
 #include "headless/run/run_driver.h"
 
 #include <charconv>
@@ -126,6 +127,7 @@ void addRunCommand(CLI::App& app, Action& action) {
     run->add_option("BOLD", o.functional, "4D NIfTI image (.nii, .nii.gz)")->required();
     run->add_option("--out", o.out, "folder to create for the result")->required()->type_name("DIR");
     auto* components = addInputOptions(*run, o);
+    addPreparationOptions(*run, o.preparation);
     addSeparation(*run, o, components);
     addFingerprint(*run, o);
     run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")

@@ -47,14 +47,14 @@ bool staysShort(const nifti_image& image) {
     return image.datatype == NIFTI_TYPE_INT16 && !isScaled(image);
 }
 
-TimeSeries readTimeSeries(const ImageHeader& header, int skip) {
+TimeSeries readTimeSeries(const ImageHeader& header, int skip, bool asFloat) {
     TimeSeries result;
     result.voxels = header.voxels();
     result.volumes = header.volumes - skip;
     VolumeStream stream(header);
     std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
     for (int volume = 0; volume < skip; ++volume) stream.read(stored.data());
-    if (staysShort(*header.image)) {
+    if (staysShort(*header.image) && !asFloat) {
         result.shorts = readTransposed<std::int16_t>(result.voxels, result.volumes, [&](std::int16_t* volume) {
             stream.read(reinterpret_cast<std::byte*>(volume));
         });

@@ -26,7 +26,8 @@ bool staysShort(const nifti_image& image);
 /// read while others are transposed. Throws Failure (kInput), or std::bad_alloc when the series does not fit into
 /// memory.
 ///
-///   skip   number of volumes to omit at the beginning, fewer than the image has
-TimeSeries readTimeSeries(const ImageHeader& header, int skip = 0);
+///   skip      number of volumes to omit at the beginning, fewer than the image has
+///   asFloat   convert signed 16-bit values too
+TimeSeries readTimeSeries(const ImageHeader& header, int skip = 0, bool asFloat = false);
 
 } // namespace zn::headless

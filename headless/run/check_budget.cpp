@@ -33,8 +33,9 @@ std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
     size.voxels = voxels;
     size.volumes = run.volumes;
     size.components = run.eigenvalues.count();
-    size.bytesPerValue = staysShort(image) ? 2 : 4;
-    size.storedBytes = staysShort(image) ? 0 : image.nbyper;
+    const bool asShort = staysShort(image) && !run.options.preparation.any();
+    size.bytesPerValue = asShort ? 2 : 4;
+    size.storedBytes = asShort ? 0 : image.nbyper;
     size.regions = static_cast<int>(run.session.regions.size());
     size.repeats = run.options.control.repeats;
     return predictedPeakBytes(size);

@@ -63,8 +63,8 @@ ImageHeader readFunctionalHeader(const RunOptions& options) {
 }
 
 // The range as far as it is known before the data are read; --components auto yields at most a quarter of the volumes.
-EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes) {
-    if (options.componentCount == ComponentCount::kMaximum) return {1, volumes};
+EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes, int dimensions) {
+    if (options.componentCount == ComponentCount::kMaximum) return {1, dimensions};
     if (options.componentCount == ComponentCount::kEstimated) return {1, std::max(1, volumes / 4)};
     const EigenvalueRange& range = options.eigenvalues;
     const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();
@@ -76,6 +76,10 @@ EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes) {
     if (range.last > volumes) {
         refuse("the eigenvalues " + std::to_string(range.first) + ":" + std::to_string(range.last) + " exceed" + have +
                "; there is one eigenvalue per volume.");
+    }
+    if (range.last > dimensions) {
+        refuse(std::to_string(range.last) + " eigenvalues are more than the " + std::to_string(dimensions) +
+               " that --high-pass and --scale leave of" + have + "; request fewer.");
     }
     return range;
 }
@@ -138,8 +142,9 @@ void readInputs(Run& run) {
     requireInputsOutsideResult(run.options);
     run.functional = readFunctionalHeader(run.options);
     run.volumes = run.functional.volumes - run.options.dummyScans;
-    run.eigenvalues = eigenvalueRange(run.options, run.volumes);
     run.repetition = repetitionTime(run.options.secondsPerVolume, run.functional);
+    checkPreparation(run);
+    run.eigenvalues = eigenvalueRange(run.options, run.volumes, preparedDimensions(run));
     run.session = makeSession(run);
     run.notes.say(inputNote(run.functional, run.volumes, run.repetition));
     for (const Remark& remark : repetitionTimeRemarks(run.repetition)) run.notes.remark(remark);

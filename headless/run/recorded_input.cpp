@@ -29,6 +29,10 @@ const char* nameOf(Nonlinearity nonlinearity) {
     return "tanh";
 }
 
+const char* nameOf(Scaling scaling) {
+    return scaling == Scaling::kPercent ? "percent" : scaling == Scaling::kUnitVariance ? "sd" : "none";
+}
+
 Json notesOf(const std::vector<Remark>& remarks) {
     Json notes = Json::array();
     for (const Remark& remark : remarks) notes.push_back({{"Code", remark.code}, {"Text", remark.text}});
@@ -71,8 +75,21 @@ Json inputOf(const Run& run) {
             {"StoredType", nifti_datatype_to_string(image.image->datatype)},
             {"Scaled", isScaled(*image.image)},
             {"VoxelsAnalysed", run.voxelsAnalysed()},
-            {"VoxelsDropped", {{"NotFinite", run.mask.excluded.notFinite}, {"Constant", run.mask.excluded.constant}}},
+            {"VoxelsDropped",
+             {{"NotFinite", run.mask.excluded.notFinite + run.mask.excludedWhenPrepared.notFinite},
+              {"Constant", run.mask.excluded.constant + run.mask.excludedWhenPrepared.constant}}},
             {"Notes", notesOf(run.notes.remarks())}};
+}
+
+Json preparationOf(const Run& run) {
+    const PreparationOptions& options = run.options.preparation;
+    const auto& smoothness = run.preparation.smoothnessMm;
+    return {{"SmoothingAsked", options.smoothIfNeeded ? Json("auto") : Json(options.smoothMm)},
+            {"SmoothingFWHM", run.preparation.smoothedMm},
+            {"EstimatedFWHM", smoothness ? Json(*smoothness) : Json(nullptr)},
+            {"HighPassSeconds", options.highPassSeconds},
+            {"CosinesRemoved", run.cosines},
+            {"Scaling", nameOf(options.scaling)}};
 }
 
 Json settingsOf(const Run& run) {

@@ -13,6 +13,10 @@ nlohmann::ordered_json numberOrNull(float number);
 /// The image of a run and what is known about it: "Input" of the record.
 nlohmann::ordered_json inputOf(const Run& run);
 
+/// What was done to the time courses before the analysis: "Preparation" of the record. Widths in millimetres, full at
+/// half maximum; EstimatedFWHM along x, y, z, null unless it was needed.
+nlohmann::ordered_json preparationOf(const Run& run);
+
 /// The options as given and as resolved: "Settings" of the record.
 nlohmann::ordered_json settingsOf(const Run& run);
 

@@ -27,6 +27,13 @@ struct RunMask {
     std::vector<unsigned char> voxels; ///< one byte per voxel of the grid
     std::int64_t count = 0;
     ExcludedVoxels excluded; ///< from those requested
+    ExcludedVoxels excludedWhenPrepared;
+};
+
+/// What was done to the time courses before the analysis.
+struct PreparationFacts {
+    std::optional<std::array<double, 3>> smoothnessMm; ///< of the data as read, along x, y, z; nothing: not estimated
+    double smoothedMm = 0.0;                           ///< full width at half maximum; 0: not smoothed
 };
 
 /// Elapsed seconds of the parts of a run.
@@ -61,6 +68,7 @@ struct Run {
     RepetitionTime repetition;
     int volumes = 0;             // analysed, excluding the dummy scans
     EigenvalueRange eigenvalues; // an upper bound for --components auto until settleComponents
+    int cosines = 0;             // removed by --high-pass
     Session session;
 
     // checkBudget; the prediction is updated by settleMask
@@ -72,8 +80,9 @@ struct Run {
     std::optional<ResultFolder> folder;
     std::optional<ResultFiles> files;
 
-    // settleMask, settleComponents
+    // settleMask, prepareSeries, useMask, settleComponents
     RunMask mask;
+    PreparationFacts preparation;
     std::optional<ComponentEstimate> estimate; // nothing: the number of components was given
 
     // separate, repeat

@@ -1,6 +1,7 @@
 #include "headless/run/run_driver.h"
 
 #include "headless/nifti/time_series.h"
+#include "headless/report/mean_image.h"
 #include "headless/result/result_names.h"
 #include "headless/run/stages.h"
 
@@ -24,7 +25,12 @@ void openResult(Run& run) {
 void readSeries(Run& run) {
     const Stopwatch reading;
     run.progress.stage("reading");
-    run.session.series = readTimeSeries(run.functional, run.options.dummyScans);
+    const bool asFloat = run.options.preparation.any();
+    run.session.series = readTimeSeries(run.functional, run.options.dummyScans, asFloat);
+    // Now, because the preparation may remove the mean.
+    if (run.options.control.report) {
+        writeMeanImage((*run.files)[ResultFile::kMean], run.session.series, run.functional);
+    }
     run.seconds.reading = reading.seconds();
     run.progress.clear();
 }
@@ -44,8 +50,10 @@ ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished) {
     if (options.dryRun) return ExitStatus::kDone;
 
     openResult(run);         // the plug-in's file, the hidden folder
-    readSeries(run);         // image -> series (voxels x volumes)
-    settleMask(run);         // the voxels to analyse -> mask, its image
+    readSeries(run);         // image -> series (voxels x volumes), mean image
+    settleMask(run);         // the voxels to analyse -> mask
+    prepareSeries(run);      // smoothing, high-pass filter, scaling -> series
+    useMask(run);            // mask -> session, its image
     settleComponents(run);   // --components auto -> range of eigenvalues, table of criteria
     separate(run);           // the plug-in -> maps, time courses, parameters, log
     repeatSeparation(run);   // --repeats: the plug-in again -> stability

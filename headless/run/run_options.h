@@ -24,6 +24,19 @@ struct EigenvalueRange {
     int count() const { return last - first + 1; }
 };
 
+/// The units of the analysed values.
+enum class Scaling { kNone, kPercent, kUnitVariance };
+
+/// What is done to the time courses before the analysis.
+struct PreparationOptions {
+    bool smoothIfNeeded = false;  ///< choose the width from the data; otherwise smoothMm holds
+    double smoothMm = 0.0;        ///< full width at half maximum; 0: none
+    double highPassSeconds = 0.0; ///< cut-off period; 0: none
+    Scaling scaling = Scaling::kNone;
+
+    bool any() const { return smoothIfNeeded || smoothMm > 0.0 || highPassSeconds > 0.0 || scaling != Scaling::kNone; }
+};
+
 /// How a run is carried out; none of it changes what is analysed.
 struct RunControl {
     std::optional<std::uint32_t> seed; ///< nothing: a new one for every run
@@ -45,6 +58,7 @@ struct RunOptions {
     std::filesystem::path regions;     ///< label image; empty: none
     std::filesystem::path regionNames; ///< empty: regions are named by their labels
     std::filesystem::path plugin;      ///< empty: the one that belongs to the command
+    PreparationOptions preparation;
     ComponentCount componentCount = ComponentCount::kGiven;
     EigenvalueRange eigenvalues;     ///< for kGiven
     int dummyScans = 0;              ///< volumes to omit at the beginning

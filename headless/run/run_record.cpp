@@ -97,6 +97,7 @@ void writeDecomposition(const Run& run) {
         {"Plugin",
          {{"Name", run.library->name()}, {"Version", run.library->version()}, {"File", run.library->file().string()}}}};
     json["Input"] = inputOf(run);
+    json["Preparation"] = preparationOf(run);
     json["Settings"] = settingsOf(run);
     json["ComponentEstimate"] = estimateOf(run.estimate);
     json["Seed"] = run.seed;

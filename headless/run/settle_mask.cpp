@@ -49,6 +49,13 @@ void requireCount(std::int64_t voxels, int volumes) {
                                           " that the plug-in accepts; use a smaller mask with --mask FILE.");
 }
 
+void sayExcluded(Run& run, const ExcludedVoxels& excluded, const std::string& when) {
+    if (excluded.all() == 0) return;
+    run.notes.say("Mask: " + std::to_string(excluded.all()) + " voxels were excluded" + when + ": " +
+                  std::to_string(excluded.notFinite) + " with non-finite values, " + std::to_string(excluded.constant) +
+                  " constant.");
+}
+
 void addNotes(Run& run) {
     const MaskSource source = run.options.maskSource;
     const RunMask& mask = run.mask;
@@ -56,10 +63,8 @@ void addNotes(Run& run) {
                   (source == MaskSource::kFile        ? "from the given mask."
                    : source == MaskSource::kAutomatic ? "from a brain mask computed from the mean image."
                                                       : "no mask was requested."));
-    if (mask.excluded.all() == 0) return;
-    run.notes.say("Mask: " + std::to_string(mask.excluded.all()) +
-                  " voxels were excluded: " + std::to_string(mask.excluded.notFinite) + " with non-finite values, " +
-                  std::to_string(mask.excluded.constant) + " constant.");
+    sayExcluded(run, mask.excluded, "");
+    sayExcluded(run, mask.excludedWhenPrepared, " after the preparation");
 }
 
 void writeMaskImage(const Run& run) {
@@ -90,8 +95,12 @@ void settleMask(Run& run) {
     mask.excluded = removeUnusable(summary, mask.voxels);
     mask.count = countOnes(mask.voxels);
     if (mask.count == 0) refuseEmpty(run.options, mask.excluded);
+}
+
+void useMask(Run& run) {
+    RunMask& mask = run.mask;
     requireCount(mask.count, run.volumes);
-    if (run.options.maskSource != MaskSource::kNone || mask.excluded.all() > 0) {
+    if (run.options.maskSource != MaskSource::kNone || mask.count < run.functional.voxels()) {
         run.session.mask = mask.voxels;
         run.session.dialog.texts[1] = "mask.msk";
     }

@@ -35,12 +35,27 @@ std::int64_t expectedVoxels(const Run& run);
 /// Failure (kInput).
 void requireVoxelsForVolumes(const Run& run, std::int64_t expected);
 
-/// Determines the mask from the data: computes it for --mask auto, excludes voxels that cannot be analysed, and passes
-/// it to the session, which gets none for --mask none if every voxel can be analysed. Notes the numbers and writes the
-/// mask as an image of zeros and ones. Throws Failure: kInput when no voxel remains or the plug-in would refuse their
-/// number (fewer than volumes, more than 5,000,000); kMemory beyond the budget; kOther when the image cannot be
-/// written.
+/// Checks the options of the preparation against the image and determines the number of cosines that --high-pass
+/// removes. Throws Failure (kInput) for a width of more than 10 voxels or a cut-off below two repetition times.
+void checkPreparation(Run& run);
+
+/// The number of dimensions that the preparation leaves of the volumes.
+int preparedDimensions(const Run& run);
+
+/// Determines the mask from the data as read: computes it for --mask auto and excludes voxels that cannot be analysed.
+/// Throws Failure (kInput) when no voxel remains.
 void settleMask(Run& run);
+
+/// Smooths, filters and scales the time courses inside the mask, as the options say, notes it, and excludes voxels that
+/// are constant or no longer finite afterwards. Values outside the mask are undefined then. Throws Failure (kInput)
+/// when no voxel remains or --scale percent meets means that are not positive.
+void prepareSeries(Run& run);
+
+/// Passes the mask to the session, which gets none for --mask none if every voxel can be analysed. Notes the numbers
+/// and writes the mask as an image of zeros and ones. Throws Failure: kInput when the plug-in would refuse the number
+/// of voxels (fewer than volumes, more than 5,000,000); kMemory beyond the budget; kOther when the image cannot be
+/// written.
+void useMask(Run& run);
 
 /// For --components auto: estimates the number of components from the eigenvalues, sets the range accordingly, notes
 /// each criterion's estimate and writes the criteria as a table. Otherwise does nothing.

@@ -1,7 +1,6 @@
 #include "headless/run/stages.h"
 
 #include "headless/memory/available_memory.h"
-#include "headless/report/mean_image.h"
 #include "headless/report/report_page.h"
 #include "headless/report/write_report.h"
 #include "headless/result/bids_files.h"
@@ -35,7 +34,6 @@ void writeMetrics(const Run& run) {
 
 void addReport(const Run& run) {
     const ResultFiles& files = *run.files;
-    writeMeanImage(files[ResultFile::kMean], run.session.series, run.functional);
     if (!run.session.design.names.empty()) writeDesignTable(files[ResultFile::kDesign], run.session.design);
     const auto page = findReportTemplate();
     if (page.empty()) {

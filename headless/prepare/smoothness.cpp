@@ -1,0 +1,56 @@
+#include "headless/prepare/smoothness.h"
+
+#include <cmath>
+
+namespace zn::headless {
+
+namespace {
+
+struct PairSums {
+    double differences = 0.0; // of squared differences
+    double squares = 0.0;     // of both squares
+
+    void add(const float* a, const float* b, int volumes) {
+        float difference = 0.0f;
+        float square = 0.0f;
+        for (int t = 1; t < volumes; ++t) {
+            const float x = a[t] - a[t - 1];
+            const float y = b[t] - b[t - 1];
+            difference += (x - y) * (x - y);
+            square += x * x + y * y;
+        }
+        differences += static_cast<double>(difference);
+        squares += static_cast<double>(square);
+    }
+
+    double fwhm() const {
+        const double rho = squares > 0.0 ? 1.0 - differences / squares : 0.0;
+        if (rho <= 0.0) return 0.0;
+        return rho < 1.0 ? std::sqrt(-2.0 * std::log(2.0) / std::log(rho)) : INFINITY;
+    }
+};
+
+} // namespace
+
+std::array<double, 3> estimateSmoothness(const MaskedSeries& series) {
+    const auto& [nx, ny, nz] = series.size;
+    const std::array<std::int64_t, 3> step = {1, nx, std::int64_t{1} * nx * ny};
+    std::array<PairSums, 3> sums;
+    std::int64_t v = 0;
+    for (int z = 0; z < nz; ++z) {
+        for (int y = 0; y < ny; ++y) {
+            for (int x = 0; x < nx; ++x, ++v) {
+                if (!series.has(v)) continue;
+                const std::array<bool, 3> inside = {x + 1 < nx, y + 1 < ny, z + 1 < nz};
+                for (std::size_t axis = 0; axis < 3; ++axis) {
+                    const std::int64_t next = v + step[axis];
+                    if (!inside[axis] || !series.has(next)) continue;
+                    sums[axis].add(series.course(v), series.course(next), series.volumes);
+                }
+            }
+        }
+    }
+    return {sums[0].fwhm(), sums[1].fwhm(), sums[2].fwhm()};
+}
+
+} // namespace zn::headless

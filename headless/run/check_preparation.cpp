@@ -1,0 +1,47 @@
+#include "headless/run/stages.h"
+
+#include "headless/failure/failure.h"
+#include "headless/nifti/voxel_size.h"
+#include "headless/prepare/high_pass.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr double kMostVoxels = 10.0; // of a Gaussian's full width at half maximum
+
+std::string numberText(double number) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6g", number);
+    return text;
+}
+
+} // namespace
+
+void checkPreparation(Run& run) {
+    const PreparationOptions& options = run.options.preparation;
+    const auto size = voxelSize(run.functional);
+    const double smallest = *std::min_element(size.begin(), size.end());
+    if (options.smoothMm > kMostVoxels * smallest) {
+        throw Failure(ExitStatus::kInput, "--smooth " + numberText(options.smoothMm) + " mm is more than 10 voxels of " +
+                                              numberText(smallest) + " mm; give a smaller width in millimetres.");
+    }
+    if (options.highPassSeconds <= 0.0) return;
+    if (options.highPassSeconds < 2.0 * run.repetition.seconds) {
+        throw Failure(ExitStatus::kInput, "--high-pass " + numberText(options.highPassSeconds) +
+                                              " s is below two repetition times of " +
+                                              secondsText(run.repetition.seconds) +
+                                              "; give a longer cut-off in seconds, such as 128.");
+    }
+    run.cosines = cosinesBelow(options.highPassSeconds, run.volumes, run.repetition.seconds);
+}
+
+int preparedDimensions(const Run& run) {
+    const int means = run.options.preparation.scaling == Scaling::kUnitVariance ? 1 : 0;
+    return run.volumes - run.cosines - means;
+}
+
+} // namespace zn::headless

@@ -1,0 +1,112 @@
+#include "headless/run/stages.h"
+
+#include "headless/failure/failure.h"
+#include "headless/nifti/voxel_size.h"
+#include "headless/prepare/gaussian_kernel.h"
+#include "headless/prepare/high_pass.h"
+#include "headless/prepare/scale_voxels.h"
+#include "headless/prepare/smooth_series.h"
+#include "headless/prepare/smoothness.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr double kTargetVoxels = 2.0; // full width at half maximum to which --smooth auto smooths
+
+std::string millimetres(double width) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3g mm", width);
+    return text;
+}
+
+// Over the axes of the grid with more than one voxel.
+double geometricMean(const std::array<double, 3>& widths, const std::array<int, 3>& grid) {
+    double product = 1.0;
+    int axes = 0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        if (grid[axis] == 1) continue;
+        product *= widths[axis];
+        ++axes;
+    }
+    return axes > 0 ? std::pow(product, 1.0 / axes) : 0.0;
+}
+
+// The width to smooth with, in millimetres, from the smoothness of the data.
+double chooseWidth(Run& run, const MaskedSeries& series) {
+    const std::array<double, 3> size = voxelSize(run.functional);
+    std::array<double, 3> smoothness = estimateSmoothness(series);
+    for (std::size_t axis = 0; axis < 3; ++axis) smoothness[axis] *= size[axis];
+    run.preparation.smoothnessMm = smoothness;
+    const std::array<int, 3>& grid = run.functional.size;
+    const double target = kTargetVoxels * geometricMean(size, grid);
+    return geometricMean(smoothness, grid) < target ? target : 0.0;
+}
+
+void smooth(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
+    const PreparationOptions& options = run.options.preparation;
+    const double width = options.smoothIfNeeded ? chooseWidth(run, series) : options.smoothMm;
+    run.preparation.smoothedMm = width;
+    if (options.smoothIfNeeded) {
+        run.notes.say("Preparation: the data are smooth by " +
+                      millimetres(geometricMean(*run.preparation.smoothnessMm, run.functional.size)) +
+                      (width > 0.0 ? "." : "; they are not smoothed further."));
+    }
+    if (width <= 0.0) return;
+    run.notes.say("Preparation: smoothed by " + millimetres(width) + " (FWHM) within the mask.");
+    const std::array<double, 3> size = voxelSize(run.functional);
+    const double sigma = width / kFwhmOfUnitSigma;
+    smoothSeries(series, {sigma / size[0], sigma / size[1], sigma / size[2]}, threads);
+}
+
+void filter(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
+    if (run.options.preparation.highPassSeconds <= 0.0) return;
+    run.notes.say("Preparation: high-pass filter at " + secondsText(run.options.preparation.highPassSeconds) + ", " +
+                  std::to_string(run.cosines) + " cosines removed.");
+    removeCosines(series, run.cosines, threads);
+}
+
+void scale(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
+    switch (run.options.preparation.scaling) {
+    case Scaling::kNone:
+        return;
+    case Scaling::kPercent:
+        run.notes.say("Preparation: scaled to per cent of every voxel's mean.");
+        return scaleToPercent(series, threads);
+    case Scaling::kUnitVariance:
+        run.notes.say("Preparation: the mean of every voxel removed, scaled to unit variance.");
+        return scaleToUnitVariance(series, threads);
+    }
+}
+
+void excludeUnusable(Run& run) {
+    RunMask& mask = run.mask;
+    mask.excludedWhenPrepared = removeUnusable(summariseVoxels(run.session.series), mask.voxels);
+    mask.count -= mask.excludedWhenPrepared.all();
+    if (mask.count > 0) return;
+    throw Failure(ExitStatus::kInput,
+                  "no voxel of " + run.options.functional.string() +
+                      " still changes after the preparation; check --smooth, --high-pass and --scale "
+                      "(--scale percent needs images whose mean is positive).");
+}
+
+} // namespace
+
+void prepareSeries(Run& run) {
+    if (!run.options.preparation.any()) return;
+    run.progress.stage("preparing");
+    WorkerThreads threads(run.options.control.threads.value_or(MatrixProducts::defaultThreads()));
+    const MaskedSeries series{run.session.series.floats.get(), run.volumes, run.functional.size, run.mask.voxels};
+    smooth(run, series, threads);
+    filter(run, series, threads);
+    scale(run, series, threads);
+    excludeUnusable(run);
+    run.progress.clear();
+}
+
+} // namespace zn::headless
