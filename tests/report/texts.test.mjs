@@ -104,6 +104,33 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(await methods({}), /at most five restarts in the whole run/);
     });
 
+    test('how the data were prepared', async () => {
+        const nothing = {
+            SmoothingAsked: 0,
+            SmoothingFWHM: 0,
+            EstimatedFWHM: null,
+            HighPassSeconds: 0,
+            CosinesRemoved: 0,
+            Scaling: 'none',
+        };
+        const text = (Preparation) => methods({ facts: { Preparation: { ...nothing, ...Preparation } } });
+        assert.doesNotMatch(await text({}), /Beforehand/);
+        assert.match(
+            await text({ SmoothingFWHM: 6, HighPassSeconds: 128, CosinesRemoved: 4, Scaling: 'sd' }),
+            new RegExp(
+                'spatial mean of each volume was removed\\. Beforehand, the data were smoothed within the mask with a '
+                    + 'Gaussian of 6 mm full width at half maximum; then high-pass filtered by removing 4 discrete '
+                    + 'cosines with periods above 128 s; then scaled to zero mean and unit variance',
+            ),
+        );
+        assert.match(
+            await text({ SmoothingAsked: 'auto', SmoothingFWHM: 5 }),
+            /chosen from the smoothness of the data/,
+        );
+        const share = { Eigenvalues: [80, 10, 6, 4], Preparation: { ...nothing, Scaling: 'sd' } };
+        assert.doesNotMatch(await methods({ facts: share }), /the mean image\)/);
+    });
+
     test('what share of the variance is the mean image', async () => {
         const facts = { Eigenvalues: [80, 10, 6, 4], RetainedVariancePercent: 96 };
         assert.match(

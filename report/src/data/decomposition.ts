@@ -14,6 +14,7 @@ export interface Decomposition {
         Notes?: (InputNote | string)[];
         DummyScans?: number;
     };
+    Preparation?: Preparation;
     Settings: {
         Mask: string; // "auto", "none" or a path
         Components: number;
@@ -44,6 +45,16 @@ export interface Decomposition {
     Repeats?: { Runs?: number; Converged?: number };
 }
 
+/** What was done to the time courses before the analysis. Widths in mm, full at half maximum; 0 stands for nothing. */
+export interface Preparation {
+    SmoothingAsked: number | 'auto';
+    SmoothingFWHM: number;
+    EstimatedFWHM: [number, number, number] | null; // null: not estimated
+    HighPassSeconds: number;
+    CosinesRemoved: number;
+    Scaling: string; // "none", "percent" or "sd"
+}
+
 export interface ComponentFacts {
     Name: string;
     PluginName: string;
@@ -54,11 +65,17 @@ export interface ComponentFacts {
     StabilityRuns?: number; // number of repeats in which the component's cluster appears
 }
 
+/** Whether the temporal mean of each voxel was removed, so that no component represents the mean image. */
+export function lacksMeanImage({ Preparation: preparation }: Decomposition): boolean {
+    return preparation?.Scaling === 'sd';
+}
+
 /**
- * Share of the first eigenvalue in the variance, in per cent; null when it was not kept. The temporal mean of each
- * voxel is not removed, so the first eigenvalue mostly represents the mean image and accounts for most of the variance.
+ * Share of the first eigenvalue in the variance, in per cent; null when it was not kept. Unless the temporal mean of
+ * each voxel was removed, the first eigenvalue mostly represents the mean image and accounts for most of the variance.
  */
-export function meanImageShare({ Settings, Eigenvalues }: Decomposition): number | null {
-    const total = Eigenvalues.reduce((sum, value) => sum + value, 0);
-    return Settings.FirstEigenvalue === 1 && total > 0 ? (100 * Eigenvalues[0]) / total : null;
+export function meanImageShare(facts: Decomposition): number | null {
+    if (lacksMeanImage(facts)) return null;
+    const total = facts.Eigenvalues.reduce((sum, value) => sum + value, 0);
+    return facts.Settings.FirstEigenvalue === 1 && total > 0 ? (100 * facts.Eigenvalues[0]) / total : null;
 }

@@ -1,6 +1,6 @@
 import { edges } from '../data/affine';
 import { bandsFor } from '../data/bands';
-import { meanImageShare } from '../data/decomposition';
+import { lacksMeanImage, meanImageShare } from '../data/decomposition';
 import type { Run } from '../data/run';
 import { plural, short } from '../numbers';
 import { seedOf } from './summary';
@@ -17,6 +17,7 @@ export function methodsText(run: Run): string {
     return [
         input(run),
         voxels(run),
+        ...preparation(run),
         ...componentCount(run),
         reduction(run),
         extraction(run),
@@ -51,8 +52,25 @@ function voxels(run: Run): string {
     };
     return (
         `The time courses of ${plural(run.voxelsInside, 'voxel')}${where[run.facts.Settings.Mask] ?? ' inside a mask'} `
-        + 'entered the analysis; the spatial mean of each volume was removed, the temporal mean of each voxel was not.'
+        + 'entered the analysis; the spatial mean of each volume was removed'
+        + `${lacksMeanImage(run.facts) ? '' : ', the temporal mean of each voxel was not'}.`
     );
+}
+
+function preparation({ facts: { Preparation: done } }: Run): string[] {
+    if (!done) return [];
+    const estimated = done.SmoothingAsked === 'auto' ? ', chosen from the smoothness of the data,' : '';
+    const steps = [
+        done.SmoothingFWHM > 0
+            && `smoothed within the mask with a Gaussian of ${short(done.SmoothingFWHM)} mm full width at half `
+                + `maximum${estimated}`,
+        done.HighPassSeconds > 0
+            && `high-pass filtered by removing ${plural(done.CosinesRemoved, 'discrete cosine')} with periods above `
+                + `${short(done.HighPassSeconds)} s`,
+        done.Scaling === 'percent' && 'scaled to per cent of the temporal mean of each voxel',
+        done.Scaling === 'sd' && 'scaled to zero mean and unit variance over time in each voxel',
+    ].filter((step) => step !== false);
+    return steps.length > 0 ? [`Beforehand, the data were ${steps.join('; then ')}.`] : [];
 }
 
 function componentCount({ facts: { ComponentEstimate: estimate } }: Run): string[] {
