@@ -69,7 +69,7 @@ void setFile(nifti_image& image, const std::filesystem::path& file) {
 } // namespace
 
 ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout)
-    : file_(file) {
+    : file_(file), stream_(file, file.extension() == ".gz") {
     const QuietLibrary quiet;
     const Image image(nifti_copy_nim_info(&grid), nifti_image_free);
     if (!image) throw std::bad_alloc();
@@ -83,23 +83,23 @@ ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& g
                           file.string() + " cannot be written: NIfTI-1 holds at most 32767 elements along an axis.");
         }
     }
-    constexpr int kHeaderOnlyAndStayOpen = 2;
-    stream_ = nifti_image_write_hdr_img2(image.get(), kHeaderOnlyAndStayOpen, "wb1", nullptr, nullptr);
-    if (znz_isnull(stream_)) fail();
+    writeHeader(*image);
 }
 
-ImageWriter::~ImageWriter() {
-    if (!znz_isnull(stream_)) znzclose(stream_);
+void ImageWriter::writeHeader(const nifti_image& image) {
+    nifti_1_header header;
+    if (nifti_convert_nim2n1hdr(&image, &header) != 0) fail();
+    writeBytes(std::as_bytes(std::span(&header, 1)));
+    constexpr std::array<std::byte, 4> kNoExtension{};
+    writeBytes(kNoExtension);
 }
 
 void ImageWriter::writeBytes(std::span<const std::byte> bytes) {
-    if (znzwrite(bytes.data(), 1, bytes.size(), stream_) != bytes.size()) fail();
+    if (!stream_.write(bytes)) fail();
 }
 
 void ImageWriter::close() {
-    const int result = znzclose(stream_);
-    stream_ = nullptr;
-    if (result != 0) fail();
+    if (!stream_.close()) fail();
 }
 
 void ImageWriter::fail() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/compression/deflating_file.h"
 #include "headless/nifti/image_header.h"
 
 #include <cstdint>
@@ -8,8 +9,8 @@
 
 namespace zn::headless {
 
-/// Writes a NIfTI-1 file volume by volume; compressed at zlib's fastest level where the name ends in ".gz", because the
-/// noise in functional data and maps hardly compresses further. Units are millimetres and seconds.
+/// Writes a NIfTI-1 file volume by volume; compressed at a fast level where the name ends in ".gz", because the noise
+/// in functional data and maps hardly compresses further. Units are millimetres and seconds.
 class ImageWriter {
 public:
     struct Layout {
@@ -21,9 +22,6 @@ public:
 
     /// The grid, including sform and qform with their codes, is copied from the given header. Throws Failure (kOther).
     ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout);
-    ~ImageWriter();
-    ImageWriter(const ImageWriter&) = delete;
-    ImageWriter& operator=(const ImageWriter&) = delete;
 
     /// The next volume, x fastest; the element type is the layout's. Throws Failure (kOther) on a full disk.
     void write(std::span<const float> volume) { writeBytes(std::as_bytes(volume)); }
@@ -34,11 +32,12 @@ public:
     void close();
 
 private:
+    void writeHeader(const nifti_image& image);
     void writeBytes(std::span<const std::byte> bytes);
     [[noreturn]] void fail() const;
 
     std::filesystem::path file_;
-    znzFile stream_ = nullptr;
+    DeflatingFile stream_;
 };
 
 /// A header for a new grid: voxels of `edge` millimetres with the centre of the grid at the origin, sform and qform

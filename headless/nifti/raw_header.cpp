@@ -1,5 +1,6 @@
 #include "headless/nifti/raw_header.h"
 
+#include "headless/compression/inflating_file.h"
 #include "headless/nifti/quiet_library.h"
 #include "headless/text/input_file.h"
 
@@ -15,7 +16,6 @@
 #include <string>
 
 #include <nifti2_io.h>
-#include <zlib.h>
 
 namespace zn::headless {
 
@@ -39,11 +39,9 @@ std::string firstBytes(const fs::path& file) {
     const QuietLibrary quiet;
     const std::unique_ptr<char, decltype(&std::free)> name(nifti_findhdrname(file.c_str()), std::free);
     if (!name) return "";
-    const std::unique_ptr<gzFile_s, decltype(&gzclose)> stream(gzopen(name.get(), "rb"), gzclose);
-    if (!stream) return "";
+    InflatingFile stream(name.get());
     std::string bytes(kSize2, '\0');
-    const int count = gzread(stream.get(), bytes.data(), static_cast<unsigned>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(std::max(count, 0)));
+    bytes.resize(stream.read(reinterpret_cast<std::byte*>(bytes.data()), bytes.size()));
     return bytes;
 }
 

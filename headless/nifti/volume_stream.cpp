@@ -8,23 +8,17 @@
 namespace zn::headless {
 
 VolumeStream::VolumeStream(const ImageHeader& header)
-    : header_(header), bytesPerVolume_(header.voxels() * header.image->nbyper), file_(nullptr) {
+    : header_(header), bytesPerVolume_(header.voxels() * header.image->nbyper), file_(header.image->iname) {
     requireRealNumbers(header);
-    const nifti_image& image = *header.image;
-    file_ = znzopen(image.iname, "rb", nifti_is_gzfile(image.iname));
-    if (znz_isnull(file_) || znzseek(file_, image.iname_offset, SEEK_SET) < 0) {
-        if (!znz_isnull(file_)) znzclose(file_);
+    if (!file_.isOpen()) {
         throw Failure(ExitStatus::kInput, header.file.string() + " cannot be opened; check its permissions.");
     }
-}
-
-VolumeStream::~VolumeStream() {
-    znzclose(file_);
+    file_.skip(header.image->iname_offset); // if the file ends before, reading says so
 }
 
 void VolumeStream::read(std::byte* volume) {
     const auto wanted = static_cast<std::size_t>(bytesPerVolume_);
-    if (znzread(volume, 1, wanted, file_) != wanted) {
+    if (file_.read(volume, wanted) != wanted) {
         throw Failure(ExitStatus::kInput, header_.file.string() + " is truncated or damaged: volume " +
                                               std::to_string(next_ + 1) + " of " + std::to_string(header_.volumes) +
                                               " cannot be read; copy or download it again.");
@@ -38,8 +32,8 @@ void VolumeStream::read(std::byte* volume) {
 
 void VolumeStream::finish() {
     std::byte beyond{};
-    const std::size_t got = znzread(&beyond, 1, 1, file_); // zlib compares the checksum only when it reaches the end
-    if (got > 1) {
+    file_.read(&beyond, 1); // the checksum is compared at the end
+    if (file_.isDamaged()) {
         throw Failure(ExitStatus::kInput,
                       header_.file.string() + " is damaged: its checksum is wrong; copy or download it again.");
     }

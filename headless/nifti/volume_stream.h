@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/compression/inflating_file.h"
 #include "headless/nifti/image_header.h"
 
 #include <cstddef>
@@ -12,9 +13,6 @@ class VolumeStream {
 public:
     /// Throws Failure (kInput) when the image data cannot be opened or are not real numbers.
     explicit VolumeStream(const ImageHeader& header);
-    ~VolumeStream();
-    VolumeStream(const VolumeStream&) = delete;
-    VolumeStream& operator=(const VolumeStream&) = delete;
 
     std::int64_t bytesPerVolume() const { return bytesPerVolume_; }
 
@@ -27,7 +25,7 @@ private:
 
     const ImageHeader& header_;
     std::int64_t bytesPerVolume_;
-    znzFile file_;
+    InflatingFile file_;
     int next_ = 0; // volume, from 0
 };
 

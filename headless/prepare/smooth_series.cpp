@@ -27,7 +27,9 @@ struct Lines {
 // target[t] = sum over d of kernel[d] (line[at - d][t] + line[at + d][t]); rows beyond the line count as 0.
 void convolve(const std::vector<float>& line, int rows, int at, const std::vector<float>& kernel, int columns,
               float* target) {
-    const auto row = [&](int i) { return line.data() + static_cast<std::size_t>(i) * static_cast<std::size_t>(columns); };
+    const auto row = [&](int i) {
+        return line.data() + static_cast<std::size_t>(i) * static_cast<std::size_t>(columns);
+    };
     const float* centre = row(at);
     for (int t = 0; t < columns; ++t) target[t] = kernel[0] * centre[t];
     for (int d = 1; d < static_cast<int>(kernel.size()); ++d) {

@@ -6,9 +6,9 @@
 
 namespace zn::headless {
 
-/// The smoothness of the noise along x, y, z: the full width at half maximum, in voxels, of the Gaussian that would give
-/// white noise the same correlation between neighbours; 0 where neighbours are not positively correlated or there are
-/// none.
+/// The smoothness of the noise along x, y, z: the full width at half maximum, in voxels, of the Gaussian that would
+/// give white noise the same correlation between neighbours; 0 where neighbours are not positively correlated or there
+/// are none.
 ///
 /// From the differences r of consecutive volumes, in which signals that change slowly and the mean image are small:
 /// with rho = 1 - sum (r_v - r_u)^2 / sum (r_v^2 + r_u^2) over all pairs of neighbours v, u inside the mask and all

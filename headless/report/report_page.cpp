@@ -1,8 +1,8 @@
 #include "headless/report/report_page.h"
 
+#include "headless/compression/gzip.h"
 #include "headless/failure/failure.h"
 #include "headless/report/base64.h"
-#include "headless/report/gzip.h"
 #include "headless/text/text_file.h"
 
 #include <fstream>

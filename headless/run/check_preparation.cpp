@@ -26,15 +26,15 @@ void checkPreparation(Run& run) {
     const auto size = voxelSize(run.functional);
     const double smallest = *std::min_element(size.begin(), size.end());
     if (options.smoothMm > kMostVoxels * smallest) {
-        throw Failure(ExitStatus::kInput, "--smooth " + numberText(options.smoothMm) + " mm is more than 10 voxels of " +
-                                              numberText(smallest) + " mm; give a smaller width in millimetres.");
+        throw Failure(ExitStatus::kInput, "--smooth " + numberText(options.smoothMm) +
+                                              " mm is more than 10 voxels of " + numberText(smallest) +
+                                              " mm; give a smaller width in millimetres.");
     }
     if (options.highPassSeconds <= 0.0) return;
     if (options.highPassSeconds < 2.0 * run.repetition.seconds) {
-        throw Failure(ExitStatus::kInput, "--high-pass " + numberText(options.highPassSeconds) +
-                                              " s is below two repetition times of " +
-                                              secondsText(run.repetition.seconds) +
-                                              "; give a longer cut-off in seconds, such as 128.");
+        throw Failure(ExitStatus::kInput,
+                      "--high-pass " + numberText(options.highPassSeconds) + " s is below two repetition times of " +
+                          secondsText(run.repetition.seconds) + "; give a longer cut-off in seconds, such as 128.");
     }
     run.cosines = cosinesBelow(options.highPassSeconds, run.volumes, run.repetition.seconds);
 }

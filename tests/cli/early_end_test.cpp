@@ -83,7 +83,8 @@ TEST_F(EarlyEnd, TheFilesOfAFailedRunAreKeptOnRequestAndMarkedPartial) {
     ASSERT_TRUE(result.err.starts_with(start)) << result.err;
     const std::filesystem::path kept = result.err.substr(start.size(), result.err.size() - start.size() - 2);
     EXPECT_EQ(kept.parent_path(), folder.path());
-    EXPECT_THAT(namesIn(kept), ElementsAre("bold_desc-brain_mask.nii.gz", "log.txt", "plugin", "status.json"));
+    EXPECT_THAT(namesIn(kept), ElementsAre("bold_desc-brain_mask.nii.gz", "bold_desc-mean_bold.nii.gz", "log.txt",
+                                           "plugin", "status.json"));
     EXPECT_THAT(textOf(kept / "status.json"), HasSubstr("\"partial\": true"));
     EXPECT_FALSE(std::filesystem::exists(folder / "out"));
 }

@@ -20,8 +20,12 @@ protected:
     PreparationOfARun() { writeFile(folder / "a_bold.nii", plainSeries(40).bytes()); } // 3 mm, 2 s, 6 x 5 x 4 voxels
 
     CommandResult run(const std::vector<std::string>& options) {
-        std::vector<std::string> arguments = {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
-                                              "--epsilon", "0.9", "--seed", "1", "--no-report", "--mask", "none"};
+        std::vector<std::string> arguments = {"run",         (folder / "a_bold.nii").string(),
+                                              "--out",       (folder / "out").string(),
+                                              "--epsilon",   "0.9",
+                                              "--seed",      "1",
+                                              "--no-report", "--mask",
+                                              "none"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return znica(arguments);
     }
@@ -33,8 +37,7 @@ protected:
 };
 
 TEST_F(PreparationOfARun, IsPrintedAndRecorded) {
-    const CommandResult result =
-        run({"--components", "3", "--smooth", "6", "--high-pass", "40", "--scale", "sd"});
+    const CommandResult result = run({"--components", "3", "--smooth", "6", "--high-pass", "40", "--scale", "sd"});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out, HasSubstr("Preparation: smoothed by 6 mm (FWHM) within the mask.\n"));
     EXPECT_THAT(result.out, HasSubstr("Preparation: high-pass filter at 40 s, 3 cosines removed.\n"));
@@ -71,7 +74,8 @@ TEST_F(PreparationOfARun, WithValuesThatMakeNoSenseIsRefusedWithASentence) {
              {{"--smooth", "31"}, 3, "--smooth 31 mm is more than 10 voxels of 3 mm; give a smaller width"},
              {{"--high-pass", "3.9"}, 3, "--high-pass 3.9 s is below two repetition times of 2 s; give a longer"},
              {{"--scale", "z"}, 2, "--scale: needs none, percent or sd; got z"},
-             {{"--high-pass", "10", "--components", "30"}, 3,
+             {{"--high-pass", "10", "--components", "30"},
+              3,
               "30 eigenvalues are more than the 25 that --high-pass and --scale leave of the 40 volumes"}}) {
         const CommandResult result = run(options);
         EXPECT_EQ(result.status, status) << message;
@@ -92,12 +96,14 @@ TEST_F(PreparationOfARun, CountsTheVoxelsThatItMakesConstant) {
     image.bitsPerVoxel = 32;
     image.dim[4] = 24;
     for (int t = 0; t < 24; ++t) {
-        for (int v = 0; v < 120; ++v) image.append(static_cast<float>(v < 5 ? -100 : 500) + static_cast<float>((v * t * t) % 31));
+        for (int v = 0; v < 120; ++v)
+            image.append(static_cast<float>(v < 5 ? -100 : 500) + static_cast<float>((v * t * t) % 31));
     }
     writeFile(folder / "a_bold.nii", image.bytes());
     const CommandResult result = run({"--components", "2", "--scale", "percent"});
     EXPECT_EQ(result.status, 0) << result.err;
-    EXPECT_THAT(result.out, HasSubstr("voxels were excluded after the preparation: 0 with non-finite values, 4 constant."));
+    EXPECT_THAT(result.out,
+                HasSubstr("voxels were excluded after the preparation: 0 with non-finite values, 4 constant."));
 }
 
 } // namespace

@@ -25,7 +25,8 @@ using testing::Pointwise;
 struct Sample {
     std::array<int, 3> size;
     int volumes;
-    std::vector<unsigned char> mask = std::vector<unsigned char>(static_cast<std::size_t>(size[0] * size[1] * size[2]), 1);
+    std::vector<unsigned char> mask =
+        std::vector<unsigned char>(static_cast<std::size_t>(size[0] * size[1] * size[2]), 1);
     std::vector<float> values = std::vector<float>(mask.size() * static_cast<std::size_t>(volumes));
 
     MaskedSeries series() { return {values.data(), volumes, size, mask}; }
@@ -127,8 +128,8 @@ TEST(HighPass, IsNumpysProjection) {
     WorkerThreads threads(1);
     removeCosines(sample.series(), 3, threads);
     EXPECT_THAT(sample.values,
-                Pointwise(FloatNear(2e-5f), {105.235157f, 115.105790f, 115.662950f, 106.673195f, 111.031207f, 105.863220f,
-                                             114.497625f, 114.337050f, 105.723390f, 111.870415f}));
+                Pointwise(FloatNear(2e-5f), {105.235157f, 115.105790f, 115.662950f, 106.673195f, 111.031207f,
+                                             105.863220f, 114.497625f, 114.337050f, 105.723390f, 111.870415f}));
 }
 
 TEST(HighPass, LeavesVoxelsOutsideTheMask) {

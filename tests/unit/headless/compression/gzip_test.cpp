@@ -1,4 +1,4 @@
-#include "headless/report/gzip.h"
+#include "headless/compression/gzip.h"
 
 #include <gtest/gtest.h>
 

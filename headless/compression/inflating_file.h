@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+
+namespace zn::headless {
+
+/// Reads a file from its beginning, inflated if it is compressed with gzip (which its first bytes tell), otherwise as it
+/// is. Several gzip members in a row count as one file; anything else after a member is ignored.
+class InflatingFile {
+public:
+    /// A file that cannot be opened reads as empty; see isOpen().
+    explicit InflatingFile(const std::filesystem::path& file);
+    ~InflatingFile();
+    InflatingFile(const InflatingFile&) = delete;
+    InflatingFile& operator=(const InflatingFile&) = delete;
+
+    bool isOpen() const;
+
+    /// Up to `count` bytes; fewer at the end, or where the file is damaged.
+    std::size_t read(std::byte* target, std::size_t count);
+
+    /// Passes over bytes; false if there are fewer.
+    bool skip(std::int64_t count);
+
+    /// Whether what has been read so far is not what was compressed: invalid data or a wrong checksum, which is compared
+    /// when read() reaches the end.
+    bool isDamaged() const;
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace zn::headless

@@ -1,0 +1,143 @@
+// Files as gzip and other tools write them, compressed here with zlib.
+#include "headless/compression/deflating_file.h"
+#include "headless/compression/inflating_file.h"
+
+#include "files.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+namespace zn::test {
+
+using namespace headless;
+
+namespace {
+
+std::string member(const std::string& text) {
+    std::string packed(text.size() + 1000, '\0');
+    z_stream stream{};
+    deflateInit2(&stream, 6, Z_DEFLATED, 15 + 16, 9, Z_DEFAULT_STRATEGY);
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(text.data()));
+    stream.avail_in = static_cast<uInt>(text.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
+}
+
+std::string longText() {
+    std::string text;
+    std::uint32_t state = 1;
+    for (int i = 0; i < 700'000; ++i) text += static_cast<char>((state = state * 1664525U + 1013904223U) >> 26);
+    return text;
+}
+
+class InflatingFileTest : public testing::Test {
+protected:
+    // All that can be read, in pieces of an odd size.
+    std::string read(const std::string& bytes) {
+        writeFile(folder / "file", bytes);
+        InflatingFile file(folder / "file");
+        std::string text;
+        std::string piece(10'007, '\0');
+        while (true) {
+            const std::size_t got = file.read(reinterpret_cast<std::byte*>(piece.data()), piece.size());
+            text.append(piece, 0, got);
+            if (got < piece.size()) break;
+        }
+        damaged = file.isDamaged();
+        return text;
+    }
+
+    TemporaryFolder folder;
+    bool damaged = false;
+    const std::string text = longText();
+};
+
+TEST_F(InflatingFileTest, InflatesWhatZlibDeflated) {
+    EXPECT_EQ(read(member(text)), text);
+    EXPECT_FALSE(damaged);
+}
+
+TEST_F(InflatingFileTest, ReadsAnUncompressedFileAsItIs) {
+    EXPECT_EQ(read(text), text);
+    EXPECT_EQ(read("\x1f"), "\x1f");
+    EXPECT_EQ(read(""), "");
+}
+
+// As parallel compressors write them.
+TEST_F(InflatingFileTest, JoinsSeveralMembers) {
+    EXPECT_EQ(read(member(text) + member("middle") + member("") + member(text)), text + "middle" + text);
+    EXPECT_FALSE(damaged);
+}
+
+TEST_F(InflatingFileTest, IgnoresWhatFollowsTheLastMember) {
+    EXPECT_EQ(read(member(text) + std::string(1000, '\0')), text);
+    EXPECT_FALSE(damaged);
+}
+
+TEST_F(InflatingFileTest, EndsEarlyWhereTheFileIsCut) {
+    const std::string packed = member(text);
+    const std::string got = read(packed.substr(0, packed.size() / 2));
+    EXPECT_LT(got.size(), text.size());
+    EXPECT_EQ(got, text.substr(0, got.size()));
+}
+
+TEST_F(InflatingFileTest, NoticesAWrongChecksum) {
+    std::string packed = member(text);
+    packed[packed.size() - 5] ^= 1; // the last byte of the checksum; four of the length follow
+    EXPECT_EQ(read(packed), text);
+    EXPECT_TRUE(damaged);
+}
+
+TEST_F(InflatingFileTest, NoticesInvalidData) {
+    std::string packed = member(text);
+    packed.replace(packed.size() / 2, 40, std::string(40, '\xff'));
+    read(packed);
+    EXPECT_TRUE(damaged);
+}
+
+TEST_F(InflatingFileTest, SkipsBytes) {
+    writeFile(folder / "file", member(text));
+    InflatingFile file(folder / "file");
+    EXPECT_TRUE(file.skip(600'000));
+    std::byte next{};
+    EXPECT_EQ(file.read(&next, 1), 1U);
+    EXPECT_EQ(static_cast<char>(next), text[600'000]);
+    EXPECT_FALSE(file.skip(600'000));
+}
+
+TEST_F(InflatingFileTest, ThatDoesNotExistIsEmpty) {
+    InflatingFile file(folder / "none");
+    std::byte next{};
+    EXPECT_FALSE(file.isOpen());
+    EXPECT_EQ(file.read(&next, 1), 0U);
+}
+
+// gzread accepts the file only if header, checksum and length are right.
+TEST_F(InflatingFileTest, OfADeflatingFileIsWhatWasWritten) {
+    DeflatingFile out(folder / "out.gz", true);
+    for (std::size_t at = 0; at < text.size(); at += 9'973) {
+        EXPECT_TRUE(out.write(std::as_bytes(std::span(text)).subspan(at, std::min<std::size_t>(9'973, text.size() - at))));
+    }
+    EXPECT_TRUE(out.close());
+    std::string back(text.size() + 1, '\0');
+    const gzFile file = gzopen((folder / "out.gz").c_str(), "rb");
+    EXPECT_EQ(gzread(file, back.data(), static_cast<unsigned>(back.size())), static_cast<int>(text.size()));
+    EXPECT_EQ(gzclose(file), Z_OK);
+    EXPECT_EQ(back.substr(0, text.size()), text);
+}
+
+TEST_F(InflatingFileTest, OfAnEmptyDeflatingFileIsEmpty) {
+    DeflatingFile out(folder / "out.gz", true);
+    EXPECT_TRUE(out.close());
+    EXPECT_EQ(read(textOf(folder / "out.gz")), "");
+    EXPECT_FALSE(damaged);
+}
+
+} // namespace
+} // namespace zn::test
