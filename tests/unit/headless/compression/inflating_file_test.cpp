@@ -122,7 +122,8 @@ TEST_F(InflatingFileTest, ThatDoesNotExistIsEmpty) {
 TEST_F(InflatingFileTest, OfADeflatingFileIsWhatWasWritten) {
     DeflatingFile out(folder / "out.gz", true);
     for (std::size_t at = 0; at < text.size(); at += 9'973) {
-        EXPECT_TRUE(out.write(std::as_bytes(std::span(text)).subspan(at, std::min<std::size_t>(9'973, text.size() - at))));
+        EXPECT_TRUE(
+            out.write(std::as_bytes(std::span(text)).subspan(at, std::min<std::size_t>(9'973, text.size() - at))));
     }
     EXPECT_TRUE(out.close());
     std::string back(text.size() + 1, '\0');
