@@ -43,7 +43,9 @@ class Outcome(NamedTuple):
 
 
 def znica(*arguments):
-    done = subprocess.run([str(part) for part in (ZNICA, *arguments)], capture_output=True, text=True, env=environment())
+    done = subprocess.run(
+        [str(part) for part in (ZNICA, *arguments)], capture_output=True, text=True, env=environment()
+    )
     if done.returncode not in (0, 4):
         raise SystemExit(f"znica {' '.join(map(str, arguments))} failed:\n{done.stderr}")
     return done.stdout

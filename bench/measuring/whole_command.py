@@ -1,12 +1,14 @@
-"""The whole znica command on an image compared with the plug-in's own stages in it."""
+"""The whole znica command on an image: against the plug-in's own stages in it, and against a script of a few lines."""
 import json
+import os
+import resource
 import subprocess
 import tempfile
 import time
 from pathlib import Path
 
 from measuring.process_run import environment
-from measuring.programs import BUILD
+from measuring.programs import BENCH, BUILD
 from measuring.ratio import ratio_of_pairs
 
 ZNICA = BUILD / "bin" / "znica"
@@ -39,3 +41,29 @@ def whole_command_ratio(image, mask):
         whole.append((seconds, seconds))
         stages.append((elapsed["Plugin"], elapsed["Plugin"]))
     return ratio_of_pairs(whole, stages)._replace(processor=None)
+
+
+def timed(command, threads):
+    """Wall-clock and processor seconds of a process that may use so many threads."""
+    limits = {name: str(threads) for name in ("OPENBLAS_NUM_THREADS", "OMP_NUM_THREADS")}
+    before = resource.getrusage(resource.RUSAGE_CHILDREN)
+    start = time.perf_counter()
+    done = subprocess.run([str(part) for part in command], capture_output=True, text=True, env={**os.environ, **limits})
+    wall = time.perf_counter() - start
+    after = resource.getrusage(resource.RUSAGE_CHILDREN)
+    if done.returncode != 0:
+        raise SystemExit(f"{command[0]} failed with status {done.returncode}:\n{done.stderr}")
+    return wall, after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
+
+
+def script_ratio(image, mask, threads=2, rounds=5):
+    """The command with the symmetric estimate and its report, over the script, which makes only the maps."""
+    ours, theirs = [], []
+    for _ in range(rounds):
+        with tempfile.TemporaryDirectory() as folder:
+            maps = Path(folder) / "maps.nii.gz"
+            run = [ZNICA, "run", image, "--mask", mask, "--components", COMPONENTS, "--threads", threads]
+            ours.append(timed([*run, "--approach", "symmetric", "--seed", 1, "--out", Path(folder) / "out"], threads))
+            theirs.append(timed([BENCH / "peers" / "sklearn_image.py", image, mask, COMPONENTS, maps], threads))
+        print(f"znica {ours[-1][0]:.2f} s ({ours[-1][1]:.2f} CPU), script {theirs[-1][0]:.2f} s ({theirs[-1][1]:.2f})")
+    return ratio_of_pairs(ours, theirs)
