@@ -1,6 +1,7 @@
 #include "headless/mask/voxel_summary.h"
 
 #include <cmath>
+#include <type_traits>
 
 namespace zn::headless {
 
@@ -18,6 +19,9 @@ template <class Value> float meanOfFinite(const Value* course, int volumes) {
     return count > 0 ? static_cast<float>(sum / count) : 0.0f;
 }
 
+// Whole numbers may be added in any order, that is, several at a time.
+template <class Value> using Sum = std::conditional_t<std::is_integral_v<Value>, std::int64_t, double>;
+
 template <class Value> VoxelSummary summarise(const Value* values, std::int64_t voxels, int volumes) {
     VoxelSummary result;
     result.mean.resize(static_cast<std::size_t>(voxels));
@@ -25,12 +29,13 @@ template <class Value> VoxelSummary summarise(const Value* values, std::int64_t 
     result.constant.resize(result.mean.size());
     for (std::size_t v = 0; v < result.mean.size(); ++v) {
         const Value* course = values + v * static_cast<std::size_t>(volumes);
-        double sum = 0.0;
+        Sum<Value> exact = 0;
         bool varies = false;
         for (int t = 0; t < volumes; ++t) {
-            sum += static_cast<double>(course[t]);
+            exact += course[t];
             varies |= course[t] != course[0];
         }
+        const auto sum = static_cast<double>(exact);
         // A sum of single-precision values cannot overflow double precision: it is finite if and only if they all are.
         const bool finite = std::isfinite(sum);
         result.mean[v] = finite ? static_cast<float>(sum / volumes) : meanOfFinite(course, volumes);

@@ -7,29 +7,9 @@
 
 namespace zn::headless {
 
-namespace {
-
-template <class Value> std::vector<float> meansOf(const Value* series, std::int64_t voxels, int volumes) {
-    std::vector<float> means(static_cast<std::size_t>(voxels));
-    for (float& mean : means) {
-        double sum = 0.0;
-        for (int t = 0; t < volumes; ++t) sum += static_cast<double>(series[t]);
-        mean = static_cast<float>(sum / volumes);
-        series += volumes;
-    }
-    return means;
-}
-
-} // namespace
-
-std::vector<float> meanImage(const TimeSeries& series) {
-    return series.isFloat() ? meansOf(series.floats.get(), series.voxels, series.volumes)
-                            : meansOf(series.shorts.get(), series.voxels, series.volumes);
-}
-
-void writeMeanImage(const std::filesystem::path& file, const TimeSeries& series, const ImageHeader& functional) {
+void writeMeanImage(const std::filesystem::path& file, const std::vector<float>& mean, const ImageHeader& functional) {
     ImageWriter writer(file, *functional.image, {1, NIFTI_TYPE_FLOAT32, 0.0, "mean over the volumes"});
-    writer.write(meanImage(series));
+    writer.write(mean);
     writer.close();
 }
 

@@ -1,18 +1,14 @@
 #pragma once
 
 #include "headless/nifti/image_header.h"
-#include "headless/nifti/time_series.h"
 
 #include <filesystem>
 #include <vector>
 
 namespace zn::headless {
 
-/// The mean of every voxel over the volumes, x fastest; NaN where any volume is NaN.
-std::vector<float> meanImage(const TimeSeries& series);
-
-/// Writes the mean image of a run on the grid of the functional image. Throws Failure (kOther).
-void writeMeanImage(const std::filesystem::path& file, const TimeSeries& series, const ImageHeader& functional);
+/// Writes the mean image of a run, x fastest, on the grid of the functional image. Throws Failure (kOther).
+void writeMeanImage(const std::filesystem::path& file, const std::vector<float>& mean, const ImageHeader& functional);
 
 /// Shades of grey for display: 0 at and below zero, 255 at and above the 99.5th percentile of the positive values.
 std::vector<unsigned char> greyLevels(const std::vector<float>& mean);

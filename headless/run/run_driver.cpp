@@ -1,7 +1,6 @@
 #include "headless/run/run_driver.h"
 
 #include "headless/nifti/time_series.h"
-#include "headless/report/mean_image.h"
 #include "headless/result/result_names.h"
 #include "headless/run/stages.h"
 
@@ -27,10 +26,6 @@ void readSeries(Run& run) {
     run.progress.stage("reading");
     const bool asFloat = run.options.preparation.any();
     run.session.series = readTimeSeries(run.functional, run.options.dummyScans, asFloat);
-    // Now, because the preparation may remove the mean.
-    if (run.options.control.report) {
-        writeMeanImage((*run.files)[ResultFile::kMean], run.session.series, run.functional);
-    }
     run.seconds.reading = reading.seconds();
     run.progress.clear();
 }
@@ -50,8 +45,8 @@ ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished) {
     if (options.dryRun) return ExitStatus::kDone;
 
     openResult(run);         // the plug-in's file, the hidden folder
-    readSeries(run);         // image -> series (voxels x volumes), mean image
-    settleMask(run);         // the voxels to analyse -> mask
+    readSeries(run);         // image -> series (voxels x volumes)
+    settleMask(run);         // the voxels to analyse -> mask, mean image
     prepareSeries(run);      // smoothing, high-pass filter, scaling -> series
     useMask(run);            // mask -> session, its image
     settleComponents(run);   // --components auto -> range of eigenvalues, table of criteria

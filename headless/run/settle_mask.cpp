@@ -4,8 +4,10 @@
 #include "headless/mask/brain_mask.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
+#include "headless/report/mean_image.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 namespace zn::headless {
@@ -74,6 +76,15 @@ void writeMaskImage(const Run& run) {
     writer.close();
 }
 
+// Here, because the preparation may remove the mean.
+void writeMean(const Run& run, const VoxelSummary& summary) {
+    std::vector<float> mean = summary.mean;
+    for (std::size_t v = 0; v < mean.size(); ++v) {
+        if (summary.finite[v] == 0) mean[v] = std::nanf("");
+    }
+    writeMeanImage((*run.files)[ResultFile::kMean], mean, run.functional);
+}
+
 } // namespace
 
 std::int64_t expectedVoxels(const Run& run) {
@@ -90,6 +101,7 @@ void requireVoxelsForVolumes(const Run& run, std::int64_t expected) {
 
 void settleMask(Run& run) {
     const VoxelSummary summary = summariseVoxels(run.session.series);
+    if (run.options.control.report) writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);
     mask.excluded = removeUnusable(summary, mask.voxels);

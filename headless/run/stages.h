@@ -43,7 +43,8 @@ void checkPreparation(Run& run);
 int preparedDimensions(const Run& run);
 
 /// Determines the mask from the data as read: computes it for --mask auto and excludes voxels that cannot be analysed.
-/// Throws Failure (kInput) when no voxel remains.
+/// Writes the mean image for the report, NaN where any volume is not finite. Throws Failure: kInput when no voxel
+/// remains, kOther when the image cannot be written.
 void settleMask(Run& run);
 
 /// Smooths, filters and scales the time courses inside the mask, as the options say, notes it, and excludes voxels that

@@ -12,24 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(MeanImage, IsTheMeanOfEveryVoxelOverTheVolumes) {
-    TimeSeries series;
-    series.voxels = 2;
-    series.volumes = 3;
-    series.shorts.reset(new std::int16_t[6]{1, 2, 6, -4, -4, -4}); // voxel after voxel
-    EXPECT_THAT(meanImage(series), ElementsAre(3.0f, -4.0f));
-}
-
-TEST(MeanImage, AcceptsSinglePrecision) {
-    TimeSeries series;
-    series.voxels = 2;
-    series.volumes = 2;
-    series.floats.reset(new float[4]{0.25f, 0.75f, 1.0f, std::nanf("")});
-    const auto mean = meanImage(series);
-    EXPECT_EQ(mean[0], 0.5f);
-    EXPECT_TRUE(std::isnan(mean[1]));
-}
-
 TEST(GreyLevels, RiseFromZeroToTheBrightTissue) {
     std::vector<float> mean(1000, 200.0f);
     mean[0] = 100.0f;
