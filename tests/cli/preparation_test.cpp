@@ -1,8 +1,10 @@
 // znica run with --smooth, --high-pass and --scale.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
+#include "cli/nifti_reading.h"
 #include "files.h"
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -88,6 +90,23 @@ TEST_F(PreparationOfARun, LeavesFewerComponentsForMax) {
     EXPECT_EQ(run({"--components", "max", "--high-pass", "10", "--scale", "sd"}).status, 0);
     const auto json = nlohmann::json::parse(textOf(folder / "out/a_desc-ICA_decomposition.json"));
     EXPECT_EQ(json["Settings"]["Components"], 24); // 40 volumes, 15 cosines, the mean
+}
+
+// The picture behind the maps, which the preparation would leave at zero.
+TEST_F(PreparationOfARun, DoesNotChangeTheMeanImage) {
+    const NiftiBytes image = plainSeries(40);
+    std::vector<std::int16_t> stored(120 * 40);
+    std::memcpy(stored.data(), image.data.data(), image.data.size());
+    const CommandResult result = znica({"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
+                                        "--epsilon", "0.9", "--components", "2", "--mask", "none", "--scale", "sd"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const auto mean = ReadNifti(folder / "out/a_desc-mean_bold.nii.gz").values<float>();
+    ASSERT_EQ(mean.size(), 120U);
+    for (std::size_t v : {0U, 57U, 119U}) {
+        int sum = 0;
+        for (std::size_t t = 0; t < 40; ++t) sum += stored[t * 120 + v];
+        EXPECT_EQ(mean[v], static_cast<float>(sum / 40.0));
+    }
 }
 
 TEST_F(PreparationOfARun, CountsTheVoxelsThatItMakesConstant) {
