@@ -33,21 +33,26 @@ void setScaling(PreparationOptions& o, const std::string& text) {
 } // namespace
 
 void addPreparationOptions(CLI::App& run, PreparationOptions& o) {
-    run.add_option_function<std::string>(
-           "--smooth", [&o](const std::string& text) { setSmoothing(o, text); },
-           "Gaussian within the mask, FWHM in mm; auto: if needed (0)")
-        ->type_name("MM|auto");
-    run.add_option_function<std::string>(
-           "--high-pass",
-           [&o](const std::string& text) {
-               o.highPassSeconds = numberFromZero("--high-pass", text, "a cut-off in seconds, or 0 for none");
-           },
-           "remove drifts slower than this (0: none)")
-        ->type_name("SECONDS");
-    run.add_option_function<std::string>(
-           "--scale", [&o](const std::string& text) { setScaling(o, text); },
-           "none; percent: of each voxel's mean; sd: to unit variance (none)")
-        ->type_name("NAME");
+    auto* smooth = run.add_option_function<std::string>(
+        "--smooth", [&o](const std::string& text) { setSmoothing(o, text); },
+        "Gaussian within the mask, FWHM in mm; auto: if needed (0)");
+    smooth->type_name("MM|auto");
+    auto* highPass = run.add_option_function<std::string>(
+        "--high-pass",
+        [&o](const std::string& text) {
+            o.highPassSeconds = numberFromZero("--high-pass", text, "a cut-off in seconds, or 0 for none");
+        },
+        "remove drifts slower than this (0: none)");
+    highPass->type_name("SECONDS");
+    auto* scale = run.add_option_function<std::string>(
+        "--scale", [&o](const std::string& text) { setScaling(o, text); },
+        "none; percent: of each voxel's mean; sd: to unit variance (none)");
+    scale->type_name("NAME");
+    run.add_flag_callback(
+           "--as-is", [&o] { o = {}; }, "no preparation: exactly what the desktop computes")
+        ->excludes(smooth)
+        ->excludes(highPass)
+        ->excludes(scale);
 }
 
 } // namespace zn::headless
