@@ -17,9 +17,13 @@ protected:
     std::string echoed(const NiftiBytes& image, const std::vector<std::string>& options = {},
                        const std::string& behaviour = "echo") {
         writeFile(folder / "sub-01_task-rest_bold.nii", image.bytes());
-        std::vector<std::string> arguments = {"run",      (folder / "sub-01_task-rest_bold.nii").string(),
-                                              "--out",    (folder / "out").string(),
-                                              "--plugin", FAKE_PLUGIN_FILE,
+        std::vector<std::string> arguments = {"run",
+                                              "--as-is",
+                                              (folder / "sub-01_task-rest_bold.nii").string(),
+                                              "--out",
+                                              (folder / "out").string(),
+                                              "--plugin",
+                                              FAKE_PLUGIN_FILE,
                                               "--verbose"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return znica(arguments, {{}, {"ZN_FAKE_PLUGIN=" + behaviour}, {}}).out;

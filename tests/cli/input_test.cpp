@@ -24,15 +24,15 @@ class Input : public testing::Test {
 protected:
     CommandResult echo(const NiftiBytes& image, std::vector<std::string> options = {}) {
         writeFile(folder / "a_bold.nii", image.bytes());
-        options.insert(options.begin(), {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
-                                         "--plugin", FAKE_PLUGIN_FILE, "--verbose"});
+        options.insert(options.begin(), {"run", "--as-is", (folder / "a_bold.nii").string(), "--out",
+                                         (folder / "out").string(), "--plugin", FAKE_PLUGIN_FILE, "--verbose"});
         return znica(options, {{}, {"ZN_FAKE_PLUGIN=echo"}, {}});
     }
     // The same with the real plug-in; returns the final mask.
     std::vector<unsigned char> maskAfter(const NiftiBytes& image, std::vector<std::string> options = {}) {
         writeFile(folder / "a_bold.nii", image.bytes());
-        options.insert(options.begin(), {"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
-                                         "--components", "1", "--seed", "1", "--force"});
+        options.insert(options.begin(), {"run", "--as-is", (folder / "a_bold.nii").string(), "--out",
+                                         (folder / "out").string(), "--components", "1", "--seed", "1", "--force"});
         result = znica(options);
         EXPECT_EQ(result.status, 0) << result.err;
         return ReadNifti(folder / "out/a_desc-brain_mask.nii.gz").values<unsigned char>();
@@ -234,8 +234,8 @@ TEST_F(Input, ARunBeyondItsMemoryIsRefusedBeforeTheDataAreRead) {
     const std::string complete = textOf(folder / "cut.nii.gz");
     writeFile(folder / "cut.nii.gz", complete.substr(0, complete.size() - 2000)); // reading all of it would fail
     for (const bool dry : {false, true}) {
-        std::vector<std::string> arguments = {"run",   (folder / "cut.nii.gz").string(), "--memory", "0.001",
-                                              "--out", (folder / "out").string()};
+        std::vector<std::string> arguments = {"run",   "--as-is", (folder / "cut.nii.gz").string(), "--memory",
+                                              "0.001", "--out",   (folder / "out").string()};
         if (dry) arguments.emplace_back("--dry-run");
         const CommandResult refused = znica(arguments);
         EXPECT_EQ(refused.status, 5);
@@ -266,8 +266,8 @@ protected:
 TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsCloseToTheTruth) {
     for (const auto& [size, sources] : {std::pair("tiny", 4), {"tiny", 8}, {"small", 8}}) {
         const auto out = folder / (size + std::to_string(sources) + "-out");
-        const CommandResult run =
-            znica({"run", sample(size, sources), "--components", "auto", "--seed", "1", "--out", out.string()});
+        const CommandResult run = znica(
+            {"run", "--as-is", sample(size, sources), "--components", "auto", "--seed", "1", "--out", out.string()});
         ASSERT_EQ(run.status, 0) << run.err;
         const json facts = decompositionOf(out, "sub-sim_task-blocks");
         const int found = facts["ComponentsFound"];
@@ -298,7 +298,7 @@ TEST_F(WholeRun, ThePredictedMemoryMatchesTheMemoryUsed) {
     const std::vector<std::pair<std::string, std::string>> cases = {{"small", "1"}, {"small", "20"}, {"medium", "1"}};
     for (const auto& [size, repeats] : cases) {
         const auto out = folder / (size + repeats);
-        ASSERT_EQ(znica({"run", sample(size, 4), "--components", "5", "--seed", "1", "--repeats", repeats,
+        ASSERT_EQ(znica({"run", "--as-is", sample(size, 4), "--components", "5", "--seed", "1", "--repeats", repeats,
                          "--no-clustering", "--out", out.string()})
                       .status,
                   0);
@@ -313,8 +313,8 @@ TEST_F(WholeRun, ThePredictedMemoryMatchesTheMemoryUsed) {
 TEST_F(WholeRun, MeasuredDataWithoutAnyOptions) {
     const std::filesystem::path data = MEASURED_DATA_FOLDER;
     if (!std::filesystem::exists(data)) GTEST_SKIP() << "no measured data in " << data << "; see CONTRIBUTING.md";
-    const CommandResult run = znica(
-        {"run", (data / "oneback_small_bold.nii.gz").string(), "--seed", "1", "--out", (folder / "out").string()});
+    const CommandResult run = znica({"run", "--as-is", (data / "oneback_small_bold.nii.gz").string(), "--seed", "1",
+                                     "--out", (folder / "out").string()});
     ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_THAT(run.out, HasSubstr("20 of 20 components found\n"));
     // The mask that comes with the data was made differently: a quarter of the 98th percentile, holes filled.

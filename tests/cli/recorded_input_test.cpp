@@ -20,7 +20,8 @@ protected:
     json factsOf(const std::vector<std::string>& options) {
         writeFile(folder / "a_bold.nii", plainSeries(24).bytes()); // 2 s
         std::vector<std::string> arguments = {
-            "run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(), "--seed", "1", "--no-report"};
+            "run", "--as-is",    (folder / "a_bold.nii").string(), "--out", (folder / "out").string(), "--seed",
+            "1",   "--no-report"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         result = znica(arguments);
         EXPECT_THAT(result.err, IsEmpty());

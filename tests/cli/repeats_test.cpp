@@ -21,8 +21,8 @@ protected:
     CommandResult run(const std::string& out, std::vector<std::string> options) {
         const std::string stem = (folder / "s/sub-sim_task-blocks_").string();
         options.insert(options.begin(),
-                       {"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz", "--components", "6",
-                        "--no-clustering", "--seed", "7", "--out", (folder / out).string()});
+                       {"run", "--as-is", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz",
+                        "--components", "6", "--no-clustering", "--seed", "7", "--out", (folder / out).string()});
         return znica(options);
     }
     json facts(const std::string& out) {

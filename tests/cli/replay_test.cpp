@@ -24,8 +24,9 @@ protected:
     // Three components of this sample are found from any start, so a run without a seed never gives up.
     static void run(const std::string& name, std::vector<std::string> options) {
         const std::string stem = (*folder / "s/sub-sim_task-blocks_").string();
-        options.insert(options.begin(), {"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz",
-                                         "--components", "3", "--no-clustering", "--out", (*folder / name).string()});
+        options.insert(options.begin(),
+                       {"run", "--as-is", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz",
+                        "--components", "3", "--no-clustering", "--out", (*folder / name).string()});
         const CommandResult result = znica(options);
         ASSERT_EQ(result.status, 0) << result.err;
     }
@@ -36,8 +37,8 @@ protected:
     }
     static CommandResult runWithKernels(const std::string& kernels, const std::string& name) {
         const std::string stem = (*folder / "s/sub-sim_task-blocks_").string();
-        return znica({"run", stem + "bold.nii.gz", "--components", "1", "--seed", "1", "--no-clustering", "--no-report",
-                      "--out", (*folder / name).string()},
+        return znica({"run", "--as-is", stem + "bold.nii.gz", "--components", "1", "--seed", "1", "--no-clustering",
+                      "--no-report", "--out", (*folder / name).string()},
                      {{}, {"OPENBLAS_CORETYPE=" + kernels}, {}});
     }
     static json facts(const std::string& name) { return json::parse(bytes(name, "decomposition.json")); }

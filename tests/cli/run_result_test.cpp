@@ -28,8 +28,8 @@ protected:
         folder = new TemporaryFolder;
         ASSERT_EQ(znica({"simulate", "--size", "tiny", "--sources", "4", "--out", sample("")}).status, 0);
         run = new CommandResult(znica(
-            {"run", sample("bold.nii.gz"), "--mask", sample("desc-brain_mask.nii.gz"), "--components", "6", "--design",
-             sample("desc-task_design.tsv"), "--rois", sample("desc-sources_dseg.nii.gz"), "--roi-names",
+            {"run", "--as-is", sample("bold.nii.gz"), "--mask", sample("desc-brain_mask.nii.gz"), "--components", "6",
+             "--design", sample("desc-task_design.tsv"), "--rois", sample("desc-sources_dseg.nii.gz"), "--roi-names",
              sample("desc-sources_dseg.tsv"), "--label", "S01", "--seed", "1", "--out", result("")}));
     }
     static void TearDownTestSuite() {
@@ -244,8 +244,8 @@ TEST_F(RunResult, TheLogEndsWithThePluginsLastLines) {
 TEST_F(RunResult, EveryNonlinearityRunsToTheEnd) {
     for (const char* name : {"gauss", "cube"}) {
         const CommandResult other =
-            znica({"run", sample("bold.nii.gz"), "--mask", sample("desc-brain_mask.nii.gz"), "--components", "5",
-                   "--nonlinearity", name, "--seed", "1", "--no-clustering", "--out", (*folder / name).string()});
+            znica({"run", "--as-is", sample("bold.nii.gz"), "--mask", sample("desc-brain_mask.nii.gz"), "--components",
+                   "5", "--nonlinearity", name, "--seed", "1", "--no-clustering", "--out", (*folder / name).string()});
         EXPECT_EQ(other.status, 0) << other.err;
     }
 }
@@ -257,8 +257,8 @@ TEST_F(RunResult, EveryNonlinearityFindsTheSourcesOfTheDefaultSample) {
     for (const char* name : {"tanh", "gauss", "cube"}) {
         const std::string out = (place / name).string();
         const CommandResult other =
-            znica({"run", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz", "--components", "9",
-                   "--nonlinearity", name, "--seed", "1", "--no-clustering", "--no-report", "--out", out});
+            znica({"run", "--as-is", stem + "bold.nii.gz", "--mask", stem + "desc-brain_mask.nii.gz", "--components",
+                   "9", "--nonlinearity", name, "--seed", "1", "--no-clustering", "--no-report", "--out", out});
         ASSERT_EQ(other.status, 0) << other.err;
         std::istringstream lines(znica({"score", out, "--truth", (place / "sample").string()}).out);
         std::string line;
@@ -284,6 +284,7 @@ TEST_F(RunResult, GivingUpKeepsWhatWasFoundAndSaysSo) {
     }
     writeFile(*folder / "noise.nii", noise.bytes());
     std::vector<std::string> arguments = {"run",
+                                          "--as-is",
                                           (*folder / "noise.nii").string(),
                                           "--components",
                                           "20",
@@ -323,7 +324,8 @@ TEST_F(RunResult, NamesMayContainBlanksAndNonAsciiLetters) {
     std::filesystem::create_directory(odd);
     writeFile(odd / "Scan \xE8\x84\xB3.nii", plainSeries(24).bytes());
     const CommandResult named =
-        znica({"run", "Scan \xE8\x84\xB3.nii", "--components", "1", "--seed", "1", "--out", "Aus gabe"}, {odd, {}, {}});
+        znica({"run", "--as-is", "Scan \xE8\x84\xB3.nii", "--components", "1", "--seed", "1", "--out", "Aus gabe"},
+              {odd, {}, {}});
     EXPECT_EQ(named.status, 0) << named.err;
     EXPECT_TRUE(std::filesystem::exists(odd / "Aus gabe" / "Scan \xE8\x84\xB3_desc-ICA_components.nii.gz"));
 }
@@ -331,8 +333,8 @@ TEST_F(RunResult, NamesMayContainBlanksAndNonAsciiLetters) {
 TEST_F(RunResult, EveryNumericTypeOfTheSameValuesGivesTheSameEigenvalues) {
     const auto eigenvalues = [&](const NiftiBytes& image, const std::string& name) {
         writeFile(*folder / (name + ".nii"), image.bytes());
-        const CommandResult typed = znica({"run", (*folder / (name + ".nii")).string(), "--components", "1", "--seed",
-                                           "1", "--out", (*folder / name).string()});
+        const CommandResult typed = znica({"run", "--as-is", (*folder / (name + ".nii")).string(), "--components", "1",
+                                           "--seed", "1", "--out", (*folder / name).string()});
         EXPECT_EQ(typed.status, 0) << name << typed.err;
         return json::parse(textOf(*folder / name / (name + "_desc-ICA_decomposition.json")))["Eigenvalues"];
     };

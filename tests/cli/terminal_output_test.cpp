@@ -26,11 +26,17 @@ protected:
     }
     std::vector<std::string> arguments(const std::vector<std::string>& options = {}) {
         const std::string stem = (folder / "s/sub-sim_task-blocks_").string();
-        std::vector<std::string> result = {"run",          stem + "bold.nii.gz",
-                                           "--mask",       stem + "desc-brain_mask.nii.gz",
-                                           "--components", "2",
-                                           "--seed",       "1",
-                                           "--out",        (folder / "out").string()};
+        std::vector<std::string> result = {"run",
+                                           "--as-is",
+                                           stem + "bold.nii.gz",
+                                           "--mask",
+                                           stem + "desc-brain_mask.nii.gz",
+                                           "--components",
+                                           "2",
+                                           "--seed",
+                                           "1",
+                                           "--out",
+                                           (folder / "out").string()};
         result.insert(result.end(), options.begin(), options.end());
         return result;
     }

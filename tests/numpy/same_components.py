@@ -48,6 +48,7 @@ def compare(folder, nonlinearity, znica):
     command(
         znica,
         "run",
+        "--as-is",
         folder / f"sample/{SAMPLE}bold.nii.gz",
         "--mask",
         folder / f"sample/{SAMPLE}desc-brain_mask.nii.gz",
