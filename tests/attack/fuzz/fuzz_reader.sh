@@ -1,0 +1,23 @@
+#!/bin/sh
+# Fuzzes one reader: first the inputs of the corpus, then random changes of them.
+#
+#   fuzz_reader.sh PROGRAM READER [RUNS]
+#
+# PROGRAM is the reader's fuzz target, built by the preset asan. RUNS is the number of inputs; without it, that of the
+# environment variable ZN_FUZZ_RUNS, or else 10000. An input that ends the program is kept in the current folder as
+# crash-*, leak-*, oom-* or timeout-*.
+set -eu
+here=$(cd "$(dirname "$0")" && pwd)
+program=$1 reader=$2 runs=${3:-${ZN_FUZZ_RUNS:-10000}}
+[ -d /dev/shm ] && [ -w /dev/shm ] && TMPDIR=/dev/shm
+TMPDIR=$(mktemp -d "${TMPDIR:-/tmp}/znica-fuzz-XXXXXX")
+export TMPDIR
+trap 'rm -rf "$TMPDIR"' EXIT
+# Longer than one input needs, and a third faster than the usual quarantine of freed memory.
+export ASAN_OPTIONS="quarantine_size_mb=8:${ASAN_OPTIONS-}"
+mkdir "$TMPDIR/new"
+
+"$program" "$here"/../corpus/nested/* # these take too long to be varied
+set -- -runs="$runs" -seed=1 -max_len=4096 -timeout=60 -print_final_stats=1
+[ ! -f "$here/$reader.dict" ] || set -- "$@" -dict="$here/$reader.dict"
+"$program" "$@" "$TMPDIR/new" "$here/../corpus/$reader"
