@@ -58,6 +58,7 @@ std::vector<Row> rowsOf(const std::vector<std::string>& lines, const fs::path& f
         refuse(file, "its row " + std::to_string(rows.size() - 1) + " has " + std::to_string(rows.back().size()) +
                          " cells, but its header has " + std::to_string(rows.front().size()));
     }
+    if (rows.empty()) refuse(file, "it has no header");
     return rows;
 }
 

@@ -66,6 +66,7 @@ const damages = [
     ],
     ['metrics.tsv', 'without a column', (text) => text.replace('kurtosis', 'curtosis'), /has no column "kurtosis"/],
     ['mixing.tsv', 'empty', () => '', / is empty\.$/m],
+    ['mixing.tsv', 'of a single empty line', () => '\n', /it has no header/],
     [
         'mixing.tsv',
         'without a row',
