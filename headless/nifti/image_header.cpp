@@ -24,12 +24,16 @@ std::shared_ptr<nifti_image> readImage(const fs::path& file) {
             }};
 }
 
+// Elements along an axis. Beyond the image's own axes the library leaves what the file holds there, which may be 0.
+std::int64_t extentOf(const nifti_image& image, int axis) {
+    return axis <= image.ndim ? image.dim[axis] : 1;
+}
+
 // Bytes of the entire image, or nothing when the product overflows 64 bits.
 std::optional<std::int64_t> dataBytes(const nifti_image& image) {
     std::int64_t bytes = image.nbyper;
     for (int axis = 1; axis <= 7; ++axis) {
-        const std::int64_t extent = axis <= image.ndim ? image.dim[axis] : 1;
-        if (__builtin_mul_overflow(bytes, extent, &bytes)) return std::nullopt;
+        if (__builtin_mul_overflow(bytes, extentOf(image, axis), &bytes)) return std::nullopt;
     }
     return bytes;
 }
@@ -37,7 +41,7 @@ std::optional<std::int64_t> dataBytes(const nifti_image& image) {
 void checkExtents(const fs::path& file, const nifti_image& image) {
     std::int64_t voxels = 1;
     for (int axis = 1; axis <= 4; ++axis) {
-        const std::int64_t extent = axis <= image.ndim ? image.dim[axis] : 1;
+        const std::int64_t extent = extentOf(image, axis);
         if (extent > std::numeric_limits<std::int32_t>::max() ||
             (axis < 4 && __builtin_mul_overflow(voxels, extent, &voxels)) ||
             voxels > std::numeric_limits<std::int32_t>::max()) {
@@ -112,8 +116,10 @@ ImageHeader readImageHeader(const fs::path& file) {
 
     ImageHeader header;
     header.file = file;
-    header.size = {static_cast<int>(image->nx), static_cast<int>(image->ny), static_cast<int>(image->nz)};
-    header.volumes = static_cast<int>(image->nt);
+    for (int axis = 1; axis <= 3; ++axis) {
+        header.size[static_cast<std::size_t>(axis) - 1] = static_cast<int>(extentOf(*image, axis));
+    }
+    header.volumes = static_cast<int>(extentOf(*image, 4));
     header.affine = affineOf(*image);
     header.secondsPerVolume = secondsPerVolume(*image, raw);
     header.image = std::move(image);

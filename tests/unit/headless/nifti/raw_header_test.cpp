@@ -120,6 +120,14 @@ TEST_P(RawHeaderTest, AxesWithoutElementsAreRefused) {
     }
 }
 
+TEST_P(RawHeaderTest, UnusedAxesWithoutElementsAreIgnored) {
+    bytes.setAxes({2, 3, 4, 0, 0, 0, 0, 0});
+    ASSERT_EQ(refusal(), "");
+    const ImageHeader header = readImageHeader(folder / "a.nii");
+    EXPECT_THAT(header.size, testing::ElementsAre(3, 4, 1));
+    EXPECT_EQ(header.volumes, 1);
+}
+
 TEST_P(RawHeaderTest, DataTypesThatDoNotExistAreRefused) {
     for (const int type : {0, -4, 3, 5, 1000, 32767}) {
         bytes.setType(static_cast<std::int16_t>(type));
