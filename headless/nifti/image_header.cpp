@@ -4,6 +4,7 @@
 #include "headless/nifti/raw_header.h"
 #include "headless/text/input_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <system_error>
@@ -93,6 +94,21 @@ Affine affineOf(const nifti_image& image) {
     return affine;
 }
 
+// Whether a result can have this geometry: in millimetres and in single precision. Finite values of the header may
+// still be too large for that.
+bool isStorable(const nifti_image& image) {
+    const auto fits = [scale = millimetresPerUnit(image.xyz_units)](double value) {
+        return std::fabs(scale * value) <= static_cast<double>(std::numeric_limits<float>::max()); // false for NaN
+    };
+    const auto rowsFit = [&](const auto& matrix) {
+        return std::all_of(matrix.m, matrix.m + 3, [&](const auto& row) { return std::all_of(row, row + 4, fits); });
+    };
+    const bool quaternionFits = fits(image.quatern_b) && fits(image.quatern_c) && fits(image.quatern_d);
+    return fits(image.dx) && fits(image.dy) && fits(image.dz) &&
+           (image.qform_code <= 0 || (quaternionFits && rowsFit(image.qto_xyz))) &&
+           (image.sform_code <= 0 || rowsFit(image.sto_xyz));
+}
+
 std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader& raw) {
     double seconds = image.ndim >= 4 ? raw.pixdim[4] : 0.0;
     if (image.time_units == NIFTI_UNITS_MSEC) seconds *= 1e-3;
@@ -113,6 +129,10 @@ ImageHeader readImageHeader(const fs::path& file) {
         refuseFile(file, "is not a NIfTI image (.nii, .nii.gz, or .hdr with .img), or is damaged.");
     checkExtents(file, *image);
     checkLength(file, *image, raw);
+    if (!isStorable(*image)) {
+        refuseFile(
+            file, "has a damaged header: its affine or its voxel sizes are too large; export or copy the image again.");
+    }
 
     ImageHeader header;
     header.file = file;
