@@ -42,7 +42,11 @@ constexpr Fields kNifti2[] = {
 };
 
 std::uint64_t integerBits(std::minstd_rand& random) {
-    constexpr std::int64_t kValues[] = {0,
+    constexpr std::int64_t kValues[] = {24,
+                                        32,
+                                        40,
+                                        48,
+                                        0,
                                         1,
                                         2,
                                         3,
