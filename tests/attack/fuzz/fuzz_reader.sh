@@ -4,8 +4,9 @@
 #   fuzz_reader.sh PROGRAM READER [RUNS]
 #
 # PROGRAM is the reader's fuzz target, built by the preset asan. RUNS is the number of inputs; without it, that of the
-# environment variable ZN_FUZZ_RUNS, or else 10000. An input that ends the program is kept in the current folder as
-# crash-*, leak-*, oom-* or timeout-*.
+# environment variable ZN_FUZZ_RUNS, or else 10000. ZN_FUZZ_SECONDS is a limit on the time, ZN_FUZZ_SEED another seed of
+# the random changes. An input that ends the program is kept in the current folder as crash-*, leak-*, oom-* or
+# timeout-*.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 program=$1 reader=$2 runs=${3:-${ZN_FUZZ_RUNS:-10000}}
@@ -18,6 +19,9 @@ export ASAN_OPTIONS="quarantine_size_mb=8:${ASAN_OPTIONS-}"
 mkdir "$TMPDIR/new"
 
 "$program" "$here"/../corpus/nested/* # these take too long to be varied
-set -- -runs="$runs" -seed=1 -max_len=4096 -timeout=60 -print_final_stats=1
+longest=4096
+[ "$reader" != plugin_log ] || longest=512 # a few lines; each takes long under the sanitizer
+set -- -runs="$runs" -max_total_time="${ZN_FUZZ_SECONDS:-0}" -seed="${ZN_FUZZ_SEED:-1}" -max_len=$longest \
+    -timeout=60 -print_final_stats=1
 [ ! -f "$here/$reader.dict" ] || set -- "$@" -dict="$here/$reader.dict"
 "$program" "$@" "$TMPDIR/new" "$here/../corpus/$reader"
