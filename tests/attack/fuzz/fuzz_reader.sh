@@ -14,6 +14,7 @@ program=$1 reader=$2 runs=${3:-${ZN_FUZZ_RUNS:-10000}}
 TMPDIR=$(mktemp -d "${TMPDIR:-/tmp}/znica-fuzz-XXXXXX")
 export TMPDIR
 trap 'rm -rf "$TMPDIR"' EXIT
+trap 'exit 1' HUP INT TERM # through the line above
 # Longer than one input needs, and a third faster than the usual quarantine of freed memory.
 export ASAN_OPTIONS="quarantine_size_mb=8:${ASAN_OPTIONS-}"
 mkdir "$TMPDIR/new"
