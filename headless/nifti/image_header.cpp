@@ -4,6 +4,7 @@
 #include "headless/nifti/raw_header.h"
 #include "headless/text/input_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <system_error>
@@ -24,12 +25,16 @@ std::shared_ptr<nifti_image> readImage(const fs::path& file) {
             }};
 }
 
+// Elements along an axis. Beyond the image's own axes the library leaves what the file holds there, which may be 0.
+std::int64_t extentOf(const nifti_image& image, int axis) {
+    return axis <= image.ndim ? image.dim[axis] : 1;
+}
+
 // Bytes of the entire image, or nothing when the product overflows 64 bits.
 std::optional<std::int64_t> dataBytes(const nifti_image& image) {
     std::int64_t bytes = image.nbyper;
     for (int axis = 1; axis <= 7; ++axis) {
-        const std::int64_t extent = axis <= image.ndim ? image.dim[axis] : 1;
-        if (__builtin_mul_overflow(bytes, extent, &bytes)) return std::nullopt;
+        if (__builtin_mul_overflow(bytes, extentOf(image, axis), &bytes)) return std::nullopt;
     }
     return bytes;
 }
@@ -37,7 +42,7 @@ std::optional<std::int64_t> dataBytes(const nifti_image& image) {
 void checkExtents(const fs::path& file, const nifti_image& image) {
     std::int64_t voxels = 1;
     for (int axis = 1; axis <= 4; ++axis) {
-        const std::int64_t extent = axis <= image.ndim ? image.dim[axis] : 1;
+        const std::int64_t extent = extentOf(image, axis);
         if (extent > std::numeric_limits<std::int32_t>::max() ||
             (axis < 4 && __builtin_mul_overflow(voxels, extent, &voxels)) ||
             voxels > std::numeric_limits<std::int32_t>::max()) {
@@ -89,6 +94,21 @@ Affine affineOf(const nifti_image& image) {
     return affine;
 }
 
+// Whether a result can have this geometry: in millimetres and in single precision. Finite values of the header may
+// still be too large for that.
+bool isStorable(const nifti_image& image) {
+    const auto fits = [scale = millimetresPerUnit(image.xyz_units)](double value) {
+        return std::fabs(scale * value) <= static_cast<double>(std::numeric_limits<float>::max()); // false for NaN
+    };
+    const auto rowsFit = [&](const auto& matrix) {
+        return std::all_of(matrix.m, matrix.m + 3, [&](const auto& row) { return std::all_of(row, row + 4, fits); });
+    };
+    const bool quaternionFits = fits(image.quatern_b) && fits(image.quatern_c) && fits(image.quatern_d);
+    return fits(image.dx) && fits(image.dy) && fits(image.dz) &&
+           (image.qform_code <= 0 || (quaternionFits && rowsFit(image.qto_xyz))) &&
+           (image.sform_code <= 0 || rowsFit(image.sto_xyz));
+}
+
 std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader& raw) {
     double seconds = image.ndim >= 4 ? raw.pixdim[4] : 0.0;
     if (image.time_units == NIFTI_UNITS_MSEC) seconds *= 1e-3;
@@ -109,11 +129,17 @@ ImageHeader readImageHeader(const fs::path& file) {
         refuseFile(file, "is not a NIfTI image (.nii, .nii.gz, or .hdr with .img), or is damaged.");
     checkExtents(file, *image);
     checkLength(file, *image, raw);
+    if (!isStorable(*image)) {
+        refuseFile(
+            file, "has a damaged header: its affine or its voxel sizes are too large; export or copy the image again.");
+    }
 
     ImageHeader header;
     header.file = file;
-    header.size = {static_cast<int>(image->nx), static_cast<int>(image->ny), static_cast<int>(image->nz)};
-    header.volumes = static_cast<int>(image->nt);
+    for (int axis = 1; axis <= 3; ++axis) {
+        header.size[static_cast<std::size_t>(axis) - 1] = static_cast<int>(extentOf(*image, axis));
+    }
+    header.volumes = static_cast<int>(extentOf(*image, 4));
     header.affine = affineOf(*image);
     header.secondsPerVolume = secondsPerVolume(*image, raw);
     header.image = std::move(image);

@@ -58,6 +58,7 @@ std::vector<Row> rowsOf(const std::vector<std::string>& lines, const fs::path& f
         refuse(file, "its row " + std::to_string(rows.size() - 1) + " has " + std::to_string(rows.back().size()) +
                          " cells, but its header has " + std::to_string(rows.front().size()));
     }
+    if (rows.empty()) refuse(file, "it has no header");
     return rows;
 }
 
@@ -122,20 +123,40 @@ void requireMixing(const fs::path& file, int maps, int volumes) {
 Json readRecord(const ResultFiles& files) {
     constexpr ResultFile kFile = ResultFile::kDecomposition;
     Json record = objectIn(files, kFile);
-    const auto require = [&](const char* key, auto isRight, const char* kind) {
+    const auto require = [&](const std::string& key, auto isRight, const char* kind) {
         const Json::json_pointer place(key);
         if (record.contains(place) && std::invoke(isRight, record[place])) return;
         refuse(files[kFile], "it has no " + std::string(kind) + " at " + key);
     };
+    const auto requireEach = [&](const std::string& list, auto isRight, const char* kind) {
+        const std::size_t count = record[Json::json_pointer(list)].size();
+        for (std::size_t i = 0; i < count; ++i) require(list + "/" + std::to_string(i), isRight, kind);
+    };
     const auto isNumberOrNull = [](const Json& value) { return value.is_number() || value.is_null(); };
     const auto isCount = [](const Json& value) {
         return value.is_number_integer() && value >= 1 && value <= std::numeric_limits<std::int32_t>::max();
+    };
+    const auto isNote = [](const Json& value) { // older records hold the sentence alone
+        return value.is_string() || (value.is_object() && value.contains("Text") && value["Text"].is_string());
     };
     for (const char* key : kNumbers) require(key, &Json::is_number, "number");
     require("/Input/Volumes", isCount, "number of volumes");
     for (const char* key : kTexts) require(key, &Json::is_string, "text");
     for (const char* key : kLists) require(key, &Json::is_array, "list");
     require("/RetainedVariancePercent", isNumberOrNull, "number");
+    require("/Settings/ClusterSize", isNumberOrNull, "number");
+    requireEach("/Input/Size", &Json::is_number, "number");
+    requireEach("/Components", &Json::is_object, "component");
+    requireEach("/Eigenvalues", isNumberOrNull, "number"); // null: one that is not finite
+
+    // Not in every version's records.
+    if (record["Input"].contains("Notes")) {
+        require("/Input/Notes", &Json::is_array, "list");
+        requireEach("/Input/Notes", isNote, "note");
+    }
+    if (record.contains("ComponentEstimate") && !record["ComponentEstimate"].is_null()) {
+        require("/ComponentEstimate/EffectiveSamples", &Json::is_number, "number");
+    }
     return record;
 }
 

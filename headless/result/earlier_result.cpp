@@ -28,6 +28,8 @@ bool isListed(const std::string& name, const std::string& stem, std::initializer
 }
 
 nlohmann::json jsonIn(const fs::path& file) {
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) return nullptr; // opening a pipe would wait for a writer
     std::ifstream stream(file);
     return nlohmann::json::parse(stream, nullptr, false);
 }

@@ -18,8 +18,11 @@ std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t vo
             squares += deviation * deviation;
             result.push_back(deviation);
         }
-        const double scale = squares > 0.0 ? 1.0 / std::sqrt(squares) : 0.0;
-        for (std::size_t i = result.size() - chosen.size(); i < result.size(); ++i) result[i] *= scale;
+        const bool usable = squares > 0.0 && std::isfinite(squares);
+        const double scale = usable ? 1.0 / std::sqrt(squares) : 0.0;
+        for (std::size_t i = result.size() - chosen.size(); i < result.size(); ++i) {
+            result[i] = usable ? result[i] * scale : 0.0; // 0 times NaN would stay NaN
+        }
     }
     return result;
 }

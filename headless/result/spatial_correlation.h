@@ -12,7 +12,8 @@ namespace zn::headless {
 ///
 ///   maps     [map][voxel], map after map
 ///   chosen   voxels of a map, counted from 0
-///   result   [map][chosen voxel]; a constant map becomes zeros and correlates with nothing
+///   result   [map][chosen voxel]; a map that is constant or holds non-finite values becomes zeros, which correlate
+///            with nothing
 std::vector<double> standardisedMaps(std::span<const float> maps, std::size_t voxels,
                                      const std::vector<std::size_t>& chosen);
 

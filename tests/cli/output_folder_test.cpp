@@ -151,6 +151,14 @@ TEST_F(OutputFolder, WithNamesOfAResultButNoRecordIsRefusedDespiteForce) {
     EXPECT_THAT(namesIn(folder / "out"), ElementsAre("log.txt", "plugin"));
 }
 
+TEST_F(OutputFolder, WithAPipeInPlaceOfTheRecordIsRefusedWithoutWaiting) {
+    std::filesystem::create_directory(folder / "out");
+    ASSERT_EQ(mkfifo((folder / "out/dataset_description.json").c_str(), 0600), 0);
+    const CommandResult result = simulate((folder / "out").string(), {"--force"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("has no dataset_description.json that names znica"));
+}
+
 TEST_F(OutputFolder, ThatIsAFileIsRefused) {
     writeFile(folder / "out", "");
     const CommandResult result = simulate((folder / "out").string());

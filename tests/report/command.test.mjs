@@ -66,6 +66,7 @@ const damages = [
     ],
     ['metrics.tsv', 'without a column', (text) => text.replace('kurtosis', 'curtosis'), /has no column "kurtosis"/],
     ['mixing.tsv', 'empty', () => '', / is empty\.$/m],
+    ['mixing.tsv', 'of a single empty line', () => '\n', /it has no header/],
     [
         'mixing.tsv',
         'without a row',
@@ -104,6 +105,48 @@ const damages = [
         'with a text for a list',
         (text) => text.replace(/"Eigenvalues":\[[^\]]*\]/, '"Eigenvalues":"none"'),
         /no list at \/Eigenvalues/,
+    ],
+    [
+        'decomposition.json',
+        'with null for a component',
+        (text) => text.replace(/"Components":\[\{/, '"Components":[null,{'),
+        /it has no component at \/Components\/0/,
+    ],
+    [
+        'decomposition.json',
+        'with a text for an eigenvalue',
+        (text) => text.replace(/"Eigenvalues":\[/, '"Eigenvalues":["1",'),
+        /it has no number at \/Eigenvalues\/0/,
+    ],
+    [
+        'decomposition.json',
+        'with null for the size of the grid',
+        (text) => text.replace(/"Size":\[/, '"Size":[null,'),
+        /it has no number at \/Input\/Size\/0/,
+    ],
+    [
+        'decomposition.json',
+        'without a cluster size',
+        (text) => text.replace(/"ClusterSize"/, '"Cluster"'),
+        /it has no number at \/Settings\/ClusterSize/,
+    ],
+    [
+        'decomposition.json',
+        'with null for a note',
+        (text) => text.replace(/"Input":\{/, '"Input":{"Notes":[null],'),
+        /it has no note at \/Input\/Notes\/0/,
+    ],
+    [
+        'decomposition.json',
+        'with an incomplete estimate of the number of components',
+        (text) => text.replace(/^\{/, '{"ComponentEstimate":{"MDL":3},'),
+        /it has no number at \/ComponentEstimate\/EffectiveSamples/,
+    ],
+    [
+        'decomposition.json',
+        'with a number beyond its type',
+        (text) => text.replace(/"Volumes":\d+/, '"Volumes":1e999'),
+        /it is not a JSON object/,
     ],
     ['metrics.json', 'that is a list', () => '[]', /it is not a JSON object/],
 ];

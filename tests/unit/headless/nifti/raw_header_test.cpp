@@ -49,6 +49,7 @@ public:
     }
     void setSform(std::size_t i, double value) { setReal(first() ? 280 : 400, i, value); }
     void setVoxelSize(std::size_t axis, double value) { setReal(first() ? 76 : 104, axis, value); }
+    void setUnits(char units) { first() ? put(123, units) : put(500, std::int32_t{units}); }
     void setQuaternion(std::size_t i, double value) {
         setCode(first() ? 252 : 344, 1);
         setReal(first() ? 256 : 352, i, value);
@@ -120,6 +121,14 @@ TEST_P(RawHeaderTest, AxesWithoutElementsAreRefused) {
     }
 }
 
+TEST_P(RawHeaderTest, UnusedAxesWithoutElementsAreIgnored) {
+    bytes.setAxes({2, 3, 4, 0, 0, 0, 0, 0});
+    ASSERT_EQ(refusal(), "");
+    const ImageHeader header = readImageHeader(folder / "a.nii");
+    EXPECT_THAT(header.size, testing::ElementsAre(3, 4, 1));
+    EXPECT_EQ(header.volumes, 1);
+}
+
 TEST_P(RawHeaderTest, DataTypesThatDoNotExistAreRefused) {
     for (const int type : {0, -4, 3, 5, 1000, 32767}) {
         bytes.setType(static_cast<std::int16_t>(type));
@@ -138,6 +147,19 @@ TEST_P(RawHeaderTest, AnAffineThatIsNotFiniteIsRefused) {
     bytes.setQuaternion(4, 0.0);
     bytes.setVoxelSize(3, kNaN);
     EXPECT_THAT(refusal(), HasSubstr("not finite"));
+}
+
+TEST_P(RawHeaderTest, AGeometryThatAResultCannotStoreIsRefused) {
+    bytes.setSform(7, 1e38);
+    EXPECT_EQ(refusal(), "");
+    bytes.setUnits(1); // metres, a thousand millimetres each
+    EXPECT_THAT(refusal(), HasSubstr("its affine or its voxel sizes are too large"));
+    bytes.setSform(7, 0.0);
+    bytes.setVoxelSize(3, 1e38);
+    EXPECT_THAT(refusal(), HasSubstr("too large"));
+    bytes.setVoxelSize(3, 2.0);
+    bytes.setQuaternion(1, 1e38);
+    EXPECT_THAT(refusal(), HasSubstr("too large"));
 }
 
 TEST_P(RawHeaderTest, DataThatCannotBeginThereAreRefused) {
