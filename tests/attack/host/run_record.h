@@ -1,0 +1,13 @@
+#pragma once
+
+#include "host/scripted_host.h"
+
+#include <string>
+
+namespace zn::test {
+
+/// Everything that a run has left: the host's maps with their names and values, the log without its elapsed times, and
+/// the plug-in's text files in the current directory. Equal runs have equal records.
+std::string recordOfRun(const ScriptedHost& host);
+
+} // namespace zn::test
