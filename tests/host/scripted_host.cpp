@@ -49,8 +49,8 @@ void ScriptedHost::setGrid(int x, int y, int z) {
 
 Call::Call(const std::string& text, bool recorded) {
     if (onHostEntered) onHostEntered();
-    // A copy: the test may replace the function while it runs.
-    if (const auto beforeCall = scripted().misbehaviour.beforeCall) beforeCall(text.substr(0, text.find('(')));
+    const auto& beforeCall = scripted().misbehaviour.beforeCall;
+    if (beforeCall) beforeCall(text.substr(0, text.find('(')));
     if (recorded) scripted().calls.push_back(text);
 }
 
