@@ -25,8 +25,8 @@ protected:
     /// An ordinary run, compared with the first one of this process.
     void expectNoHarm(const std::string& attempt);
 
-    /// Ends a search that would never end, because the dialog sets it no limit that it can reach: after so many products
-    /// the host returns NaN.
+    /// Ends a search that would never end, because the dialog sets it no limit that it can reach: after so many
+    /// products the host returns NaN.
     static constexpr int kMostProducts = 2000;
 
 private:

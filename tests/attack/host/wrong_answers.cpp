@@ -31,11 +31,11 @@ using HeaderField = std::int32_t VtcHeader::*;
 
 const std::vector<std::pair<const char*, HeaderField>>& headerFields() {
     static const std::vector<std::pair<const char*, HeaderField>> fields = {
-        {"validity", &VtcHeader::validity},     {"volumes", &VtcHeader::volumes},
-        {"TR", &VtcHeader::repetitionTime},     {"x start", &VtcHeader::xStart},
-        {"x end", &VtcHeader::xEnd},            {"y start", &VtcHeader::yStart},
-        {"y end", &VtcHeader::yEnd},            {"z start", &VtcHeader::zStart},
-        {"z end", &VtcHeader::zEnd},            {"resolution", &VtcHeader::resolution},
+        {"validity", &VtcHeader::validity}, {"volumes", &VtcHeader::volumes},
+        {"TR", &VtcHeader::repetitionTime}, {"x start", &VtcHeader::xStart},
+        {"x end", &VtcHeader::xEnd},        {"y start", &VtcHeader::yStart},
+        {"y end", &VtcHeader::yEnd},        {"z start", &VtcHeader::zStart},
+        {"z end", &VtcHeader::zEnd},        {"resolution", &VtcHeader::resolution},
         {"data type", &VtcHeader::dataType}};
     return fields;
 }
@@ -94,9 +94,8 @@ std::vector<WrongAnswer> wrongNumbers() {
     addAll<float>(answers, "every 12th value", values, [](ScriptedHost& host, float value) {
         for (std::size_t i = 3; i < host.floats.size(); i += 12) host.floats[i] = value;
     });
-    addAll<float>(answers, "every value", values, [](ScriptedHost& host, float value) {
-        std::fill(host.floats.begin(), host.floats.end(), value);
-    });
+    addAll<float>(answers, "every value", values,
+                  [](ScriptedHost& host, float value) { std::fill(host.floats.begin(), host.floats.end(), value); });
     addAll<float>(answers, "predictor", values, [](ScriptedHost& host, float value) {
         std::fill(host.predictors[1].begin(), host.predictors[1].end(), value);
     });
@@ -138,16 +137,16 @@ std::vector<WrongAnswer> wrongTexts() {
 
 std::vector<WrongAnswer> wrongPointers() {
     std::vector<WrongAnswer> answers;
-    for (const char* function : {"znGetCurrentVMR", "znGetMaskOfCurrentVMR", "znGetVTCFloatDataOfCurrentVMR",
-                                 "znGetVTCIntDataOfCurrentVMR", "znGetVOI", "znGetPredictor",
-                                 "znGetNRVMPOfCurrentVMR"}) {
+    for (const char* function :
+         {"znGetCurrentVMR", "znGetMaskOfCurrentVMR", "znGetVTCFloatDataOfCurrentVMR", "znGetVTCIntDataOfCurrentVMR",
+          "znGetVOI", "znGetPredictor", "znGetNRVMPOfCurrentVMR"}) {
         for (const int call : {0, 1, 2}) {
             answers.push_back({function + std::string(" returns null at call ") + std::to_string(call),
                                [function, call](ScriptedHost& host) {
-                                   alsoChange(host.misbehaviour.pointer, [=, calls = 0](const std::string& called,
-                                                                                       void*& returned) mutable {
-                                       if (called == function && calls++ == call) returned = nullptr;
-                                   });
+                                   alsoChange(host.misbehaviour.pointer,
+                                              [=, calls = 0](const std::string& called, void*& returned) mutable {
+                                                  if (called == function && calls++ == call) returned = nullptr;
+                                              });
                                }});
         }
     }
