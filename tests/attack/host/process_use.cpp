@@ -1,11 +1,13 @@
 #include "attack/host/process_use.h"
 
-#include <algorithm>
+#include "attack/host/live_allocations.h"
+
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 
-#include <malloc.h>
+#include <gtest/gtest.h>
+
+#include <link.h>
 
 namespace zn::test {
 
@@ -16,23 +18,31 @@ std::size_t entriesOf(const char* folder) {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
-std::size_t linesOf(const char* file) {
-    std::ifstream in(file);
-    return static_cast<std::size_t>(std::count(std::istreambuf_iterator<char>(in), {}, '\n'));
+int countModule(dl_phdr_info* /*info*/, std::size_t /*size*/, void* count) {
+    ++*static_cast<std::size_t*>(count);
+    return 0;
 }
 
 } // namespace
 
 ProcessUse ProcessUse::now() {
     ProcessUse use;
-#ifndef __SANITIZE_ADDRESS__ // which replaces the allocator
-    const struct mallinfo2 heap = mallinfo2();
-    use.heapBytes = heap.uordblks + heap.hblkhd;
-#endif
     use.descriptors = entriesOf("/proc/self/fd");
     use.threads = entriesOf("/proc/self/task");
-    use.mappings = linesOf("/proc/self/maps");
+    dl_iterate_phdr(countModule, &use.modules);
+    const LiveAllocations heap = LiveAllocations::now();
+    use.blocks = heap.blocks;
+    use.bytes = heap.bytes;
     return use;
+}
+
+void expectNoGrowth(const ProcessUse& before, const ProcessUse& after) {
+    EXPECT_EQ(after.descriptors, before.descriptors);
+    EXPECT_EQ(after.threads, before.threads);
+    EXPECT_EQ(after.modules, before.modules);
+    EXPECT_EQ(after.blocks, before.blocks);
+    // As many blocks: each may now be up to 31 bytes larger than was asked for.
+    EXPECT_LT(after.bytes, before.bytes + 2048);
 }
 
 } // namespace zn::test
