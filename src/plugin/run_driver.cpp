@@ -114,6 +114,7 @@ Stop runToAnEnd(BusyCursor& cursor) {
 } // namespace
 
 bool executeRun() noexcept {
+    if (!isHostBound()) return false;
     const UnwindFatalErrors unwind;
     BusyCursor cursor;
     try {

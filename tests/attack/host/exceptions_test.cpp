@@ -70,7 +70,8 @@ protected:
 
     void expectTold(const Thrown& thrown, const std::string& attempt) {
         const bool memory = thrown.box == kMemoryFull;
-        const std::string line = memory ? "// Plugin > " + thrown.box : "// Plugin> " + thrown.box + ". Exiting plugin.";
+        const std::string line =
+            memory ? "// Plugin > " + thrown.box : "// Plugin> " + thrown.box + ". Exiting plugin.";
         EXPECT_EQ(plugin.execute(), memory) << attempt;
         ASSERT_FALSE(host.boxes().empty()) << attempt;
         EXPECT_TRUE(host.boxes().back() == thrown.box) << attempt << ": " << host.boxes().back();
