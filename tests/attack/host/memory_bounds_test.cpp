@@ -114,8 +114,8 @@ TEST_P(MemoryBounds, AreKeptWithoutAMask) {
     EXPECT_TRUE(recordWithGuards() == expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(Guarded, MemoryBounds,
-                         testing::Values(GuardedMemory::Edge::start, GuardedMemory::Edge::end), [](const auto& edge) {
+INSTANTIATE_TEST_SUITE_P(Guarded, MemoryBounds, testing::Values(GuardedMemory::Edge::start, GuardedMemory::Edge::end),
+                         [](const auto& edge) {
                              return edge.param == GuardedMemory::Edge::start ? "AtTheStart" : "AtTheEnd";
                          });
 

@@ -14,7 +14,7 @@ void add(std::string& record, const std::vector<float>& values) {
 
 } // namespace
 
-std::string recordOfRun(const ScriptedHost& host) {
+std::string recordOfMaps(const ScriptedHost& host) {
     std::string record;
     for (const auto& map : host.maps) {
         record += map.name;
@@ -24,7 +24,11 @@ std::string recordOfRun(const ScriptedHost& host) {
     }
     for (const auto& name : host.setNames) record += name;
     for (const auto& name : host.parameterNames) record += name;
+    return record;
+}
 
+std::string recordOfRun(const ScriptedHost& host) {
+    std::string record = recordOfMaps(host);
     static const std::regex seconds("elapsed time: [0-9]+ secs");
     for (const auto& line : host.log()) record += std::regex_replace(line, seconds, "elapsed time") + '\n';
     for (const char* file : {"ICA.vox", "Covariance.txt", "ParamsMatrix.txt", "run1.eig", "run1_ICA.rtc"}) {

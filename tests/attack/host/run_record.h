@@ -6,7 +6,10 @@
 
 namespace zn::test {
 
-/// Everything that a run has left: the host's maps with their names and values, the log without its elapsed times, and
+/// The host's maps with their names and values.
+std::string recordOfMaps(const ScriptedHost& host);
+
+/// Everything that a run has left: the maps, the log without its elapsed times, and
 /// the plug-in's text files in the current directory. Equal runs have equal records.
 std::string recordOfRun(const ScriptedHost& host);
 
