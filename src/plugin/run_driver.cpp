@@ -8,6 +8,7 @@
 #include "plugin/fatal_error.h"
 #include "plugin/fingerprint_stage.h"
 #include "plugin/map_output.h"
+#include "plugin/quiet_floating_point.h"
 #include "plugin/run.h"
 
 #include <exception>
@@ -115,6 +116,7 @@ Stop runToAnEnd(BusyCursor& cursor) {
 
 bool executeRun() noexcept {
     if (!isHostBound()) return false;
+    const QuietFloatingPoint quiet;
     const UnwindFatalErrors unwind;
     BusyCursor cursor;
     try {

@@ -1,5 +1,5 @@
-// A host that leaves the plug-in no way to write its files: the run is complete all the same, and the maps are what they
-// always are.
+// A host that leaves the plug-in no way to write its files: the run is complete all the same, and the maps are what
+// they always are.
 
 #include "attack/host/hostile_fixture.h"
 #include "attack/host/run_record.h"
