@@ -4,8 +4,8 @@
 
 namespace zn {
 
-/// While one of these is alive, floating-point errors do not raise a signal, whatever the host has set: dividing by zero
-/// is part of the methods here. Afterwards the host's setting and its flags are back.
+/// While one of these is alive, floating-point errors do not raise a signal, whatever the host has set: dividing by
+/// zero is part of the methods here. Afterwards the host's setting and its flags are back.
 class QuietFloatingPoint {
 public:
     QuietFloatingPoint() { std::feholdexcept(&host_); }
