@@ -74,9 +74,10 @@ bool HostileFixture::attack(const std::string& attempt) {
     return result;
 }
 
-void HostileFixture::expectReport(bool result, const std::string& attempt) const {
+void HostileFixture::expectReport(bool result, const std::string& attempt) {
     EXPECT_FALSE(host.isBusy()) << attempt;
     const auto log = host.log();
+    ++ends[log.empty() ? "" : log.back()];
     if (log.empty()) {
         EXPECT_EQ(host.calls.back(), "znLaunchICADialog()") << attempt;
         EXPECT_FALSE(result) << attempt;

@@ -2,6 +2,7 @@
 
 #include "host/host_fixture.h"
 
+#include <map>
 #include <string>
 
 namespace zn::test {
@@ -29,8 +30,11 @@ protected:
     /// products the host returns NaN.
     static constexpr int kMostProducts = 2000;
 
+    /// How often runs have ended with which last log line; empty for a run that logged nothing.
+    std::map<std::string, int> ends;
+
 private:
-    void expectReport(bool result, const std::string& attempt) const;
+    void expectReport(bool result, const std::string& attempt);
 };
 
 } // namespace zn::test
