@@ -23,6 +23,10 @@ const HostMatrixProducts& products() {
     return boundProducts;
 }
 
+bool isHostBound() {
+    return boundApi.znGetVersionOfTesmiraZN && boundProducts.zn_intel_matrix_vector_mult_d;
+}
+
 bool bindHostApi() {
     const auto module = HostModule::find();
     if (!module || !module->function("znGetVersionOfTesmiraZN")) return false;

@@ -29,6 +29,9 @@ struct HostMatrixProducts {
 const HostApi& host();
 const HostMatrixProducts& products();
 
+/// Whether both tables are filled. Without them there is nothing that a run could call.
+bool isHostBound();
+
 /// Finds the host among the loaded modules and looks up every name of the list, in the list's order.
 /// False when neither host module is loaded or it lacks its version function; any other missing name stays null.
 bool bindHostApi();

@@ -69,6 +69,7 @@ VoiTemplates VoiTemplates::fetch(bool loaded, const Vtc& vtc) {
     templates.count_ = set->count;
     templates.indicators_ = OffsetMatrix<int>(0, set->count - 1, 0, static_cast<int>(vtc.grid.voxels()) - 1);
     templates.templates_ = OffsetMatrix<float>(0, set->count - 1, 0, vtc.voxels - 1);
+    if (!vtc.grid.canBeScanned()) templates.templates_.fill(0.0f); // no scan will set them
     for (int j = 0; j < set->count; ++j) drawVoi(j, set->coordinateSpace, vtc, templates.indicators_[j]);
     return templates;
 }

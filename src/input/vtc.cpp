@@ -62,6 +62,14 @@ Grid gridOf(const VtcHeader& h) {
             gridSize(h.zStart, h.zEnd, h.resolution)};
 }
 
+void copyMask(Vtc& vtc) {
+    if (!vtc.mask || !vtc.grid.canBeScanned()) return;
+    const auto voxels = static_cast<std::size_t>(vtc.grid.voxels());
+    vtc.ownMask.reset(new unsigned char[voxels]);
+    std::copy_n(vtc.mask, voxels, vtc.ownMask.get());
+    vtc.mask = vtc.ownMask.get();
+}
+
 // Without a mask, the product of the three sizes; with one, what the scan of the grid finds, which is nothing when an
 // axis runs backwards.
 int countSelectedVoxels(const Vtc& vtc) {
@@ -103,6 +111,7 @@ MaybeStop openVtc(const FileNames& names, BusyCursor& cursor, Vtc& vtc) {
     if (auto stop = fetchData(cursor, vtc)) return stop;
 
     vtc.grid = gridOf(vtc.header);
+    copyMask(vtc);
     vtc.voxels = countSelectedVoxels(vtc);
     logLine("// Plugin>  Number of used VTC voxels: %i", vtc.voxels);
     return checkVoxelCount(vtc, cursor);

@@ -4,6 +4,8 @@
 #include "host/vtc_header.h"
 #include "input/file_names.h"
 
+#include <memory>
+
 namespace zn {
 
 /// Sizes of the VTC grid; negative along an axis on which the host's bounding box runs backwards. Voxel (x, y, z), each
@@ -18,21 +20,23 @@ struct Grid {
     bool canBeScanned() const { return x > 0 && y > 0 && z > 0; }
 };
 
-/// The functional time courses linked to the current anatomical volume. Data and mask are the host's memory.
+/// The functional time courses linked to the current anatomical volume. The data are the host's memory. The mask is a
+/// copy, because it is needed until the maps are filled: while the host asks the user something, it may be replaced.
 struct Vtc {
     VtcHeader header{};
     Grid grid;
-    const float* floatData = nullptr;    ///< value of voxel i at volume t at i * volumes + t; either these ...
-    const short* integerData = nullptr;  ///< ... or these, as the header's data type says
-    const unsigned char* mask = nullptr; ///< one byte per grid voxel, nonzero: selected; null: all are selected
-    int voxels = 0;                      ///< number of selected voxels, V
+    const float* floatData = nullptr;         ///< value of voxel i at volume t at i * volumes + t; either these ...
+    const short* integerData = nullptr;       ///< ... or these, as the header's data type says
+    const unsigned char* mask = nullptr;      ///< one byte per grid voxel, nonzero: selected; null: all are selected
+    std::unique_ptr<unsigned char[]> ownMask; ///< what `mask` points to once it is copied
+    int voxels = 0;                           ///< number of selected voxels, V
 
     int volumes() const { return header.volumes; } ///< T
     bool isSelected(long long index) const { return !mask || mask[index] != 0; }
 };
 
 /// Links the VTC, loads the mask, reads header and data and counts the selected voxels; shows the busy cursor before
-/// the data are fetched.
+/// the data are fetched. Throws std::bad_alloc when there is no memory for the mask.
 ///
 /// Stops when the VTC cannot be linked, the mask does not fit, there is no VTC, or the number of selected voxels is
 /// 0, below the number of volumes or above 5,000,000.

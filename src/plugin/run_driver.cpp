@@ -8,6 +8,7 @@
 #include "plugin/fatal_error.h"
 #include "plugin/fingerprint_stage.h"
 #include "plugin/map_output.h"
+#include "plugin/quiet_floating_point.h"
 #include "plugin/run.h"
 
 #include <exception>
@@ -87,6 +88,14 @@ MaybeStop runStages(BusyCursor& cursor) {
     return std::nullopt;
 }
 
+constexpr char kHostFailed[] = "A function of the host failed";
+
+// The host's exceptions may be of any class, also of one that has no text.
+const char* textOf(const std::exception& error) {
+    const char* text = error.what();
+    return text ? text : kHostFailed;
+}
+
 // Whatever ends a run early, the user is told. An exception of another kind comes from a host function.
 Stop runToAnEnd(BusyCursor& cursor) {
     try {
@@ -97,15 +106,17 @@ Stop runToAnEnd(BusyCursor& cursor) {
     } catch (const std::bad_alloc&) {
         return stopWithMemoryFull(cursor);
     } catch (const std::exception& error) {
-        return stopAfterFatalError(cursor, error.what());
+        return stopAfterFatalError(cursor, textOf(error));
     } catch (...) {
-        return stopAfterFatalError(cursor, "A function of the host failed");
+        return stopAfterFatalError(cursor, kHostFailed);
     }
 }
 
 } // namespace
 
 bool executeRun() noexcept {
+    if (!isHostBound()) return false;
+    const QuietFloatingPoint quiet;
     const UnwindFatalErrors unwind;
     BusyCursor cursor;
     try {

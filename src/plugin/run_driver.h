@@ -10,7 +10,7 @@ extern "C" {
 bool initialisePlugin() noexcept;
 
 /// One whole run, from the dialog's parameters to the component maps in the host.
-/// False for unusable input or failed numerics; true for a complete run, for one that ran out of memory, and for one
-/// that found no component.
+/// False for unusable input or failed numerics, and without any call of the host unless initialisePlugin has succeeded;
+/// true for a complete run, for one that ran out of memory, and for one that found no component.
 bool executeRun() noexcept;
 }

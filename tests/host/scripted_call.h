@@ -6,11 +6,11 @@
 
 namespace zn::test {
 
-/// A call from the plug-in into the scripted host; lives as long as the call lasts. Recorded when it has a text.
+/// A call from the plug-in into the scripted host; lives as long as the call lasts.
 class Call {
 public:
-    explicit Call(const std::string& text);
-    Call();
+    /// The text is the function's name with its arguments in parentheses.
+    explicit Call(const std::string& text, bool recorded = true);
     ~Call();
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;

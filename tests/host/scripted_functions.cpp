@@ -37,6 +37,27 @@ char* buffer(std::string& text) {
     return text.data();
 }
 
+// What the function returns after the test has had its say.
+int answer(const char* function, int value) {
+    if (const auto& change = scripted().misbehaviour.integer) change(function, value);
+    return value;
+}
+
+float answer(const char* function, float value) {
+    if (const auto& change = scripted().misbehaviour.number) change(function, value);
+    return value;
+}
+
+template <class T> T* answer(const char* function, T* value) {
+    void* pointer = value;
+    if (const auto& change = scripted().misbehaviour.pointer) change(function, pointer);
+    return static_cast<T*>(pointer);
+}
+
+template <class Record> void change(const std::function<void(Record&)>& change, Record& record) {
+    if (change) change(record);
+}
+
 } // namespace
 
 // --- log and user input ---------------------------------------------------------------------------------------------
@@ -62,21 +83,21 @@ ZN_HOST_FUNCTION void znMessageBox(const char* text) {
 
 ZN_HOST_FUNCTION int znGetIntegerInput(const char* prompt, int initial, int minimum, int maximum) {
     const Call entered(call("znGetIntegerInput", {prompt, number(initial), number(minimum), number(maximum)}));
-    return scripted().clusterSize;
+    return answer("znGetIntegerInput", scripted().clusterSize);
 }
 
 ZN_HOST_FUNCTION float znGetFloatInput(const char* prompt, float initial, float minimum, float maximum) {
     const Call entered(
         call("znGetFloatInput", {prompt, number(static_cast<double>(initial)), number(static_cast<double>(minimum)),
                                  number(static_cast<double>(maximum))}));
-    return scripted().zThreshold;
+    return answer("znGetFloatInput", scripted().zThreshold);
 }
 
 ZN_HOST_FUNCTION int znGetTextInput(const char* prompt, const char* initial, char* text) {
     const Call entered(call("znGetTextInput", {prompt, initial}));
-    if (!scripted().label) return 0;
+    if (!scripted().label) return answer("znGetTextInput", 0);
     std::strncpy(text, scripted().label->c_str(), 256); // NOLINT: a host that does not terminate a full buffer
-    return 1;
+    return answer("znGetTextInput", 1);
 }
 
 ZN_HOST_FUNCTION void znUpdateActiveWindow() {
@@ -100,12 +121,12 @@ ZN_HOST_FUNCTION void znGetDlgStringParameter(int index, char* text) {
 
 ZN_HOST_FUNCTION int znGetDlgIntegerParameter(int index) {
     const Call entered(call("znGetDlgIntegerParameter", {number(index)}));
-    return scripted().dialogIntegers[index];
+    return answer("znGetDlgIntegerParameter", scripted().dialogIntegers[index]);
 }
 
 ZN_HOST_FUNCTION float znGetDlgFloatParameter(int index) {
     const Call entered(call("znGetDlgFloatParameter", {number(index)}));
-    return scripted().epsilon;
+    return answer("znGetDlgFloatParameter", scripted().epsilon);
 }
 
 ZN_HOST_FUNCTION void znLaunchICADialog() {
@@ -116,23 +137,23 @@ ZN_HOST_FUNCTION void znLaunchICADialog() {
 
 ZN_HOST_FUNCTION void* znGetCurrentVMR(int* first, int* second, int* third) {
     const Call entered("znGetCurrentVMR()");
-    *first = *second = *third = 256;
-    return scripted().hasVmr ? &scripted() : nullptr;
+    for (int* size : {first, second, third}) *size = answer("znGetCurrentVMR", 256);
+    return answer("znGetCurrentVMR", scripted().hasVmr ? &scripted() : nullptr);
 }
 
 ZN_HOST_FUNCTION int znLinkVTCToCurrentVMR(const char* fileName, int link) {
     const Call entered(call("znLinkVTCToCurrentVMR", {fileName, number(link)}));
-    return scripted().linksVtc ? 1 : 0;
+    return answer("znLinkVTCToCurrentVMR", scripted().linksVtc ? 1 : 0);
 }
 
 ZN_HOST_FUNCTION int znLoadMaskToCurrentVMR(const char* fileName) {
     const Call entered(call("znLoadMaskToCurrentVMR", {fileName}));
-    return scripted().loadsMask ? 1 : 0;
+    return answer("znLoadMaskToCurrentVMR", scripted().loadsMask ? 1 : 0);
 }
 
 ZN_HOST_FUNCTION unsigned char* znGetMaskOfCurrentVMR() {
     const Call entered("znGetMaskOfCurrentVMR()");
-    return scripted().mask ? scripted().mask->data() : nullptr;
+    return answer("znGetMaskOfCurrentVMR", scripted().mask ? scripted().mask->data() : nullptr);
 }
 
 ZN_HOST_FUNCTION void znGetHeaderOfVTCOfCurrentVMR(VtcHeader* header) {
@@ -142,33 +163,37 @@ ZN_HOST_FUNCTION void znGetHeaderOfVTCOfCurrentVMR(VtcHeader* header) {
 
 ZN_HOST_FUNCTION float* znGetVTCFloatDataOfCurrentVMR() {
     const Call entered("znGetVTCFloatDataOfCurrentVMR()");
-    return scripted().floats.empty() ? nullptr : scripted().floats.data();
+    return answer("znGetVTCFloatDataOfCurrentVMR", scripted().floats.empty() ? nullptr : scripted().floats.data());
 }
 
 ZN_HOST_FUNCTION short* znGetVTCIntDataOfCurrentVMR() {
     const Call entered("znGetVTCIntDataOfCurrentVMR()");
-    return scripted().shorts.empty() ? nullptr : scripted().shorts.data();
+    return answer("znGetVTCIntDataOfCurrentVMR", scripted().shorts.empty() ? nullptr : scripted().shorts.data());
 }
 
 // --- regions and design matrices ------------------------------------------------------------------------------------
 
 ZN_HOST_FUNCTION int znLoadVOIs(const char* fileName) {
     const Call entered(call("znLoadVOIs", {fileName}));
-    return scripted().loadsVois ? 1 : 0;
+    return answer("znLoadVOIs", scripted().loadsVois ? 1 : 0);
 }
 
 ZN_HOST_FUNCTION int znGetVOIs(VoiSetHeader* header) {
     const Call entered("znGetVOIs()");
     header->count = static_cast<int>(scripted().vois.size());
     header->coordinateSpace = scripted().voiSpace;
-    return scripted().hasVois ? 1 : 0;
+    change(scripted().misbehaviour.voiSet, *header);
+    return answer("znGetVOIs", scripted().hasVois ? 1 : 0);
 }
 
 ZN_HOST_FUNCTION int* znGetVOI(int index, VoiHeader* header) {
     const Call entered(call("znGetVOI", {number(index)}));
-    auto& voi = scripted().vois[static_cast<std::size_t>(index)];
+    static std::vector<int> none;
+    const auto i = static_cast<std::size_t>(index);
+    auto& voi = i < scripted().vois.size() ? scripted().vois[i] : none;
     header->voxels = static_cast<int>(voi.size() / 3);
-    return voi.data();
+    change(scripted().misbehaviour.voi, *header);
+    return answer("znGetVOI", voi.data());
 }
 
 ZN_HOST_FUNCTION void znClearDesignMatrix() {
@@ -177,13 +202,13 @@ ZN_HOST_FUNCTION void znClearDesignMatrix() {
 
 ZN_HOST_FUNCTION int znLoadSingleStudyGLMDesignMatrix(const char* fileName) {
     const Call entered(call("znLoadSingleStudyGLMDesignMatrix", {fileName}));
-    return scripted().loadsDesignMatrix ? 1 : 0;
+    return answer("znLoadSingleStudyGLMDesignMatrix", scripted().loadsDesignMatrix ? 1 : 0);
 }
 
 ZN_HOST_FUNCTION float* znGetPredictor(int index) {
     const Call entered(call("znGetPredictor", {number(index)}));
     const auto i = static_cast<std::size_t>(index);
-    return i < scripted().predictors.size() ? scripted().predictors[i].data() : nullptr;
+    return answer("znGetPredictor", i < scripted().predictors.size() ? scripted().predictors[i].data() : nullptr);
 }
 
 // --- volume maps ----------------------------------------------------------------------------------------------------
@@ -214,12 +239,13 @@ ZN_HOST_FUNCTION void znGetNRVMPsOfCurrentVMR(NRVMPsHeader* header) {
     static std::array<char*, 16> names;
     auto& h = scripted();
     *header = NRVMPsHeader{};
-    if (!h.givesNames) return;
+    if (!h.givesNames) return change(h.misbehaviour.mapSet, *header);
     header->firstName = buffer(h.setNames[0]);
     header->secondName = buffer(h.setNames[1]);
     header->thirdName = buffer(h.setNames[2]);
     for (std::size_t i = 0; i < names.size(); ++i) names[i] = buffer(h.parameterNames[i]);
     header->parameterNames = names.data();
+    change(h.misbehaviour.mapSet, *header);
 }
 
 ZN_HOST_FUNCTION void znSetNRVMPsParamsDisplayRange(NRVMPsHeader* header) {
@@ -235,7 +261,8 @@ ZN_HOST_FUNCTION float* znGetNRVMPOfCurrentVMR(int index, NRVMPMap* map) {
     map->name = h.givesNames ? buffer(record.name) : nullptr;
     map->timeCourse = h.givesTimeCourses ? record.timeCourse.data() : nullptr;
     map->parameters = h.givesParameters ? record.parameters.data() : nullptr;
-    return h.givesMaps ? record.voxels.data() : nullptr;
+    change(h.misbehaviour.map, *map);
+    return answer("znGetNRVMPOfCurrentVMR", h.givesMaps ? record.voxels.data() : nullptr);
 }
 
 ZN_HOST_FUNCTION void znSetNRVMPParametersOfCurrentVMR(int index, NRVMPMap* map) {
@@ -291,6 +318,7 @@ ZN_HOST_FUNCTION void zn_intel_matrix_matrix_mult_d(const double* a, const doubl
     const Call entered(call("zn_intel_matrix_matrix_mult_d",
                             {number(m), number(n), number(k), number(transposeA), number(transposeB)}));
     multiply(a, b, r, m, n, k, transposeA, transposeB);
+    if (scripted().misbehaviour.matrixProduct) scripted().misbehaviour.matrixProduct(r, m, n);
 }
 
 ZN_HOST_FUNCTION void zn_intel_matrix_vector_mult_f(const float* a, const float* x, float* y, int m, int n,
@@ -302,7 +330,7 @@ ZN_HOST_FUNCTION void zn_intel_matrix_vector_mult_f(const float* a, const float*
 // Too many to record one by one.
 ZN_HOST_FUNCTION void zn_intel_matrix_vector_mult_d(const double* a, const double* x, double* y, int m, int n,
                                                     bool transpose) {
-    const Call entered;
+    const Call entered("zn_intel_matrix_vector_mult_d()", false);
     ++scripted().matrixVectorCalls;
     if (std::any_of(y, y + (transpose ? n : m), [](double value) { return value != 0.0; })) {
         ++scripted().unclearedResults;

@@ -47,13 +47,11 @@ void ScriptedHost::setGrid(int x, int y, int z) {
     header.zEnd = header.zStart + 3 * z;
 }
 
-Call::Call(const std::string& text) {
+Call::Call(const std::string& text, bool recorded) {
     if (onHostEntered) onHostEntered();
-    scripted().calls.push_back(text);
-}
-
-Call::Call() {
-    if (onHostEntered) onHostEntered();
+    const auto& beforeCall = scripted().misbehaviour.beforeCall;
+    if (beforeCall) beforeCall(text.substr(0, text.find('(')));
+    if (recorded) scripted().calls.push_back(text);
 }
 
 Call::~Call() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/nrvmp_records.h"
+#include "host/voi_records.h"
 #include "host/vtc_header.h"
 
 #include <array>
@@ -23,6 +24,22 @@ struct ScriptedMap {
 
     /// Text in the name buffer.
     std::string text() const { return name.substr(0, name.find('\0')); }
+};
+
+/// How a test makes the scripted host misbehave. Each of these may be empty; `function` is the name of the function
+/// that is called.
+struct Misbehaviour {
+    /// Called before the function does anything; may throw or change any answer of the host.
+    std::function<void(const std::string& function)> beforeCall;
+    // Called with what the function is about to return or has filled in, to change it.
+    std::function<void(const std::string& function, int& value)> integer;
+    std::function<void(const std::string& function, float& value)> number;
+    std::function<void(const std::string& function, void*& pointer)> pointer;
+    std::function<void(VoiSetHeader& record)> voiSet;
+    std::function<void(VoiHeader& record)> voi;
+    std::function<void(NRVMPsHeader& record)> mapSet;
+    std::function<void(NRVMPMap& record)> map;
+    std::function<void(double* r, int rows, int columns)> matrixProduct;
 };
 
 /// A host that answers as the test says and records every call in order.
@@ -57,6 +74,7 @@ struct ScriptedHost {
     bool givesMaps = true; ///< false: no voxel array
     /// Called after each matrix-vector product with its result, so that a test can corrupt it.
     std::function<void(double* y, int length)> afterMatrixVector;
+    Misbehaviour misbehaviour;
 
     // --- records ----------------------------------------------------------------------------------------------------
     std::vector<std::string> calls; ///< name and arguments of every call except the matrix-vector products

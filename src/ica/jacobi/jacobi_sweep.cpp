@@ -67,9 +67,9 @@ void settleRows(const JacobiState& state, int p, int first, int last, const Swee
         const int to = std::min(from + kTileColumns - 1, state.n);
         const PlaneRotation* end = firstBehind({next, pass.end()}, to);
         if (count == kTileRows && end - next >= kTileColumns / 4) {
-            fillTile(rows, count, from, to, tile - from);
-            rotateTile({next, end}, shared, tile - from);
-            emptyTile(tile - from, count, from, to, rows);
+            fillTile(rows, count, from, to, tile);
+            rotateTile({next, end}, shared, tile, from);
+            emptyTile(tile, count, from, to, rows);
         } else {
             settleOneByOne({next, end}, shared, rows, first, count);
         }

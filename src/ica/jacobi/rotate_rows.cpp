@@ -17,24 +17,24 @@ struct RowGroup {
 };
 
 void rotateGroup(const RowGroup& group, int n, const SweepRotations& rotations, TileColumn* tile) {
-    fillTile(group.rows, group.count, group.firstPass, n, tile);
-    for (int p = group.firstPass; p < n; ++p) rotateTile(rotations.pass(p), tile[p].row, tile);
-    emptyTile(tile, group.count, group.firstPass, n, group.rows);
+    fillTile(group.rows, group.count, group.firstPass, n, tile + group.firstPass);
+    for (int p = group.firstPass; p < n; ++p) rotateTile(rotations.pass(p), tile[p].row, tile, 0);
+    emptyTile(tile + group.firstPass, group.count, group.firstPass, n, group.rows);
 }
 
 // Two groups, the second of which starts no earlier than the first.
 void rotateTwoGroups(const RowGroup& a, const RowGroup& b, int n, const SweepRotations& rotations, TileColumn* tileA,
                      TileColumn* tileB) {
-    fillTile(a.rows, a.count, a.firstPass, n, tileA);
-    fillTile(b.rows, b.count, b.firstPass, n, tileB);
-    for (int p = a.firstPass; p < b.firstPass; ++p) rotateTile(rotations.pass(p), tileA[p].row, tileA);
+    fillTile(a.rows, a.count, a.firstPass, n, tileA + a.firstPass);
+    fillTile(b.rows, b.count, b.firstPass, n, tileB + b.firstPass);
+    for (int p = a.firstPass; p < b.firstPass; ++p) rotateTile(rotations.pass(p), tileA[p].row, tileA, 0);
     TileColumn* const tiles[] = {tileA, tileB};
     for (int p = b.firstPass; p < n; ++p) {
         double* const shared[] = {tileA[p].row, tileB[p].row};
         rotateTwoTiles(rotations.pass(p), shared, tiles);
     }
-    emptyTile(tileA, a.count, a.firstPass, n, a.rows);
-    emptyTile(tileB, b.count, b.firstPass, n, b.rows);
+    emptyTile(tileA + a.firstPass, a.count, a.firstPass, n, a.rows);
+    emptyTile(tileB + b.firstPass, b.count, b.firstPass, n, b.rows);
 }
 
 // Rotates the groups that makeGroup returns for the rows 1, 1 + kTileRows, ... before `end`.

@@ -30,7 +30,7 @@ using BlockRow = double __attribute__((vector_size(kBlock * sizeof(double))));
 
 template <int count>
 [[gnu::always_inline]] inline void rotateTiles(const PlaneRotation* first, const PlaneRotation* last,
-                                               double* const* shared, TileColumn* const* tiles) {
+                                               double* const* shared, TileColumn* const* tiles, int origin) {
     constexpr int kParts = kTileRows / kLanes;
     Lanes x[count][kParts];
     TileColumn* tile[count]; // a copy, which no store can change
@@ -42,7 +42,7 @@ template <int count>
         const Lanes s = broadcast(rotation->s);
         const Lanes tau = broadcast(rotation->tau);
         for (int t = 0; t < count; ++t) {
-            double* column = tile[t][rotation->q].row;
+            double* column = tile[t][rotation->q - origin].row;
             for (int i = 0; i < kParts; ++i) {
                 const Lanes g = x[t][i];
                 const Lanes h = load(group(column, i));
@@ -65,10 +65,10 @@ template <int lanes> void fillTileKernel(const double* const* rows, int first, i
             BlockRow block[kBlock];
             for (int j = 0; j < kBlock; ++j) block[j] = load<BlockRow>(rows[i + j] + q);
             transpose(block);
-            for (int j = 0; j < kBlock; ++j) store(block[j], tile[q + j].row + i);
+            for (int j = 0; j < kBlock; ++j) store(block[j], tile[q - first + j].row + i);
         }
         for (; q <= last; ++q) {
-            for (int j = 0; j < kBlock; ++j) tile[q].row[i + j] = rows[i + j][q];
+            for (int j = 0; j < kBlock; ++j) tile[q - first].row[i + j] = rows[i + j][q];
         }
     }
 }
@@ -78,25 +78,26 @@ template <int lanes> void emptyTileKernel(const TileColumn* tile, int first, int
         int q = first;
         for (; q + kBlock <= last + 1; q += kBlock) {
             BlockRow block[kBlock];
-            for (int j = 0; j < kBlock; ++j) block[j] = load<BlockRow>(tile[q + j].row + i);
+            for (int j = 0; j < kBlock; ++j) block[j] = load<BlockRow>(tile[q - first + j].row + i);
             transpose(block);
             for (int j = 0; j < kBlock; ++j) store(block[j], rows[i + j] + q);
         }
         for (; q <= last; ++q) {
-            for (int j = 0; j < kBlock; ++j) rows[i + j][q] = tile[q].row[i + j];
+            for (int j = 0; j < kBlock; ++j) rows[i + j][q] = tile[q - first].row[i + j];
         }
     }
 }
 
 template <int lanes>
-void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, TileColumn* tile) {
-    rotateTiles<1>(first, last, &shared, &tile);
+void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, TileColumn* tile,
+                      int origin) {
+    rotateTiles<1>(first, last, &shared, &tile, origin);
 }
 
 template <int lanes>
 void rotateTwoTilesKernel(const PlaneRotation* first, const PlaneRotation* last, double* const* shared,
                           TileColumn* const* tiles) {
-    rotateTiles<2>(first, last, shared, tiles);
+    rotateTiles<2>(first, last, shared, tiles, 0);
 }
 
 template <int lanes>
@@ -114,7 +115,7 @@ void rotateStretchKernel(double* __restrict x, double* __restrict y, int first, 
 
 template void fillTileKernel<kLanes>(const double* const*, int, int, TileColumn*);
 template void emptyTileKernel<kLanes>(const TileColumn*, int, int, double* const*);
-template void rotateTileKernel<kLanes>(const PlaneRotation*, const PlaneRotation*, double*, TileColumn*);
+template void rotateTileKernel<kLanes>(const PlaneRotation*, const PlaneRotation*, double*, TileColumn*, int);
 template void rotateTwoTilesKernel<kLanes>(const PlaneRotation*, const PlaneRotation*, double* const*,
                                            TileColumn* const*);
 template void rotateStretchKernel<kLanes>(double*, double*, int, int, const PlaneRotation&);

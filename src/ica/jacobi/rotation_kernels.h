@@ -19,16 +19,18 @@ struct alignas(64) TileColumn {
 };
 
 /// Applies rotations first .. last - 1 of one pass to kTileRows rows: each mixes shared[i], the element p of row i,
-/// with its element q, tile[q].row[i].
+/// with its element q, tile[q - origin].row[i].
 template <int lanes>
-void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, TileColumn* tile);
+void rotateTileKernel(const PlaneRotation* first, const PlaneRotation* last, double* shared, TileColumn* tile,
+                      int origin);
 
-/// The same for two tiles side by side, which hides the latency of wider vectors where there are enough registers.
+/// The same for two tiles side by side, which hides the latency of wider vectors where there are enough registers; the
+/// origin is 0.
 template <int lanes>
 void rotateTwoTilesKernel(const PlaneRotation* first, const PlaneRotation* last, double* const* shared,
                           TileColumn* const* tiles);
 
-/// Copies columns first .. last of kTileRows rows into a tile as above, and back.
+/// Copies columns first .. last of kTileRows rows into a tile that starts with column `first`, and back.
 template <int lanes> void fillTileKernel(const double* const* rows, int first, int last, TileColumn* tile);
 template <int lanes> void emptyTileKernel(const TileColumn* tile, int first, int last, double* const* rows);
 

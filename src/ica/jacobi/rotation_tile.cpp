@@ -8,7 +8,7 @@ void fillTile(const double* const* rows, int count, int first, int last, TileCol
     static const auto kernel = ZN_PICK_KERNEL(fillTileKernel);
     if (count == kTileRows) return kernel(rows, first, last, tile);
     for (int i = 0; i < count; ++i) {
-        for (int q = first; q <= last; ++q) tile[q].row[i] = rows[i][q];
+        for (int q = first; q <= last; ++q) tile[q - first].row[i] = rows[i][q];
     }
 }
 
@@ -16,13 +16,13 @@ void emptyTile(const TileColumn* tile, int count, int first, int last, double* c
     static const auto kernel = ZN_PICK_KERNEL(emptyTileKernel);
     if (count == kTileRows) return kernel(tile, first, last, rows);
     for (int i = 0; i < count; ++i) {
-        for (int q = first; q <= last; ++q) rows[i][q] = tile[q].row[i];
+        for (int q = first; q <= last; ++q) rows[i][q] = tile[q - first].row[i];
     }
 }
 
-void rotateTile(SweepRotations::Range rotations, double* shared, TileColumn* tile) {
+void rotateTile(SweepRotations::Range rotations, double* shared, TileColumn* tile, int origin) {
     static const auto kernel = ZN_PICK_KERNEL(rotateTileKernel);
-    kernel(rotations.first, rotations.last, shared, tile);
+    kernel(rotations.first, rotations.last, shared, tile, origin);
 }
 
 void rotateTwoTiles(SweepRotations::Range rotations, double* const* shared, TileColumn* const* tiles) {

@@ -130,5 +130,18 @@ TEST_F(VoiTemplatesTest, AreMissingWhenTheHostCannotHandThemOut) {
     EXPECT_THAT(host.log(), ElementsAre("// Plugin>  No VOI definition currently available (for spatial template)"));
 }
 
+// A bounding box that runs backwards along two axes has voxels, but no scan meets them.
+TEST_F(VoiTemplatesTest, AreZeroForVoxelsThatNoScanMeets) {
+    vtc.grid = {-4, -3, 2};
+    host.hasVois = true;
+    host.vois = {{57, 52, 59}};
+    for (int block = 0; block < 8; ++block) { // freed memory that the rows may be made of
+        std::vector<std::vector<float>> used(8, std::vector<float>(24, 7.0f));
+    }
+    const VoiTemplates templates = VoiTemplates::fetch(true, vtc);
+    ASSERT_EQ(templates.count(), 1);
+    for (int v = 0; v < 24; ++v) EXPECT_EQ(templates.rows()[0][v], 0.0f) << v;
+}
+
 } // namespace
 } // namespace zn::test

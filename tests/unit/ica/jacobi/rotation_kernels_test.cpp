@@ -73,9 +73,9 @@ TYPED_TEST(RotationKernels, OfATileEqualSequentialRotations) {
     Rows rows(11);
     const Rows expected = plainlyRotated(Rows(11));
     const auto rotations = someRotations();
-    std::vector<TileColumn> tile(kColumns);
+    std::vector<TileColumn> tile(kColumns - 2); // columns 2 .. 22
     fillTileKernel<lanes>(rows.handles.data(), 2, kColumns - 1, tile.data());
-    rotateTileKernel<lanes>(rotations.data(), rotations.data() + rotations.size(), rows.shared.data(), tile.data());
+    rotateTileKernel<lanes>(rotations.data(), rotations.data() + rotations.size(), rows.shared.data(), tile.data(), 2);
     emptyTileKernel<lanes>(tile.data(), 2, kColumns - 1, rows.handles.data());
     expectSameBits(rows, expected);
 }
@@ -88,9 +88,9 @@ TYPED_TEST(RotationKernels, OfTwoTilesEqualSequentialRotations) {
     std::vector<TileColumn> tiles[] = {std::vector<TileColumn>(kColumns), std::vector<TileColumn>(kColumns)};
     TileColumn* const tileOf[] = {tiles[0].data(), tiles[1].data()};
     double* const shared[] = {rows[0].shared.data(), rows[1].shared.data()};
-    for (int t = 0; t < 2; ++t) fillTileKernel<lanes>(rows[t].handles.data(), 2, kColumns - 1, tileOf[t]);
+    for (int t = 0; t < 2; ++t) fillTileKernel<lanes>(rows[t].handles.data(), 2, kColumns - 1, tileOf[t] + 2);
     rotateTwoTilesKernel<lanes>(rotations.data(), rotations.data() + rotations.size(), shared, tileOf);
-    for (int t = 0; t < 2; ++t) emptyTileKernel<lanes>(tileOf[t], 2, kColumns - 1, rows[t].handles.data());
+    for (int t = 0; t < 2; ++t) emptyTileKernel<lanes>(tileOf[t] + 2, 2, kColumns - 1, rows[t].handles.data());
     for (int t = 0; t < 2; ++t) expectSameBits(rows[t], expected[t]);
 }
 
