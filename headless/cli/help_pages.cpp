@@ -49,7 +49,8 @@ std::vector<const CLI::App*> shownCommands(const CLI::App& app) {
 
 class CompactHelp : public CLI::Formatter {
 public:
-    std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode) const override {
+    std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override {
+        const bool all = mode == CLI::AppFormatMode::All;
         std::string text = wrapped("", app->get_description(), 0);
         if (app->get_parent()) name = app->get_parent()->get_name() + " " + app->get_name();
         text += "Usage: " + name;
@@ -59,6 +60,7 @@ public:
         const auto commands = shownCommands(*app);
         text += commands.empty() ? " [option...]\n" : " COMMAND [option...]\n";
         for (const auto* option : shownOptions(*app)) {
+            if (option->get_group() == kRareOptions && !all) continue;
             text += row(synopsis(*option), option->get_description(), kOptionColumn);
         }
         if (!commands.empty()) text += "Commands (each has its own --help):\n";

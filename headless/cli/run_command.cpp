@@ -1,5 +1,6 @@
 #include "headless/cli/commands.h"
 
+#include "headless/cli/help_pages.h"
 #include "headless/cli/input_options.h"
 #include "headless/cli/number_checks.h"
 #include "headless/run/run_driver.h"
@@ -56,18 +57,22 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
             "--eigenvalues", [&o](const std::string& range) { setEigenvalues(o.eigenvalues, range); },
             "eigenvalues to keep, instead of --components (1:20)")
         ->type_name("FIRST:LAST")
-        ->excludes(components);
+        ->excludes(components)
+        ->group(kRareOptions);
     command
         .add_option_function<std::string>(
             "--nonlinearity", [&o](const std::string& name) { setNonlinearity(o.nonlinearity, name); },
             "tanh, gauss or cube (tanh)")
-        ->type_name("NAME");
+        ->type_name("NAME")
+        ->group(kRareOptions);
     command.add_option("--epsilon", o.epsilon, "convergence threshold (0.0001)")
         ->check(finiteNumber("a number above 0 and up to 1", isEpsilon))
-        ->type_name("E");
+        ->type_name("E")
+        ->group(kRareOptions);
     command.add_option("--max-iterations", o.maxIterations, "restart a component after N iterations (500)")
         ->check(CLI::Range(1, 100000000).description(""))
-        ->type_name("N");
+        ->type_name("N")
+        ->group(kRareOptions);
 }
 
 void addFingerprint(CLI::App& command, RunOptions& o) {
@@ -82,14 +87,16 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
         ->needs(rois);
     auto* clusterSize =
         command.add_option("--cluster-size", o.clusterSize, "minimum cluster size in voxels, 2 to 2000 (10)");
-    clusterSize->check(CLI::Range(2, 2000).description(""))->type_name("N");
+    clusterSize->check(CLI::Range(2, 2000).description(""))->type_name("N")->group(kRareOptions);
     command
         .add_flag_callback(
             "--no-clustering", [&o] { o.clusterSize.reset(); }, "skip the degree of clustering")
-        ->excludes(clusterSize);
+        ->excludes(clusterSize)
+        ->group(kRareOptions);
     command.add_option("--z-threshold", o.zThreshold, "z threshold for clusters, 0.1 to 100 (2.5)")
         ->check(finiteNumber("a number from 0.1 to 100", [](double z) { return z >= 0.1 && z <= 100.0; }))
-        ->type_name("Z");
+        ->type_name("Z")
+        ->group(kRareOptions);
     command.add_option("--label", o.label, "subject or session, for the map names")->type_name("TEXT");
 }
 
@@ -106,7 +113,8 @@ void addControl(CLI::App& command, RunControl& control) {
     auto* quiet = command.add_flag("--quiet", control.quiet, "print only errors");
     command.add_flag("--verbose", control.verbose, "also print the plug-in's log")->excludes(quiet);
     command.add_flag("!--no-report", control.report, "do not write report.html");
-    command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails");
+    command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails")
+        ->group(kRareOptions);
 }
 
 } // namespace
@@ -121,9 +129,12 @@ void addRunCommand(CLI::App& app, Action& action) {
     auto* components = addInputOptions(*run, o);
     addSeparation(*run, o, components);
     addFingerprint(*run, o);
-    run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")->type_name("FILE");
+    run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")
+        ->type_name("FILE")
+        ->group(kRareOptions);
     run->add_flag("--force", o.force, "replace an earlier result in DIR");
     addControl(*run, o.control);
+    run->set_help_all_flag("--help-all", "also list options that are rarely needed");
     run->footer(kExamples);
     run->callback([options, &action] {
         action = [options](UnfinishedWork& unfinished) { return runAnalysis(*options, unfinished); };

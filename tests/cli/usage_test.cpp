@@ -11,6 +11,7 @@ namespace zn::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 // 80 columns, 40 lines.
@@ -30,6 +31,15 @@ TEST(Usage, HelpOfEveryCommandFitsOnAScreenAndSucceeds) {
     }
 }
 
+TEST(Usage, OptionsThatAreRarelyNeededAreListedByHelpAll) {
+    const std::string help = znica({"run", "--help"}).out;
+    const std::string all = znica({"run", "--help-all"}).out;
+    EXPECT_THAT(help, Not(HasSubstr("--epsilon")));
+    EXPECT_THAT(help, HasSubstr("--help-all"));
+    EXPECT_THAT(all, HasSubstr("--epsilon"));
+    EXPECT_THAT(all, HasSubstr("--components"));
+}
+
 TEST(Usage, TheFirstHelpFitsOnAScreenAndListsEveryExitStatus) {
     const CommandResult result = znica({"--help"});
     expectToFitOnAScreen(result.out);
@@ -44,7 +54,8 @@ TEST(Usage, TheManualPageListsEveryOptionOfEveryCommand) {
     EXPECT_THAT(page, HasSubstr("\n.SH EXIT STATUS\n"));
     EXPECT_THAT(page, HasSubstr("130  interrupted"));
     for (const char* command : {"run", "simulate", "score", "info", "compare"}) {
-        std::istringstream help(znica({command, "--help"}).out);
+        const bool hasRareOptions = command == std::string("run");
+        std::istringstream help(znica({command, hasRareOptions ? "--help-all" : "--help"}).out);
         int options = 0;
         for (std::string line; std::getline(help, line);) {
             if (!line.starts_with("  --")) continue;
