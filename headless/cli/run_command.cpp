@@ -5,6 +5,7 @@
 #include "headless/cli/number_checks.h"
 #include "headless/run/run_driver.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <map>
@@ -51,6 +52,25 @@ void setNonlinearity(Nonlinearity& nonlinearity, const std::string& name) {
     nonlinearity = found->second;
 }
 
+void setDesign(RunOptions& options, const std::string& text) {
+    options.designBesideImage = text == "auto";
+    if (!options.designBesideImage) options.design = text;
+}
+
+// Names in a list separated by commas.
+void setColumns(RunOptions& options, const std::string& text) {
+    options.confoundColumns.clear();
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find(',', start), text.size());
+        if (end == start) {
+            throw CLI::ValidationError("--columns",
+                                       "needs names separated by commas, such as trans_x,rot_z; got " + text);
+        }
+        options.confoundColumns.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+}
+
 void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
     command
         .add_option_function<std::string>(
@@ -77,9 +97,17 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
 
 void addFingerprint(CLI::App& command, RunOptions& o) {
     command
-        .add_option("--design", o.design,
-                    "up to 16 predictors to compare time courses with: RTC text or table with header")
-        ->type_name("FILE");
+        .add_option_function<std::string>(
+            "--design", [&o](const std::string& text) { setDesign(o, text); },
+            "predictors for the time courses: BIDS events, TSV, CSV, design.mat, .1D, RTC; auto: the image's events")
+        ->type_name("FILE|auto");
+    auto* confounds = command.add_option("--confounds", o.confounds, "table of confounds to compare time courses with");
+    confounds->type_name("TSV");
+    command
+        .add_option_function<std::string>(
+            "--columns", [&o](const std::string& text) { setColumns(o, text); }, "confounds to use (all)")
+        ->type_name("A,B,...")
+        ->needs(confounds);
     auto* rois =
         command.add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     command.add_option("--roi-names", o.regionNames, "table of region names, with columns index and name")
@@ -113,8 +141,7 @@ void addControl(CLI::App& command, RunControl& control) {
     auto* quiet = command.add_flag("--quiet", control.quiet, "print only errors");
     command.add_flag("--verbose", control.verbose, "also print the plug-in's log")->excludes(quiet);
     command.add_flag("!--no-report", control.report, "do not write report.html");
-    command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails")
-        ->group(kRareOptions);
+    command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails")->group(kRareOptions);
 }
 
 } // namespace
