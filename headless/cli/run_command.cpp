@@ -99,7 +99,7 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
     command
         .add_option_function<std::string>(
             "--design", [&o](const std::string& text) { setDesign(o, text); },
-            "predictors for the time courses: BIDS events, TSV, CSV, design.mat, .1D, RTC; auto: the image's events")
+            "predictors: BIDS events, TSV, CSV, .mat, .1D, RTC")
         ->type_name("FILE|auto");
     auto* confounds = command.add_option("--confounds", o.confounds, "table of confounds to compare time courses with");
     confounds->type_name("TSV");
@@ -107,7 +107,8 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
         .add_option_function<std::string>(
             "--columns", [&o](const std::string& text) { setColumns(o, text); }, "confounds to use (all)")
         ->type_name("A,B,...")
-        ->needs(confounds);
+        ->needs(confounds)
+        ->group(kRareOptions);
     auto* rois =
         command.add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     command.add_option("--roi-names", o.regionNames, "table of region names, with columns index and name")
