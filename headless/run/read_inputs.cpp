@@ -182,6 +182,7 @@ void readInputs(Run& run) {
     run.repetition = repetitionTime(run.options.secondsPerVolume, run.functional);
     run.session = makeSession(run);
     run.notes.say(inputNote(run.functional, run.volumes, run.repetition));
+    for (const Remark& remark : orientationRemarks(run.functional)) run.notes.remark(remark);
     addDesign(run);
     addConfounds(run);
     for (const Remark& remark : repetitionTimeRemarks(run.repetition)) run.notes.remark(remark);

@@ -63,6 +63,7 @@ Json inputOf(const Run& run) {
     const ImageHeader& image = run.functional;
     return {{"File", image.file.string()},
             {"Size", image.size},
+            {"Oriented", image.oriented},
             {"Volumes", run.volumes},
             {"DummyScans", run.options.dummyScans},
             {"RepetitionTime", run.repetition.seconds},

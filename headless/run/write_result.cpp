@@ -10,6 +10,7 @@
 #include "headless/result/metrics_table.h"
 #include "headless/run/run_record.h"
 
+#include <cmath>
 #include <cstdio>
 #include <exception>
 
@@ -62,7 +63,9 @@ void printSummary(const Run& run) {
                 run.foundAll() ? "" : ": the others did not converge");
     if (run.repeats) std::printf("; %d of %zu runs found all", run.repeats->converged, run.repeats->seeds.size());
     std::printf("\n");
-    std::printf("%.2f %% of the variance over time kept (the mean image not counted)\n", run.keptPercent);
+    if (!std::isnan(run.keptPercent)) {
+        std::printf("%.2f %% of the variance over time kept (the mean image not counted)\n", run.keptPercent);
+    }
     std::printf("%.1f s, of which %.1f s in the plug-in; peak memory %.0f MiB\n", run.total.seconds(),
                 run.seconds.plugin, static_cast<double>(peakMemoryBytes()) / 1048576.0);
     std::printf("result: %s\n", run.options.out.c_str());
