@@ -42,7 +42,8 @@ DesignMatrix parseFeatMatrix(const std::vector<std::string>& lines, const std::s
     const std::size_t waves = countAfter("/NumWaves", lines);
     const std::size_t points = countAfter("/NumPoints", lines);
     if (waves == 0 || points == 0) refuse(file, "lacks a count above 0 after \"/NumWaves\" or \"/NumPoints\".");
-    const auto begin = std::find_if(lines.begin(), lines.end(), [](const auto& line) { return isKey(line, "/Matrix"); });
+    const auto begin =
+        std::find_if(lines.begin(), lines.end(), [](const auto& line) { return isKey(line, "/Matrix"); });
     if (begin == lines.end()) refuse(file, "lacks the line \"/Matrix\".");
 
     DesignMatrix design;
@@ -51,16 +52,16 @@ DesignMatrix parseFeatMatrix(const std::vector<std::string>& lines, const std::s
         if (words.empty()) continue;
         const std::string where = file + ", line " + std::to_string(line + 1) + ",";
         if (words.size() != waves) {
-            refuse(where, "has " + std::to_string(words.size()) + " numbers, but /NumWaves is " +
-                              std::to_string(waves) + ".");
+            refuse(where,
+                   "has " + std::to_string(words.size()) + " numbers, but /NumWaves is " + std::to_string(waves) + ".");
         }
         design.predictors.resize(waves);
         for (std::size_t p = 0; p < waves; ++p) design.predictors[p].push_back(numberIn(words[p], where));
     }
     const std::size_t rows = design.predictors.empty() ? 0 : design.predictors.front().size();
     if (rows != points) {
-        refuse(file, "has " + std::to_string(rows) + " rows of numbers, but /NumPoints is " + std::to_string(points) +
-                         ".");
+        refuse(file,
+               "has " + std::to_string(rows) + " rows of numbers, but /NumPoints is " + std::to_string(points) + ".");
     }
     for (std::size_t p = 1; p <= waves; ++p) design.names.push_back("EV" + std::to_string(p));
     return design;

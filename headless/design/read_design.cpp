@@ -14,8 +14,9 @@ namespace zn::headless {
 
 namespace {
 
-constexpr char kFormats[] = "a design is a BIDS events file, a table (TSV, CSV) with a header, FEAT's design.mat, AFNI's "
-                            ".1D or RTC text.";
+constexpr char kFormats[] =
+    "a design is a BIDS events file, a table (TSV, CSV) with a header, FEAT's design.mat, AFNI's "
+    ".1D or RTC text.";
 
 [[noreturn]] void refuse(const std::string& text) {
     throw Failure(ExitStatus::kInput, text);

@@ -12,8 +12,8 @@ double durationIn(const TextTable& table, std::size_t row, std::size_t column) {
     if (isMissing(table.rows[row][column])) return 0.0;
     const double duration = table.number(row, column);
     if (duration >= 0.0) return duration;
-    throw Failure(ExitStatus::kInput, table.place(row, column) + " holds a negative duration, " +
-                                          table.rows[row][column] + " s.");
+    throw Failure(ExitStatus::kInput,
+                  table.place(row, column) + " holds a negative duration, " + table.rows[row][column] + " s.");
 }
 
 } // namespace
@@ -33,9 +33,8 @@ std::vector<Condition> conditionsIn(const TextTable& table) {
         byName[name].push_back({table.number(row, onset), durationIn(table, row, duration)});
     }
     if (byName.empty()) {
-        throw Failure(ExitStatus::kInput, table.file + (type && !table.rows.empty()
-                                                            ? " has no event with a trial_type."
-                                                            : " lists no events."));
+        throw Failure(ExitStatus::kInput, table.file + (type && !table.rows.empty() ? " has no event with a trial_type."
+                                                                                    : " lists no events."));
     }
     std::vector<Condition> conditions;
     for (auto& [name, events] : byName) conditions.push_back({name, std::move(events)});

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 7> kOfImagesOnly = {"space-", "res-", "den-", "desc-",
+constexpr std::array<std::string_view, 7> kOfImagesOnly = {"space-", "res-",  "den-", "desc-",
                                                            "echo-",  "part-", "hemi-"};
 
 // "sub-01_task-rest_desc-preproc": the stem of an image without the suffix that says what it is.

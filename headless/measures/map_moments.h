@@ -6,8 +6,8 @@
 namespace zn::headless {
 
 /// The shape of the distribution of a map's values, not rescaled: skewness m3 / m2^1.5 and excess kurtosis
-/// m4 / m2^2 - 3, where m_p is the mean of (value - mean)^p. Both are 0 for a normal distribution, and NaN for a constant
-/// map or one with non-finite values.
+/// m4 / m2^2 - 3, where m_p is the mean of (value - mean)^p. Both are 0 for a normal distribution, and NaN for a
+/// constant map or one with non-finite values.
 struct MapMoments {
     double skewness;
     double kurtosis;

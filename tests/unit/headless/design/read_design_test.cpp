@@ -39,8 +39,8 @@ protected:
 };
 
 TEST_F(ReadDesign, TablesSeparatedByTabsOrCommas) {
-    for (const char* text : {"face\thouse\n0\t1\n0.5\t-1e-3\n1\t0\n0\t0\n\n",
-                             "\"face\",house\r\n0,1\r\n0.5,-1e-3\r\n1,0\r\n0,0\r\n"}) {
+    for (const char* text :
+         {"face\thouse\n0\t1\n0.5\t-1e-3\n1\t0\n0\t0\n\n", "\"face\",house\r\n0,1\r\n0.5,-1e-3\r\n1,0\r\n0,0\r\n"}) {
         const Design design = read("blocks.txt", text);
         EXPECT_EQ(design.format, "table");
         EXPECT_THAT(design.matrix.names, ElementsAre("face", "house"));
@@ -60,7 +60,8 @@ TEST_F(ReadDesign, FeatsDesignMatrix) {
 }
 
 TEST_F(ReadDesign, AfnisColumnsWithoutNames) {
-    const Design design = read("task.1D", "# ideal response\n2@0 1\n\n0.5,1 1 // a remark\n  2e-1\t3 0\n1 1 1 # last\n");
+    const Design design =
+        read("task.1D", "# ideal response\n2@0 1\n\n0.5,1 1 // a remark\n  2e-1\t3 0\n1 1 1 # last\n");
     EXPECT_EQ(design.format, "number columns");
     EXPECT_THAT(design.matrix.names, ElementsAre("task[0]", "task[1]", "task[2]"));
     EXPECT_THAT(design.matrix.predictors,
@@ -103,14 +104,16 @@ TEST_F(ReadDesign, RowsOfDummyScansAreOmittedFromADesignOfAllVolumes) {
     const Design analysed = read("analysed.csv", "a\n1\n2\n3\n4\n", {6, 2, 2.0});
     EXPECT_THAT(analysed.matrix.predictors, ElementsAre(ElementsAre(1.0f, 2.0f, 3.0f, 4.0f)));
     EXPECT_EQ(analysed.omittedRows, 0);
-    EXPECT_EQ(refusalOf("a\n1\n2\n3\n4\n5\n", {6, 2, 2.0}),
-              " has 5 rows of predictor values, but the data have 6 volumes (4 without the dummy scans); provide one row "
-              "per volume, or the events with their times as a BIDS events file.");
+    EXPECT_EQ(
+        refusalOf("a\n1\n2\n3\n4\n5\n", {6, 2, 2.0}),
+        " has 5 rows of predictor values, but the data have 6 volumes (4 without the dummy scans); provide one row "
+        "per volume, or the events with their times as a BIDS events file.");
 }
 
 TEST_F(ReadDesign, AFileOfAnotherKindIsToldWhatADesignCanBe) {
-    const std::string formats = "; a design is a BIDS events file, a table (TSV, CSV) with a header, FEAT's design.mat, "
-                                "AFNI's .1D or RTC text.";
+    const std::string formats =
+        "; a design is a BIDS events file, a table (TSV, CSV) with a header, FEAT's design.mat, "
+        "AFNI's .1D or RTC text.";
     for (const auto& [text, complaint] : std::vector<std::pair<std::string, std::string>>{
              {"Dear reader,\nthis is a letter.\n", ", line 2, has 1 cells, but the header has 2"},
              {"face\nfour\n", ", line 2, column \"face\", holds \"four\" where a number is expected"},
@@ -135,8 +138,9 @@ TEST_F(ReadDesign, AFileOfAnotherKindIsToldWhatADesignCanBe) {
 TEST_F(ReadDesign, MorePredictorsThanThePluginComparesAreRefused) {
     std::string events = "onset\tduration\ttrial_type\n";
     for (int i = 0; i < 17; ++i) events += "1\t1\ttype" + std::to_string(i) + "\n";
-    EXPECT_EQ(refusalOf(events), " has 17 trial types; the plug-in accepts at most 16 predictors; name fewer of them in "
-                                 "trial_type.");
+    EXPECT_EQ(refusalOf(events),
+              " has 17 trial types; the plug-in accepts at most 16 predictors; name fewer of them in "
+              "trial_type.");
     EXPECT_THAT(refusalOf("17@1\n17@2\n17@3\n17@4\n"), HasSubstr(" has 17 predictors; the plug-in accepts at most 16"));
 }
 

@@ -55,8 +55,7 @@ TEST(TextTable, ACellThatIsNotANumberIsNamedByLineAndColumn) {
             try {
                 table.number(0, 1);
             } catch (const Failure& failure) {
-                EXPECT_STREQ(failure.what(),
-                             "x.tsv, line 3, column \"b\", holds \"two\" where a number is expected.");
+                EXPECT_STREQ(failure.what(), "x.tsv, line 3, column \"b\", holds \"two\" where a number is expected.");
                 throw;
             }
         },
