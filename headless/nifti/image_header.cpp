@@ -141,6 +141,7 @@ ImageHeader readImageHeader(const fs::path& file) {
     }
     header.volumes = static_cast<int>(extentOf(*image, 4));
     header.affine = affineOf(*image);
+    header.oriented = image->sform_code > 0 || image->qform_code > 0;
     header.secondsPerVolume = secondsPerVolume(*image, raw);
     header.image = std::move(image);
     return header;

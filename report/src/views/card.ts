@@ -4,6 +4,7 @@ import { fingerprintOf } from '../charts/fingerprint_chart';
 import { drawFingerprintGlyph } from '../charts/fingerprint_glyph';
 import { drawSparkline } from '../charts/sparkline';
 import { scaledPredictor } from '../charts/time_course_chart';
+import { clearConfound } from '../data/measures';
 import { METRICS } from '../data/metrics';
 import { isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
@@ -20,6 +21,18 @@ function predictorText({ predictor: { name }, strength, negative }: PredictorMat
         'span',
         { class: 'card-predictor', title: `Best-matching predictor${negative ? ', negatively correlated' : ''}` },
         `${name} |r| ${strength.toFixed(2)}`,
+    );
+}
+
+function confoundText({ measures }: Component): HTMLElement | null {
+    const confound = clearConfound(measures);
+    return (
+        confound
+        && h(
+            'span',
+            { class: 'card-confound', title: 'Most similar confound' },
+            `${confound.name} |r| ${confound.strength.toFixed(2)}`,
+        )
     );
 }
 
@@ -45,7 +58,7 @@ export class Card {
         this.match = match && !isWeak(match) ? match : null;
         this.mosaic.setAttribute(
             'aria-label',
-            `Map of ${title}, ten axial slices; z from `
+            `Map of ${title}, ten ${run.grid.oriented ? 'axial slices' : 'slices'}; z from `
                 + `${fixed(component.lowest, 1)} to ${fixed(component.highest, 1)}`,
         );
         this.course.setAttribute('aria-label', `Time course of ${title}`);
@@ -62,7 +75,13 @@ export class Card {
             ),
             this.mosaic,
             h('div', { class: 'card-charts' }, this.course, this.glyph),
-            h('footer', { class: 'card-foot' }, this.value, this.match && predictorText(this.match)),
+            h(
+                'footer',
+                { class: 'card-foot' },
+                this.value,
+                confoundText(component),
+                this.match && predictorText(this.match),
+            ),
             this.note,
         );
         this.refreshLabel();
@@ -78,15 +97,21 @@ export class Card {
         this.note.hidden = note === '';
     }
 
-    /** Shows the value that the gallery is sorted by, or the iterations where it is not sorted by a number. */
+    /**
+     * Shows the value that the gallery is sorted by. Where it is not sorted by a number: the explained variance, or the
+     * iterations in results without it.
+     */
     showValue(sort: SortKey): void {
-        const { facts, cells, values } = this.component;
+        const { facts, cells, measures, values } = this.component;
         if (typeof sort === 'number') {
             this.value.textContent = `${METRICS[sort].short} ${short(values[sort])}`;
             this.value.title = cells[sort];
         } else if (sort === 'stability') {
             this.value.textContent = `Stability ${short(facts?.StabilityIndex ?? NaN)}`;
             this.value.title = '';
+        } else if (!Number.isNaN(measures.explainedPercent)) {
+            this.value.textContent = `${measures.explainedPercent.toFixed(1)} % of variance`;
+            this.value.title = 'Explained variance over time';
         } else {
             this.value.textContent = facts?.Iterations === undefined ? '' : `${facts.Iterations} iterations`;
             this.value.title = '';

@@ -44,7 +44,7 @@ export class ComponentView implements View {
             void this.draw();
         };
         this.brains = new BrainPair(run, look);
-        this.controls = lookControls(look, highest, () => this.brains.lookChanged());
+        this.controls = lookControls(look, highest, run.grid.oriented, () => this.brains.lookChanged());
         const figure = (title: string, ...content: HTMLElement[]): HTMLElement =>
             h('figure', { class: 'panel' }, h('figcaption', {}, title), ...content);
         this.element = h(

@@ -31,7 +31,7 @@ export class Gallery {
 
     /** `look`: the reader's settings. The cards follow only `radiological` and stay comparable in everything else. */
     constructor(
-        run: Run,
+        private readonly run: Run,
         labels: Labels,
         private readonly look: Look,
         whenSeenDrawn: () => void,
@@ -61,6 +61,7 @@ export class Gallery {
         });
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
         this.sides = lookSwitch(look, 'radiological', 'Left on the right', () => this.turn());
+        this.sides.element.hidden = !run.grid.oriented;
         this.describe();
         this.element = h(
             'section',
@@ -97,9 +98,12 @@ export class Gallery {
     }
 
     private describe(): void {
+        const { oriented } = this.run.grid;
+        const left = this.own.radiological ? 'on the right' : 'on the left';
         this.legend.textContent =
-            `Axial slices from bottom to top; coloured where |z| > ${short(this.own.threshold)}, up to the large `
-            + `values of each map; left is ${this.own.radiological ? 'on the right' : 'on the left'}.`;
+            `${oriented ? 'Axial slices from bottom to top' : 'Slices in the order of the third axis'}; coloured where `
+            + `|z| > ${short(this.own.threshold)}, up to the large values of each map`
+            + `${oriented ? `; left is ${left}` : ''}.`;
     }
 
     private refresh(run: Run, labels: Labels): void {

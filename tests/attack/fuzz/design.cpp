@@ -1,8 +1,8 @@
-// Fuzz target: a design matrix, as RTC text or as a table, of three volumes.
+// Fuzz target: a design matrix, in any format, for an image of three volumes of which the first is omitted or not.
 
 #include "attack/fuzz/input.h"
 
-#include "headless/design/design_matrix.h"
+#include "headless/design/read_design.h"
 #include "headless/result/course_tables.h"
 #include "headless/text/text_lines.h"
 
@@ -29,7 +29,8 @@ void requireWholeTable(const DesignMatrix& design) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto file = zn::test::inputFile("design.tsv", zn::test::textInput(data, size));
     zn::test::mayRefuse([&] {
-        const DesignMatrix design = readDesignMatrix(file, 3);
+        const int omitted = size > 0 ? data[0] % 2 : 0;
+        const DesignMatrix design = readDesign(file, {3, omitted, 2.0}).matrix;
         for (const auto& predictor : design.predictors) {
             for (const float value : predictor) require(std::isfinite(value), "a predictor is finite");
         }
