@@ -112,6 +112,7 @@ TEST_F(Exceptions, FromEveryFunctionOfAnInitialisation) {
 
 // The functions that only an early end calls.
 TEST_F(Exceptions, FromTheFunctionsOfAnEarlyEnd) {
+    ASSERT_TRUE(plugin.initPlugin());
     for (const Thrown& thrown : thrownTypes()) {
         restoreHost();
         host.dialogStrings[0] = "";
