@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ica/nonlinearity.h"
+#include "ica/contrast/nonlinearity.h"
 #include "ica/whitening.h"
 #include "numeric/array_owners.h"
 

@@ -1,6 +1,6 @@
-#include "ica/contrast.h"
+#include "ica/contrast/contrast.h"
 
-#include "ica/contrast_kernels.h"
+#include "ica/contrast/contrast_kernels.h"
 
 #include "unit/ica/kernel_forms.h"
 

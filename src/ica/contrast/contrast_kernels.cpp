@@ -1,4 +1,4 @@
-#include "ica/contrast_kernels.h"
+#include "ica/contrast/contrast_kernels.h"
 
 #include "numeric/lanes.h"
 
