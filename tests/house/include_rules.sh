@@ -25,7 +25,7 @@ but the folders are:
 $present"
 
 # The headless host shares the record layouts and the two lists of functions with the plug-in, nothing else.
-records='host/(vtc_header|nrvmp_records|voi_records|host_text)\.h|host/host_(functions|matrix_products)\.def'
+records='host/(vtc_header|nrvmp_records|voi_records|host_text)\.h|host/host_(functions|matrix_products|separation)\.def'
 
 while read -r folder allowed; do
     case $folder in
