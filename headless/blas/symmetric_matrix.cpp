@@ -18,4 +18,8 @@ int symmetricEigenvalues(double* upper, int order, double* values) {
     return info;
 }
 
+int symmetricEigenpairs(double* upper, int order, double* values) {
+    return LAPACKE_dsyev(LAPACK_COL_MAJOR, 'V', 'L', order, upper, order, values);
+}
+
 } // namespace zn::headless

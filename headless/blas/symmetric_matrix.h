@@ -15,4 +15,9 @@ void addCrossProducts(const double* rows, int count, int order, double scale, do
 ///   values   [order]
 int symmetricEigenvalues(double* upper, int order, double* values);
 
+/// The same with eigenvectors, but in ascending order.
+///
+///   upper    [order][order]  in: as above; out: row k is the unit eigenvector of values[k]
+int symmetricEigenpairs(double* upper, int order, double* values);
+
 } // namespace zn::headless
