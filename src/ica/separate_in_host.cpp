@@ -42,9 +42,8 @@ std::optional<Separation> separateInHost(const Whitening& whitened, int voxels, 
     const int n = settings.components;
     const ZeroedBlock eigenvalues = eigenvaluesOf(whitened, volumes, n);
     const ZeroedBlock vectors(n, n);
-    const int found =
-        separateWhitened(whitened.data.get(), eigenvalues.get(), n, voxels, codeOf(settings.nonlinearity),
-                         static_cast<double>(settings.epsilon), settings.iterationLimit, vectors.get());
+    const int found = separateWhitened(whitened.data.get(), eigenvalues.get(), n, voxels, codeOf(settings.nonlinearity),
+                                       static_cast<double>(settings.epsilon), settings.iterationLimit, vectors.get());
     if (found < 0) return std::nullopt;
     if (found > n) nrerror("More components than requested from the host in routine separateInHost");
 

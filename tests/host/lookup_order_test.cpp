@@ -9,8 +9,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-
-
 namespace {
 
 std::vector<std::string> lookedUp;
@@ -27,15 +25,14 @@ namespace zn::test {
 namespace {
 
 TEST(LookupOrder, IsThatOfTheListsAndEndsWithTheOptionalFunction) {
-    const std::vector<std::string> expected = {
-        "znGetVersionOfTesmiraZN", // whether this is the host at all
+    const std::vector<std::string> expected = {"znGetVersionOfTesmiraZN", // whether this is the host at all
 #define ZN(result, name, parameters) #name,
 #define ZN_UNUSED(name) #name,
 #include "host/host_functions.def"
 #include "host/host_matrix_products.def"
 #undef ZN_UNUSED
 #undef ZN
-        "znSeparateWhitenedData"};
+                                               "znSeparateWhitenedData"};
     scripted() = ScriptedHost{};
     lookedUp.clear();
     ASSERT_TRUE(initialisePlugin());
