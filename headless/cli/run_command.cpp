@@ -51,6 +51,27 @@ void setNonlinearity(Nonlinearity& nonlinearity, const std::string& name) {
     nonlinearity = found->second;
 }
 
+void setApproach(Approach& approach, const std::string& name) {
+    if (name != "deflation" && name != "symmetric") {
+        throw CLI::ValidationError("--approach", "needs deflation or symmetric; got " + name);
+    }
+    approach = name == "symmetric" ? Approach::kSymmetric : Approach::kDeflation;
+}
+
+void addApproach(CLI::App& command, RunOptions& o) {
+    command
+        .add_option_function<std::string>(
+            "--approach", [&o](const std::string& name) { setApproach(o.approach, name); },
+            "find components one by one, or all at once (deflation)")
+        ->type_name("deflation|symmetric");
+    auto* starts = command.add_option("--starts", o.starts, "random starts of the symmetric approach (3)");
+    starts->check(CLI::Range(1, 1000).description(""))->type_name("N")->group(kRareOptions);
+    command.parse_complete_callback([&o, starts] {
+        if (starts->count() == 0 || o.approach == Approach::kSymmetric) return;
+        throw CLI::ValidationError("--starts", "needs --approach symmetric; deflation restarts by itself");
+    });
+}
+
 void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
     command
         .add_option_function<std::string>(
@@ -69,7 +90,8 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
         ->check(finiteNumber("a number above 0 and up to 1", isEpsilon))
         ->type_name("E")
         ->group(kRareOptions);
-    command.add_option("--max-iterations", o.maxIterations, "restart a component after N iterations (500)")
+    command
+        .add_option("--max-iterations", o.maxIterations, "restart a component or the search after N iterations (500)")
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N")
         ->group(kRareOptions);
@@ -113,8 +135,7 @@ void addControl(CLI::App& command, RunControl& control) {
     auto* quiet = command.add_flag("--quiet", control.quiet, "print only errors");
     command.add_flag("--verbose", control.verbose, "also print the plug-in's log")->excludes(quiet);
     command.add_flag("!--no-report", control.report, "do not write report.html");
-    command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails")
-        ->group(kRareOptions);
+    command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails")->group(kRareOptions);
 }
 
 } // namespace
@@ -127,6 +148,7 @@ void addRunCommand(CLI::App& app, Action& action) {
     run->add_option("BOLD", o.functional, "4D NIfTI image (.nii, .nii.gz)")->required();
     run->add_option("--out", o.out, "folder to create for the result")->required()->type_name("DIR");
     auto* components = addInputOptions(*run, o);
+    addApproach(*run, o);
     addSeparation(*run, o, components);
     addFingerprint(*run, o);
     run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")

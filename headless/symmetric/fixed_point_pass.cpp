@@ -7,7 +7,7 @@
 
 namespace zn::headless {
 
-FixedPointPass::FixedPointPass(WorkerThreads& team, Nonlinearity nonlinearity, const WhitenedVoxels& data)
+FixedPointPass::FixedPointPass(WorkerThreads& team, zn::Nonlinearity nonlinearity, const WhitenedVoxels& data)
     : team_(team), nonlinearity_(nonlinearity), data_(data), chunks_(data) {
     const auto n = static_cast<std::size_t>(data.dimension);
     sums_.assign(static_cast<std::size_t>(chunks_.count()), {std::vector<double>(n * n), std::vector<double>(n)});

@@ -16,7 +16,7 @@ namespace zn::headless {
 class FixedPointPass {
 public:
     /// Allocates the work space; `team` and the data outlive this.
-    FixedPointPass(WorkerThreads& team, Nonlinearity nonlinearity, const WhitenedVoxels& data);
+    FixedPointPass(WorkerThreads& team, zn::Nonlinearity nonlinearity, const WhitenedVoxels& data);
 
     /// w   in: rows of unit length; out: their update
     void update(UnmixingMatrix& w);
@@ -30,7 +30,7 @@ private:
     void addChunk(const VoxelChunk& chunk, const UnmixingMatrix& w, std::vector<double>& y, Sums& sums) const;
 
     WorkerThreads& team_;
-    Nonlinearity nonlinearity_;
+    zn::Nonlinearity nonlinearity_;
     WhitenedVoxels data_;
     VoxelChunks chunks_;
     std::vector<Sums> sums_;                  // [chunk]

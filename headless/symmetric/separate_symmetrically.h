@@ -12,7 +12,7 @@
 namespace zn::headless {
 
 struct SymmetricSettings {
-    Nonlinearity nonlinearity = Nonlinearity::tanh;
+    zn::Nonlinearity nonlinearity = zn::Nonlinearity::tanh;
     double epsilon = 1e-4;    ///< as in deflation: no unit vector moves more in the last iteration, up to its sign
     int iterationLimit = 500; ///< of every search; below 0: no limit
     int starts = 1;
