@@ -20,6 +20,8 @@ export interface Decomposition {
         ComponentsAsked?: number | string; // a number, "auto" or "max"
         FirstEigenvalue: number;
         LastEigenvalue: number;
+        Approach?: string; // "deflation" or "symmetric"; absent: deflation
+        Starts?: number | null; // of the symmetric approach
         Nonlinearity: string;
         Epsilon: number;
         MaxIterations: number;
@@ -33,6 +35,7 @@ export interface Decomposition {
     };
     Seed?: number | null;
     ComponentEstimate?: { MDL: number; Laplace: number; OptimalThreshold: number; EffectiveSamples: number } | null;
+    SymmetricEstimate?: SymmetricFacts;
     ComponentsFound: number;
     RetainedVariancePercent: number | null;
     Predictors: string[];
@@ -42,6 +45,15 @@ export interface Decomposition {
     ElapsedSeconds: { Reading: number; Plugin: number; Total: number };
     PeakMemoryBytes: number;
     Repeats?: { Runs?: number; Converged?: number };
+}
+
+/** How the symmetric approach went: the starts, and the chosen one on all voxels. */
+export interface SymmetricFacts {
+    StartVoxels: number;
+    Starts: { Iterations: number; Converged: boolean; Negentropy: number; Agreement: number }[];
+    ChosenStart: number; // from 1
+    Iterations: number;
+    Negentropy: number;
 }
 
 export interface ComponentFacts {

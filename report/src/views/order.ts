@@ -2,7 +2,7 @@ import { METRICS } from '../data/metrics';
 import { type Component, isRepeated } from '../data/run';
 import { LABELS, type Label, type Labels } from '../labels/labels';
 
-/** What the gallery is sorted by: the order of extraction, a parameter by its index, the label, or the stability. */
+/** What the gallery is sorted by: the component's number, a parameter by its index, the label, or the stability. */
 export type SortKey = 'order' | 'label' | 'stability' | number;
 
 export interface Filter {
@@ -21,7 +21,7 @@ export interface Selection {
 /** The options of the list of sort keys; stability only where the analysis was repeated. */
 export function sortOptions(components: Component[]): { value: string; title: string }[] {
     return [
-        { value: 'order', title: 'Order of extraction' },
+        { value: 'order', title: 'Component number' },
         ...METRICS.map((metric, i) => ({ value: String(i), title: metric.title })),
         ...(components.some(isRepeated) ? [{ value: 'stability', title: 'Stability over repeats (Iq)' }] : []),
         { value: 'label', title: 'Label' },
