@@ -10,8 +10,8 @@ int znSeparateWhitenedData(const double* z, const double* eigenvalues, int compo
                            double epsilon, int iterationLimit, double* vectors) {
     return guarded(0, [&](Session& session) {
         if (!session.separator) return -1;
-        return session.separator->separate(
-            {z, eigenvalues, components, voxels, nonlinearity, epsilon, iterationLimit}, vectors);
+        return session.separator->separate({z, eigenvalues, components, voxels, nonlinearity, epsilon, iterationLimit},
+                                           vectors);
     });
 }
 

@@ -22,8 +22,7 @@ template <class... Values> std::string formatted(const char* format, Values... v
 } // namespace
 
 void SymmetricSeparator::show(const SymmetricProgress& state) {
-    progress_.searching(state.start < 0 ? "all voxels"
-                                        : formatted("start %d of %d", state.start + 1, starts_).c_str(),
+    progress_.searching(state.start < 0 ? "all voxels" : formatted("start %d of %d", state.start + 1, starts_).c_str(),
                         state.iterations);
 }
 

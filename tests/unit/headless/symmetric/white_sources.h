@@ -9,7 +9,8 @@
 
 namespace zn::headless::test {
 
-/// Independent sources of mean 0 and unit variance, mixed by a rotation: white up to sampling error, as after whitening.
+/// Independent sources of mean 0 and unit variance, mixed by a rotation: white up to sampling error, as after
+/// whitening.
 struct WhiteSources {
     int dimension;
     int voxels;
