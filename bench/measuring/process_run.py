@@ -1,4 +1,4 @@
-"""One measured process: it has a single BLAS thread, and the last line of its output is the result."""
+"""One measured process: it has a single BLAS thread unless it asks for more, and its last line is the result."""
 import json
 import os
 import re
@@ -6,7 +6,7 @@ import subprocess
 import threading
 import time
 
-ONE_THREAD = {"OPENBLAS_NUM_THREADS": "1", "OMP_NUM_THREADS": "1", "MKL_NUM_THREADS": "1"}
+THREADS = ["OPENBLAS_NUM_THREADS", "OMP_NUM_THREADS", "MKL_NUM_THREADS"]
 FINISHED_COMPONENT = re.compile(r"Component \d+ needed (\d+) iterations")
 
 
@@ -14,16 +14,16 @@ class TooLong(Exception):
     """The process exceeded its time limit and was killed."""
 
 
-def environment():
-    return {**os.environ, **ONE_THREAD}
+def environment(threads=1):
+    return {**os.environ, **{name: str(threads) for name in THREADS}}
 
 
-def stamped_lines(command, folder, limit):
+def stamped_lines(command, folder, limit, threads):
     """Lines of standard output, each with its arrival time."""
     process = subprocess.Popen(
         [str(part) for part in command],
         cwd=folder,
-        env=environment(),
+        env=environment(threads),
         text=True,
         stdout=subprocess.PIPE,
         stderr=subprocess.PIPE,
@@ -58,9 +58,9 @@ def updates_from_lines(lines):
     }
 
 
-def run_process(command, folder, limit=None):
+def run_process(command, folder, limit=None, threads=1):
     """Runs a measuring program; returns what it reports as a dictionary."""
-    lines = stamped_lines(command, folder, limit)
+    lines = stamped_lines(command, folder, limit, threads)
     result = json.loads(lines[-1][1])
     result.update(updates_from_lines(lines[:-1]))
     if "seconds_of_updates_but_last" in result:

@@ -21,6 +21,8 @@ public:
     static int defaultThreads();
 
     int threads() const { return team_.threads(); }
+    /// The threads, for other work between the products.
+    WorkerThreads& team() { return team_; }
 
     /// r (m x n) = op(a) op(b): op(a) is m x k and op(b) k x n, so a transposed operand is stored as k x m or n x k.
     template <class Real>

@@ -18,6 +18,10 @@ int symmetricEigenvalues(double* upper, int order, double* values) {
     return info;
 }
 
+int symmetricEigenpairs(double* upper, int order, double* values) {
+    return LAPACKE_dsyev(LAPACK_COL_MAJOR, 'V', 'L', order, upper, order, values);
+}
+
 bool solvePositiveDefinite(double* upper, int order, double* right, int columns) {
     return LAPACKE_dposv(LAPACK_ROW_MAJOR, 'U', order, columns, upper, order, right, columns) == 0;
 }

@@ -22,4 +22,9 @@ int symmetricEigenvalues(double* upper, int order, double* values);
 ///   right     [order][columns], row after row; in: B, out: X
 bool solvePositiveDefinite(double* upper, int order, double* right, int columns);
 
+/// The same with eigenvectors, but in ascending order.
+///
+///   upper    [order][order]  in: as above; out: row k is the unit eigenvector of values[k]
+int symmetricEigenpairs(double* upper, int order, double* values);
+
 } // namespace zn::headless

@@ -72,6 +72,27 @@ void setColumns(RunOptions& options, const std::string& text) {
     }
 }
 
+void setApproach(Approach& approach, const std::string& name) {
+    if (name != "deflation" && name != "symmetric") {
+        throw CLI::ValidationError("--approach", "needs deflation or symmetric; got " + name);
+    }
+    approach = name == "symmetric" ? Approach::kSymmetric : Approach::kDeflation;
+}
+
+void addApproach(CLI::App& command, RunOptions& o) {
+    command
+        .add_option_function<std::string>(
+            "--approach", [&o](const std::string& name) { setApproach(o.approach, name); },
+            "find components one by one, or all at once (deflation)")
+        ->type_name("deflation|symmetric");
+    auto* starts = command.add_option("--starts", o.starts, "random starts of the symmetric approach (3)");
+    starts->check(CLI::Range(1, 1000).description(""))->type_name("N")->group(kRareOptions);
+    command.parse_complete_callback([&o, starts] {
+        if (starts->count() == 0 || o.approach == Approach::kSymmetric) return;
+        throw CLI::ValidationError("--starts", "needs --approach symmetric; deflation restarts by itself");
+    });
+}
+
 void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
     command
         .add_option_function<std::string>(
@@ -90,7 +111,8 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
         ->check(finiteNumber("a number above 0 and up to 1", isEpsilon))
         ->type_name("E")
         ->group(kRareOptions);
-    command.add_option("--max-iterations", o.maxIterations, "restart a component after N iterations (500)")
+    command
+        .add_option("--max-iterations", o.maxIterations, "restart a component or the search after N iterations (500)")
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N")
         ->group(kRareOptions);
@@ -157,6 +179,7 @@ void addRunCommand(CLI::App& app, Action& action) {
     run->add_option("--out", o.out, "folder to create for the result")->required()->type_name("DIR");
     auto* components = addInputOptions(*run, o);
     addPreparationOptions(*run, o.preparation);
+    addApproach(*run, o);
     addSeparation(*run, o, components);
     addFingerprint(*run, o);
     run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")

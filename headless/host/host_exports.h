@@ -16,6 +16,7 @@ extern "C" {
 #define ZN_UNUSED(name)
 #include "host/host_functions.def"
 #include "host/host_matrix_products.def"
+#include "host/host_separation.def"
 #undef ZN_UNUSED
 #undef ZN
 }

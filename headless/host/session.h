@@ -54,6 +54,26 @@ public:
     [[noreturn]] virtual void outOfMemory() = 0;
 };
 
+/// Whitened data whose components the plug-in lets the host find; see host/host_separation.def.
+struct SeparationRequest {
+    const double* z;           ///< n x V, row-major
+    const double* eigenvalues; ///< n
+    int components;            ///< n
+    int voxels;                ///< V
+    int nonlinearity;          ///< 0: tanh, 1: gaussian, 2: cube
+    double epsilon;
+    int iterationLimit;
+};
+
+/// Finds components in place of the plug-in.
+class Separator {
+public:
+    virtual ~Separator() = default;
+
+    /// Writes the unit vector of component k into row k of `vectors` (n x n) and returns the number of components.
+    virtual int separate(const SeparationRequest& request, double* vectors) = 0;
+};
+
 /// Everything the host knows during one run of a plug-in: data, answers, and the resulting maps. The functions that the
 /// module exports read and write the attached session, on the one thread that runs the plug-in.
 ///
@@ -80,6 +100,7 @@ struct Session {
 
     MatrixProducts* products = nullptr; ///< not owned; never null while the session is attached
     SessionEvents* events = nullptr;    ///< not owned; never null while the session is attached
+    Separator* separator = nullptr;     ///< not owned; null: the plug-in finds the components itself
     std::exception_ptr failure;         ///< the first exception in a host function; none may cross the plug-in
     std::set<std::string> unavailable;  ///< functions that the plug-in called but this host lacks
 };

@@ -23,7 +23,9 @@ std::int64_t predictedPeakBytes(const RunSize& size) {
     const double reading = g * (128.0 + size.storedBytes);
     const double extraction = 4.0 * v * t + 56.0 * v + 4.0 * regions * g + templates;
     const double centring = 12.0 * v * t + 28.0 * v + templates;
-    const double separation = 8.0 * v * t + 8.0 * v * n + 36.0 * v + templates;
+    const double part = std::min(v / 2.0, std::max(v / 8.0, 200.0 * n));
+    const double starts = size.symmetric ? 9.0 * part * n + v * n : 0.0;
+    const double separation = 8.0 * v * t + 8.0 * v * n + 36.0 * v + starts + templates;
     const double keeping = std::max(12.0 * v * n, 4.0 * v * n + 4.0 * g * n) + 20.0 * v + templates;
     const double all = n * size.repeats;
     const double repeats = size.repeats > 1 ? 8.0 * v * all + 4.0 * g * n + 16.0 * all * all : 0.0;

@@ -13,7 +13,8 @@ struct RunSize {
     int bytesPerValue = 2; ///< of the functional data as stored by the host: 2 or 4
     int storedBytes = 0;   ///< of a value in a file that must be converted; 0: no conversion
     int regions = 0;
-    int repeats = 1; ///< runs of the plug-in
+    int repeats = 1;        ///< runs of the plug-in
+    bool symmetric = false; ///< the symmetric estimate instead of the plug-in's own
 };
 
 /// The peak memory of a run in bytes: the largest of the stages below, each on top of the functional data of the entire
@@ -23,6 +24,8 @@ struct RunSize {
 ///   extraction   4 V T + 56 V + 4 R (G + V)   single-precision data, tables of voxels, regions
 ///   centring     12 V T + 28 V                the same data also in double precision
 ///   separation   8 V T + 8 V n + 36 V         whitened data; the plug-in's components one after another
+///                + 9 P n + V n               for the symmetric estimate: P voxels on which starts are tried, and
+///                                             the sums of parts of the voxels
 ///   maps         8 V T + 8 V n, then 12 V n, then 4 V n + 4 G n for the maps that are kept
 ///   repeats      8 V n R + 4 G n + 16 (n R)^2 throughout, for R > 1 runs: all their maps, and two
 ///                                             copies of their correlations

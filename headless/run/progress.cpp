@@ -22,7 +22,7 @@ struct Opening {
 
 constexpr Opening kOpenings[] = {{"Computing covariance matrix", "covariance"},
                                  {"Computing eigenvalues", "eigenvalues"},
-                                 {"Running FastICA", "components"},
+                                 {"Running FastICA computation (deflation", "components"},
                                  {"Computing parameters", "fingerprint"}};
 
 // In columns; if unknown, more than any line needs.
@@ -86,6 +86,12 @@ void Progress::vectorProduct(bool transposed) {
     if (sinceDrawing_.seconds() >= kSecondsBetweenDrawings) draw();
 }
 
+void Progress::searching(std::string_view search, int iterations) {
+    stage(search);
+    iterations_ = iterations;
+    if (sinceDrawing_.seconds() >= kSecondsBetweenDrawings) draw();
+}
+
 void Progress::clear() {
     if (!drawn_) return;
     std::fputs("\r\033[K", stdout);
@@ -120,7 +126,9 @@ std::string Progress::componentText(int number, int iterations) const {
 
 // The current component is the one after those found.
 std::string Progress::text() const {
-    if (stage_ != "components") return stage_;
+    if (stage_ != "components") {
+        return iterations_ == 0 ? stage_ : stage_ + ", " + std::to_string(iterations_) + " iterations";
+    }
     return componentText(std::min(found_ + 1, components_), iterations_);
 }
 

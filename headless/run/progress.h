@@ -11,9 +11,9 @@ namespace zn::headless {
 ///
 /// Everything is derived from what the host sees of the plug-in: its log lines open the stages (covariance,
 /// eigenvalues, components, fingerprint) and report the components with their iterations; for the current component,
-/// the products with a transposed matrix count its iterations. The remaining time is the mean time per component so far
-/// times the number of components left; it is not shown before the first component. A bar is never wider than the
-/// terminal.
+/// the products with a transposed matrix count its iterations. The symmetric estimate, in which all components are
+/// found at once, reports its searches itself. The remaining time is the mean time per component so far times the
+/// number of components left; it is not shown before the first component. A bar is never wider than the terminal.
 class Progress {
 public:
     enum class Display { kNone, kLines, kBar };
@@ -32,6 +32,8 @@ public:
     void stage(std::string_view name);
     void logLine(std::string_view line);
     void vectorProduct(bool transposed);
+    /// Iterations so far of a search for all components at once; each search is a stage of its own.
+    void searching(std::string_view search, int iterations);
     /// Removes the bar from the screen.
     void clear();
 

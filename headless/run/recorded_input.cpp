@@ -100,6 +100,8 @@ Json settingsOf(const Run& run) {
             {"Components", run.eigenvalues.count()},
             {"FirstEigenvalue", run.eigenvalues.first},
             {"LastEigenvalue", run.eigenvalues.last},
+            {"Approach", options.approach == Approach::kSymmetric ? "symmetric" : "deflation"},
+            {"Starts", options.approach == Approach::kSymmetric ? Json(options.starts) : Json(nullptr)},
             {"Nonlinearity", nameOf(options.nonlinearity)},
             {"Epsilon", numberOrNull(options.epsilon)},
             {"MaxIterations", options.maxIterations},

@@ -84,7 +84,10 @@ void repeatSeparation(Run& run) {
         facts.seeds.push_back(run.seed + static_cast<std::uint32_t>(number));
         log.logLine("znica: run " + std::to_string(number + 1) + of + ", seed " + std::to_string(facts.seeds.back()));
         beginRandomNumbers(facts.seeds.back());
+        SymmetricSeparator separator(run.products->team(), log, unseen, run.options.starts, facts.seeds.back());
+        if (run.options.approach == Approach::kSymmetric) session.separator = &separator;
         runAgain(run, log);
+        session.separator = nullptr;
         facts.found.push_back(static_cast<int>(session.maps.maps().size()));
         all.add(session.maps, number);
     }

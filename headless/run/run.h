@@ -19,6 +19,7 @@
 #include "headless/run/run_notes.h"
 #include "headless/run/run_options.h"
 #include "headless/run/stopwatch.h"
+#include "headless/run/symmetric_separator.h"
 
 #include <cstdint>
 #include <optional>
@@ -101,8 +102,9 @@ struct Run {
     // separate, repeat
     std::optional<MatrixProducts> products;
     std::optional<RunLog> log;
-    std::uint32_t seed = 0;             // of the plug-in's random numbers
-    std::optional<RepeatFacts> repeats; // nothing after a single run
+    std::uint32_t seed = 0;                  // of the plug-in's random numbers, or of the symmetric estimate
+    std::optional<SymmetricFacts> symmetric; // nothing with deflation
+    std::optional<RepeatFacts> repeats;      // nothing after a single run
 
     // measureComponents
     ComponentCourses courses;

@@ -11,6 +11,9 @@ namespace zn::headless {
 /// The plug-in uses tanh when neither of its two switches is set.
 enum class Nonlinearity { kTanh, kGauss, kCube };
 
+/// How the components are found: one after another by the plug-in, or all at once by this command.
+enum class Approach { kDeflation, kSymmetric };
+
 /// Which voxels are analysed.
 enum class MaskSource { kAutomatic, kFile, kNone };
 
@@ -68,6 +71,8 @@ struct RunOptions {
     int dummyScans = 0;              ///< volumes to omit at the beginning
     std::optional<double> memoryGib; ///< limit on memory; nothing: what is free
     bool dryRun = false;
+    Approach approach = Approach::kDeflation;
+    int starts = 3; ///< for kSymmetric: random starts, of which the best is finished
     Nonlinearity nonlinearity = Nonlinearity::kTanh;
     float epsilon = 1e-4f;
     int maxIterations = 500;

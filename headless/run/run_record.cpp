@@ -80,6 +80,21 @@ std::string dump(const Json& json) {
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+Json symmetricOf(const SymmetricFacts& facts) {
+    Json starts = Json::array();
+    for (const StartFacts& start : facts.starts) {
+        starts.push_back({{"Iterations", start.iterations},
+                          {"Converged", start.converged},
+                          {"Negentropy", start.negentropy},
+                          {"Agreement", start.agreement}});
+    }
+    return {{"StartVoxels", facts.startVoxels},
+            {"Starts", std::move(starts)},
+            {"ChosenStart", facts.chosen + 1},
+            {"Iterations", facts.iterations},
+            {"Negentropy", facts.negentropy}};
+}
+
 Json repeatsOf(const RepeatFacts& repeats) {
     return {{"Runs", repeats.seeds.size()},
             {"Converged", repeats.converged},
@@ -103,6 +118,7 @@ void writeDecomposition(const Run& run) {
     json["Seed"] = run.seed;
     json["Threads"] = run.products->threads();
     json["BLAS"] = {{"Library", blasLibrary()}, {"Kernels", blasKernels()}};
+    if (run.symmetric) json["SymmetricEstimate"] = symmetricOf(*run.symmetric);
     if (run.repeats) json["Repeats"] = repeatsOf(*run.repeats);
     json["ComponentsFound"] = run.componentsFound();
     const auto kept = run.log->facts().retainedVariancePercent();

@@ -1,5 +1,6 @@
 #include "headless/run/stages.h"
 
+#include "headless/failure/failure.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/result/course_tables.h"
 #include "headless/run/plugin_files.h"
@@ -33,6 +34,12 @@ void setEigenvalueRange(DialogFields& dialog, const EigenvalueRange& range) {
     dialog.integers[9] = range.count();
 }
 
+void requireApproach(const Run& run, const SymmetricSeparator& separator) {
+    if (run.options.approach == Approach::kDeflation || separator.facts()) return;
+    throw Failure(ExitStatus::kInput,
+                  run.library->file().string() + " does not let znica find the components; use --approach deflation.");
+}
+
 } // namespace
 
 void separate(Run& run) {
@@ -48,8 +55,13 @@ void separate(Run& run) {
     setEigenvalueRange(run.session.dialog, run.eigenvalues);
     run.seed = control.seed.value_or(freshSeed());
     beginRandomNumbers(run.seed);
+    SymmetricSeparator separator(run.products->team(), *run.log, run.progress, run.options.starts, run.seed);
+    if (run.options.approach == Approach::kSymmetric) run.session.separator = &separator;
     const Stopwatch running;
     runPlugin(*run.library, run.session, *run.log, (*run.files)[ResultFile::kPluginFolder]);
+    run.session.separator = nullptr;
+    requireApproach(run, separator);
+    run.symmetric = separator.facts();
     run.seconds.plugin = running.seconds() - run.seconds.writing;
     requireCompletePluginFiles(run);
 }

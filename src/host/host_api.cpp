@@ -8,6 +8,7 @@ namespace {
 
 HostApi boundApi;
 HostMatrixProducts boundProducts;
+HostSeparation boundSeparation;
 
 template <class Function> Function lookUp(const HostModule& module, const char* name) {
     return reinterpret_cast<Function>(module.function(name));
@@ -21,6 +22,10 @@ const HostApi& host() {
 
 const HostMatrixProducts& products() {
     return boundProducts;
+}
+
+const HostSeparation& hostSeparation() {
+    return boundSeparation;
 }
 
 bool isHostBound() {
@@ -49,6 +54,16 @@ bool bindHostMatrixProducts() {
 #include "host/host_matrix_products.def"
 #undef ZN
     return true;
+}
+
+void bindHostSeparation() {
+    boundSeparation = HostSeparation{};
+    const auto module = HostModule::find();
+    if (!module) return;
+
+#define ZN(result, name, parameters) boundSeparation.name = lookUp<result(*) parameters>(*module, #name);
+#include "host/host_separation.def"
+#undef ZN
 }
 
 } // namespace zn

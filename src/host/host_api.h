@@ -24,10 +24,17 @@ struct HostMatrixProducts {
 #undef ZN
 };
 
-/// The process-wide tables: filled by bindHostApi and bindHostMatrixProducts on the host's thread before any use,
-/// read-only afterwards.
+/// What a host may offer in addition; null: it does not. See host_separation.def.
+struct HostSeparation {
+#define ZN(result, name, parameters) result(*name) parameters = nullptr;
+#include "host/host_separation.def"
+#undef ZN
+};
+
+/// The process-wide tables: filled by the functions below on the host's thread before any use, read-only afterwards.
 const HostApi& host();
 const HostMatrixProducts& products();
+const HostSeparation& hostSeparation();
 
 /// Whether both tables are filled. Without them there is nothing that a run could call.
 bool isHostBound();
@@ -38,5 +45,8 @@ bool bindHostApi();
 
 /// Looks up the four products. False when no host module is loaded, and at the first missing product.
 bool bindHostMatrixProducts();
+
+/// Looks up the optional function, after everything else. It stays null when the host lacks it.
+void bindHostSeparation();
 
 } // namespace zn

@@ -85,20 +85,12 @@ int attempt(Search& search) {
     return kNotConverged;
 }
 
-// Component c (from 0) has converged: its vector into B, its column of M and its row of Q.
-void keep(Search& search, int c, const Whitening& whitened, int volumes, Separation& separation) {
+// The current vector has converged.
+void keep(Search& search, const Whitening& whitened, int volumes, Separation& separation) {
     const int n = search.data.dimension;
     const double* w = search.w.get();
-    for (int k = 0; k < n; ++k) search.b.row(k)[c] = w[k];
-    double* separating = separation.separating.row(c);
-    for (int t = 0; t < volumes; ++t) {
-        const double* dewhitening = whitened.dewhitening.row(t);
-        for (int k = 0; k < n; ++k) separation.mixing.row(t)[c] += dewhitening[k] * w[k];
-    }
-    for (int k = 0; k < n; ++k) {
-        const double* whitening = whitened.whitening.row(k);
-        for (int t = 0; t < volumes; ++t) separating[t] += w[k] * whitening[t];
-    }
+    for (int k = 0; k < n; ++k) search.b.row(k)[separation.found] = w[k];
+    addComponent(w, n, whitened, volumes, separation);
 }
 
 } // namespace
@@ -106,7 +98,7 @@ void keep(Search& search, int c, const Whitening& whitened, int volumes, Separat
 Separation separate(const Whitening& whitened, int voxels, int volumes, const FastIcaSettings& settings) {
     host().znLogText("// Plugin>  Running FastICA computation (deflation approach)...");
     const int n = settings.components;
-    Separation separation{ZeroedBlock(volumes, n), ZeroedBlock(n, volumes)};
+    Separation separation = emptySeparation(volumes, n);
     Search search(WhitenedData{whitened.data.get(), n, voxels}, settings);
 
     std::srand(static_cast<unsigned>(std::time(nullptr)));
@@ -115,10 +107,9 @@ Separation separate(const Whitening& whitened, int voxels, int volumes, const Fa
         const ElapsedTime time;
         const int iterations = attempt(search);
         if (iterations != kNotConverged) {
-            keep(search, number - 1, whitened, volumes, separation);
-            logLine("// Plugin>  IC #: %i  Number of Iterations: %i (elapsed time: %i secs) ", number, iterations,
+            keep(search, whitened, volumes, separation);
+            logLine("// Plugin>  IC #: %i  Number of Iterations: %i (elapsed time: %i secs) ", number++, iterations,
                     time.seconds());
-            separation.found = number++;
         } else if (++failures > kMostFailures) {
             host().znLogText("// Plugin>  Too many failures to converge....giving up!");
             break;

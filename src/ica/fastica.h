@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ica/nonlinearity.h"
+#include "ica/contrast/nonlinearity.h"
+#include "ica/separation.h"
 #include "ica/whitening.h"
-#include "numeric/array_owners.h"
 
 namespace zn {
 
@@ -12,13 +12,6 @@ struct FastIcaSettings {
     float epsilon;      ///< an iteration has converged when the unit vector moves less than this
     int iterationLimit; ///< an attempt at one component is given up after this many iterations
     int components;     ///< number to search for; the reduced dimension n
-};
-
-/// Unmixing of the components found, carried back into volume space. T volumes, n the reduced dimension.
-struct Separation {
-    ZeroedBlock mixing;     ///< M, T x n: column c is DW w of component c
-    ZeroedBlock separating; ///< Q, n x T: row c is wt Wh of component c
-    int found = 0;          ///< K, components that converged; columns and rows from K on stay 0
 };
 
 /// Finds the components one after another (deflation), each orthogonal to those before.

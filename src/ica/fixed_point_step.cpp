@@ -1,7 +1,7 @@
 #include "ica/fixed_point_step.h"
 
 #include "host/host_api.h"
-#include "ica/contrast.h"
+#include "ica/contrast/contrast.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ica/nonlinearity.h"
+#include "ica/contrast/nonlinearity.h"
 
 namespace zn {
 

@@ -20,6 +20,7 @@ bool bindAndAnnounce() {
         host().znMessageBox("Can not execute this plugin - no access to MKL provided.");
         return false;
     }
+    bindHostSeparation();
     host().znShowLogTab();
     host().znLogText(" ");
     host().znLogText("// Plugin>  Running ICA Plugin...");

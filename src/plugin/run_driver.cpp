@@ -1,6 +1,7 @@
 #include "plugin/run_driver.h"
 
 #include "host/host_api.h"
+#include "ica/separate_in_host.h"
 #include "numeric/nrerror.h"
 #include "output/file_beside_vtc.h"
 #include "output/rtc_file.h"
@@ -13,6 +14,7 @@
 
 #include <exception>
 #include <new>
+#include <utility>
 
 using namespace zn;
 
@@ -49,7 +51,10 @@ void reduceAndWhiten(Run& run) {
 // The dialog can switch the FastICA stage off; then there are no components.
 MaybeStop findComponents(Run& run) {
     if (run.parameters.runFastIca) {
-        run.separation = separate(run.whitened, run.vtc.voxels, run.vtc.volumes(), run.parameters.fastIca);
+        const FastIcaSettings& settings = run.parameters.fastIca;
+        auto byHost = separateInHost(run.whitened, run.vtc.voxels, run.vtc.volumes(), settings);
+        run.separation =
+            byHost ? std::move(*byHost) : separate(run.whitened, run.vtc.voxels, run.vtc.volumes(), settings);
     }
     run.whitened = Whitening{};
     if (run.separation.found > 0) return std::nullopt;

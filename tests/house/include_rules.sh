@@ -24,14 +24,18 @@ present=$(find src headless -name '*.h' | sed -E 's,/[^/]+$,,; s,^(src/plugin)/.
 but the folders are:
 $present"
 
-# The headless host shares the record layouts and the two lists of functions with the plug-in, nothing else.
-records='host/(vtc_header|nrvmp_records|voi_records|host_text)\.h|host/host_(functions|matrix_products)\.def'
+# The headless host shares the record layouts and the lists of functions with the plug-in. A folder of the plug-in that
+# its row names as `src/...` is shared as well, nothing else.
+records='host/(vtc_header|nrvmp_records|voi_records|host_text)\.h|host/host_(functions|matrix_products|separation)\.def'
 
 while read -r folder allowed; do
     case $folder in
     src/*) prefix='' others='^$' ;;
     *) prefix='headless/' others="^($records)$" ;;
     esac
+    for name in $allowed; do
+        case $name in src/*) others="$others|^${name#src/}/" ;; esac
+    done
     pattern=$(printf '%s' "${folder#*/} $allowed" | sed 's/ *$//; s/  */|/g')
     found=$(find "$folder" -maxdepth 1 -name '*.h' -o -maxdepth 1 -name '*.cpp' | sort |
         xargs grep -HoE '#include "[^"]+"' | sed -E 's/:#include "([^"]+)"/ \1/' |

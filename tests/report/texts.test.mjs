@@ -131,6 +131,20 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.doesNotMatch(await methods({ facts: share }), /the mean image\)/);
     });
 
+    test('which approach found the components', async () => {
+        assert.match(await methods({}), /in its deflation form/);
+        const Starts = [1, 2, 3].map((n) => ({ Iterations: 20 + n, Converged: true, Negentropy: n, Agreement: 0.9 }));
+        const SymmetricEstimate = { StartVoxels: 1, Starts, ChosenStart: 3, Iterations: 15, Negentropy: 2 };
+        const text = await methods({ facts: { SymmetricEstimate } });
+        assert.match(text, /estimated together by the fixed-point algorithm FastICA with symmetric decorrelation/);
+        assert.match(text, /Of 3 random starts on 1 voxel chosen at random, the one with the largest negentropy/);
+        assert.match(text, /finished on all voxels in 15 iterations/);
+        assert.match(text, /descending order of explained variance/);
+        assert.match(text, /the third moment of its map is positive/);
+        assert.doesNotMatch(text, /deflation|restarts|arbitrary/);
+        assert.match(await references({ facts: { SymmetricEstimate } }), /Walker, H\. F\./);
+    });
+
     test('what share of the variance is the mean image', async () => {
         const facts = { Eigenvalues: [80, 10, 6, 4], RetainedVariancePercent: 96 };
         assert.match(

@@ -22,6 +22,8 @@ export interface Decomposition {
         ComponentsAsked?: number | string; // a number, "auto" or "max"
         FirstEigenvalue: number;
         LastEigenvalue: number;
+        Approach?: string; // "deflation" or "symmetric"; absent: deflation
+        Starts?: number | null; // of the symmetric approach
         Nonlinearity: string;
         Epsilon: number;
         MaxIterations: number;
@@ -36,6 +38,7 @@ export interface Decomposition {
     };
     Seed?: number | null;
     ComponentEstimate?: { MDL: number; Laplace: number; OptimalThreshold: number; EffectiveSamples: number } | null;
+    SymmetricEstimate?: SymmetricFacts;
     ComponentsFound: number;
     RetainedVariancePercent: number | null;
     RetainedVarianceOverTimePercent?: number | null; // without the mean image
@@ -57,6 +60,15 @@ export interface Preparation {
     HighPassSeconds: number;
     CosinesRemoved: number;
     Scaling: string; // "none", "percent" or "sd"
+}
+
+/** How the symmetric approach went: the starts, and the chosen one on all voxels. */
+export interface SymmetricFacts {
+    StartVoxels: number;
+    Starts: { Iterations: number; Converged: boolean; Negentropy: number; Agreement: number }[];
+    ChosenStart: number; // from 1
+    Iterations: number;
+    Negentropy: number;
 }
 
 export interface ComponentFacts {

@@ -1,6 +1,6 @@
 import { edges } from '../data/affine';
 import { bandsFor } from '../data/bands';
-import { lacksMeanImage, meanImageShare } from '../data/decomposition';
+import { lacksMeanImage, meanImageShare, type SymmetricFacts } from '../data/decomposition';
 import type { Run } from '../data/run';
 import { plural, short } from '../numbers';
 import { seedOf } from './summary';
@@ -22,7 +22,7 @@ export function methodsText(run: Run): string {
         reduction(run),
         extraction(run),
         ...repeats(run),
-        maps(),
+        maps(run),
         fingerprint(run),
         bandPowers(run),
         ...measures(run),
@@ -113,12 +113,39 @@ function extraction(run: Run): string {
         facts: { Settings: settings },
     } = run;
     const seed = seedOf(run);
+    if (facts.SymmetricEstimate) return symmetricEstimate(run, facts.SymmetricEstimate);
     return (
         'Components were extracted one after another by the fixed-point algorithm FastICA in its deflation form '
         + `(Hyv\u00e4rinen, 1999) with ${NONLINEARITY[settings.Nonlinearity] ?? settings.Nonlinearity}, a convergence `
         + `limit of ${short(settings.Epsilon)}, at most ${plural(settings.MaxIterations, 'iteration')} per component `
         + `and at most five restarts in the whole run${seed === null ? '' : ` (random seed ${seed})`}; `
         + `${facts.ComponentsFound} of ${plural(settings.Components, 'component')} converged.`
+    );
+}
+
+function symmetricEstimate(run: Run, estimate: SymmetricFacts): string {
+    const {
+        facts,
+        facts: { Settings: settings },
+    } = run;
+    const seed = seedOf(run);
+    const many = estimate.Starts.length;
+    const part =
+        estimate.StartVoxels < facts.Input.VoxelsAnalysed
+            ? ` on ${plural(estimate.StartVoxels, 'voxel')} chosen at random`
+            : '';
+    const chosen =
+        many === 1
+            ? `One random start was followed${part} and finished`
+            : `Of ${many} random starts${part}, the one with the largest negentropy that converged was finished`;
+    return (
+        'All components were estimated together by the fixed-point algorithm FastICA with symmetric decorrelation '
+        + `(Hyv\u00e4rinen, 1999) with ${NONLINEARITY[settings.Nonlinearity] ?? settings.Nonlinearity}, a convergence `
+        + `limit of ${short(settings.Epsilon)} for every component, and at most `
+        + `${plural(settings.MaxIterations, 'iteration')}${seed === null ? '' : ` (random seed ${seed})`}. `
+        + `${chosen} on all voxels in ${plural(estimate.Iterations, 'iteration')}, sped up by Anderson mixing (Walker `
+        + `& Ni, 2011); ${facts.ComponentsFound} of ${plural(settings.Components, 'component')} converged. They are in `
+        + 'descending order of explained variance.'
     );
 }
 
@@ -132,10 +159,13 @@ function repeats({ facts: { Repeats: repeated } }: Run): string[] {
           ];
 }
 
-function maps(): string {
+function maps({ facts }: Run): string {
+    const sign = facts.SymmetricEstimate
+        ? 'The sign of a component was chosen such that the third moment of its map is positive'
+        : 'The sign of a component is arbitrary';
     return (
         'Maps are the projections of the centred data onto the separating vectors, with unit variance over the voxels, '
-        + 'and are shown as z without further scaling. The sign of a component is arbitrary: only the product of its '
+        + `and are shown as z without further scaling. ${sign}: only the product of its `
         + 'map and its time course is meaningful.'
     );
 }

@@ -23,7 +23,7 @@ export interface Selection {
 /** The options of the list of sort keys; those that no component has a value for are left out. */
 export function sortOptions(components: Component[]): { value: string; title: string }[] {
     return [
-        { value: 'order', title: 'Order of extraction' },
+        { value: 'order', title: 'Component number' },
         ...(components.some(({ measures }) => !Number.isNaN(measures.explainedPercent))
             ? [{ value: 'explained', title: 'Explained variance' }]
             : []),

@@ -13,6 +13,9 @@ const SPATIAL_ICA =
 const MDL =
     'Wax, M., & Kailath, T. (1985). Detection of signals by information theoretic criteria. IEEE Transactions on '
     + 'Acoustics, Speech, and Signal Processing, 33(2), 387\u2013392.';
+const ANDERSON =
+    'Walker, H. F., & Ni, P. (2011). Anderson acceleration for fixed-point iterations. SIAM Journal on Numerical '
+    + 'Analysis, 49(4), 1715\u20131735.';
 const WELCH =
     'Welch, P. D. (1967). The use of fast Fourier transform for the estimation of power spectra: a method based on '
     + 'time averaging over short, modified periodograms. IEEE Transactions on Audio and Electroacoustics, '
@@ -20,5 +23,12 @@ const WELCH =
 
 /** The references of this run's methods paragraph, by author. */
 export function referencesOf({ facts }: Run): string[] {
-    return [...(facts.Repeats ? [ICASSO] : []), FASTICA, SPATIAL_ICA, ...(facts.ComponentEstimate ? [MDL] : []), WELCH];
+    return [
+        ...(facts.Repeats ? [ICASSO] : []),
+        FASTICA,
+        SPATIAL_ICA,
+        ...(facts.SymmetricEstimate ? [ANDERSON] : []),
+        ...(facts.ComponentEstimate ? [MDL] : []),
+        WELCH,
+    ];
 }

@@ -2,8 +2,8 @@
 
 #include "attack/fuzz/input.h"
 
-#include "headless/confounds/confound_table.h"
 #include "headless/confounds/confound_match.h"
+#include "headless/confounds/confound_table.h"
 
 #include <array>
 #include <cmath>

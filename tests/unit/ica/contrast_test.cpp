@@ -1,6 +1,6 @@
-#include "ica/contrast.h"
+#include "ica/contrast/contrast.h"
 
-#include "ica/contrast_kernels.h"
+#include "ica/contrast/contrast_kernels.h"
 
 #include "unit/ica/kernel_forms.h"
 
@@ -78,6 +78,18 @@ TEST(ContrastFunctions, OfExpAreWithinTwoUlpsOfTheLibrary) {
     for (double range : {1.0, 50.0, 746.0}) EXPECT_LE(largestDistance(expInPlace, library, range), 2) << range;
 }
 
+TEST(ContrastFunctions, OfLogCoshAreWithinRounding) {
+    std::vector<double> x = {0.0, -0.0, 1e-300, 0.1, -0.5, 1.0, -3.0, 19.0, -700.0, 1e300};
+    for (int i = -4000; i < 4000; ++i) x.push_back(i * 0.003);
+    std::vector<double> y = x;
+    logCoshInPlace(y.data(), static_cast<int>(y.size()));
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        const double magnitude = std::fabs(x[i]);
+        const double expected = magnitude + std::log1p(std::exp(-2.0 * magnitude)) - std::log(2.0);
+        EXPECT_NEAR(y[i], expected, 4e-16 * (1.0 + magnitude)) << x[i];
+    }
+}
+
 TEST(ContrastFunctions, KeepTheSignOfZero) {
     double x[2] = {0.0, -0.0};
     tanhInPlace(x, 2);
@@ -131,6 +143,27 @@ Sums plainSumsOf(Nonlinearity nonlinearity, const std::vector<double>& z, int di
         for (std::size_t v = 0; v < y.size(); ++v) result.sums[k] += z[k * y.size() + v] * result.g[v];
     }
     return result;
+}
+
+TEST(ApplyContrast, EqualsThePlainFormUpToRounding) {
+    for (Nonlinearity nonlinearity : {Nonlinearity::tanh, Nonlinearity::gaussian, Nonlinearity::cube}) {
+        for (std::size_t voxels : {1U, 8U, 13U, 512U}) {
+            std::vector<double> y = randomNumbers(voxels, 1);
+            double expectedSlope = 0.0;
+            std::vector<double> expected = plainSumsOf(nonlinearity, {}, 0, y).g;
+            if (nonlinearity == Nonlinearity::cube) {
+                for (std::size_t v = 0; v < voxels; ++v) {
+                    expected[v] = y[v] * y[v] * y[v];
+                    expectedSlope += 3 * y[v] * y[v];
+                }
+            } else {
+                expectedSlope = plainSumsOf(nonlinearity, {}, 0, y).slope;
+            }
+            const double slope = applyContrast(nonlinearity, y.data(), static_cast<int>(voxels));
+            EXPECT_NEAR(slope, expectedSlope, 1e-12 * static_cast<double>(voxels));
+            for (std::size_t v = 0; v < voxels; ++v) EXPECT_NEAR(y[v], expected[v], 1e-14);
+        }
+    }
 }
 
 TEST(SumContrast, EqualsThePlainFormUpToRounding) {

@@ -1,4 +1,4 @@
-#include "ica/contrast_kernels.h"
+#include "ica/contrast/contrast_kernels.h"
 
 #include "numeric/lanes.h"
 
@@ -92,6 +92,21 @@ constexpr int kTerms = sizeof kSeries / sizeof kSeries[0];
     return withSignOf(select(nearZero, r, broadcast(1.0)) - top / bottom, x);
 }
 
+constexpr double kLn2 = 0x1.62e42fefa39efp-1;
+
+// ln cosh y = |y| - ln 2 + ln(1 + e), e = exp(-2 |y|), where ln(1 + e) = 2 artanh(s), s = e / (2 + e): with s at most
+// 1/3, sixteen terms of s + s^3 / 3 + s^5 / 5 + ... leave less than 1e-17.
+[[gnu::always_inline]] inline Lanes logCosh(Lanes y) {
+    constexpr int kArtanhTerms = 16;
+    const Lanes magnitude = absolute(y);
+    const Lanes e = exponential(magnitude * -2.0);
+    const Lanes s = e / (2.0 + e);
+    const Lanes square = s * s;
+    Lanes series = broadcast(1.0 / (2 * kArtanhTerms - 1));
+    for (int i = kArtanhTerms - 2; i >= 0; --i) series = series * square + 1.0 / (2 * i + 1);
+    return magnitude + (2.0 * s * series - kLn2);
+}
+
 struct Contrast {
     Lanes g;
     Lanes slope;
@@ -106,6 +121,11 @@ struct Contrast {
     const Lanes square = y * y;
     const Lanes bell = exponential(square * -0.5);
     return {y * bell, (1.0 - square) * bell};
+}
+
+[[gnu::always_inline]] inline Contrast cubeContrast(Lanes y) {
+    const Lanes square = y * y;
+    return {square * y, 3.0 * square};
 }
 
 constexpr int kParts = kPartialSums / kLanes;
@@ -158,6 +178,14 @@ template <int lanes> void gaussianKernel(double* y, int count, double* slopes) {
     apply<gaussianContrast>(y, count, slopes);
 }
 
+template <int lanes> void cubeKernel(double* y, int count, double* slopes) {
+    apply<cubeContrast>(y, count, slopes);
+}
+
+template <int lanes> void logCoshKernel(double* y, int count) {
+    applyOnly<logCosh>(y, count);
+}
+
 template <int lanes> void productKernel(const double* z, const double* next, const double* g, int count, double* sums) {
     Lanes partial[kParts];
     for (int i = 0; i < kParts; ++i) partial[i] = load(group(sums, i));
@@ -180,6 +208,8 @@ template <int lanes> void expOnlyKernel(double* x, int count) {
 
 template void tanhKernel<kLanes>(double*, int, double*);
 template void gaussianKernel<kLanes>(double*, int, double*);
+template void cubeKernel<kLanes>(double*, int, double*);
+template void logCoshKernel<kLanes>(double*, int);
 template void productKernel<kLanes>(const double*, const double*, const double*, int, double*);
 template void tanhOnlyKernel<kLanes>(double*, int);
 template void expOnlyKernel<kLanes>(double*, int);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ica/nonlinearity.h"
+#include "ica/contrast/nonlinearity.h"
 
 namespace zn {
 
@@ -8,6 +8,13 @@ namespace zn {
 /// with the same bits on every machine.
 void tanhInPlace(double* x, int count);
 void expInPlace(double* x, int count);
+
+/// ln cosh element by element, in place, within 2e-16 (1 + |x|) and with the same bits on every machine.
+void logCoshInPlace(double* x, int count);
+
+/// Replaces the projections y [0..count-1] by g(y) and returns the sum of g'(y): in eight partial sums, which are added
+/// in a fixed order. The derivative of the cube, 3 y^2, is not replaced by its expectation.
+double applyContrast(Nonlinearity nonlinearity, double* y, int count);
 
 /// The expectations of one fixed-point update, as sums over the voxels: sums[k] of z[k][v] g(y[v]) and slope of
 /// g'(y[v]).

@@ -1,6 +1,6 @@
-#include "ica/contrast.h"
+#include "ica/contrast/contrast.h"
 
-#include "ica/contrast_kernels.h"
+#include "ica/contrast/contrast_kernels.h"
 #include "numeric/array_owners.h"
 #include "numeric/instruction_set.h"
 
@@ -29,6 +29,22 @@ void tanhInPlace(double* x, int count) {
 void expInPlace(double* x, int count) {
     static const auto kernel = ZN_PICK_KERNEL(expOnlyKernel);
     kernel(x, count);
+}
+
+void logCoshInPlace(double* x, int count) {
+    static const auto kernel = ZN_PICK_KERNEL(logCoshKernel);
+    kernel(x, count);
+}
+
+double applyContrast(Nonlinearity nonlinearity, double* y, int count) {
+    static const auto tanh = ZN_PICK_KERNEL(tanhKernel);
+    static const auto gaussian = ZN_PICK_KERNEL(gaussianKernel);
+    static const auto cube = ZN_PICK_KERNEL(cubeKernel);
+    double slopes[kPartialSums] = {};
+    (nonlinearity == Nonlinearity::tanh       ? tanh
+     : nonlinearity == Nonlinearity::gaussian ? gaussian
+                                              : cube)(y, count, slopes);
+    return addUp(slopes);
 }
 
 void sumContrast(Nonlinearity nonlinearity, const double* z, int dimension, int voxels, double* y, double* sums,
