@@ -1,4 +1,4 @@
-# zn_add_test(name SOURCES file... USES library...)
+# zn_add_test(name SOURCES file... USES library... [LABELS label...])
 #
 # One GoogleTest program, compiled with the warnings of our own code. CTest lists each of its tests; a program for
 # another platform is a single test, because starting it takes a second.
@@ -24,14 +24,15 @@ else()
 endif()
 
 function(zn_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;LABELS")
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${arg_USES} zn_warnings GTest::gmock GTest::gtest_main)
     target_precompile_headers(${name} REUSE_FROM test_headers)
     if(CMAKE_CROSSCOMPILING)
         add_test(NAME ${name} COMMAND ${name})
+        set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}")
     else()
-        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST)
+        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES LABELS "${arg_LABELS}")
     endif()
 endfunction()
