@@ -45,8 +45,14 @@ public:
     ///   exitStatus   the exit status that the process is about to return
     std::string end(const char* how, int exitStatus);
 
-    /// Whether a folder has been given its place.
-    bool isFinished() const;
+    /// The same for a process that is interrupted. Returns the whole sentence, which says whether there is a result.
+    ///
+    /// From here on every function of this object keeps other threads waiting for the end of the process: they would go
+    /// on in a folder that is gone, and end the process with another message and exit status.
+    std::string interrupt(int exitStatus);
+
+    /// Writes a result that is a single file. An interruption waits until `write` returns or throws.
+    void deliver(const std::function<void()>& write);
 
     /// A message with the hidden folder's name replaced by the wanted one: the hidden name means nothing to the user,
     /// who will not find that folder afterwards.
@@ -55,6 +61,8 @@ public:
 private:
     void makeParents(const std::filesystem::path& parent);
     void removeAll();
+    void discardNow();
+    std::string partialFiles(const char* how, int exitStatus) const;
 
     mutable std::mutex guard_;
     std::filesystem::path hidden_; // empty: nothing unfinished
