@@ -30,13 +30,13 @@ void requireOutside(const std::filesystem::path& folder, const std::filesystem::
     }
 }
 
-ExitStatus compare(const Options& options) {
+ExitStatus compare(const Options& options, UnfinishedWork& unfinished) {
     if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) {
         throw Failure(ExitStatus::kOther, options.out.string() + " exists; name another file, or use --force.");
     }
     for (const std::filesystem::path& folder : {options.a, options.b}) requireOutside(folder, options.out);
     const std::string table = pairTable(pairComponents(options.a, options.b));
-    if (!options.out.empty()) replaceTextFile(options.out, table);
+    if (!options.out.empty()) unfinished.deliver([&] { replaceTextFile(options.out, table); });
     std::fputs(table.c_str(), stdout);
     requirePrinted();
     return ExitStatus::kDone;
@@ -54,7 +54,9 @@ void addCompareCommand(CLI::App& app, Action& action) {
     command->add_flag("--force", options->force, "replace the file if it exists");
     command->footer("Example:\n  znica run bold.nii.gz --out a --seed 1\n  znica run bold.nii.gz --out b --seed 2\n"
                     "  znica compare a b\n");
-    command->callback([options, &action] { action = [options](UnfinishedWork&) { return compare(*options); }; });
+    command->callback([options, &action] {
+        action = [options](UnfinishedWork& unfinished) { return compare(*options, unfinished); };
+    });
 }
 
 } // namespace zn::headless
