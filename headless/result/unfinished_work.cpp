@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <exception>
 #include <fstream>
 #include <system_error>
 
@@ -58,9 +59,13 @@ void UnfinishedWork::deliver(const std::function<void()>& write) {
     finished_ = true;
 }
 
-void UnfinishedWork::discard() {
+void UnfinishedWork::discard() noexcept {
     const std::scoped_lock lock(guard_);
-    discardNow();
+    try {
+        discardNow();
+    } catch (const std::exception&) {
+        hidden_.clear(); // removing needs memory, too
+    }
 }
 
 void UnfinishedWork::discardNow() {

@@ -16,7 +16,10 @@ namespace zn::headless {
 class UnfinishedWork {
 public:
     UnfinishedWork() = default;
-    ~UnfinishedWork() { discard(); }
+    ~UnfinishedWork() {
+        discard();
+        guard_.lock(); // for good: a signal from here on finds nothing to do, and the process ends as it was about to
+    }
     UnfinishedWork(const UnfinishedWork&) = delete;
     UnfinishedWork& operator=(const UnfinishedWork&) = delete;
 
@@ -33,7 +36,8 @@ public:
     void finish(const std::function<void()>& handOver);
 
     /// Removes the hidden folder and the parent folders created for it, or leaves them if they are to be kept.
-    void discard();
+    /// What cannot be removed stays; the next run removes it.
+    void discard() noexcept;
 
     /// From now on discard() leaves the folder, under the name "WANTED.partial".
     void keep();
