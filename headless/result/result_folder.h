@@ -34,6 +34,7 @@ public:
 
 private:
     void takeName();
+    void settle() noexcept;
     void exchange();
     std::string whyNotReplaced(const std::filesystem::path& earlier) const;
     void moveOut();
