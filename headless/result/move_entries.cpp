@@ -1,5 +1,8 @@
 #include "headless/result/move_entries.h"
 
+#include "headless/text/take_free_name.h"
+
+#include <exception>
 #include <system_error>
 #include <vector>
 
@@ -14,8 +17,11 @@ void moveEntries(const fs::path& from, const fs::path& to, const fs::path& excep
     }
     std::size_t moved = 0;
     try {
-        for (; moved < names.size(); ++moved) fs::rename(from / names[moved], to / names[moved]);
-    } catch (const fs::filesystem_error&) {
+        for (; moved < names.size(); ++moved) {
+            const std::error_code error = takeFreeName(from / names[moved], to / names[moved]);
+            if (error) throw fs::filesystem_error("rename", from / names[moved], to / names[moved], error);
+        }
+    } catch (const std::exception&) {
         std::error_code ignored; // the first error is the one to report
         while (moved > 0) {
             --moved;
