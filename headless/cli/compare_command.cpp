@@ -30,13 +30,20 @@ void requireOutside(const std::filesystem::path& folder, const std::filesystem::
     }
 }
 
+[[noreturn]] void refuseExisting(const std::filesystem::path& out) {
+    throw Failure(ExitStatus::kOther, out.string() + " exists; name another file, or use --force.");
+}
+
+void write(const Options& options, const std::string& table) {
+    if (options.force) return replaceTextFile(options.out, table);
+    if (!createTextFile(options.out, table)) refuseExisting(options.out); // it has appeared in the meantime
+}
+
 ExitStatus compare(const Options& options, UnfinishedWork& unfinished) {
-    if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) {
-        throw Failure(ExitStatus::kOther, options.out.string() + " exists; name another file, or use --force.");
-    }
+    if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) refuseExisting(options.out);
     for (const std::filesystem::path& folder : {options.a, options.b}) requireOutside(folder, options.out);
     const std::string table = pairTable(pairComponents(options.a, options.b));
-    if (!options.out.empty()) unfinished.deliver([&] { replaceTextFile(options.out, table); });
+    if (!options.out.empty()) unfinished.deliver([&] { write(options, table); });
     std::fputs(table.c_str(), stdout);
     requirePrinted();
     return ExitStatus::kDone;
