@@ -81,9 +81,11 @@ Json repeatsOf(const RepeatFacts& repeats) {
 // followed by the eigenvectors. Empty when the plug-in left no such file.
 std::vector<double> eigenvaluesOf(const Run& run) {
     std::vector<double> values(static_cast<std::size_t>(run.volumes));
-    std::ifstream stream(pluginFile(run, ResultFile::kPluginEigenvalues), std::ios::binary);
+    const std::filesystem::path file = pluginFile(run, ResultFile::kPluginEigenvalues);
+    if (!std::filesystem::exists(file)) return {};
+    std::ifstream stream(file, std::ios::binary);
     stream.read(reinterpret_cast<char*>(values.data()), static_cast<std::streamsize>(sizeof(double) * values.size()));
-    if (!stream) values.clear();
+    if (!stream) throw Failure(ExitStatus::kOther, file.string() + " cannot be read back; check its disk.");
     return values;
 }
 
