@@ -85,6 +85,7 @@ void repeatSeparation(Run& run) {
         log.logLine("znica: run " + std::to_string(number + 1) + of + ", seed " + std::to_string(facts.seeds.back()));
         beginRandomNumbers(facts.seeds.back());
         runAgain(run, log);
+        log.requireWritten();
         facts.found.push_back(static_cast<int>(session.maps.maps().size()));
         all.add(session.maps, number);
     }
