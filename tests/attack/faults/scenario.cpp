@@ -52,13 +52,24 @@ Ending Scenario::run(const Fault& fault) {
     return runDisturbed(resolved(plan_.arguments), stage(), fault);
 }
 
-std::uint64_t Scenario::numberOf(Call call, const std::string& ending, int occurrence) {
+std::unique_ptr<DisturbedCommand> Scenario::start(const Fault& fault, const std::filesystem::path& pauseStem) {
+    restore(world_.path(), before_);
+    Stage paused = stage();
+    paused.pauseStem = pauseStem;
+    return std::make_unique<DisturbedCommand>(resolved(plan_.arguments), paused, fault);
+}
+
+std::string Scenario::log() {
     restore(world_.path(), before_);
     const TemporaryFolder logs;
     Stage logged = stage();
     logged.log = logs / "log";
     runDisturbed(resolved(plan_.arguments), logged, {});
-    std::istringstream lines(textOf(logs / "log"));
+    return textOf(logs / "log");
+}
+
+std::uint64_t Scenario::numberOf(Call call, const std::string& ending, int occurrence) {
+    std::istringstream lines(log());
     const std::string start = std::string(kCallNames[static_cast<std::size_t>(call)]) + "\t";
     std::uint64_t number = 0;
     for (std::string line; std::getline(lines, line);) {

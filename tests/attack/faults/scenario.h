@@ -4,6 +4,7 @@
 #include "attack/faults/snapshot.h"
 #include "files.h"
 
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -29,6 +30,10 @@ public:
 
     /// Runs the command from the state before it.
     Ending run(const Fault& fault);
+    /// Starts the command from the state before it; for pauses.
+    std::unique_ptr<DisturbedCommand> start(const Fault& fault, const std::filesystem::path& pauseStem);
+    /// The log of the calls of an undisturbed run.
+    std::string log();
     /// Which of an undisturbed run's calls is the first, or another, whose line in the log ends in `ending`. 0: none.
     std::uint64_t numberOf(Call call, const std::string& ending, int occurrence = 1);
     /// Runs the command once more on whatever the last one left, with --force if `force`.

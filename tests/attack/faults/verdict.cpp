@@ -11,7 +11,11 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-bool isOneSentence(const std::string& err) {
+// One line with a sentence, and before it perhaps the one about the page.
+bool isOneSentence(std::string err) {
+    const std::string page = "znica: no report.html was written: ";
+    const std::size_t first = err.find('\n');
+    if (err.starts_with(page) && first != std::string::npos && first + 1 < err.size()) err.erase(0, first + 1);
     return err.starts_with("znica: ") && std::count(err.begin(), err.end(), '\n') == 1 && err.ends_with(".\n");
 }
 
@@ -19,11 +23,34 @@ bool kills(const Fault& fault) {
     return fault.kind.starts_with("kill");
 }
 
+// Without memory, the C++ library ends the process where it lists a folder, even between two steps of an exchange: as
+// after a kill, the result is entire, or the next run makes it so.
+bool endsAnywhere(const Fault& fault) {
+    return fault.call == Call::kAllocate;
+}
+
 // A call that clearing up needs too.
 bool mayKeepFromRemoving(const Fault& fault) {
     return fault.kind == "fail" &&
            (fault.call == Call::kOpen || fault.call == Call::kClose || fault.call == Call::kRemove ||
             fault.call == Call::kList || fault.call == Call::kAllocate);
+}
+
+constexpr char kFinishedIn[] = "The finished result is in ";
+
+// Where a command says that it left its result, relative to the temporary folder; empty: it does not say.
+std::string placeOfFinished(const Scenario& scenario, const std::string& err) {
+    const std::size_t at = err.find(kFinishedIn + scenario.world().string() + "/");
+    if (at == std::string::npos) return "";
+    const std::size_t start = at + std::string(kFinishedIn).size() + scenario.world().string().size() + 1;
+    return err.substr(start, err.rfind('.') - start);
+}
+
+// Takes the entries below a path, and the path, out of a snapshot.
+Snapshot takenOut(Snapshot& world, const std::string& place) {
+    const Snapshot result = below(world, place);
+    std::erase_if(world, [&](const auto& entry) { return entry.first.starts_with(place + "/"); });
+    return result;
 }
 
 Snapshot leftoversIn(const Snapshot& world) {
@@ -64,7 +91,7 @@ Found foundIn(const Scenario& scenario, const Snapshot& place, const Snapshot& l
 }
 
 // What is wrong with the exit status and the message, given what was found.
-std::string untruth(const Ending& ending, Found found) {
+std::string untruth(const Ending& ending, Found found, bool mayFailAfterwards) {
     const bool isNew = found == Found::kNew || found == Found::kWithoutPage;
     if (ending.status == 0) {
         if (!isNew) return "status 0 without a new result";
@@ -74,14 +101,16 @@ std::string untruth(const Ending& ending, Found found) {
         return ending.err.empty() || isOneSentence(ending.err) ? "" : "not one sentence";
     }
     if (!isOneSentence(ending.err)) return "not one sentence";
-    if (isNew && !contains(ending.err, "the result had been written already")) return "a new result and a failure";
-    return "";
+    const bool saysSo = contains(ending.err, "the result had been written already");
+    return isNew && !saysSo && !mayFailAfterwards ? "a new result and a failure" : "";
 }
 
 } // namespace
 
 Verdict judge(const Scenario& scenario, const Fault& fault, const Ending& ending) {
-    const Snapshot world = scenario.now();
+    Snapshot world = scenario.now();
+    const std::string finished = placeOfFinished(scenario, ending.err);
+    const Snapshot finishedResult = finished.empty() ? Snapshot() : takenOut(world, finished);
     const Snapshot leftovers = leftoversIn(world);
     const Snapshot visible = without(world, leftovers);
     const Snapshot place = below(visible, scenario.plan().place);
@@ -104,13 +133,15 @@ Verdict judge(const Scenario& scenario, const Fault& fault, const Ending& ending
         if (ending.signal != SIGKILL) verdict.complaint = "not killed";
     } else if (ending.signal != 0 && ending.signal != fault.number) {
         verdict.complaint = "crashed with signal " + std::to_string(ending.signal);
-    } else if (verdict.found == Found::kMoving) {
+    } else if (verdict.found == Found::kMoving && !endsAnywhere(fault)) {
         verdict.complaint = "in pieces";
     } else if (ending.signal == 0) {
-        verdict.complaint = untruth(ending, verdict.found);
-        const bool said = contains(ending.err, "The finished result is in ");
-        if (verdict.complaint.empty() && verdict.leftovers && !said && !mayKeepFromRemoving(fault)) {
+        verdict.complaint = untruth(ending, verdict.found, endsAnywhere(fault));
+        if (verdict.complaint.empty() && verdict.leftovers && !mayKeepFromRemoving(fault)) {
             verdict.complaint = "leftovers";
+        }
+        if (!finished.empty() && withoutTimes(finishedResult) != scenario.wanted()) {
+            verdict.complaint = "an incomplete result called finished";
         }
     }
     return verdict;

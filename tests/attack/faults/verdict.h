@@ -11,7 +11,8 @@ enum class Found {
     kEarlier,     ///< what was there before, or nothing as before, byte for byte
     kNew,         ///< the complete new result
     kWithoutPage, ///< the complete new result but for its page
-    kMoving,      ///< the current folder of a killed command, which was filled entry by entry; nothing is lost
+    kMoving,      ///< the current folder of a killed command, which is filled entry by entry; nothing is lost, and the
+                  ///< next run completes or undoes it
     kNeither,     ///< a mixture, or something incomplete
 };
 
