@@ -4,17 +4,21 @@
 
 #include <exception>
 #include <system_error>
-#include <vector>
 
 namespace zn::headless {
 
 namespace fs = std::filesystem;
 
-void moveEntries(const fs::path& from, const fs::path& to, const fs::path& except) {
+std::vector<fs::path> moveEntries(const fs::path& from, const fs::path& to, const fs::path& except) {
     std::vector<fs::path> names; // listed first: iteration over a changing folder may repeat entries
     for (const auto& entry : fs::directory_iterator(from)) {
         if (entry.path() != except) names.push_back(entry.path().filename());
     }
+    moveNamed(names, from, to);
+    return names;
+}
+
+void moveNamed(const std::vector<fs::path>& names, const fs::path& from, const fs::path& to) {
     std::size_t moved = 0;
     try {
         for (; moved < names.size(); ++moved) {

@@ -113,8 +113,7 @@ void ResultFolder::moveOut() {
     const fs::path replacing = hidden_ / kReplacing;
     try {
         fs::create_directory(replacing);
-        moveEntries(wanted_, replacing, hidden_);
-        putInPlaceOf(replacing);
+        putInPlaceOf(moveEntries(wanted_, replacing, hidden_));
     } catch (const fs::filesystem_error& error) {
         fs::remove(replacing, ignored); // if it is empty
         fail(wanted_, "cannot be filled: " + error.code().message() + ".");
@@ -126,8 +125,9 @@ void ResultFolder::moveOut() {
 }
 
 // Of the earlier entries, which are in a subfolder now. Any failure moves them back.
-void ResultFolder::putInPlaceOf(const fs::path& replacing) {
+void ResultFolder::putInPlaceOf(const std::vector<fs::path>& earlier) {
     std::error_code ignored;
+    const fs::path replacing = hidden_ / kReplacing;
     const fs::path replaced = hidden_ / kReplaced;
     try {
         const std::string why = whyNotReplaced(replacing);
@@ -136,7 +136,7 @@ void ResultFolder::putInPlaceOf(const fs::path& replacing) {
         moveEntries(hidden_, wanted_, replaced);
     } catch (const std::exception&) {
         fs::rename(replaced, replacing, ignored);
-        moveEntries(replacing, wanted_);
+        moveNamed(earlier, replacing, wanted_);
         fs::remove(replacing, ignored);
         throw;
     }

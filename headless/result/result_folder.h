@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace zn::headless {
 
@@ -38,7 +39,7 @@ private:
     void exchange();
     std::string whyNotReplaced(const std::filesystem::path& earlier) const;
     void moveOut();
-    void putInPlaceOf(const std::filesystem::path& replacing);
+    void putInPlaceOf(const std::vector<std::filesystem::path>& earlier);
 
     UnfinishedWork& unfinished_;
     std::filesystem::path wanted_; // absolute

@@ -78,6 +78,17 @@ TEST_F(FailingCalls, WhileListingTheEarlierResultKeepIt) {
     EXPECT_GE(refused, 3);
 }
 
+// Putting the earlier entries back must not need what has run out.
+TEST_F(FailingCalls, WithoutDescriptorsDoNotLoseTheEarlierResult) {
+    Scenario scenario(planNamed("RunInPlaceOfTheCurrentFolder"));
+    const std::uint64_t opens = scenario.calls()[static_cast<std::size_t>(Call::kOpen)];
+    for (std::uint64_t at = 1; at <= opens; ++at) {
+        const Fault fault{Call::kOpen, at, "fail", EMFILE, true};
+        const Ending ending = scenario.run(fault);
+        EXPECT_EQ(judge(scenario, fault, ending).complaint, "") << at << ending.err;
+    }
+}
+
 TEST_F(FailingCalls, OfTheTemplateNameIt) {
     if (!REPORT_IS_BUILT) GTEST_SKIP() << "built without the report";
     Scenario scenario(planNamed("RunWithPage"));
