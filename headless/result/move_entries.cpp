@@ -2,7 +2,6 @@
 
 #include "headless/text/take_free_name.h"
 
-#include <exception>
 #include <system_error>
 
 namespace zn::headless {
@@ -26,12 +25,12 @@ void moveNamed(const std::vector<fs::path>& names, const fs::path& from, const f
             if (error) throw fs::filesystem_error("rename", from / names[moved], to / names[moved], error);
         }
     } catch (const std::exception&) {
-        std::error_code ignored; // the first error is the one to report
-        while (moved > 0) {
-            --moved;
-            fs::rename(to / names[moved], from / names[moved], ignored);
+        try {
+            for (; moved > 0; --moved) fs::rename(to / names[moved - 1], from / names[moved - 1]);
+        } catch (const std::exception&) {
+            throw HalfMoved();
         }
-        throw;
+        throw; // the first error is the one to report
     }
 }
 

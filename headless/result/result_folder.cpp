@@ -134,6 +134,8 @@ void ResultFolder::putInPlaceOf(const std::vector<fs::path>& earlier) {
         if (!why.empty()) fail(wanted_, why);
         fs::rename(replacing, replaced); // from here on a later run would complete the exchange, before it undo it
         moveEntries(hidden_, wanted_, replaced);
+    } catch (const HalfMoved&) { // new entries are among those of the folder: the next run adds the others
+        throw;
     } catch (const std::exception&) {
         fs::rename(replaced, replacing, ignored);
         moveNamed(earlier, replacing, wanted_);
