@@ -1,17 +1,27 @@
 #include "headless/nifti/volume_stream.h"
 
 #include "headless/failure/failure.h"
+#include "headless/nifti/quiet_library.h"
 #include "headless/nifti/voxel_values.h"
 
 #include <string>
 
 namespace zn::headless {
 
+namespace {
+
+znzFile openedQuietly(const char* file) {
+    const QuietLibrary quiet;
+    return znzopen(file, "rb", nifti_is_gzfile(file));
+}
+
+} // namespace
+
 VolumeStream::VolumeStream(const ImageHeader& header)
     : header_(header), bytesPerVolume_(header.voxels() * header.image->nbyper), file_(nullptr) {
     requireRealNumbers(header);
     const nifti_image& image = *header.image;
-    file_ = znzopen(image.iname, "rb", nifti_is_gzfile(image.iname));
+    file_ = openedQuietly(image.iname);
     if (znz_isnull(file_) || znzseek(file_, image.iname_offset, SEEK_SET) < 0) {
         if (!znz_isnull(file_)) znzclose(file_);
         throw Failure(ExitStatus::kInput, header.file.string() + " cannot be opened; check its permissions.");
