@@ -30,14 +30,21 @@ void requireOutside(const std::filesystem::path& folder, const std::filesystem::
     }
 }
 
-ExitStatus compare(const Options& options) {
-    if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) {
-        throw Failure(ExitStatus::kOther, options.out.string() + " exists; name another file, or use --force.");
-    }
+[[noreturn]] void refuseExisting(const std::filesystem::path& out) {
+    throw Failure(ExitStatus::kOther, out.string() + " exists; name another file, or use --force.");
+}
+
+void write(const Options& options, const std::string& table) {
+    if (options.force) return replaceTextFile(options.out, table);
+    if (!createTextFile(options.out, table)) refuseExisting(options.out); // it has appeared in the meantime
+}
+
+ExitStatus compare(const Options& options, UnfinishedWork& unfinished) {
+    if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) refuseExisting(options.out);
     for (const std::filesystem::path& folder : {options.a, options.b}) requireOutside(folder, options.out);
     const auto pairs = pairComponents(options.a, options.b);
     const std::string table = pairTable(pairs);
-    if (!options.out.empty()) replaceTextFile(options.out, table);
+    if (!options.out.empty()) unfinished.deliver([&] { write(options, table); });
     std::printf("%s%s\n", table.c_str(), pairSummary(pairs).c_str());
     requirePrinted();
     return ExitStatus::kDone;
@@ -55,7 +62,9 @@ void addCompareCommand(CLI::App& app, Action& action) {
     command->add_flag("--force", options->force, "replace the file if it exists");
     command->footer("Example:\n  znica run bold.nii.gz --out a --seed 1\n  znica run bold.nii.gz --out b --seed 2\n"
                     "  znica compare a b\n");
-    command->callback([options, &action] { action = [options](UnfinishedWork&) { return compare(*options); }; });
+    command->callback([options, &action] {
+        action = [options](UnfinishedWork& unfinished) { return compare(*options, unfinished); };
+    });
 }
 
 } // namespace zn::headless

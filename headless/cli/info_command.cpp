@@ -3,13 +3,12 @@
 #include "headless/cli/plain_text.h"
 #include "headless/cli/standard_output.h"
 #include "headless/run/plugin_library.h"
+#include "headless/text/input_file.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
@@ -38,8 +37,7 @@ bool isFunctionName(std::string_view text) {
 
 // A plug-in looks the functions up by name, so their names appear in its file as null-terminated strings.
 std::set<std::string> functionsNamedIn(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const std::string bytes = readWholeFile(file);
     std::set<std::string> names;
     for (std::size_t start = 0; start < bytes.size();) {
         const std::size_t end = std::min(bytes.find('\0', start), bytes.size());

@@ -9,6 +9,7 @@
 #include <system_error>
 #include <thread>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace zn::headless {
@@ -36,13 +37,18 @@ void handle(int signal) {
     sigaction(signal, &action, nullptr);
 }
 
-[[noreturn]] void watch(int pipe, UnfinishedWork& unfinished) {
+// Standard error itself leads nowhere while the image library is at work; see QuietLibrary.
+int lastingStandardError() {
+    const int copy = fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    return copy >= 0 ? copy : STDERR_FILENO;
+}
+
+[[noreturn]] void watch(int pipe, int standardError, UnfinishedWork& unfinished) {
     unsigned char signal = 0;
     while (read(pipe, &signal, 1) != 1) continue;
-    const std::string partial = unfinished.end("interrupted", 128 + signal);
-    if (isatty(STDERR_FILENO) != 0) std::fputc('\n', stderr); // below the progress bar
-    const char* state = unfinished.isFinished() ? "the result had been written already." : "no result was written.";
-    std::fprintf(stderr, "znica: interrupted; %s%s\n", state, partial.c_str());
+    const std::string text = unfinished.interrupt(128 + signal);
+    const char* start = isatty(standardError) != 0 ? "\n" : ""; // below the progress bar
+    dprintf(standardError, "%sznica: %s\n", start, text.c_str());
     std::_Exit(128 + signal);
 }
 
@@ -52,8 +58,11 @@ void watchInterrupts(UnfinishedWork& unfinished) {
     int ends[2];
     if (pipe(ends) != 0) return; // signals keep their usual effect
     toWatcher = ends[1];
+    const int standardError = lastingStandardError();
     try {
-        std::thread([reader = ends[0], &unfinished] { watch(reader, unfinished); }).detach();
+        std::thread([reader = ends[0], standardError, &unfinished] {
+            watch(reader, standardError, unfinished);
+        }).detach();
     } catch (const std::system_error&) {
         throw Failure(ExitStatus::kMemory, "no thread can be started; raise the limits on memory and processes "
                                            "(ulimit -v, ulimit -u).");

@@ -1,11 +1,14 @@
 #include "headless/cli/command_line.h"
 #include "headless/cli/interrupts.h"
 #include "headless/cli/standard_output.h"
+#include "headless/failure/as_failure.h"
 #include "headless/memory/available_memory.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <new>
 #include <string>
 #include <utility>
@@ -14,6 +17,8 @@ namespace {
 
 using zn::headless::ExitStatus;
 using zn::headless::UnfinishedWork;
+
+constexpr char kNoMemory[] = "znica: there is not enough memory for data of this size.\n";
 
 int complain(UnfinishedWork& unfinished, ExitStatus status, std::string text) {
     text = unfinished.asWanted(std::move(text));
@@ -31,26 +36,50 @@ int end(int status) {
     std::_Exit(status);
 }
 
-} // namespace
+std::atomic<bool> memoryRanOut = false;
 
-int main(int argc, char** argv) {
-    zn::headless::openStandardDescriptors();
-    static UnfinishedWork unfinished;
+[[noreturn]] void noteNoMemory() {
+    memoryRanOut = true;
+    throw std::bad_alloc();
+}
+
+// The destructors of the JSON library and the standard library's lists of folders may need memory where they must not
+// throw. What is left behind, the next run removes.
+[[noreturn]] void endWithoutMemory() {
+    if (!memoryRanOut) std::abort();
+    std::fputs(kNoMemory, stderr);
+    std::_Exit(static_cast<int>(ExitStatus::kMemory));
+}
+
+int run(int argc, char** argv, UnfinishedWork& unfinished) {
     zn::headless::CommandLine line;
     try {
         line.app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return end(line.app.exit(error)); // help and version
-        return end(complain(unfinished, ExitStatus::kUsage, line.complaint(error, argc, argv)));
+        if (error.get_exit_code() == 0) return line.app.exit(error); // help and version
+        return complain(unfinished, ExitStatus::kUsage, line.complaint(error, argc, argv));
     }
     try {
         zn::headless::watchInterrupts(unfinished);
-        return end(static_cast<int>(line.action(unfinished)));
-    } catch (const zn::headless::Failure& failure) {
-        return end(complain(unfinished, failure.status(), failure.what()));
-    } catch (const std::bad_alloc&) {
-        return end(complain(unfinished, ExitStatus::kMemory, "there is not enough memory for data of this size."));
+        return static_cast<int>(line.action(unfinished));
     } catch (const std::exception& error) {
-        return end(complain(unfinished, ExitStatus::kOther, error.what()));
+        const zn::headless::Failure failure = zn::headless::asFailure(error);
+        return complain(unfinished, failure.status(), failure.what());
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::set_new_handler(noteNoMemory);
+    std::set_terminate(endWithoutMemory);
+    zn::headless::openStandardDescriptors();
+    static UnfinishedWork unfinished;
+    try {
+        return end(run(argc, argv, unfinished));
+    } catch (const std::exception&) { // there is not even enough memory for a message that has to be put together
+        unfinished.discard();
+        std::fputs(kNoMemory, stderr);
+        return end(static_cast<int>(ExitStatus::kMemory));
     }
 }

@@ -15,9 +15,11 @@ void addReportCommand(CLI::App& app, Action& action) {
     report->add_option("DIR", *folder, "folder created by znica run")->required()->type_name("DIR");
     report->footer("Example:\n  znica report result\n");
     report->callback([folder, &action] {
-        action = [folder](UnfinishedWork&) {
-            writeReport(*folder);
-            std::printf("%s\n", (*folder / nameOf(ResultFile::kReport)).c_str());
+        action = [folder](UnfinishedWork& unfinished) {
+            const ResultFiles files = ResultFiles::in(*folder);
+            const ReportPage page = makeReport(files);
+            unfinished.deliver([&] { page.write(files[ResultFile::kReport]); });
+            std::printf("%s\n", files[ResultFile::kReport].c_str());
             return ExitStatus::kDone;
         };
     });

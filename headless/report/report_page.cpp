@@ -6,7 +6,7 @@
 #include "headless/text/text_file.h"
 
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <system_error>
 
 namespace zn::headless {
@@ -22,7 +22,11 @@ constexpr char kTemplateName[] = "report-template.html";
 
 ReportPage::ReportPage(const fs::path& templateFile) {
     std::ifstream stream(templateFile, std::ios::binary);
-    const std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    std::ostringstream read;
+    if (stream.is_open() && !(read << stream.rdbuf())) {
+        throw Failure(ExitStatus::kOther, templateFile.string() + " cannot be read; check its disk.");
+    }
+    const std::string text = read.str();
     const std::size_t place = text.rfind(kPlace);
     if (place == std::string::npos) {
         throw Failure(ExitStatus::kOther,

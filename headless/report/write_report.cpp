@@ -78,14 +78,13 @@ bool addMean(ReportPage& page, const ResultFiles& files, const ImageHeader& comp
 
 } // namespace
 
-void writeReport(const fs::path& folder, const fs::path& templateFile) {
+ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile) {
     const fs::path found = templateFile.empty() ? findReportTemplate() : templateFile;
     if (found.empty()) {
         throw Failure(ExitStatus::kOther,
                       "the report template is not installed with this znica; install npm and rebuild, "
                       "or install the complete package.");
     }
-    const ResultFiles files = ResultFiles::in(folder);
     ReportPage page(found);
     const ImageHeader components = readImageHeader(files[ResultFile::kComponents]);
     const std::vector<unsigned char> mask = analysedVoxels(files, components);
@@ -104,7 +103,12 @@ void writeReport(const fs::path& folder, const fs::path& templateFile) {
     page.add("mask", std::as_bytes(std::span(mask)));
     run["maps"] = addMaps(page, components, mask);
     page.add("run", run.dump(-1, ' ', false, Json::error_handler_t::replace));
-    page.write(files[ResultFile::kReport]);
+    return page;
+}
+
+void writeReport(const fs::path& folder, const fs::path& templateFile) {
+    const ResultFiles files = ResultFiles::in(folder);
+    makeReport(files, templateFile).write(files[ResultFile::kReport]);
 }
 
 } // namespace zn::headless

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "headless/report/report_page.h"
+#include "headless/result/result_files.h"
+
 #include <filesystem>
 
 namespace zn::headless {
@@ -12,5 +15,8 @@ namespace zn::headless {
 /// Throws Failure: kInput when the folder does not hold a complete result, kOther when the template is missing or the
 /// page cannot be written.
 void writeReport(const std::filesystem::path& folder, const std::filesystem::path& templateFile = {});
+
+/// The page of a result, not yet written.
+ReportPage makeReport(const ResultFiles& files, const std::filesystem::path& templateFile = {});
 
 } // namespace zn::headless

@@ -2,14 +2,13 @@
 
 #include "headless/result/result_files.h"
 #include "headless/result/result_names.h"
+#include "headless/text/input_file.h"
 #include "headless/text/unfinished_name.h"
 
 #include <algorithm>
-#include <fstream>
 #include <initializer_list>
 #include <set>
 #include <string_view>
-#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -28,10 +27,8 @@ bool isListed(const std::string& name, const std::string& stem, std::initializer
 }
 
 nlohmann::json jsonIn(const fs::path& file) {
-    std::error_code error;
-    if (!fs::is_regular_file(file, error)) return nullptr; // opening a pipe would wait for a writer
-    std::ifstream stream(file);
-    return nlohmann::json::parse(stream, nullptr, false);
+    if (!fs::is_regular_file(file)) return nullptr; // opening a pipe would wait for a writer
+    return nlohmann::json::parse(readWholeFile(file), nullptr, false);
 }
 
 bool isMadeByZnica(const fs::path& folder) {
@@ -51,9 +48,8 @@ bool isSample(const fs::path& folder) {
 // Names in ascending order; a folder's name ends in a slash.
 std::set<std::string> namesIn(const fs::path& folder) {
     std::set<std::string> names;
-    std::error_code error;
-    for (const auto& entry : fs::directory_iterator(folder, error)) {
-        const bool isFolder = entry.symlink_status(error).type() == fs::file_type::directory;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        const bool isFolder = entry.symlink_status().type() == fs::file_type::directory;
         names.insert(entry.path().filename().string() + (isFolder ? "/" : ""));
     }
     return names;

@@ -13,6 +13,8 @@ namespace zn::headless {
 /// znica writes, all with the same stem, and plugin/ may contain only the plug-in's files.
 ///
 ///   but   name of a subfolder to ignore; empty: none
+///
+/// Throws when the folder or its record cannot be read.
 std::string whyNotAResult(const std::filesystem::path& folder, const std::string& but = {});
 
 } // namespace zn::headless

@@ -47,6 +47,8 @@ fs::path makeHiddenFolder(const fs::path& place, const fs::path& wanted) {
 
 fs::path keepHiddenFolder(const fs::path& hidden, const fs::path& wanted, const char* kind) {
     constexpr int kMostNames = 1000;
+    std::error_code error;
+    if (fs::exists(hidden / kReplacing, error) || fs::exists(hidden / kReplaced, error)) return hidden;
     const std::string stem = (hidden.parent_path() / wanted.filename()).string() + "." + kind;
     for (int number = 1; number <= kMostNames; ++number) {
         fs::path kept = stem + (number > 1 ? "-" + std::to_string(number) : "");

@@ -12,7 +12,8 @@ inline constexpr char kReplaced[] = ".replaced";   ///< all of them are here; th
 std::filesystem::path makeHiddenFolder(const std::filesystem::path& place, const std::filesystem::path& wanted);
 
 /// Renames a hidden folder to "WANTED.KIND", or "WANTED.KIND-2" and so on, beside it, where the user finds it and no
-/// later run removes it. Returns the new path, or the old one if that fails.
+/// later run removes it. Returns the new path, or the old one if that fails or if it still holds earlier entries of the
+/// wanted folder, which the next run puts back.
 std::filesystem::path keepHiddenFolder(const std::filesystem::path& hidden, const std::filesystem::path& wanted,
                                        const char* kind);
 

@@ -1,6 +1,6 @@
 #include "headless/result/result_folder.h"
 
-#include "headless/failure/failure.h"
+#include "headless/failure/as_failure.h"
 #include "headless/result/earlier_result.h"
 #include "headless/result/hidden_folder.h"
 #include "headless/result/move_entries.h"
@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <exception>
+#include <new>
 #include <string>
 #include <system_error>
 
@@ -27,8 +29,7 @@ namespace fs = std::filesystem;
 }
 
 bool isEmpty(const fs::path& folder, const fs::path& but) {
-    std::error_code error;
-    const fs::directory_iterator entries(folder, error);
+    const fs::directory_iterator entries(folder); // throws: what cannot be listed is not taken for empty
     return std::all_of(begin(entries), end(entries), [&](const auto& entry) { return entry.path() == but; });
 }
 
@@ -63,7 +64,8 @@ void ResultFolder::commit() {
         try {
             checkWanted(wanted_, replace_, inside_ ? hidden_ : fs::path()); // it may have been taken in the meantime
             inside_ ? moveOut() : takeName();
-        } catch (const Failure& failure) {
+        } catch (const std::exception& error) {
+            const Failure failure = asFailure(error);
             throw Failure(failure.status(), std::string(failure.what()) + " The finished result is in " +
                                                 keepHiddenFolder(hidden_, wanted_, "finished").string() + ".");
         }
@@ -71,17 +73,26 @@ void ResultFolder::commit() {
 }
 
 void ResultFolder::takeName() {
-    if (rename(hidden_.c_str(), wanted_.c_str()) == 0) return syncFolder(wanted_.parent_path());
+    if (rename(hidden_.c_str(), wanted_.c_str()) == 0) return settle();
     if (!replace_) fail(wanted_, std::string("cannot be created: ") + std::strerror(errno) + ".");
     exchange();
-    const std::string why = whyNotReplaced(hidden_);
-    if (!why.empty()) {
+    try {
+        const std::string why = whyNotReplaced(hidden_);
+        if (!why.empty()) fail(wanted_, why);
+    } catch (const std::exception&) {
         exchange();
-        fail(wanted_, why);
+        throw;
     }
-    syncFolder(wanted_.parent_path()); // before the earlier result goes
-    std::error_code ignored;           // the new result is in place; leftovers of the old one are only clutter
-    fs::remove_all(hidden_, ignored);
+    settle();
+}
+
+// The new result is in place, and nothing that fails now changes that: leftovers of the old one are only clutter.
+void ResultFolder::settle() noexcept {
+    try {
+        syncFolder(inside_ ? wanted_ : wanted_.parent_path()); // before the earlier result goes
+        fs::remove_all(hidden_);
+    } catch (const std::exception&) { // the next run removes them
+    }
 }
 
 // Asked once more of what was taken out: it may not be what stood there when the place was checked.
@@ -102,28 +113,32 @@ void ResultFolder::moveOut() {
     const fs::path replacing = hidden_ / kReplacing;
     try {
         fs::create_directory(replacing);
-        moveEntries(wanted_, replacing, hidden_);
-        putInPlaceOf(replacing);
+        putInPlaceOf(moveEntries(wanted_, replacing, hidden_));
     } catch (const fs::filesystem_error& error) {
         fs::remove(replacing, ignored); // if it is empty
         fail(wanted_, "cannot be filled: " + error.code().message() + ".");
+    } catch (const std::bad_alloc&) {
+        fs::remove(replacing, ignored);
+        throw;
     }
-    syncFolder(wanted_);
-    fs::remove_all(hidden_, ignored);
+    settle();
 }
 
 // Of the earlier entries, which are in a subfolder now. Any failure moves them back.
-void ResultFolder::putInPlaceOf(const fs::path& replacing) {
+void ResultFolder::putInPlaceOf(const std::vector<fs::path>& earlier) {
     std::error_code ignored;
+    const fs::path replacing = hidden_ / kReplacing;
     const fs::path replaced = hidden_ / kReplaced;
     try {
         const std::string why = whyNotReplaced(replacing);
         if (!why.empty()) fail(wanted_, why);
         fs::rename(replacing, replaced); // from here on a later run would complete the exchange, before it undo it
         moveEntries(hidden_, wanted_, replaced);
+    } catch (const HalfMoved&) { // new entries are among those of the folder: the next run adds the others
+        throw;
     } catch (const std::exception&) {
         fs::rename(replaced, replacing, ignored);
-        moveEntries(replacing, wanted_);
+        moveNamed(earlier, replacing, wanted_);
         fs::remove(replacing, ignored);
         throw;
     }

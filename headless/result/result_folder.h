@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace zn::headless {
 
@@ -34,10 +35,11 @@ public:
 
 private:
     void takeName();
+    void settle() noexcept;
     void exchange();
     std::string whyNotReplaced(const std::filesystem::path& earlier) const;
     void moveOut();
-    void putInPlaceOf(const std::filesystem::path& replacing);
+    void putInPlaceOf(const std::vector<std::filesystem::path>& earlier);
 
     UnfinishedWork& unfinished_;
     std::filesystem::path wanted_; // absolute

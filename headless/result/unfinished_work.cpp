@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <exception>
 #include <fstream>
 #include <system_error>
 
@@ -52,13 +53,22 @@ void UnfinishedWork::finish(const std::function<void()>& handOver) {
     finished_ = true;
 }
 
-bool UnfinishedWork::isFinished() const {
+void UnfinishedWork::deliver(const std::function<void()>& write) {
     const std::scoped_lock lock(guard_);
-    return finished_;
+    write();
+    finished_ = true;
 }
 
-void UnfinishedWork::discard() {
+void UnfinishedWork::discard() noexcept {
     const std::scoped_lock lock(guard_);
+    try {
+        discardNow();
+    } catch (const std::exception&) {
+        hidden_.clear(); // removing needs memory, too
+    }
+}
+
+void UnfinishedWork::discardNow() {
     if (keep_ && !hidden_.empty()) {
         kept_ = keepHiddenFolder(hidden_, wantedName_, "partial");
         hidden_.clear();
@@ -85,8 +95,19 @@ void UnfinishedWork::keep() {
 }
 
 std::string UnfinishedWork::end(const char* how, int exitStatus) {
-    discard();
     const std::scoped_lock lock(guard_);
+    discardNow();
+    return partialFiles(how, exitStatus);
+}
+
+std::string UnfinishedWork::interrupt(int exitStatus) {
+    guard_.lock(); // for good
+    discardNow();
+    const char* state = finished_ ? "the result had been written already." : "no result was written.";
+    return std::string("interrupted; ") + state + partialFiles("interrupted", exitStatus);
+}
+
+std::string UnfinishedWork::partialFiles(const char* how, int exitStatus) const {
     if (kept_.empty()) return "";
     const nlohmann::ordered_json status = {{"status", how}, {"exit_status", exitStatus}, {"partial", true}};
     // Unchecked: if the disk is full, the user is already being told.

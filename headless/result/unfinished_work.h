@@ -16,7 +16,10 @@ namespace zn::headless {
 class UnfinishedWork {
 public:
     UnfinishedWork() = default;
-    ~UnfinishedWork() { discard(); }
+    ~UnfinishedWork() {
+        discard();
+        guard_.lock(); // for good: a signal from here on finds nothing to do, and the process ends as it was about to
+    }
     UnfinishedWork(const UnfinishedWork&) = delete;
     UnfinishedWork& operator=(const UnfinishedWork&) = delete;
 
@@ -33,7 +36,8 @@ public:
     void finish(const std::function<void()>& handOver);
 
     /// Removes the hidden folder and the parent folders created for it, or leaves them if they are to be kept.
-    void discard();
+    /// What cannot be removed stays; the next run removes it.
+    void discard() noexcept;
 
     /// From now on discard() leaves the folder, under the name "WANTED.partial".
     void keep();
@@ -45,8 +49,14 @@ public:
     ///   exitStatus   the exit status that the process is about to return
     std::string end(const char* how, int exitStatus);
 
-    /// Whether a folder has been given its place.
-    bool isFinished() const;
+    /// The same for a process that is interrupted. Returns the whole sentence, which says whether there is a result.
+    ///
+    /// From here on every function of this object keeps other threads waiting for the end of the process: they would go
+    /// on in a folder that is gone, and end the process with another message and exit status.
+    std::string interrupt(int exitStatus);
+
+    /// Writes a result that is a single file. An interruption waits until `write` returns or throws.
+    void deliver(const std::function<void()>& write);
 
     /// A message with the hidden folder's name replaced by the wanted one: the hidden name means nothing to the user,
     /// who will not find that folder afterwards.
@@ -55,6 +65,8 @@ public:
 private:
     void makeParents(const std::filesystem::path& parent);
     void removeAll();
+    void discardNow();
+    std::string partialFiles(const char* how, int exitStatus) const;
 
     mutable std::mutex guard_;
     std::filesystem::path hidden_; // empty: nothing unfinished

@@ -1,7 +1,9 @@
 #include "headless/run/stages.h"
 
+#include "headless/failure/failure.h"
 #include "headless/run/plugin_files.h"
 
+#include <filesystem>
 #include <fstream>
 
 namespace zn::headless {
@@ -12,11 +14,14 @@ namespace {
 TemporalEigenpairs eigenpairsOf(const Run& run) {
     const auto volumes = static_cast<std::size_t>(run.volumes);
     TemporalEigenpairs eigen{std::vector<double>(volumes), std::vector<double>(volumes * volumes)};
-    std::ifstream stream(pluginFile(run, ResultFile::kPluginEigenvalues), std::ios::binary);
+    const std::filesystem::path file = pluginFile(run, ResultFile::kPluginEigenvalues);
+    if (!std::filesystem::exists(file)) return {};
+    std::ifstream stream(file, std::ios::binary);
     for (std::vector<double>* part : {&eigen.values, &eigen.vectors}) {
         stream.read(reinterpret_cast<char*>(part->data()), static_cast<std::streamsize>(sizeof(double) * part->size()));
     }
-    return stream ? eigen : TemporalEigenpairs{};
+    if (!stream) throw Failure(ExitStatus::kOther, file.string() + " cannot be read back; check its disk.");
+    return eigen;
 }
 
 } // namespace

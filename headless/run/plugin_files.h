@@ -9,8 +9,9 @@ namespace zn::headless {
 /// Where the plug-in puts one of its files, whose names partly follow the image's.
 std::filesystem::path pluginFile(const Run& run, ResultFile file);
 
-/// Throws Failure (kOther) when a file that the plug-in left in its folder is shorter than it should be: the plug-in
-/// itself passes over writes that fail. Files that a plug-in did not write at all are not missed.
+/// Throws Failure (kOther) when a file that the plug-in leaves in its folder is missing or shorter than it should be:
+/// the plug-in itself passes over files that cannot be opened or written. A plug-in that left none of these files is
+/// another one.
 ///
 ///   ICA.vox            one line per voxel, and one with their number
 ///   Covariance.txt     one line per volume

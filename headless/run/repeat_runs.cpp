@@ -88,6 +88,7 @@ void repeatSeparation(Run& run) {
         if (run.options.approach == Approach::kSymmetric) session.separator = &separator;
         runAgain(run, log);
         session.separator = nullptr;
+        log.requireWritten();
         facts.found.push_back(static_cast<int>(session.maps.maps().size()));
         all.add(session.maps, number);
     }

@@ -1,5 +1,6 @@
 #include "headless/run/stages.h"
 
+#include "headless/failure/as_failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/report/report_page.h"
 #include "headless/report/write_report.h"
@@ -12,6 +13,7 @@
 #include <cmath>
 #include <cstdio>
 #include <exception>
+#include <new>
 
 namespace zn::headless {
 
@@ -51,7 +53,8 @@ void addReport(const Run& run) {
     try {
         writeReport(files.folder(), page);
     } catch (const std::exception& error) { // the analysis is complete without its page
-        std::fprintf(stderr, "znica: no report.html was written: %s\n", run.unfinished.asWanted(error.what()).c_str());
+        const std::string why = run.unfinished.asWanted(asFailure(error).what());
+        std::fprintf(stderr, "znica: no report.html was written: %s\n", why.c_str());
     }
 }
 
@@ -67,6 +70,16 @@ void printSummary(const Run& run) {
     std::printf("%.1f s, of which %.1f s in the plug-in; peak memory %.0f MiB\n", run.total.seconds(),
                 run.seconds.plugin, static_cast<double>(peakMemoryBytes()) / 1048576.0);
     std::printf("result: %s\n", run.options.out.c_str());
+}
+
+// A result that is in its place stays one even if there is no memory for the summary.
+void summarise(const Run& run) {
+    if (run.options.control.quiet) return;
+    try {
+        printSummary(run);
+    } catch (const std::bad_alloc&) {
+        std::printf("result: %s\n", run.options.out.c_str());
+    }
 }
 
 // On standard error, even with --quiet: the exit status alone does not say where to look.
@@ -91,7 +104,7 @@ ExitStatus writeResult(Run& run) {
     if (run.options.control.report) addReport(run);
     run.folder->commit();
     run.progress.clear();
-    if (!run.options.control.quiet) printSummary(run);
+    summarise(run);
     if (run.foundAll()) return ExitStatus::kDone;
     explainMissing(run);
     return ExitStatus::kGaveUp;

@@ -1,6 +1,7 @@
 #include "headless/text/text_file.h"
 
 #include "headless/failure/failure.h"
+#include "headless/text/take_free_name.h"
 #include "headless/text/unfinished_name.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 #include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <exception>
 #include <fstream>
 #include <system_error>
 
@@ -45,6 +45,30 @@ fs::path newFileBeside(const fs::path& file) {
     }
 }
 
+std::error_code takeName(const fs::path& from, const fs::path& to) {
+    std::error_code error;
+    fs::rename(from, to, error);
+    return error;
+}
+
+// Writes the text, then lets it take its name. False when that name must be free and is not.
+bool writeUnderHiddenName(const fs::path& file, std::string_view text, decltype(&takeName) take) {
+    removeLeftoverFiles(fs::absolute(file).parent_path());
+    const fs::path unfinished = newFileBeside(file);
+    std::error_code error;
+    try {
+        writeTextFile(unfinished, text);
+        error = take(unfinished, file);
+    } catch (const Failure&) { // it gives the hidden name, which means nothing to the user
+        error = std::make_error_code(std::errc::io_error);
+    }
+    if (!error) return true;
+    std::error_code ignored;
+    fs::remove(unfinished, ignored);
+    if (error == std::errc::file_exists) return false;
+    failToWrite(file);
+}
+
 } // namespace
 
 void writeTextFile(const fs::path& file, std::string_view text) {
@@ -55,16 +79,11 @@ void writeTextFile(const fs::path& file, std::string_view text) {
 }
 
 void replaceTextFile(const fs::path& file, std::string_view text) {
-    removeLeftoverFiles(fs::absolute(file).parent_path());
-    const fs::path unfinished = newFileBeside(file);
-    std::error_code error;
-    try {
-        writeTextFile(unfinished, text);
-        fs::rename(unfinished, file);
-    } catch (const std::exception&) { // the hidden name means nothing to the user
-        fs::remove(unfinished, error);
-        failToWrite(file);
-    }
+    writeUnderHiddenName(file, text, takeName);
+}
+
+bool createTextFile(const fs::path& file, std::string_view text) {
+    return writeUnderHiddenName(file, text, takeFreeName);
 }
 
 std::string cellText(float value) {

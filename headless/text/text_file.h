@@ -14,6 +14,9 @@ void writeTextFile(const std::filesystem::path& file, std::string_view text);
 /// followed. Hidden files that killed processes left in that folder are removed.
 void replaceTextFile(const std::filesystem::path& file, std::string_view text);
 
+/// The same for a file that must not exist, not even since the last look. False when it does.
+bool createTextFile(const std::filesystem::path& file, std::string_view text);
+
 /// The shortest text that reads back as the same number; "n/a" for NaN, as in BIDS tables.
 std::string cellText(float value);
 
