@@ -8,8 +8,8 @@
 namespace zn::headless {
 
 /// The expected signal of a condition at the middle of each analysed volume: its events convolved with the canonical
-/// response. An event of duration d contributes stepResponse(t) - stepResponse(t - d) at the time t after its onset; one
-/// of duration 0 is an impulse and contributes response(t), as much in total as an event of one second.
+/// response. An event of duration d contributes stepResponse(t) - stepResponse(t - d) at the time t after its onset;
+/// one of duration 0 is an impulse and contributes response(t), as much in total as an event of one second.
 std::vector<float> predictorOf(const std::vector<Event>& events, const AnalysedVolumes& volumes);
 
 } // namespace zn::headless
