@@ -7,6 +7,7 @@
 namespace zn::headless {
 
 DesignMatrix predictorTable(const TextTable& table) {
+    if (table.rows.empty()) throw Failure(ExitStatus::kInput, table.file + " has nothing below its first line.");
     DesignMatrix design;
     for (const std::string& name : table.columns) {
         if (isNumber(name)) {

@@ -6,7 +6,7 @@
 namespace zn::headless {
 
 /// The columns of a table as predictors: the header has their names, every other row the values of one volume. Throws
-/// Failure (kInput) for cells that are not numbers and for a name that is one.
+/// Failure (kInput) for cells that are not numbers, for a name that is one, and without rows.
 DesignMatrix predictorTable(const TextTable& table);
 
 } // namespace zn::headless

@@ -37,6 +37,7 @@ std::vector<Condition> conditionsIn(const TextTable& table) {
                                                                                     : " lists no events."));
     }
     std::vector<Condition> conditions;
+    conditions.reserve(byName.size());
     for (auto& [name, events] : byName) conditions.push_back({name, std::move(events)});
     return conditions;
 }

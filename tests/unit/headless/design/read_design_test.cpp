@@ -116,6 +116,7 @@ TEST_F(ReadDesign, AFileOfAnotherKindIsToldWhatADesignCanBe) {
         "AFNI's .1D or RTC text.";
     for (const auto& [text, complaint] : std::vector<std::pair<std::string, std::string>>{
              {"Dear reader,\nthis is a letter.\n", ", line 2, has 1 cells, but the header has 2"},
+             {"A single line.", " has nothing below its first line"},
              {"face\nfour\n", ", line 2, column \"face\", holds \"four\" where a number is expected"},
              {"face\nnan\n", ", line 2, column \"face\", holds \"nan\" where a number is expected"},
              {"0.5 1\n1 2 3\n", ", line 2, has 3 numbers, but the rows before it have 2"},
