@@ -31,9 +31,7 @@ def whitened(data, components):
 def main():
     voxels, volumes, components, seed = map(int, sys.argv[1:5])
     data = numpy.fromfile(sys.argv[5]).reshape(voxels, volumes)
-    ica = FastICA(
-        n_components=components, whiten="unit-variance", whiten_solver="eigh", random_state=seed, **LIMITS
-    )
+    ica = FastICA(n_components=components, whiten="unit-variance", whiten_solver="eigh", random_state=seed, **LIMITS)
     maps, seconds, processor = timed(lambda: ica.fit_transform(data))
     maps.T.astype(numpy.float32).tofile(sys.argv[6])
     white = whitened(data, components)
