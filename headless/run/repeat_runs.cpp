@@ -74,8 +74,8 @@ std::vector<ClusterFacts> factsOf(const std::vector<ComponentCluster>& clusters,
     return facts;
 }
 
-// One volume per cluster: its centrotype with mean 0 and unit variance over the voxels analysed. The sign is chosen such
-// that the larger tail is positive, because signs may differ between runs.
+// One volume per cluster: its centrotype with mean 0 and unit variance over the voxels analysed. The sign is chosen
+// such that the larger tail is positive, because signs may differ between runs.
 void writeCentrotypes(const Run& run, const Collection& all, const std::vector<ComponentCluster>& clusters) {
     ImageWriter::Layout layout;
     layout.volumes = static_cast<int>(clusters.size());

@@ -47,11 +47,11 @@ struct ClusterFacts {
 
 /// The outcome of running the plug-in several times on the same data.
 struct RepeatFacts {
-    std::vector<std::uint32_t> seeds; ///< [run], including the first
-    std::vector<int> found;           ///< [run], components found
+    std::vector<std::uint32_t> seeds;   ///< [run], including the first
+    std::vector<int> found;             ///< [run], components found
     std::vector<Stability> stability;   ///< [component of the first run]
     std::vector<ClusterFacts> clusters; ///< the most stable first, in the order of the centrotypes' maps
-    int converged = 0;                ///< runs that found all components
+    int converged = 0;                  ///< runs that found all components
 };
 
 /// The state of one `znica run`: each stage of the driver fills the members listed under its name and reads those

@@ -94,10 +94,9 @@ TEST_F(Approach, StartsBelongToTheSymmetricOne) {
 
 TEST_F(Approach, OfAPlugInThatDoesNotAskIsRefused) {
     writeFile(folder / "bold.nii", plainSeries(24).bytes());
-    const CommandResult result =
-        znica({"run", (folder / "bold.nii").string(), "--out", (folder / "out").string(), "--plugin", FAKE_PLUGIN_FILE,
-               "--approach", "symmetric"},
-              {{}, {"ZN_FAKE_PLUGIN=echo"}, {}});
+    const CommandResult result = znica({"run", (folder / "bold.nii").string(), "--out", (folder / "out").string(),
+                                        "--plugin", FAKE_PLUGIN_FILE, "--approach", "symmetric"},
+                                       {{}, {"ZN_FAKE_PLUGIN=echo"}, {}});
     EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.err, HasSubstr("does not let znica find the components; use --approach deflation."));
 }
