@@ -3,6 +3,8 @@
 #include "cli/nifti_bytes.h"
 #include "files.h"
 
+#include <filesystem>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -93,12 +95,15 @@ TEST_F(Approach, StartsBelongToTheSymmetricOne) {
 }
 
 TEST_F(Approach, OfAPlugInThatDoesNotAskIsRefused) {
-    writeFile(folder / "bold.nii", plainSeries(24).bytes());
-    const CommandResult result = znica({"run", (folder / "bold.nii").string(), "--out", (folder / "out").string(),
-                                        "--plugin", FAKE_PLUGIN_FILE, "--approach", "symmetric"},
-                                       {{}, {"ZN_FAKE_PLUGIN=echo"}, {}});
+    writeFile(folder / "sub-01_task-rest_bold.nii", plainSeries(24).bytes());
+    writeFile(folder / "labels.nii", plainMask().bytes());
+    const CommandResult result = znica({"run", (folder / "sub-01_task-rest_bold.nii").string(), "--out",
+                                        (folder / "out").string(), "--plugin", FAKE_PLUGIN_FILE, "--components", "2",
+                                        "--rois", (folder / "labels.nii").string(), "--approach", "symmetric"},
+                                       {{}, {"ZN_FAKE_PLUGIN=small records"}, {}});
     EXPECT_EQ(result.status, 3);
     EXPECT_THAT(result.err, HasSubstr("does not let znica find the components; use --approach deflation."));
+    EXPECT_FALSE(std::filesystem::exists(folder / "out"));
 }
 
 } // namespace
