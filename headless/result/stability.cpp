@@ -1,5 +1,6 @@
 #include "headless/result/stability.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <set>
@@ -63,29 +64,71 @@ private:
     std::vector<std::size_t> nearest_;
 };
 
+// Totals of one component's similarities, itself included.
+struct Totals {
+    double within = 0.0; // its cluster
+    double between = 0.0;
+};
+
+Totals totalsOf(const std::vector<double>& similarity, std::size_t count, std::size_t component,
+                const std::set<std::size_t>& cluster) {
+    Totals totals;
+    for (std::size_t j = 0; j < count; ++j) {
+        (cluster.contains(j) ? totals.within : totals.between) += similarity[component * count + j];
+    }
+    return totals;
+}
+
+ComponentCluster describe(const std::vector<std::size_t>& members, const std::vector<double>& similarity,
+                          const std::vector<int>& run) {
+    const std::set<std::size_t> inside(members.begin(), members.end());
+    std::set<int> runs;
+    Totals all;
+    double largest = -1.0;
+    ComponentCluster cluster{members, {}, members.front()};
+    for (const std::size_t i : members) {
+        const Totals own = totalsOf(similarity, run.size(), i, inside);
+        if (own.within > largest) {
+            largest = own.within;
+            cluster.centrotype = i;
+        }
+        runs.insert(run[i]);
+        all.within += own.within;
+        all.between += own.between;
+    }
+    const auto size = static_cast<double>(members.size());
+    const double others = static_cast<double>(run.size()) - size;
+    const double index = all.within / (size * size) - (others > 0.0 ? all.between / (size * others) : 0.0);
+    cluster.stability = {members.size() > 1 ? index : std::nan(""), static_cast<int>(runs.size())};
+    return cluster;
+}
+
+// Of two clusters, a single component has no index and comes last.
+bool isMoreStable(const ComponentCluster& a, const ComponentCluster& b) {
+    if (std::isnan(a.stability.index) || std::isnan(b.stability.index)) {
+        return !std::isnan(a.stability.index) && std::isnan(b.stability.index);
+    }
+    return a.stability.index > b.stability.index;
+}
+
 } // namespace
 
-std::vector<Stability> stabilityOf(const std::vector<double>& similarity, const std::vector<int>& run, int clusters) {
-    const std::size_t count = run.size();
-    AverageLinkage linkage(similarity, count);
+std::vector<ComponentCluster> clustersOf(const std::vector<double>& similarity, const std::vector<int>& run,
+                                         int clusters) {
+    AverageLinkage linkage(similarity, run.size());
     linkage.mergeUntil(static_cast<std::size_t>(clusters));
-    std::vector<Stability> result(count);
+    std::vector<ComponentCluster> result;
     for (const auto& members : linkage.clusters()) {
-        const std::set<std::size_t> inside(members.begin(), members.end());
-        std::set<int> runs;
-        double within = 0.0;
-        double between = 0.0;
-        for (const std::size_t i : members) {
-            runs.insert(run[i]);
-            for (std::size_t j = 0; j < count; ++j)
-                (inside.contains(j) ? within : between) += similarity[i * count + j];
-        }
-        const auto size = static_cast<double>(members.size());
-        const double others = static_cast<double>(count) - size;
-        const double index = within / (size * size) - (others > 0.0 ? between / (size * others) : 0.0);
-        for (const std::size_t i : members) {
-            result[i] = {members.size() > 1 ? index : std::nan(""), static_cast<int>(runs.size())};
-        }
+        if (!members.empty()) result.push_back(describe(members, similarity, run));
+    }
+    std::stable_sort(result.begin(), result.end(), isMoreStable);
+    return result;
+}
+
+std::vector<Stability> stabilityOf(const std::vector<ComponentCluster>& clusters, std::size_t count) {
+    std::vector<Stability> result(count);
+    for (const ComponentCluster& cluster : clusters) {
+        for (const std::size_t component : cluster.members) result[component] = cluster.stability;
     }
     return result;
 }

@@ -1,6 +1,7 @@
 #include "headless/run/stages.h"
 
 #include "headless/failure/failure.h"
+#include "headless/nifti/image_writer.h"
 #include "headless/result/spatial_correlation.h"
 #include "headless/run/run_log.h"
 #include "headless/run/run_plugin.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace zn::headless {
 
@@ -61,6 +63,37 @@ void runAgain(Run& run, const RunLog& log) {
     run.seconds.plugin += running.seconds();
 }
 
+std::vector<ClusterFacts> factsOf(const std::vector<ComponentCluster>& clusters, const std::vector<int>& run) {
+    std::vector<ClusterFacts> facts;
+    for (const ComponentCluster& cluster : clusters) {
+        const int number = run[cluster.centrotype];
+        const auto first = std::find(run.begin(), run.end(), number) - run.begin();
+        facts.push_back({cluster.stability, static_cast<int>(cluster.members.size()), number,
+                         static_cast<int>(static_cast<std::ptrdiff_t>(cluster.centrotype) - first)});
+    }
+    return facts;
+}
+
+// One volume per cluster: its centrotype with mean 0 and unit variance over the voxels analysed. The sign is chosen
+// such that the larger tail is positive, because signs may differ between runs.
+void writeCentrotypes(const Run& run, const Collection& all, const std::vector<ComponentCluster>& clusters) {
+    ImageWriter::Layout layout;
+    layout.volumes = static_cast<int>(clusters.size());
+    layout.description = "ICA centrotype maps";
+    ImageWriter writer((*run.files)[ResultFile::kCentrotypes], *run.functional.image, layout);
+    std::vector<float> volume(static_cast<std::size_t>(run.functional.voxels()));
+    const std::size_t voxels = all.chosen.size();
+    for (const ComponentCluster& cluster : clusters) {
+        const double* map = all.maps.data() + cluster.centrotype * voxels;
+        double third = 0.0;
+        for (std::size_t i = 0; i < voxels; ++i) third += map[i] * map[i] * map[i];
+        const double scale = std::copysign(std::sqrt(static_cast<double>(voxels)), third);
+        for (std::size_t i = 0; i < voxels; ++i) volume[all.chosen[i]] = static_cast<float>(scale * map[i]);
+        writer.write(volume);
+    }
+    writer.close();
+}
+
 } // namespace
 
 void repeatSeparation(Run& run) {
@@ -72,7 +105,7 @@ void repeatSeparation(Run& run) {
     Collection all{analysedVoxels(first), {}, {}};
     all.maps.reserve(all.chosen.size() * static_cast<std::size_t>(components * runs));
     all.add(first, 0);
-    RepeatFacts facts{{run.seed}, {static_cast<int>(first.maps().size())}, {}};
+    RepeatFacts facts{{run.seed}, {static_cast<int>(first.maps().size())}, {}, {}};
 
     Progress unseen(Progress::Display::kNone);
     const std::string of = " of " + std::to_string(runs);
@@ -97,7 +130,10 @@ void repeatSeparation(Run& run) {
 
     run.progress.stage("clustering");
     facts.converged = static_cast<int>(std::count(facts.found.begin(), facts.found.end(), components));
-    facts.stability = stabilityOf(all.similarity(*run.products), all.run, components);
+    const auto clusters = clustersOf(all.similarity(*run.products), all.run, components);
+    writeCentrotypes(run, all, clusters);
+    facts.clusters = factsOf(clusters, all.run);
+    facts.stability = stabilityOf(clusters, all.run.size());
     facts.stability.resize(static_cast<std::size_t>(facts.found.front()));
     run.repeats = std::move(facts);
 }

@@ -55,12 +55,21 @@ struct RunTimes {
     double writing = 0.0; ///< component maps and time courses
 };
 
+/// A cluster of components over the runs, represented by its centrotype.
+struct ClusterFacts {
+    Stability stability;
+    int components = 0; ///< in the cluster
+    int run = 0;        ///< of the centrotype, from 0
+    int component = 0;  ///< of that run, from 0
+};
+
 /// The outcome of running the plug-in several times on the same data.
 struct RepeatFacts {
-    std::vector<std::uint32_t> seeds; ///< [run], including the first
-    std::vector<int> found;           ///< [run], components found
-    std::vector<Stability> stability; ///< [component of the first run]
-    int converged = 0;                ///< runs that found all components
+    std::vector<std::uint32_t> seeds;   ///< [run], including the first
+    std::vector<int> found;             ///< [run], components found
+    std::vector<Stability> stability;   ///< [component of the first run]
+    std::vector<ClusterFacts> clusters; ///< the most stable first, in the order of the centrotypes' maps
+    int converged = 0;                  ///< runs that found all components
 };
 
 /// The state of one `znica run`: each stage of the driver fills the members listed under its name and reads those

@@ -95,11 +95,25 @@ Json symmetricOf(const SymmetricFacts& facts) {
             {"Negentropy", facts.negentropy}};
 }
 
+// Runs are counted from 1, as in the log.
+Json clustersOf(const std::vector<ClusterFacts>& clusters) {
+    Json list = Json::array();
+    for (const ClusterFacts& cluster : clusters) {
+        list.push_back({{"StabilityIndex", numberOrNull(static_cast<float>(cluster.stability.index))},
+                        {"StabilityRuns", cluster.stability.runs},
+                        {"Components", cluster.components},
+                        {"CentrotypeRun", cluster.run + 1},
+                        {"CentrotypeComponent", componentName(cluster.component)}});
+    }
+    return list;
+}
+
 Json repeatsOf(const RepeatFacts& repeats) {
     return {{"Runs", repeats.seeds.size()},
             {"Converged", repeats.converged},
             {"Seeds", repeats.seeds},
-            {"ComponentsFound", repeats.found}};
+            {"ComponentsFound", repeats.found},
+            {"Clusters", clustersOf(repeats.clusters)}};
 }
 
 } // namespace

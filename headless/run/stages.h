@@ -73,8 +73,8 @@ void separate(Run& run);
 /// For --repeats R above 1: runs the plug-in again until there are R runs, the k-th one (from 0) with the first seed +
 /// k, and compares what they found. On entry and on return the session holds the maps of the first run; the maps of
 /// later runs are kept in memory only for the comparison (8 bytes per voxel and component), and their files are
-/// removed. Their lines are appended to the log file. A run that finds nothing counts as not converged; any other
-/// failure is thrown.
+/// removed. The centrotype of each cluster is written as a map. Their lines are appended to the log file. A run that
+/// finds nothing counts as not converged; any other failure is thrown.
 void repeatSeparation(Run& run);
 
 /// Measures the components beyond the plug-in's parameters: time courses in units of the data, explained variance, the

@@ -4,7 +4,7 @@ namespace zn {
 
 Separation emptySeparation(int volumes, int dimension) {
     return {ZeroedBlock(volumes, dimension), ZeroedBlock(dimension, volumes)};
-}
+} // NOLINT(clang-analyzer-unix.Malloc): the blocks are the caller's now
 
 void addComponent(const double* w, int dimension, const Whitening& whitened, int volumes, Separation& separation) {
     const int c = separation.found++;

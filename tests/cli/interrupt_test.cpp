@@ -72,6 +72,15 @@ TEST_F(Interrupt, EndsTheRunWithinASecondAndLeavesNothing) {
     }
 }
 
+TEST_F(Interrupt, EndsASymmetricSearchAsWell) {
+    auto arguments = endlessRun();
+    arguments.insert(arguments.end(), {"--approach", "symmetric"});
+    const CommandResult result = interrupted(arguments, SIGINT);
+    EXPECT_EQ(result.status, 130);
+    EXPECT_EQ(result.err, "znica: interrupted; no result was written.\n");
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre("bold.nii"));
+}
+
 // As under nohup. The run is then ended by the other signal, so the first one had no effect.
 TEST_F(Interrupt, IgnoredByTheCallerStaysIgnored) {
     for (const auto& [signal, name] : {std::pair(SIGHUP, "HUP"), std::pair(SIGINT, "INT")}) {

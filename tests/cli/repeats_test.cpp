@@ -1,6 +1,7 @@
 // Several runs with different seeds: the stability of the components of the first run.
 #include "cli/command.h"
 #include "cli/nifti_bytes.h"
+#include "cli/nifti_reading.h"
 #include "files.h"
 
 #include <sstream>
@@ -69,6 +70,34 @@ TEST_F(Repeats, AreRecordedWithTheirSeedsAndDescribed) {
     EXPECT_THAT(textOf(folder / "r/sub-sim_task-blocks_desc-ICA_metrics.json"), HasSubstr("\"stability_runs\""));
     EXPECT_THAT(textOf(folder / "r/log.txt"), HasSubstr("\nznica: run 3 of 3, seed 9\n"));
     EXPECT_FALSE(std::filesystem::exists(folder / "r/plugin/again"));
+}
+
+TEST_F(Repeats, WriteTheCentrotypeOfEachClusterAsAMap) {
+    makeSample();
+    for (const char* approach : {"deflation", "symmetric"}) {
+        ASSERT_EQ(run(approach, {"--repeats", "3", "--approach", approach}).status, 0);
+        const json clusters = facts(approach)["Repeats"]["Clusters"];
+        ASSERT_EQ(clusters.size(), 6U);
+        EXPECT_GT(clusters[0]["StabilityIndex"], 0.8);
+        EXPECT_EQ(clusters[0]["StabilityRuns"], 3);
+        const std::string prefix = std::string(approach) + "/sub-sim_task-blocks_desc-ICA_";
+        const ReadNifti centrotypes(folder / (prefix + "centrotypes.nii.gz"));
+        const ReadNifti components(folder / (prefix + "components.nii.gz"));
+        EXPECT_EQ(centrotypes.dim, components.dim);
+        const std::vector<float> maps = centrotypes.values<float>();
+        const std::vector<float> first = components.values<float>();
+        const std::size_t voxels = maps.size() / 6;
+        for (std::size_t k = 0; k < 6; ++k) {
+            if (clusters[k]["CentrotypeRun"] != 1) continue; // the maps of later runs are not written
+            const std::string name = clusters[k]["CentrotypeComponent"];
+            const float* map = &maps[k * voxels];
+            const float* own = &first[std::stoul(name.substr(4)) * voxels];
+            double product = 0.0;
+            for (std::size_t v = 0; v < voxels; ++v) product += static_cast<double>(map[v] * own[v]);
+            const float sign = product < 0.0 ? -1.0f : 1.0f;
+            for (std::size_t v = 0; v < voxels; ++v) ASSERT_NEAR(map[v], sign * own[v], 1e-3f) << name;
+        }
+    }
 }
 
 TEST_F(Repeats, DoNotChangeTheFirstRun) {

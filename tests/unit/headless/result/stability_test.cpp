@@ -16,6 +16,10 @@ const std::vector<double> kFour = {1.0, 0.1, 0.9, 0.1, //
                                    0.9, 0.1, 1.0, 0.1, //
                                    0.1, 0.8, 0.1, 1.0};
 
+std::vector<Stability> stabilityOf(const std::vector<double>& similarity, const std::vector<int>& run, int clusters) {
+    return headless::stabilityOf(clustersOf(similarity, run, clusters), run.size());
+}
+
 TEST(Stability, IsTheMeanWithinMinusTheMeanBetween) {
     const auto result = stabilityOf(kFour, {0, 0, 1, 1}, 2);
     ASSERT_EQ(result.size(), 4U);
@@ -30,6 +34,26 @@ TEST(Stability, ThreeClustersSeparateTheLeastSimilar) {
     EXPECT_NEAR(result[0].index, 0.85, 1e-15);
     EXPECT_TRUE(std::isnan(result[1].index));
     EXPECT_EQ(result[1].runs, 1);
+}
+
+// Of 0, 1 and 2, component 1 is the most similar to the others: 0.9 + 0.8 against 0.9 + 0.7 and 0.8 + 0.7.
+TEST(Clusters, HaveTheMemberMostSimilarToTheOthersAsCentrotype) {
+    const std::vector<double> similarity = {1.0, 0.9, 0.7, 0.1, //
+                                            0.9, 1.0, 0.8, 0.1, //
+                                            0.7, 0.8, 1.0, 0.1, //
+                                            0.1, 0.1, 0.1, 1.0};
+    const auto clusters = clustersOf(similarity, {0, 1, 2, 0}, 2);
+    ASSERT_EQ(clusters.size(), 2U);
+    EXPECT_EQ(clusters[0].centrotype, 1U);
+    EXPECT_EQ(clusters[0].stability.runs, 3);
+    EXPECT_EQ(clusters[1].members, std::vector<std::size_t>{3}) << "a single component comes last";
+}
+
+TEST(Clusters, AreInDescendingOrderOfStability) {
+    const auto clusters = clustersOf(kFour, {0, 0, 1, 1}, 2);
+    ASSERT_EQ(clusters.size(), 2U);
+    EXPECT_EQ(clusters[0].members, (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(clusters[1].members, (std::vector<std::size_t>{1, 3}));
 }
 
 TEST(Stability, LinksByTheAverageRatherThanTheNearest) {
