@@ -15,4 +15,7 @@ void addCrossProducts(const double* rows, int count, int order, double scale, do
 ///   values   [order]
 int symmetricEigenvalues(double* upper, int order, double* values);
 
+/// The same with the unit eigenvectors (dsyevd), which replace the matrix: row i belongs to values[i].
+int symmetricEigenpairs(double* upper, int order, double* values);
+
 } // namespace zn::headless
