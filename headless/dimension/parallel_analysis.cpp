@@ -6,7 +6,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kMargin = 1.2;
+constexpr double kMargin = 1.1;
 constexpr double kMarginWithoutEdge = 1.5;
 
 // The number of eigenvalues above margin * edge; more than `most` if it does not settle below.
@@ -16,7 +16,8 @@ int countAbove(const ResidualNoise& noise, double margin, int most) {
     while (true) {
         const double threshold = margin * noise.after(count).edge;
         const auto end = values.begin() + noise.dimensions();
-        const auto above = static_cast<int>(std::count_if(values.begin(), end, [&](double v) { return v > threshold; }));
+        const auto above =
+            static_cast<int>(std::count_if(values.begin(), end, [&](double v) { return v > threshold; }));
         if (above <= count || above > most) return std::max(above, count);
         count = above;
     }

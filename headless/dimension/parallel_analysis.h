@@ -17,8 +17,8 @@ struct ParallelAnalysis {
 /// of the data (Dobriban and Owen 2019, Journal of the Royal Statistical Society B 81, 163-183).
 ///
 /// Starting with k = 1, the mean image, the noise after k directions is modelled (ResidualNoise), and k becomes the
-/// number of eigenvalues above 1.2 times its edge, until it no longer grows. The margin of a fifth covers what the model
-/// leaves out: the finite size, the edge of the mask, noise that varies over space.
+/// number of eigenvalues above 1.1 times its edge, until it no longer grows. The margin of a tenth covers what the
+/// model leaves out: the finite size, the edge of the mask, noise that varies over space.
 ///
 /// Real noise has weak structure at all levels. If k exceeds d / 3, with d the number of eigenvalues above rounding
 /// level, there is no edge to be found; then the eigenvalues above 1.5 times the edge count, d / 3 at most.

@@ -119,7 +119,8 @@ std::vector<double> ResidualNoise::autocovariance(int k) const {
     std::vector<double> right(n);
     for (std::size_t m = 0; m < n; ++m) {
         right[m] = sumOfProducts(lags_[m], differences_, k);
-        for (std::size_t l = 0; l <= m; ++l) system[m * n + l] = system[l * n + m] = sumOfProducts(lags_[m], lags_[l], k);
+        for (std::size_t l = 0; l <= m; ++l)
+            system[m * n + l] = system[l * n + m] = sumOfProducts(lags_[m], lags_[l], k);
     }
     std::vector<double> result = solve(std::move(system), std::move(right));
     if (result.empty() || !(result[0] > 0.0)) return {1.0}; // too few directions are left: as if white

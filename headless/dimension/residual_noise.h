@@ -10,22 +10,23 @@ namespace zn::headless {
 
 /// The noise that is left of a series when its k leading directions have been taken away.
 struct NoiseModel {
-    double edge = 0.0;                ///< the largest eigenvalue that noise of this kind yields
-    std::array<double, 3> fwhm{};     ///< its smoothness along x, y, z, in voxels
-    double correlation = 0.0;         ///< of consecutive volumes
-    double independentVoxels = 0.0;   ///< V (mean s)^2 / mean of s^2, with s the spatial spectrum
+    double edge = 0.0;              ///< the largest eigenvalue that noise of this kind yields
+    std::array<double, 3> fwhm{};   ///< its smoothness along x, y, z, in voxels
+    double correlation = 0.0;       ///< of consecutive volumes
+    double independentVoxels = 0.0; ///< V (mean s)^2 / mean of s^2, with s the spatial spectrum
 };
 
-/// Describes that noise as the product of a spatial correlation, which is Gaussian, and a temporal one, which is that of
-/// an autoregressive process. With P the projection onto the directions that are left (rank d - k):
+/// Describes that noise as the product of a spatial correlation, which is Gaussian, and a temporal one, which is that
+/// of an autoregressive process. With P the projection onto the directions that are left (rank d - k):
 ///
 ///   smoothness    along every axis, rho = 1 - tr(P D P) / tr(P C P) is the correlation of neighbours, with C the
 ///                 covariance of the data and D that of the differences; FWHM = sqrt(-2 ln 2 / ln rho), as in Forman et
 ///                 al. (1995), Magnetic Resonance in Medicine 33, 636-647
-///   time          the autocovariances g_n, n = 0 ... p, with tr(L_m P D P) = sum_n g_n tr(L_m P L_n P) for all m, where
-///                 L_n has ones at a distance of n from the diagonal: unbiased although directions were taken away, as
-///                 in Worsley et al. (2002), NeuroImage 15, 1-15. p is T / 12, from 2 to 8. D instead of C, because the
-///                 differences contain little of the components that are yet to be found.
+///   time          the autocovariances g_n, n = 0 ... p, with tr(L_m P D P) = sum_n g_n tr(L_m P L_n P) for all m,
+///   where
+///                 L_n has ones at a distance of n from the diagonal: corrected for the directions that were taken
+///                 away, as in Worsley et al. (2002), NeuroImage 15, 1-15. p is T / 12, from 2 to 8. D instead of C,
+///                 because the differences contain little of the components that are yet to be found.
 ///   level         the noise has as much variance as the directions that are left
 class ResidualNoise {
 public:
@@ -53,7 +54,7 @@ private:
     int volumes_;
     std::int64_t voxels_;
     int dimensions_ = 0;
-    Matrix vectors_;                           // row i: the direction of eigenvalue i
+    Matrix vectors_; // row i: the direction of eigenvalue i
     std::vector<double> values_;
     std::array<std::vector<double>, 3> rough_; // per axis: the variance of the differences along every direction
     Matrix differences_;                       // D, the mean over the axes, in these directions

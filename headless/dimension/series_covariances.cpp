@@ -8,9 +8,9 @@ namespace zn::headless {
 
 namespace {
 
-constexpr int kPieces = 16;   // of the grid; fixed, so that the sums do not depend on the number of threads
-constexpr int kTogether = 4;  // at most so many pieces at a time, each with four matrices
-constexpr int kRows = 256;    // courses per call of the BLAS
+constexpr int kPieces = 16;  // of the grid; fixed, so that the sums do not depend on the number of threads
+constexpr int kTogether = 4; // at most so many pieces at a time, each with four matrices
+constexpr int kRows = 256;   // courses per call of the BLAS
 
 // The sum of r rt over courses r, gathered into blocks.
 class CrossProducts {
@@ -47,8 +47,8 @@ using Sums = std::array<CrossProducts, 4>;
 template <class Value> class Summation {
 public:
     Summation(const Value* values, int volumes, const std::array<int, 3>& size, const std::vector<unsigned char>& mask)
-        : values_(values), volumes_(volumes), size_(size), mask_(mask),
-          step_{1, size[0], std::int64_t{1} * size[0] * size[1]} {}
+        : values_(values), volumes_(volumes), size_(size),
+          mask_(mask), step_{1, size[0], std::int64_t{1} * size[0] * size[1]} {}
 
     // Calls use(v) for the voxels of a piece that are inside the mask.
     template <class Use> void forPiece(int piece, Use use) const {
@@ -119,9 +119,7 @@ SeriesCovariances covariancesOf(const Summation<Value>& summation, SeriesCovaria
         const int count = std::min(together, kPieces - first);
         const CrossProducts none(result.volumes);
         std::vector<Sums> parts(static_cast<std::size_t>(count), Sums{none, none, none, none});
-        threads.run(count, [&](int i) {
-            summation.addProducts(first + i, mean, parts[static_cast<std::size_t>(i)]);
-        });
+        threads.run(count, [&](int i) { summation.addProducts(first + i, mean, parts[static_cast<std::size_t>(i)]); });
         for (const Sums& part : parts) {
             for (std::size_t m = 0; m < matrices.size(); ++m) {
                 addTo(*matrices[m], part[m].sum());

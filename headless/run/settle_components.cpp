@@ -15,11 +15,11 @@ namespace {
 
 std::string noteOn(const ComponentEstimate& estimate) {
     char text[200];
-    std::snprintf(text, sizeof text,
-                  "Components: parallel analysis %d (used), MDL %d, Laplace %d, optimal threshold %d, at %.0f effective "
-                  "samples.",
-                  estimate.chosen(), estimate.byMdl, estimate.byLaplace, estimate.byThreshold,
-                  estimate.effectiveSamples);
+    std::snprintf(
+        text, sizeof text,
+        "Components: parallel analysis %d (used), MDL %d, Laplace %d, optimal threshold %d, at %.0f effective "
+        "samples.",
+        estimate.chosen(), estimate.byMdl, estimate.byLaplace, estimate.byThreshold, estimate.effectiveSamples);
     return text;
 }
 
