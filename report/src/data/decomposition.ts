@@ -33,7 +33,14 @@ export interface Decomposition {
         [key: string]: unknown;
     };
     Seed?: number | null;
-    ComponentEstimate?: { MDL: number; Laplace: number; OptimalThreshold: number; EffectiveSamples: number } | null;
+    ComponentEstimate?: {
+        ParallelAnalysis?: number;
+        MDL: number;
+        Laplace: number;
+        OptimalThreshold: number;
+        EffectiveSamples: number;
+        Noise?: { HasEdge: boolean };
+    } | null;
     ComponentsFound: number;
     RetainedVariancePercent: number | null;
     Predictors: string[];
