@@ -1,9 +1,9 @@
 """Runs with a known number of sources, as `znica simulate` makes them but in many more variants.
 
 An ellipsoidal brain with a mean image, blobs with the time courses of stimuli, drift, pulse, breathing, movement and
-spontaneous fluctuations, amplitudes of 1 to 6 % of the mean, and noise that is smooth in space, correlated in time (white
-plus autoregressive) and of varying strength from voxel to voxel. Without the slice-wise fluctuations of `znica simulate`,
-which would be further components.
+spontaneous fluctuations, amplitudes of 1 to 6 % of the mean, and noise that is smooth in space, correlated in time
+(white plus autoregressive) and of varying strength from voxel to voxel. Without the slice-wise fluctuations of
+`znica simulate`, which would be further components.
 """
 from collections import namedtuple
 

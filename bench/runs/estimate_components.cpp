@@ -1,6 +1,6 @@
 // estimate_components FOLDER X Y Z VOLUMES: the number of components by every criterion of the command, as one line of
-// JSON. FOLDER holds mask.u8, one byte per voxel of the grid (x fastest), and series.f32, the time courses of all voxels
-// of the grid one after another.
+// JSON. FOLDER holds mask.u8, one byte per voxel of the grid (x fastest), and series.f32, the time courses of all
+// voxels of the grid one after another.
 #include "headless/blas/one_blas_thread.h"
 #include "headless/dimension/component_estimate.h"
 
@@ -34,8 +34,9 @@ int main(int, char** arguments) {
     const auto covariances = seriesCovariances(series, size, mask, workers);
     const ComponentEstimate estimate = estimateComponents(covariances, products);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    std::printf("{\"parallel\": %d, \"edge\": %s, \"mdl\": %d, \"laplace\": %d, \"threshold\": %d, \"seconds\": %.3f}\n",
-                estimate.chosen(), estimate.parallel.hasEdge ? "true" : "false", estimate.byMdl, estimate.byLaplace,
-                estimate.byThreshold, seconds.count());
+    std::printf(
+        "{\"parallel\": %d, \"edge\": %s, \"mdl\": %d, \"laplace\": %d, \"threshold\": %d, \"seconds\": %.3f}\n",
+        estimate.chosen(), estimate.parallel.hasEdge ? "true" : "false", estimate.byMdl, estimate.byLaplace,
+        estimate.byThreshold, seconds.count());
     return 0;
 }
