@@ -68,7 +68,7 @@ def columns():
     groups = [("all", lambda row: True)]
     bounds = [(VOLUMES[0], 75), (100, 150), (250, VOLUMES[-1])]
     groups += [(f"{a} to {b} volumes", lambda row, a=a, b=b: a <= row["volumes"] <= b) for a, b in bounds]
-    groups += [(f"{width} voxels", lambda row, width=width: row["width"] == width) for width in WIDTHS]
+    groups += [(f"{width} voxel{'' if width == 1 else 's'}", lambda row, width=width: row["width"] == width) for width in WIDTHS]
     return groups
 
 
