@@ -34,9 +34,9 @@ TEST(NoiseEdge, DirectionsWithoutVarianceDoNotCount) {
 }
 
 TEST(NoiseEdge, OfColouredNoiseIsWhereSimulatedEigenvaluesEnd) {
-    // numpy: a = numpy.linspace(0.5, 2, 200); s = [1.6] * 1000 + [0.4] * 1000; g = default_rng(1 ... 20).normal of shape
-    // (2000, 200); the largest eigenvalue of (g * s^.5[:, None] * a^.5).T @ (same) / 2000 is 2.8212 on average. That of a
-    // finite matrix lies a little below the edge.
+    // numpy: a = numpy.linspace(0.5, 2, 200); s = [1.6] * 1000 + [0.4] * 1000; g = default_rng(1 ... 20).normal of
+    // shape (2000, 200); the largest eigenvalue of (g * s^.5[:, None] * a^.5).T @ (same) / 2000 is 2.8212 on average.
+    // That of a finite matrix lies a little below the edge.
     std::vector<double> temporal;
     for (int i = 0; i < 200; ++i) temporal.push_back(0.5 + 1.5 * i / 199.0);
     const double edge = noiseEdge(temporal, {{1.6, 0.5}, {0.4, 0.5}}, 2000);
