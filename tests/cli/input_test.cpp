@@ -290,6 +290,18 @@ TEST_F(WholeRun, TheEstimatedNumberOfComponentsIsCloseToTheTruth) {
     }
 }
 
+TEST_F(WholeRun, AnUncertainNumberOfComponentsIsNoted) {
+    // Smoothed by four voxels, the brain of this sample has fewer independent voxels than volumes.
+    const auto out = folder / "smooth-out";
+    const CommandResult run = znica({"run", sample("tiny", 4), "--components", "auto", "--smooth", "32", "--seed", "1",
+                                     "--keep-partial", "--out", out.string()});
+    EXPECT_THAT(run.out, testing::HasSubstr(" effective samples are fewer than the 80 volumes"));
+    std::vector<std::string> codes;
+    const json facts = decompositionOf(out, "sub-sim_task-blocks");
+    for (const json& note : facts["Input"]["Notes"]) codes.push_back(note["Code"]);
+    EXPECT_THAT(codes, testing::Contains("components-few-samples"));
+}
+
 TEST_F(WholeRun, ThePredictedMemoryMatchesTheMemoryUsed) {
 #if defined(__SANITIZE_ADDRESS__)
     GTEST_SKIP() << "the sanitizer's own memory would be measured";
