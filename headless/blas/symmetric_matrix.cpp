@@ -1,6 +1,7 @@
 #include "headless/blas/symmetric_matrix.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include <cblas.h>
 #include <lapacke.h>
@@ -19,7 +20,13 @@ int symmetricEigenvalues(double* upper, int order, double* values) {
 }
 
 int symmetricEigenpairs(double* upper, int order, double* values) {
-    return LAPACKE_dsyev(LAPACK_COL_MAJOR, 'V', 'L', order, upper, order, values);
+    const int info = LAPACKE_dsyevd(LAPACK_COL_MAJOR, 'V', 'L', order, upper, order, values);
+    std::reverse(values, values + order);
+    for (int i = 0; i < order / 2; ++i) { // columns in column-major order are our rows
+        double* row = upper + std::int64_t{1} * i * order;
+        std::swap_ranges(row, row + order, upper + std::int64_t{1} * (order - 1 - i) * order);
+    }
+    return info;
 }
 
 bool solvePositiveDefinite(double* upper, int order, double* right, int columns) {

@@ -88,7 +88,7 @@ double laplace(Eigenvalues values, std::size_t k, double samples) {
 
 } // namespace
 
-ComponentEstimate estimateComponents(const std::vector<double>& eigenvalues, std::int64_t voxels) {
+ComponentEstimate eigenvalueCriteria(const std::vector<double>& eigenvalues, std::int64_t voxels) {
     ComponentEstimate result;
     result.eigenvalues = eigenvalues;
     Eigenvalues values(eigenvalues);
@@ -115,6 +115,18 @@ ComponentEstimate estimateComponents(const std::vector<double>& eigenvalues, std
     result.byLaplace =
         1 + static_cast<int>(std::max_element(result.laplace.begin(), result.laplace.end()) - result.laplace.begin());
     return result;
+}
+
+ComponentEstimate estimateComponents(const SeriesCovariances& covariances, MatrixProducts& products) {
+    const ResidualNoise noise(covariances, products);
+    ComponentEstimate result = eigenvalueCriteria(noise.eigenvalues(), covariances.voxels);
+    result.parallel = parallelAnalysis(noise);
+    return result;
+}
+
+bool ComponentEstimate::disagree() const {
+    const auto [least, most] = std::minmax({parallel.count, byMdl, byThreshold});
+    return most >= 2 * least;
 }
 
 } // namespace zn::headless

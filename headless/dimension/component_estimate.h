@@ -1,11 +1,16 @@
 #pragma once
 
+#include "headless/blas/matrix_products.h"
+#include "headless/dimension/parallel_analysis.h"
+#include "headless/dimension/series_covariances.h"
+
 #include <cstdint>
 #include <vector>
 
 namespace zn::headless {
 
-/// Estimates the number of components from the eigenvalues l_1 >= ... >= l_T of a temporal covariance over V voxels.
+/// The number of components by several criteria. Parallel analysis (parallel_analysis.h) is used; the others, which are
+/// reported beside it, need nothing but the eigenvalues l_1 >= ... >= l_T of the temporal covariance over V voxels.
 ///
 /// Only the spatial mean of every volume is removed, so l_1 belongs to the mean image: it is one of the directions that
 /// the analysis keeps and counts like any other. Eigenvalues at rounding level (below 1e-12 of the first) are omitted;
@@ -33,9 +38,19 @@ struct ComponentEstimate {
     std::vector<double> mdl;     ///< element k - 1 for k components
     std::vector<double> laplace; ///< element k - 1 for k components
 
-    int chosen() const { return byMdl; } ///< the most conservative of the three on structured noise
+    ParallelAnalysis parallel;
+
+    int chosen() const { return parallel.count; }
+    /// The smallest and the largest estimate of parallel analysis, MDL and the optimal threshold differ by a factor of
+    /// two or more.
+    bool disagree() const;
 };
 
-ComponentEstimate estimateComponents(const std::vector<double>& eigenvalues, std::int64_t voxels);
+/// The criteria that need nothing but the eigenvalues.
+ComponentEstimate eigenvalueCriteria(const std::vector<double>& eigenvalues, std::int64_t voxels);
+
+/// All of them. Throws Failure (kOther) if LAPACK does not converge. Bit-identical for any number of threads while the
+/// BLAS itself uses one.
+ComponentEstimate estimateComponents(const SeriesCovariances& covariances, MatrixProducts& products);
 
 } // namespace zn::headless

@@ -21,10 +21,18 @@ using Json = nlohmann::ordered_json;
 
 Json estimateOf(const std::optional<ComponentEstimate>& estimate) {
     if (!estimate) return nullptr;
-    return {{"MDL", estimate->byMdl},
+    const ParallelAnalysis& parallel = estimate->parallel;
+    return {{"ParallelAnalysis", parallel.count},
+            {"MDL", estimate->byMdl},
             {"Laplace", estimate->byLaplace},
             {"OptimalThreshold", estimate->byThreshold},
-            {"EffectiveSamples", estimate->effectiveSamples}};
+            {"EffectiveSamples", estimate->effectiveSamples},
+            {"Noise",
+             {{"HasEdge", parallel.hasEdge},
+              {"LargestEigenvalue", parallel.noise.edge},
+              {"FWHMVoxels", parallel.noise.fwhm},
+              {"Lag1Autocorrelation", parallel.noise.correlation},
+              {"IndependentVoxels", parallel.noise.independentVoxels}}}};
 }
 
 Json metricsOf(const VolumeMap& map) {

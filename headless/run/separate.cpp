@@ -48,7 +48,6 @@ void separate(Run& run) {
                     [&run](const VolumeMaps& maps) { writeMaps(run, maps); }, run.unfinished);
     for (const std::string& note : run.notes.all()) run.log->keep(note);
     run.progress.expect(run.eigenvalues.count());
-    // Not earlier: while it exists, the BLAS uses one thread, and the eigenvalues for --components auto need all.
     run.products.emplace(control.threads.value_or(MatrixProducts::defaultThreads()));
     run.session.products = &*run.products;
     run.session.events = &*run.log;

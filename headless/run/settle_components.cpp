@@ -1,6 +1,7 @@
 #include "headless/run/stages.h"
 
-#include "headless/dimension/temporal_eigenvalues.h"
+#include "headless/blas/one_blas_thread.h"
+#include "headless/dimension/series_covariances.h"
 #include "headless/text/text_file.h"
 
 #include <charconv>
@@ -13,11 +14,36 @@ namespace zn::headless {
 namespace {
 
 std::string noteOn(const ComponentEstimate& estimate) {
-    char text[160];
-    std::snprintf(text, sizeof text,
-                  "Components: MDL %d (used), Laplace %d, optimal threshold %d, at %.0f effective samples.",
-                  estimate.byMdl, estimate.byLaplace, estimate.byThreshold, estimate.effectiveSamples);
+    char text[200];
+    std::snprintf(
+        text, sizeof text,
+        "Components: parallel analysis %d (used), MDL %d, Laplace %d, optimal threshold %d, at %.0f effective "
+        "samples.",
+        estimate.chosen(), estimate.byMdl, estimate.byLaplace, estimate.byThreshold, estimate.effectiveSamples);
     return text;
+}
+
+// What makes the number uncertain.
+std::vector<Remark> remarksOn(const ComponentEstimate& estimate, int volumes) {
+    std::vector<Remark> remarks;
+    if (!estimate.parallel.hasEdge) {
+        remarks.push_back({"components-without-edge",
+                           "Components: the eigenvalues descend into the noise without an edge, so their number is a "
+                           "compromise; compare other numbers, with --repeats."});
+    }
+    if (estimate.disagree()) {
+        remarks.push_back({"components-criteria-disagree",
+                           "Components: the criteria differ by a factor of two or more; compare other numbers, with "
+                           "--repeats."});
+    }
+    if (estimate.effectiveSamples < volumes) {
+        char text[160];
+        std::snprintf(text, sizeof text,
+                      "Components: %.0f effective samples are fewer than the %d volumes, too few for MDL and Laplace.",
+                      estimate.effectiveSamples, volumes);
+        remarks.push_back({"components-few-samples", text});
+    }
+    return remarks;
 }
 
 std::string cell(const std::vector<double>& curve, std::size_t index) {
@@ -39,9 +65,15 @@ void writeCriteria(const std::filesystem::path& file, const ComponentEstimate& e
 
 void settleComponents(Run& run) {
     if (run.options.componentCount != ComponentCount::kEstimated) return;
-    run.estimate = estimateComponents(temporalEigenvalues(run.session.series, run.mask.voxels), run.mask.count);
+    const int threads = run.options.control.threads.value_or(MatrixProducts::defaultThreads());
+    const OneBlasThread oneThread;
+    MatrixProducts products(threads);
+    WorkerThreads workers(threads);
+    const auto covariances = seriesCovariances(run.session.series, run.functional.size, run.mask.voxels, workers);
+    run.estimate = estimateComponents(covariances, products);
     run.eigenvalues = {1, run.estimate->chosen()};
     run.notes.say(noteOn(*run.estimate));
+    for (const Remark& remark : remarksOn(*run.estimate, run.volumes)) run.notes.remark(remark);
     writeCriteria((*run.files)[ResultFile::kDimension], *run.estimate);
 }
 

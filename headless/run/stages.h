@@ -59,7 +59,8 @@ void prepareSeries(Run& run);
 void useMask(Run& run);
 
 /// For --components auto: estimates the number of components from the eigenvalues, sets the range accordingly, notes
-/// each criterion's estimate and writes the criteria as a table. Otherwise does nothing.
+/// each criterion's estimate and what makes the number uncertain, and writes the eigenvalues and two of the criteria as
+/// a table. Otherwise does nothing.
 ///
 /// The table has one row per number of components, from 1: components, eigenvalue (of that rank), mdl and laplace;
 /// "n/a" where a criterion was not evaluated.

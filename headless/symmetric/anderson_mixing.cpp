@@ -52,7 +52,7 @@ AndersonMixing::Values AndersonMixing::weights(const Values& residual) const {
     }
     if (symmetricEigenpairs(products.data(), static_cast<int>(steps), values.data()) != 0) return result;
     for (std::size_t k = 0; k < steps; ++k) {
-        if (values[k] <= kSmallestEigenvalue * values.back()) continue;
+        if (values[k] <= kSmallestEigenvalue * values.front()) continue;
         const double* vector = products.data() + k * steps;
         double projection = 0.0;
         for (std::size_t i = 0; i < steps; ++i) projection += vector[i] * dot(residualSteps_[i], residual);

@@ -29,7 +29,7 @@ bool decorrelate(UnmixingMatrix& w) {
 
     std::vector<double> values(static_cast<std::size_t>(n));
     if (symmetricEigenpairs(vectors.data(), n, values.data()) != 0) return false;
-    if (!(values.front() > n * std::numeric_limits<double>::epsilon() * values.back())) return false;
+    if (!(values.back() > n * std::numeric_limits<double>::epsilon() * values.front())) return false;
 
     UnmixingMatrix scaled = vectors; // row k, an eigenvector, over the root of its eigenvalue
     for (int k = 0; k < n; ++k) {

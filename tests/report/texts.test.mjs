@@ -88,7 +88,7 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(rescaled, /skewness.*kurtosis and entropy of its map and the entropy of its time course/);
     });
 
-    test('how often the run was repeated, what was discarded and how the number of components was found', async () => {
+    test('how often the run was repeated and what was discarded', async () => {
         assert.match(
             await methods({ facts: { Repeats: { Runs: 7 } } }),
             /extraction was run 7 times.*Iq.*Himberg et al\., 2004/,
@@ -96,12 +96,26 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(await references({ facts: { Repeats: { Runs: 7 } } }), /Himberg.*NeuroImage, 22/);
         assert.doesNotMatch(await references({}), /Himberg|Wax/);
         assert.match(await methods({ input: { DummyScans: 4 } }), /4 initial volumes were discarded beforehand/);
-        const ComponentEstimate = { MDL: 3, Laplace: 5, OptimalThreshold: 4, EffectiveSamples: 2407.3 };
+        assert.match(await methods({}), /at most five restarts in the whole run/);
+    });
+
+    test('how the number of components was found', async () => {
+        const earlier = { MDL: 3, Laplace: 5, OptimalThreshold: 4, EffectiveSamples: 2407.3 };
+        const textOf = (ComponentEstimate) => methods({ facts: { ComponentEstimate } });
         assert.match(
-            await methods({ facts: { ComponentEstimate } }),
+            await textOf(earlier),
             /number of components, 3, was estimated .* minimum description length \(Wax & Kailath, 1985\), assuming 2407 /,
         );
-        assert.match(await methods({}), /at most five restarts in the whole run/);
+        const estimate = { ParallelAnalysis: 9, ...earlier, Noise: { HasEdge: true } };
+        assert.match(
+            await textOf(estimate),
+            /number of components, 9, was estimated by parallel analysis \(Dobriban & Owen, 2019\)/,
+        );
+        assert.doesNotMatch(await textOf(estimate), /compromise|minimum description/);
+        assert.match(await textOf({ ...estimate, Noise: { HasEdge: false } }), /without an edge.*compromise/);
+        assert.match(await references({ facts: { ComponentEstimate: estimate } }), /Dobriban.*Statistical Society B/);
+        assert.doesNotMatch(await references({ facts: { ComponentEstimate: estimate } }), /Wax/);
+        assert.match(await references({ facts: { ComponentEstimate: earlier } }), /Wax/);
     });
 
     test('how the data were prepared', async () => {

@@ -37,7 +37,14 @@ export interface Decomposition {
         [key: string]: unknown;
     };
     Seed?: number | null;
-    ComponentEstimate?: { MDL: number; Laplace: number; OptimalThreshold: number; EffectiveSamples: number } | null;
+    ComponentEstimate?: {
+        ParallelAnalysis?: number;
+        MDL: number;
+        Laplace: number;
+        OptimalThreshold: number;
+        EffectiveSamples: number;
+        Noise?: { HasEdge: boolean };
+    } | null;
     SymmetricEstimate?: SymmetricFacts;
     ComponentsFound: number;
     RetainedVariancePercent: number | null;

@@ -75,13 +75,24 @@ function preparation({ facts: { Preparation: done } }: Run): string[] {
 }
 
 function componentCount({ facts: { ComponentEstimate: estimate } }: Run): string[] {
-    return estimate
-        ? [
-              `The number of components, ${estimate.MDL}, was estimated from the eigenvalues by minimum description `
-                  + `length (Wax & Kailath, 1985), assuming ${estimate.EffectiveSamples.toFixed(0)} effectively `
-                  + 'independent voxels.',
-          ]
-        : [];
+    if (!estimate) return [];
+    if (estimate.ParallelAnalysis === undefined) {
+        // a result of an earlier version
+        return [
+            `The number of components, ${estimate.MDL}, was estimated from the eigenvalues by minimum description `
+                + `length (Wax & Kailath, 1985), assuming ${estimate.EffectiveSamples.toFixed(0)} effectively `
+                + 'independent voxels.',
+        ];
+    }
+    const compromise =
+        estimate.Noise?.HasEdge === false
+            ? ' The eigenvalues descended into the noise without an edge, so that the number is a compromise.'
+            : '';
+    return [
+        `The number of components, ${estimate.ParallelAnalysis}, was estimated by parallel analysis (Dobriban & Owen, `
+            + '2019): that many eigenvalues were clearly above the largest one expected of noise with the spatial '
+            + `smoothness and temporal autocorrelation of the residuals.${compromise}`,
+    ];
 }
 
 function reduction({ facts }: Run): string {

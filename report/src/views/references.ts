@@ -3,6 +3,9 @@ import type { Run } from '../data/run';
 const FASTICA =
     'Hyv\u00e4rinen, A. (1999). Fast and robust fixed-point algorithms for independent component analysis. IEEE '
     + 'Transactions on Neural Networks, 10(3), 626\u2013634.';
+const PARALLEL_ANALYSIS =
+    'Dobriban, E., & Owen, A. B. (2019). Deterministic parallel analysis: an improved method for selecting factors and '
+    + 'principal components. Journal of the Royal Statistical Society B, 81(1), 163\u2013183.';
 const ICASSO =
     'Himberg, J., Hyv\u00e4rinen, A., & Esposito, F. (2004). Validating the independent components of neuroimaging '
     + 'time series via clustering and visualization. NeuroImage, 22(3), 1214\u20131222.';
@@ -23,12 +26,15 @@ const WELCH =
 
 /** The references of this run's methods paragraph, by author. */
 export function referencesOf({ facts }: Run): string[] {
+    const estimate = facts.ComponentEstimate;
+    const isParallel = estimate?.ParallelAnalysis !== undefined;
     return [
+        ...(isParallel ? [PARALLEL_ANALYSIS] : []),
         ...(facts.Repeats ? [ICASSO] : []),
         FASTICA,
         SPATIAL_ICA,
         ...(facts.SymmetricEstimate ? [ANDERSON] : []),
-        ...(facts.ComponentEstimate ? [MDL] : []),
+        ...(estimate && !isParallel ? [MDL] : []),
         WELCH,
     ];
 }

@@ -16,7 +16,7 @@ std::vector<double> threeAndNoise() {
 }
 
 TEST(ComponentEstimate, EveryCriterionFindsDirectionsThatStandOut) {
-    const ComponentEstimate estimate = estimateComponents(threeAndNoise(), 5000);
+    const ComponentEstimate estimate = eigenvalueCriteria(threeAndNoise(), 5000);
     EXPECT_EQ(estimate.byThreshold, 3);
     EXPECT_EQ(estimate.byMdl, 3);
     EXPECT_EQ(estimate.byLaplace, 3);
@@ -24,13 +24,13 @@ TEST(ComponentEstimate, EveryCriterionFindsDirectionsThatStandOut) {
 
 TEST(ComponentEstimate, TheEffectiveSampleSizeFollowsFromTheScatterOfTheNoise) {
     // 21 values around 1.5 in steps of 0.05: variance 0.0025 (21^2 - 1) / 12; 21 * 1.5^2 / variance.
-    EXPECT_NEAR(estimateComponents(threeAndNoise(), 5000).effectiveSamples, 515.454545454545, 1e-9);
-    EXPECT_EQ(estimateComponents(threeAndNoise(), 400).effectiveSamples, 400.0); // never more than the voxels
+    EXPECT_NEAR(eigenvalueCriteria(threeAndNoise(), 5000).effectiveSamples, 515.454545454545, 1e-9);
+    EXPECT_EQ(eigenvalueCriteria(threeAndNoise(), 400).effectiveSamples, 400.0); // never more than the voxels
 }
 
 TEST(ComponentEstimate, TheCurvesFollowTheFormulas) {
     // Computed from the two formulas with numpy and scipy.special.gammaln at 515.4545... samples.
-    const ComponentEstimate estimate = estimateComponents(threeAndNoise(), 5000);
+    const ComponentEstimate estimate = eigenvalueCriteria(threeAndNoise(), 5000);
     ASSERT_EQ(estimate.mdl.size(), 6U);
     EXPECT_NEAR(estimate.mdl[0], 11451.4676171, 1e-6);
     EXPECT_NEAR(estimate.mdl[2], 650.60339707, 1e-6);
@@ -43,15 +43,25 @@ TEST(ComponentEstimate, TheCurvesFollowTheFormulas) {
 TEST(ComponentEstimate, EigenvaluesAtRoundingLevelAreIgnored) {
     std::vector<double> values = threeAndNoise();
     values.insert(values.end(), {1e-13, 0.0, -1e-13});
-    const ComponentEstimate estimate = estimateComponents(values, 5000);
-    EXPECT_EQ(estimate.mdl, estimateComponents(threeAndNoise(), 5000).mdl);
-    EXPECT_EQ(estimate.chosen(), 3);
+    const ComponentEstimate estimate = eigenvalueCriteria(values, 5000);
+    EXPECT_EQ(estimate.mdl, eigenvalueCriteria(threeAndNoise(), 5000).mdl);
+    EXPECT_EQ(estimate.byMdl, 3);
 }
 
 TEST(ComponentEstimate, EstimatesAtLeastOneComponent) {
     for (const std::vector<double>& values : {std::vector<double>(12, 1.0), {5.0, 1.0}, {5.0, 0.0}}) {
-        EXPECT_EQ(estimateComponents(values, 100).chosen(), 1);
+        EXPECT_EQ(eigenvalueCriteria(values, 100).byMdl, 1);
     }
+}
+
+TEST(ComponentEstimate, CriteriaDisagreeFromAFactorOfTwo) {
+    ComponentEstimate estimate;
+    estimate.parallel.count = 12;
+    estimate.byThreshold = 7;
+    estimate.byMdl = 7;
+    EXPECT_FALSE(estimate.disagree());
+    estimate.byMdl = 6;
+    EXPECT_TRUE(estimate.disagree());
 }
 
 } // namespace

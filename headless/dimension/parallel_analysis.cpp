@@ -1,0 +1,67 @@
+#include "headless/dimension/parallel_analysis.h"
+
+#include <algorithm>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr double kMargin = 1.1; // of 1.05 to 1.3, that which is right most often on simulated runs
+constexpr double kMarginWithoutEdge = 1.5;
+
+constexpr int kAhead = 2;
+
+class Search {
+public:
+    Search(const ResidualNoise& noise, double margin, int most) : noise_(noise), margin_(margin), most_(most) {}
+
+    // More than `most` if the number does not settle below.
+    int run() const {
+        int count = 1;
+        while (count <= most_) {
+            const int more = moreThan(count);
+            if (more == count) break;
+            count = more;
+        }
+        return count;
+    }
+
+private:
+    // The number of eigenvalues above the noise after k directions, or after up to kAhead further ones, if that is more
+    // than were taken away; otherwise k.
+    int moreThan(int k) const {
+        for (int taken = k; taken <= std::min(k + kAhead, most_); ++taken) {
+            const int above = countAbove(margin_ * noise_.after(taken).edge);
+            if (above > taken) return above;
+        }
+        return k;
+    }
+
+    int countAbove(double threshold) const {
+        const auto begin = noise_.eigenvalues().begin();
+        const auto end = begin + noise_.dimensions();
+        return static_cast<int>(std::count_if(begin, end, [=](double value) { return value > threshold; }));
+    }
+
+    const ResidualNoise& noise_;
+    double margin_;
+    int most_;
+};
+
+} // namespace
+
+ParallelAnalysis parallelAnalysis(const ResidualNoise& noise) {
+    constexpr int kFewest = 6; // dimensions; with fewer there is no noise to speak of
+    ParallelAnalysis result;
+    if (noise.dimensions() < kFewest) return result;
+    const int most = noise.dimensions() / 3;
+    result.count = Search(noise, kMargin, most).run();
+    if (result.count > most) {
+        result.hasEdge = false;
+        result.count = std::min(most, Search(noise, kMarginWithoutEdge, most).run());
+    }
+    result.noise = noise.after(result.count);
+    return result;
+}
+
+} // namespace zn::headless

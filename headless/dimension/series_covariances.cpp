@@ -1,0 +1,149 @@
+#include "headless/dimension/series_covariances.h"
+
+#include "headless/blas/symmetric_matrix.h"
+
+#include <algorithm>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr int kPieces = 16;  // of the grid; fixed, so that the sums do not depend on the number of threads
+constexpr int kTogether = 4; // at most so many pieces at a time, each with four matrices
+constexpr int kRows = 256;   // courses per call of the BLAS
+
+// The sum of r rt over courses r, gathered into blocks.
+class CrossProducts {
+public:
+    explicit CrossProducts(int volumes)
+        : volumes_(volumes), rows_(static_cast<std::size_t>(kRows) * static_cast<std::size_t>(volumes)),
+          sum_(static_cast<std::size_t>(volumes) * static_cast<std::size_t>(volumes)) {}
+
+    // fill(t) is the value at volume t.
+    template <class Fill> void add(Fill fill) {
+        double* row = rows_.data() + std::int64_t{1} * count_ * volumes_;
+        for (int t = 0; t < volumes_; ++t) row[t] = fill(t);
+        ++total_;
+        if (++count_ == kRows) flush();
+    }
+    void flush() {
+        if (count_ > 0) addCrossProducts(rows_.data(), count_, volumes_, 1.0, sum_.data());
+        count_ = 0;
+    }
+    const std::vector<double>& sum() const { return sum_; }
+    std::int64_t total() const { return total_; }
+
+private:
+    int volumes_;
+    int count_ = 0;
+    std::int64_t total_ = 0;
+    std::vector<double> rows_;
+    std::vector<double> sum_; // upper triangle
+};
+
+// The data and, in turn, the differences along x, y and z.
+using Sums = std::array<CrossProducts, 4>;
+
+template <class Value> class Summation {
+public:
+    Summation(const Value* values, int volumes, const std::array<int, 3>& size, const std::vector<unsigned char>& mask)
+        : values_(values), volumes_(volumes), size_(size),
+          mask_(mask), step_{1, size[0], std::int64_t{1} * size[0] * size[1]} {}
+
+    // Calls use(v) for the voxels of a piece that are inside the mask.
+    template <class Use> void forPiece(int piece, Use use) const {
+        const auto voxels = static_cast<std::int64_t>(mask_.size());
+        for (std::int64_t v = voxels * piece / kPieces; v < voxels * (piece + 1) / kPieces; ++v) {
+            if (inside(v)) use(v);
+        }
+    }
+
+    void addMeans(int piece, std::vector<double>& sums) const {
+        forPiece(piece, [&](std::int64_t v) {
+            for (int t = 0; t < volumes_; ++t) sums[static_cast<std::size_t>(t)] += value(v, t);
+        });
+    }
+
+    void addProducts(int piece, const std::vector<double>& mean, Sums& sums) const {
+        forPiece(piece, [&](std::int64_t v) {
+            sums[0].add([&](int t) { return value(v, t) - mean[static_cast<std::size_t>(t)]; });
+            const std::array<std::int64_t, 3> at = {v % size_[0], v / step_[1] % size_[1], v / step_[2]};
+            const auto axis = static_cast<std::size_t>((at[0] + at[1] + at[2]) % 3);
+            const std::int64_t next = v + step_[axis];
+            if (at[axis] + 1 == size_[axis] || !inside(next)) return;
+            sums[axis + 1].add([&](int t) { return value(next, t) - value(v, t); });
+        });
+        for (CrossProducts& products : sums) products.flush();
+    }
+
+private:
+    bool inside(std::int64_t v) const { return mask_[static_cast<std::size_t>(v)] != 0; }
+    double value(std::int64_t v, int t) const { return static_cast<double>(values_[v * volumes_ + t]); }
+
+    const Value* values_;
+    int volumes_;
+    std::array<int, 3> size_;
+    const std::vector<unsigned char>& mask_;
+    std::array<std::int64_t, 3> step_;
+};
+
+void addTo(std::vector<double>& sum, const std::vector<double>& term) {
+    for (std::size_t i = 0; i < sum.size(); ++i) sum[i] += term[i];
+}
+
+// Divided by a number, the lower triangle filled in.
+void complete(std::vector<double>& matrix, std::size_t order, double divisor) {
+    for (std::size_t i = 0; i < order; ++i) {
+        for (std::size_t j = i; j < order; ++j) {
+            matrix[i * order + j] /= divisor;
+            matrix[j * order + i] = matrix[i * order + j];
+        }
+    }
+}
+
+template <class Value>
+SeriesCovariances covariancesOf(const Summation<Value>& summation, SeriesCovariances result, WorkerThreads& threads) {
+    const auto order = static_cast<std::size_t>(result.volumes);
+    std::vector<std::vector<double>> sums(kPieces, std::vector<double>(order));
+    threads.run(kPieces, [&](int piece) { summation.addMeans(piece, sums[static_cast<std::size_t>(piece)]); });
+    std::vector<double> mean(order);
+    for (const auto& sum : sums) addTo(mean, sum);
+    for (double& value : mean) value /= static_cast<double>(result.voxels);
+
+    std::array<std::vector<double>*, 4> matrices = {&result.total, &result.differences[0], &result.differences[1],
+                                                    &result.differences[2]};
+    std::array<std::int64_t, 4> counts{};
+    for (auto* matrix : matrices) matrix->resize(order * order);
+    const int together = std::min(threads.threads(), kTogether);
+    for (int first = 0; first < kPieces; first += together) {
+        const int count = std::min(together, kPieces - first);
+        const CrossProducts none(result.volumes);
+        std::vector<Sums> parts(static_cast<std::size_t>(count), Sums{none, none, none, none});
+        threads.run(count, [&](int i) { summation.addProducts(first + i, mean, parts[static_cast<std::size_t>(i)]); });
+        for (const Sums& part : parts) {
+            for (std::size_t m = 0; m < matrices.size(); ++m) {
+                addTo(*matrices[m], part[m].sum());
+                counts[m] += part[m].total();
+            }
+        }
+    }
+    for (std::size_t m = 0; m < matrices.size(); ++m) {
+        complete(*matrices[m], order, static_cast<double>(counts[m]) * (m == 0 ? 1.0 : 2.0));
+        if (counts[m] == 0) matrices[m]->clear();
+    }
+    return result;
+}
+
+} // namespace
+
+SeriesCovariances seriesCovariances(const TimeSeries& series, const std::array<int, 3>& size,
+                                    const std::vector<unsigned char>& mask, WorkerThreads& threads) {
+    SeriesCovariances result;
+    result.volumes = series.volumes;
+    result.voxels = static_cast<std::int64_t>(mask.size()) - std::count(mask.begin(), mask.end(), 0);
+    return series.isFloat()
+               ? covariancesOf(Summation(series.floats.get(), series.volumes, size, mask), std::move(result), threads)
+               : covariancesOf(Summation(series.shorts.get(), series.volumes, size, mask), std::move(result), threads);
+}
+
+} // namespace zn::headless
