@@ -65,7 +65,7 @@ def agreement(results):
     if len(results) < 2:
         return None
     rows = [line.split("\t") for line in znica("compare", *results[:2]).splitlines()[1:]]
-    return median(abs(float(row[2])) for row in rows if len(row) == 3)
+    return median(abs(float(row[2])) for row in rows if len(row) == 3 and row[2] != "n/a")
 
 
 def measure(data, preparation, approach, seeds, folder):

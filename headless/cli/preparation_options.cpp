@@ -35,7 +35,7 @@ void setScaling(PreparationOptions& o, const std::string& text) {
 void addPreparationOptions(CLI::App& run, PreparationOptions& o) {
     auto* smooth = run.add_option_function<std::string>(
         "--smooth", [&o](const std::string& text) { setSmoothing(o, text); },
-        "Gaussian within the mask, FWHM in mm; auto: if needed (0)");
+        "Gaussian within the mask, FWHM in mm; auto: if needed; 0: none (auto)");
     smooth->type_name("MM|auto");
     auto* highPass = run.add_option_function<std::string>(
         "--high-pass",
@@ -48,11 +48,6 @@ void addPreparationOptions(CLI::App& run, PreparationOptions& o) {
         "--scale", [&o](const std::string& text) { setScaling(o, text); },
         "none; percent: of each voxel's mean; sd: to unit variance (none)");
     scale->type_name("NAME");
-    run.add_flag_callback(
-           "--as-is", [&o] { o = {}; }, "no preparation: exactly what the desktop computes")
-        ->excludes(smooth)
-        ->excludes(highPass)
-        ->excludes(scale);
 }
 
 } // namespace zn::headless

@@ -6,8 +6,7 @@
 
 namespace zn::headless {
 
-/// Adds the options of `znica run` that say what is done to the time courses before the analysis, and --as-is, which
-/// does without.
+/// Adds the options of `znica run` that say what is done to the time courses before the analysis.
 ///
 ///   o   outlives the command
 void addPreparationOptions(CLI::App& run, PreparationOptions& o);

@@ -72,18 +72,19 @@ void setColumns(RunOptions& options, const std::string& text) {
     }
 }
 
-void setApproach(Approach& approach, const std::string& name) {
+void setApproach(RunOptions& options, const std::string& name) {
     if (name != "deflation" && name != "symmetric") {
         throw CLI::ValidationError("--approach", "needs deflation or symmetric; got " + name);
     }
-    approach = name == "symmetric" ? Approach::kSymmetric : Approach::kDeflation;
+    options.approach = name == "symmetric" ? Approach::kSymmetric : Approach::kDeflation;
+    options.approachRequested = true;
 }
 
 void addApproach(CLI::App& command, RunOptions& o) {
     command
         .add_option_function<std::string>(
-            "--approach", [&o](const std::string& name) { setApproach(o.approach, name); },
-            "find components one by one, or all at once (deflation)")
+            "--approach", [&o](const std::string& name) { setApproach(o, name); },
+            "find components one by one, or all at once (symmetric)")
         ->type_name("deflation|symmetric");
     auto* starts = command.add_option("--starts", o.starts, "random starts of the symmetric approach (3)");
     starts->check(CLI::Range(1, 1000).description(""))->type_name("N")->group(kRareOptions);
@@ -116,6 +117,19 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N")
         ->group(kRareOptions);
+}
+
+void addAsIs(CLI::App& command, RunOptions& o) {
+    auto* asIs = command.add_flag_callback(
+        "--as-is",
+        [&o] {
+            o.preparation = {};
+            o.approach = Approach::kDeflation;
+        },
+        "no preparation, deflation: what the desktop computes");
+    for (const char* other : {"--smooth", "--high-pass", "--scale", "--approach", "--starts"}) {
+        asIs->excludes(command.get_option(other));
+    }
 }
 
 void addFingerprint(CLI::App& command, RunOptions& o) {
@@ -180,6 +194,7 @@ void addRunCommand(CLI::App& app, Action& action) {
     auto* components = addInputOptions(*run, o);
     addPreparationOptions(*run, o.preparation);
     addApproach(*run, o);
+    addAsIs(*run, o);
     addSeparation(*run, o, components);
     addFingerprint(*run, o);
     run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")

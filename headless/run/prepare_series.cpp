@@ -17,7 +17,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kTargetVoxels = 2.0; // full width at half maximum to which --smooth auto smooths
+constexpr double kTargetVoxels = 1.5; // full width at half maximum to which --smooth auto smooths
 
 std::string millimetres(double width) {
     char text[32];

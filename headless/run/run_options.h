@@ -65,14 +65,15 @@ struct RunOptions {
     std::filesystem::path regions;            ///< label image; empty: none
     std::filesystem::path regionNames;        ///< empty: regions are named by their labels
     std::filesystem::path plugin;             ///< empty: the one that belongs to the command
-    PreparationOptions preparation;
+    PreparationOptions preparation{.smoothIfNeeded = true};
     ComponentCount componentCount = ComponentCount::kGiven;
     EigenvalueRange eigenvalues;     ///< for kGiven
     int dummyScans = 0;              ///< volumes to omit at the beginning
     std::optional<double> memoryGib; ///< limit on memory; nothing: what is free
     bool dryRun = false;
-    Approach approach = Approach::kDeflation;
-    int starts = 3; ///< for kSymmetric: random starts, of which the best is finished
+    Approach approach = Approach::kSymmetric;
+    bool approachRequested = false; ///< otherwise a plug-in that has no such choice keeps its own
+    int starts = 3;                 ///< for kSymmetric: random starts, of which the best is finished
     Nonlinearity nonlinearity = Nonlinearity::kTanh;
     float epsilon = 1e-4f;
     int maxIterations = 500;

@@ -35,7 +35,7 @@ void setEigenvalueRange(DialogFields& dialog, const EigenvalueRange& range) {
 }
 
 void requireApproach(const Run& run, const SymmetricSeparator& separator) {
-    if (run.options.approach == Approach::kDeflation || separator.facts()) return;
+    if (!run.options.approachRequested || run.options.approach == Approach::kDeflation || separator.facts()) return;
     throw Failure(ExitStatus::kInput,
                   run.library->file().string() + " does not let znica find the components; use --approach deflation.");
 }

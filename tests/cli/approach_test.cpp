@@ -56,15 +56,32 @@ TEST_F(Approach, SymmetricIsRecordedWithItsStarts) {
     EXPECT_THAT(log, Not(HasSubstr("deflation")));
 }
 
-TEST_F(Approach, DeflationIsTheDefault) {
+TEST_F(Approach, SymmetricIsTheDefault) {
     makeSample();
     ASSERT_EQ(run("default", {}).status, 0);
-    ASSERT_EQ(run("named", {"--approach", "deflation"}).status, 0);
+    ASSERT_EQ(run("named", {"--approach", "symmetric"}).status, 0);
     EXPECT_EQ(text("default", "mixing.tsv"), text("named", "mixing.tsv"));
-    const json facts = json::parse(text("default", "decomposition.json"));
+}
+
+// In one word what the desktop computes.
+TEST_F(Approach, AsIsIsDeflationWithoutPreparation) {
+    makeSample();
+    ASSERT_EQ(run("as is", {"--as-is"}).status, 0);
+    ASSERT_EQ(run("named", {"--approach", "deflation", "--smooth", "0"}).status, 0);
+    EXPECT_EQ(text("as is", "mixing.tsv"), text("named", "mixing.tsv"));
+    const json facts = json::parse(text("as is", "decomposition.json"));
     EXPECT_EQ(facts["Settings"]["Approach"], "deflation");
     EXPECT_TRUE(facts["Settings"]["Starts"].is_null());
     EXPECT_EQ(facts.count("SymmetricEstimate"), 0U);
+    EXPECT_EQ(facts["Preparation"]["SmoothingFWHM"], 0.0);
+}
+
+TEST_F(Approach, AsIsAdmitsNoOtherChoice) {
+    for (const auto& [option, value] : {std::pair("--smooth", "6"), {"--scale", "sd"}, {"--approach", "symmetric"}}) {
+        const CommandResult result = znica({"run", "bold.nii", "--out", "r", "--as-is", option, value});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.err, HasSubstr(std::string(option) + " excludes --as-is"));
+    }
 }
 
 TEST_F(Approach, SymmetricGivesTheSameFilesWithAnyNumberOfThreads) {
@@ -86,7 +103,7 @@ TEST_F(Approach, SymmetricWithoutConvergenceCountsAsGivenUp) {
 }
 
 TEST_F(Approach, StartsBelongToTheSymmetricOne) {
-    const CommandResult result = znica({"run", "bold.nii", "--out", "r", "--starts", "2"});
+    const CommandResult result = znica({"run", "bold.nii", "--out", "r", "--approach", "deflation", "--starts", "2"});
     EXPECT_EQ(result.status, 2);
     EXPECT_THAT(result.err, HasSubstr("--starts: needs --approach symmetric"));
     EXPECT_EQ(znica({"run", "bold.nii", "--out", "r", "--approach", "symmetric", "--starts", "0"}).status, 2);

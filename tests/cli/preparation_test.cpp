@@ -58,8 +58,15 @@ TEST_F(PreparationOfARun, ThatSmoothsIfNeededSmoothsWhiteNoise) {
     EXPECT_GT(facts["SmoothingFWHM"], 0.0);
 }
 
-TEST_F(PreparationOfARun, IsNotMadeUnlessRequested) {
+TEST_F(PreparationOfARun, SmoothsIfNeededByDefault) {
     EXPECT_EQ(run({"--components", "3"}).status, 0);
+    EXPECT_EQ(preparation()["SmoothingAsked"], "auto");
+    EXPECT_EQ(preparation()["HighPassSeconds"], 0.0);
+    EXPECT_EQ(preparation()["Scaling"], "none");
+}
+
+TEST_F(PreparationOfARun, IsNotMadeIfTheDataAreTakenAsTheyAre) {
+    EXPECT_EQ(run({"--components", "3", "--as-is"}).status, 0);
     EXPECT_EQ(preparation()["SmoothingFWHM"], 0.0);
     EXPECT_EQ(preparation()["Scaling"], "none");
 }
@@ -119,7 +126,7 @@ TEST_F(PreparationOfARun, CountsTheVoxelsThatItMakesConstant) {
             image.append(static_cast<float>(v < 5 ? -100 : 500) + static_cast<float>((v * t * t) % 31));
     }
     writeFile(folder / "a_bold.nii", image.bytes());
-    const CommandResult result = run({"--components", "2", "--scale", "percent"});
+    const CommandResult result = run({"--components", "2", "--scale", "percent", "--smooth", "0"});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out,
                 HasSubstr("voxels were excluded after the preparation: 0 with non-finite values, 4 constant."));

@@ -33,7 +33,7 @@ def analysed(folder, components):
         *(znica(), "run", folder / f"sample/{SAMPLE}bold.nii.gz", "--components", components, "--seed", 3),
         *("--mask", folder / f"sample/{SAMPLE}desc-brain_mask.nii.gz", "--dummy-scans", DUMMY_SCANS),
         *("--epsilon", 0.9 if components == "max" else 1e-4),  # noise would not converge any better
-        *("--no-report", "--out", out),
+        *("--as-is", "--no-report", "--out", out),
     )
     image = {name: np.asanyarray(nibabel.load(out / f"{SAMPLE}{name}").dataobj) for name in names()}
     mask = image["desc-brain_mask.nii.gz"] != 0

@@ -28,7 +28,7 @@ def difference(folder, nonlinearity, znica):
     sample, out = folder / f"sample/{SAMPLE}bold.nii.gz", folder / nonlinearity
     mask_file = folder / f"sample/{SAMPLE}desc-brain_mask.nii.gz"
     options = ["--components", COMPONENTS, "--seed", SEED, "--nonlinearity", nonlinearity, "--epsilon", "1e-8"]
-    options += ["--approach", "symmetric", "--starts", STARTS, "--no-clustering", "--no-report"]
+    options += ["--approach", "symmetric", "--starts", STARTS, "--no-clustering", "--no-report", "--smooth", 0]
     command(znica, "run", sample, "--mask", mask_file, *options, "--out", out)
     facts = json.loads((out / f"{SAMPLE}desc-ICA_decomposition.json").read_text())
     estimate = facts["SymmetricEstimate"]
