@@ -62,7 +62,10 @@ Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<
         }
         const PackedMap packed = packMap(inside, digits);
         page.add("map-" + std::to_string(maps.size()), packed.bytes);
-        maps.push_back({{"decimals", packed.decimals}, {"lowest", packed.lowest}, {"highest", packed.highest}});
+        maps.push_back({{"decimals", packed.decimals},
+                        {"lowest", packed.lowest},
+                        {"highest", packed.highest},
+                        {"negative_tail", packed.negativeTail}});
     });
     return maps;
 }
