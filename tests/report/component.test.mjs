@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, missingBrowser, openReport, painted, showComponent } from './browser.mjs';
 import { COLUMNS } from './made_up_run.mjs';
-import { cardNames, chartData, checkCrosshair } from './page_contents.mjs';
+import { cardNames, chartData, checkCrosshair, isFlipped } from './page_contents.mjs';
 import { colouredPixels, readPng } from './png.mjs';
 import { madeUp } from './runs.mjs';
 
@@ -20,6 +20,7 @@ for (const renderer of ['webgl2', 'canvas']) {
         test('changes the pixels of the map with the threshold', async () => {
             const page = await openReport(browser, thirty.report);
             await showComponent(page, 'ICA_01', renderer);
+            await page.locator('#fewest').fill('1');
             const coloured = async (threshold) => {
                 await page.locator('#threshold').fill(String(threshold));
                 await painted(page);
@@ -51,6 +52,7 @@ for (const renderer of ['webgl2', 'canvas']) {
         test('shows under the crosshair the value that the map file holds there', async () => {
             const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_04', renderer);
+            await page.keyboard.press('p');
             const peak = await checkCrosshair(page, six, 4);
             for (const key of ['ArrowUp', 'ArrowUp', 'ArrowUp', 'ArrowDown']) await page.keyboard.press(key);
             const above = await checkCrosshair(page, six, 4);
@@ -98,10 +100,11 @@ for (const renderer of ['webgl2', 'canvas']) {
             for (const component of [0, 2, 29]) {
                 const name = thirty.metrics[component].component;
                 await showComponent(page, name, renderer);
+                const flipped = await isFlipped(page);
                 const course = await chartData(page, 'course');
                 assert.deepEqual(
                     course.datasets[0].data.map(({ y }) => y),
-                    thirty.mixing.map((row) => Number(row[name])),
+                    thirty.mixing.map((row) => (flipped ? 1 - Number(row[name]) : Number(row[name]))),
                 );
                 assert.deepEqual(
                     course.datasets[0].data.map(({ x }) => x),

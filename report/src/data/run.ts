@@ -5,6 +5,7 @@ import { ComponentMaps } from './component_map';
 import type { ComponentFacts, Decomposition } from './decomposition';
 import { Grid } from './grid';
 import { METRICS } from './metrics';
+import { Signs } from './signs';
 import { columnOf, numberIn, parseTable } from './table';
 
 interface RunBlock {
@@ -17,7 +18,7 @@ interface RunBlock {
     grid: { size: Vector; voxel_to_mm: Affine };
     voxels_inside: number;
     has_mean: boolean;
-    maps: { decimals: number; lowest: number; highest: number }[];
+    maps: { decimals: number; lowest: number; highest: number; negative_tail: boolean }[];
 }
 
 /** A component with everything that the tables of the run hold about it. */
@@ -33,6 +34,7 @@ export interface Component {
     timeCourse: number[];
     lowest: number; // value of the map
     highest: number;
+    negativeTail: boolean; // the longer tail of the map is the negative one
     facts: ComponentFacts | undefined;
 }
 
@@ -65,7 +67,8 @@ export interface Run {
     gridOf: Int32Array; // position inside the mask -> grid index
     grey: Uint8Array; // mean image for display; the shape of the mask if the run has none
     hasMean: boolean;
-    maps: ComponentMaps;
+    maps: ComponentMaps; // with the sign of the files
+    signs: Signs;
 }
 
 // FNV-1a, 32 bits: enough to keep the labels of different runs apart.
@@ -100,6 +103,7 @@ function readComponents(block: RunBlock): Component[] {
             timeCourse: columnOf(mixing, mixing.columns.indexOf(name)),
             lowest: block.maps[index].lowest,
             highest: block.maps[index].highest,
+            negativeTail: block.maps[index].negative_tail,
             facts,
         };
     });
@@ -128,9 +132,10 @@ export async function readRun(): Promise<Run> {
     const block = JSON.parse(text) as RunBlock;
     const components = readComponents(block);
     const grey = block.has_mean ? await blocks.bytes('mean') : mask.map((inside) => (inside ? 70 : 0));
+    const id = hash([block.mixing_tsv, ...components.flatMap(({ cells }) => cells)].join('\t'));
     return {
         name: block.name,
-        id: hash([block.mixing_tsv, ...components.flatMap(({ cells }) => cells)].join('\t')),
+        id,
         facts: block.decomposition,
         columns: block.columns,
         trSeconds: block.decomposition.Input.RepetitionTimeMilliseconds / 1000,
@@ -142,5 +147,6 @@ export async function readRun(): Promise<Run> {
         grey,
         hasMean: block.has_mean,
         maps: new ComponentMaps(block.maps.map((map) => map.decimals)),
+        signs: new Signs(id),
     };
 }

@@ -44,6 +44,9 @@ export class ComponentView implements View {
             void this.draw();
         };
         this.brains = new BrainPair(run, look);
+        run.signs.onChange((component) => {
+            if (component === this.component || component === this.chosen) void this.draw();
+        });
         this.controls = lookControls(look, highest, () => this.brains.lookChanged());
         const figure = (title: string, ...content: HTMLElement[]): HTMLElement =>
             h('figure', { class: 'panel' }, h('figcaption', {}, title), ...content);
@@ -59,7 +62,8 @@ export class ComponentView implements View {
                 h(
                     'p',
                     { class: 'chart-note sign-note' },
-                    'The sign of a component is arbitrary: map and time course are meaningful only together.',
+                    'The sign of a component is arbitrary. Map, time course and correlations are shown with the longer tail of the '
+                        + 'map positive, unless you flip them; the files keep their sign.',
                 ),
             ),
             h('div', { class: 'component-side' }, figure('Fingerprint', this.fingerprint.element, this.tables)),
@@ -73,7 +77,7 @@ export class ComponentView implements View {
                 'p',
                 { class: 'keys' },
                 'Keys: ',
-                ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'P peak'].map((text) =>
+                ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'F flip', 'P peak'].map((text) =>
                     h('kbd', {}, text),
                 ),
             ),
@@ -103,6 +107,7 @@ export class ComponentView implements View {
         else if (event.key === 'ArrowUp') this.brains.moveSlice(1);
         else if (event.key === 'ArrowDown') this.brains.moveSlice(-1);
         else if (event.key.toLowerCase() === 'p') this.brains.goToPeak();
+        else if (event.key.toLowerCase() === 'f' && this.component) this.run.signs.flip(this.component);
         else if (label && this.component) this.labels.toggle(this.component.name, label.label);
         else return false;
         return true;

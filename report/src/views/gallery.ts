@@ -1,5 +1,4 @@
 import { defaultLook, type Look } from '../brain/look';
-import { extentOfMask } from '../brain/mosaic';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import { labelBar } from '../labels/label_bar';
@@ -37,10 +36,9 @@ export class Gallery {
         whenSeenDrawn: () => void,
     ) {
         this.own = defaultLook(look.threshold);
-        const extent = extentOfMask(run);
         this.cards = run.components.map((component) => new Card(run, component, labels));
         this.shown = this.cards;
-        this.queue = new DrawQueue((card) => card.draw(this.own, extent), whenSeenDrawn);
+        this.queue = new DrawQueue((card) => card.draw(this.own), whenSeenDrawn);
         const observer = new IntersectionObserver(
             (entries) => {
                 for (const { target, isIntersecting } of entries) {
@@ -59,6 +57,7 @@ export class Gallery {
             for (const card of this.cards) card.refreshLabel();
             if (this.selection.sort === 'label' || this.selection.label !== 'all') this.refresh(run, labels);
         });
+        run.signs.onChange((component) => this.redraw([this.cards[component.index]]));
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
         this.sides = lookSwitch(look, 'radiological', 'Left on the right', () => this.turn());
         this.describe();
@@ -86,11 +85,20 @@ export class Gallery {
 
     // Redraws the cards, those in view first.
     private turn(): void {
-        if (this.own.radiological === this.look.radiological) return;
-        this.own.radiological = this.look.radiological;
+        const { fewest, radiological } = this.look;
+        if (this.own.radiological === radiological && this.own.fewest === fewest) {
+            this.queue.start(); // the cards of components flipped in another view
+            return;
+        }
+        Object.assign(this.own, { fewest, radiological });
         this.describe();
-        for (const card of this.cards) {
+        this.redraw(this.cards);
+    }
+
+    private redraw(cards: Card[]): void {
+        for (const card of cards) {
             card.drawn = false;
+            card.refreshSign();
             if (card.isInSight()) this.queue.inSight(card);
         }
         this.queue.start();
@@ -98,8 +106,8 @@ export class Gallery {
 
     private describe(): void {
         this.legend.textContent =
-            `Axial slices from bottom to top; coloured where |z| > ${short(this.own.threshold)}, up to the large `
-            + `values of each map; left is ${this.own.radiological ? 'on the right' : 'on the left'}.`;
+            `Planes through the largest cluster, then axial slices from bottom to top through the rest. Coloured: clusters of `
+            + `at least ${plural(this.own.fewest, 'voxel')} with |z| > ${short(this.own.threshold)}; left is ${this.own.radiological ? 'on the right' : 'on the left'}.`;
     }
 
     private refresh(run: Run, labels: Labels): void {

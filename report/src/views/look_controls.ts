@@ -21,7 +21,8 @@ export function lookControls(
         value: number,
         set: (value: number) => void,
     ): HTMLElement => {
-        const output = h('output', { for: id }, value.toFixed(step < 0.1 ? 2 : 1));
+        const decimals = step < 0.1 ? 2 : step < 1 ? 1 : 0;
+        const output = h('output', { for: id }, value.toFixed(decimals));
         const input = h('input', {
             type: 'range',
             id,
@@ -30,7 +31,7 @@ export function lookControls(
             step,
             value,
             oninput: () => {
-                output.textContent = input.valueAsNumber.toFixed(step < 0.1 ? 2 : 1);
+                output.textContent = input.valueAsNumber.toFixed(decimals);
                 set(input.valueAsNumber);
                 changed();
             },
@@ -78,6 +79,9 @@ export function lookControls(
                 look.threshold = value;
             },
         ),
+        slider('fewest', 'Smallest cluster', 1, 100, 1, look.fewest, (value) => {
+            look.fewest = value;
+        }),
         slider('opacity', 'Opacity', 0, 1, 0.05, look.opacity, (value) => {
             look.opacity = value;
         }),

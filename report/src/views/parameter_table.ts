@@ -2,7 +2,7 @@ import { FINGERPRINT, FINGERPRINT_START, METRICS } from '../data/metrics';
 import { predictorMatch } from '../data/predictor_match';
 import { type Component, isRepeated, type Run } from '../data/run';
 import { h } from '../dom';
-import { short } from '../numbers';
+import { fixed, short } from '../numbers';
 
 function cell(component: Component, metric: number): HTMLElement {
     const { column } = METRICS[metric];
@@ -74,9 +74,9 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
         metric: number,
         name: string | null,
         number: number,
-        negative = false,
+        r: number | null = null, // null: its sign is not known
     ): HTMLElement => {
-        const strength = `|r| ${short(component.values[metric])}${negative ? ', negatively correlated' : ''}`;
+        const strength = r === null ? `|r| ${short(component.values[metric])}` : `r ${fixed(r, 3)}`;
         const text = name === null ? 'none' : `${name} (no. ${component.cells[number]}), ${strength}`;
         return h('td', { 'data-metric': METRICS[metric].column, title: component.cells[metric] }, text);
     };
@@ -105,7 +105,7 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
             'tbody',
             {},
             row('Design matrix', 0, (component) =>
-                named(component, 0, component.predictor, 1, predictorMatch(run, component)?.negative),
+                named(component, 0, component.predictor, 1, predictorMatch(run, component)?.r),
             ),
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
             row('RMS', 2, (component) => cell(component, 2)),
