@@ -18,4 +18,8 @@ int symmetricEigenvalues(double* upper, int order, double* values) {
     return info;
 }
 
+bool solvePositiveDefinite(double* upper, int order, double* right, int columns) {
+    return LAPACKE_dposv(LAPACK_ROW_MAJOR, 'U', order, columns, upper, order, right, columns) == 0;
+}
+
 } // namespace zn::headless

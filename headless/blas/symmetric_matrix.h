@@ -15,4 +15,11 @@ void addCrossProducts(const double* rows, int count, int order, double scale, do
 ///   values   [order]
 int symmetricEigenvalues(double* upper, int order, double* values);
 
+/// Solves A X = B for a symmetric positive definite A, with LAPACK (dposv). Returns false, with B unchanged or
+/// meaningless, unless A is positive definite.
+///
+///   upper     [order][order], row after row; only the upper triangle is read, and it is destroyed
+///   right     [order][columns], row after row; in: B, out: X
+bool solvePositiveDefinite(double* upper, int order, double* right, int columns);
+
 } // namespace zn::headless

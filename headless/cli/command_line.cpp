@@ -2,6 +2,7 @@
 
 #include "headless/cli/commands.h"
 #include "headless/cli/help_pages.h"
+#include "headless/cli/nearest_word.h"
 
 namespace zn::headless {
 
@@ -20,6 +21,35 @@ constexpr char kExitStatus[] = "Exit status:\n"
                                "  129  hung up, as when the terminal closes (128 + signal number)\n"
                                "  130  interrupted\n"
                                "  143  terminated\n";
+
+std::string suggestion(const std::string& nearest) {
+    return nearest.empty() ? "" : "; did you mean " + nearest + "?";
+}
+
+std::vector<std::string> commandNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
+std::vector<std::string> optionNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options([](const CLI::Option* o) { return !o->get_group().empty(); })) {
+        for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    }
+    return names;
+}
+
+// The first argument that looks like an option and is none; empty when there is no such argument. Required options
+// that are missing are complained about earlier than this, though its misspelling is often the reason.
+std::string unknownOption(const CLI::App& command) {
+    for (const std::string& argument : command.remaining()) {
+        if (argument.starts_with('-')) return argument.substr(0, argument.find('='));
+    }
+    return "";
+}
 
 } // namespace
 
@@ -41,17 +71,22 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {
-    if (!app.get_subcommands().empty()) {
-        return std::string(error.what()) + " (see znica " + app.get_subcommands().front()->get_name() + " --help)";
+    const bool named = !app.get_subcommands().empty();
+    const CLI::App& command = named ? *app.get_subcommands().front() : app;
+    const std::string program = "znica" + (named ? " " + command.get_name() : "");
+    const std::string help = " (see " + program + " --help)";
+    const std::string option = unknownOption(command);
+    if (!option.empty()) {
+        return option + " is not an option of " + program + suggestion(nearestWord(option, optionNames(command))) +
+               help;
     }
-    const std::string help = " (see znica --help)";
-    if (error.get_name() != "RequiredError") return error.what() + help;
+    if (named || error.get_name() != "RequiredError") return error.what() + help;
+    const auto names = commandNames(app);
     std::string commands;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        commands += (commands.empty() ? "" : ", ") + command->get_name();
-    }
+    for (const std::string& name : names) commands += (commands.empty() ? "" : ", ") + name;
     if (count < 2) return "name a command: " + commands + help;
-    return std::string(arguments[1]) + " is not a command; the commands are " + commands + help;
+    return std::string(arguments[1]) + " is not a command" + suggestion(nearestWord(arguments[1], names)) +
+           "; the commands are " + commands + help;
 }
 
 } // namespace zn::headless

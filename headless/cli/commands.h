@@ -20,7 +20,8 @@ void addScoreCommand(CLI::App& app, Action& action);
 /// those that only report that this host lacks them, and those that do not exist.
 void addInfoCommand(CLI::App& app, Action& action);
 
-/// `znica compare A B`: prints the matched components of two results; with --out also writes the same table to a file.
+/// `znica compare A B`: prints the matched components of two results and a summary; with --out also writes the table,
+/// without the summary, to a file.
 void addCompareCommand(CLI::App& app, Action& action);
 
 /// `znica report DIR`: recreates the report of a result.

@@ -35,9 +35,10 @@ ExitStatus compare(const Options& options) {
         throw Failure(ExitStatus::kOther, options.out.string() + " exists; name another file, or use --force.");
     }
     for (const std::filesystem::path& folder : {options.a, options.b}) requireOutside(folder, options.out);
-    const std::string table = pairTable(pairComponents(options.a, options.b));
+    const auto pairs = pairComponents(options.a, options.b);
+    const std::string table = pairTable(pairs);
     if (!options.out.empty()) replaceTextFile(options.out, table);
-    std::fputs(table.c_str(), stdout);
+    std::printf("%s%s\n", table.c_str(), pairSummary(pairs).c_str());
     requirePrinted();
     return ExitStatus::kDone;
 }

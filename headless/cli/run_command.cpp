@@ -6,6 +6,7 @@
 #include "headless/cli/preparation_options.h"
 #include "headless/run/run_driver.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <map>
@@ -52,6 +53,25 @@ void setNonlinearity(Nonlinearity& nonlinearity, const std::string& name) {
     nonlinearity = found->second;
 }
 
+void setDesign(RunOptions& options, const std::string& text) {
+    options.designBesideImage = text == "auto";
+    if (!options.designBesideImage) options.design = text;
+}
+
+// Names in a list separated by commas.
+void setColumns(RunOptions& options, const std::string& text) {
+    options.confoundColumns.clear();
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find(',', start), text.size());
+        if (end == start) {
+            throw CLI::ValidationError("--columns",
+                                       "needs names separated by commas, such as trans_x,rot_z; got " + text);
+        }
+        options.confoundColumns.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+}
+
 void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
     command
         .add_option_function<std::string>(
@@ -78,9 +98,18 @@ void addSeparation(CLI::App& command, RunOptions& o, CLI::Option* components) {
 
 void addFingerprint(CLI::App& command, RunOptions& o) {
     command
-        .add_option("--design", o.design,
-                    "up to 16 predictors to compare time courses with: RTC text or table with header")
-        ->type_name("FILE");
+        .add_option_function<std::string>(
+            "--design", [&o](const std::string& text) { setDesign(o, text); },
+            "predictors: BIDS events, TSV, CSV, .mat, .1D, RTC")
+        ->type_name("FILE|auto");
+    auto* confounds = command.add_option("--confounds", o.confounds, "table of confounds to compare time courses with");
+    confounds->type_name("TSV");
+    command
+        .add_option_function<std::string>(
+            "--columns", [&o](const std::string& text) { setColumns(o, text); }, "confounds to use (all)")
+        ->type_name("A,B,...")
+        ->needs(confounds)
+        ->group(kRareOptions);
     auto* rois =
         command.add_option("--rois", o.regions, "label image of regions to compare maps with")->type_name("NIFTI");
     command.add_option("--roi-names", o.regionNames, "table of region names, with columns index and name")

@@ -1,49 +1,24 @@
 #include "headless/design/predictor_table.h"
 
+#include "headless/design/number_columns.h"
 #include "headless/failure/failure.h"
 #include "headless/text/text_lines.h"
 
 namespace zn::headless {
 
-namespace {
-
-bool isNumber(std::string_view text) {
-    try {
-        numberIn(text, "");
-        return true;
-    } catch (const Failure&) {
-        return false;
-    }
-}
-
-DesignMatrix namesFrom(const std::string& header, const std::string& file) {
+DesignMatrix predictorTable(const TextTable& table) {
     DesignMatrix design;
-    for (const auto cell : splitAtTabs(header)) design.names.emplace_back(cell);
-    for (const auto& name : design.names) {
+    for (const std::string& name : table.columns) {
         if (isNumber(name)) {
-            throw Failure(ExitStatus::kInput, file + " begins with numbers; its first line must name the predictors.");
+            throw Failure(ExitStatus::kInput, table.file + " has the number " + name +
+                                                  " in its first line, which must name the predictors.");
         }
+        design.names.push_back(name);
     }
     design.predictors.resize(design.names.size());
-    return design;
-}
-
-} // namespace
-
-DesignMatrix parsePredictorTable(const std::vector<std::string>& lines, const std::string& file) {
-    std::size_t end = lines.size();
-    while (end > 1 && splitAtBlanks(lines[end - 1]).empty()) --end;
-    DesignMatrix design = namesFrom(lines.front(), file);
-    for (std::size_t line = 1; line < end; ++line) {
-        const std::string where = file + ", line " + std::to_string(line + 1);
-        const auto cells = splitAtTabs(lines[line]);
-        if (cells.size() != design.names.size()) {
-            throw Failure(ExitStatus::kInput, where + ", has " + std::to_string(cells.size()) +
-                                                  " cells, but the header has " + std::to_string(design.names.size()) +
-                                                  "; separate cells by tabs.");
-        }
-        for (std::size_t p = 0; p < cells.size(); ++p) {
-            design.predictors[p].push_back(numberIn(cells[p], where + ", column \"" + design.names[p] + "\","));
+    for (std::size_t row = 0; row < table.rows.size(); ++row) {
+        for (std::size_t p = 0; p < design.names.size(); ++p) {
+            design.predictors[p].push_back(numberIn(table.rows[row][p], table.place(row, p)));
         }
     }
     return design;

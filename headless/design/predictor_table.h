@@ -1,14 +1,12 @@
 #pragma once
 
 #include "headless/design/design_matrix.h"
-
-#include <string>
-#include <vector>
+#include "headless/text/text_table.h"
 
 namespace zn::headless {
 
-/// Parses a tab-separated table: a header line with the predictors' names, then one row per volume. Empty lines at the
-/// end are ignored. Throws Failure (kInput); its text names `file`.
-DesignMatrix parsePredictorTable(const std::vector<std::string>& lines, const std::string& file);
+/// The columns of a table as predictors: the header has their names, every other row the values of one volume. Throws
+/// Failure (kInput) for cells that are not numbers and for a name that is one.
+DesignMatrix predictorTable(const TextTable& table);
 
 } // namespace zn::headless

@@ -40,6 +40,10 @@ std::vector<std::string> quotedNames(std::string_view line, const std::string& f
 
 } // namespace
 
+bool isRtc(const std::vector<std::string>& lines) {
+    return !lines.empty() && lines.front().starts_with("FileVersion:");
+}
+
 DesignMatrix parseRtc(const std::vector<std::string>& lines, const std::string& file) {
     std::size_t line = 0;
     while (line < lines.size() && !splitAtBlanks(lines[line]).empty()) ++line;

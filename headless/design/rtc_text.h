@@ -7,6 +7,9 @@
 
 namespace zn::headless {
 
+/// Whether the first line begins with "FileVersion:".
+bool isRtc(const std::vector<std::string>& lines);
+
 /// Parses the RTC text format, in which the plug-in also writes its time courses:
 ///
 ///       FileVersion:     2

@@ -115,6 +115,7 @@ ImageHeader readImageHeader(const fs::path& file) {
     header.size = {static_cast<int>(image->nx), static_cast<int>(image->ny), static_cast<int>(image->nz)};
     header.volumes = static_cast<int>(image->nt);
     header.affine = affineOf(*image);
+    header.oriented = image->sform_code > 0 || image->qform_code > 0;
     header.secondsPerVolume = secondsPerVolume(*image, raw);
     header.image = std::move(image);
     return header;

@@ -21,6 +21,7 @@ struct ImageHeader {
     std::array<int, 3> size{};                ///< voxels along x, y, z
     int volumes = 1;                          ///< images along the fourth axis
     Affine affine{};                          ///< sform, else qform, else only the voxel sizes; millimetres
+    bool oriented = true;                     ///< has a sform or qform: the affine says where left and right are
     std::optional<double> secondsPerVolume;   ///< from the fourth voxel size and its unit; no unit counts as seconds
     std::shared_ptr<const nifti_image> image; ///< the header as read, without voxel data
 

@@ -52,15 +52,19 @@ std::string affineText(const Affine& affine) {
     return text + "]";
 }
 
+std::string placeText(const ImageHeader& header) {
+    return header.oriented ? " with affine " + affineText(header.affine) : " without orientation";
+}
+
 } // namespace
 
 void requireSameGrid(const std::string& what, const ImageHeader& image, const ImageHeader& reference) {
     const bool sameSize = image.size == reference.size;
     if (sameSize && voxelsCoincide(image, reference)) return;
-    throw Failure(ExitStatus::kInput, "the " + what + " " + image.file.string() + " is " + sizeText(image) +
-                                          " voxels with affine " + affineText(image.affine) + ", " +
-                                          reference.file.string() + " is " + sizeText(reference) + " with affine " +
-                                          affineText(reference.affine) + "; resample the " + what + " to that grid.");
+    throw Failure(ExitStatus::kInput, "the " + what + " " + image.file.string() + " is " + sizeText(image) + " voxels" +
+                                          placeText(image) + ", " + reference.file.string() + " is " +
+                                          sizeText(reference) + placeText(reference) + "; resample the " + what +
+                                          " to that grid.");
 }
 
 } // namespace zn::headless

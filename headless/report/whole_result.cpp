@@ -48,6 +48,9 @@ constexpr const char* kTexts[] = {"/GeneratedBy/Version", "/GeneratedBy/Plugin/V
                                   "/Settings/Nonlinearity"};
 constexpr const char* kLists[] = {"/Input/Size", "/Predictors", "/Regions", "/Components", "/Eigenvalues"};
 
+// Columns of numbers that older results lack.
+constexpr const char* kOptionalColumns[] = {"explained_variance", "map_skewness", "map_kurtosis", "confound_max_corr"};
+
 // The non-empty lines of a table, header first. The texts are views into `lines`.
 std::vector<Row> rowsOf(const std::vector<std::string>& lines, const fs::path& file) {
     std::vector<Row> rows;
@@ -92,9 +95,13 @@ void requireMetrics(const fs::path& file, int maps) {
         refuse(file, "its row " + std::to_string(i + 1) + " is for " + std::string(named) + ", but the map is " +
                          componentName(i));
     }
-    for (const Metric& metric : kMetrics) {
-        const std::size_t column = columnNamed(metric.column, rows.front(), file);
+    const auto requireNumbers = [&](std::size_t column) {
         for (std::size_t row = 1; row < rows.size(); ++row) requireNumber(rows[row][column], file);
+    };
+    for (const Metric& metric : kMetrics) requireNumbers(columnNamed(metric.column, rows.front(), file));
+    for (const char* name : kOptionalColumns) {
+        const auto column = std::find(rows.front().begin(), rows.front().end(), name);
+        if (column != rows.front().end()) requireNumbers(static_cast<std::size_t>(column - rows.front().begin()));
     }
 }
 

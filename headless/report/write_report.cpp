@@ -101,7 +101,7 @@ void writeReport(const fs::path& folder, const fs::path& templateFile) {
     run["metrics_tsv"] = files.text(ResultFile::kMetrics);
     run["mixing_tsv"] = files.text(ResultFile::kMixing);
     run["design_tsv"] = files.textIfAny(ResultFile::kDesign);
-    run["grid"] = {{"size", components.size}, {"voxel_to_mm", components.affine}};
+    run["grid"] = {{"size", components.size}, {"voxel_to_mm", components.affine}, {"oriented", components.oriented}};
     run["voxels_inside"] = std::count(mask.begin(), mask.end(), 1);
     run["has_mean"] = addMean(page, files, components);
     page.add("mask", std::as_bytes(std::span(mask)));

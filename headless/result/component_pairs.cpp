@@ -87,4 +87,20 @@ std::string pairTable(const std::vector<ComponentPair>& pairs) {
     return text;
 }
 
+std::string pairSummary(const std::vector<ComponentPair>& pairs) {
+    constexpr double kSimilar = 0.8;
+    std::vector<double> sizes; // of the pairs, which are in descending order
+    for (const ComponentPair& pair : pairs) {
+        if (pair.a >= 0 && pair.b >= 0) sizes.push_back(std::fabs(pair.r));
+    }
+    const std::size_t count = sizes.size();
+    const auto similar = std::count_if(sizes.begin(), sizes.end(), [](double r) { return r > kSimilar; });
+    char text[128];
+    std::snprintf(text, sizeof text, "median |r| %.4f; %td of %zu pairs above %.1f",
+                  (sizes[(count - 1) / 2] + sizes[count / 2]) / 2.0, similar, count, kSimilar);
+    const std::size_t alone = pairs.size() - count;
+    if (alone == 0) return text;
+    return text + ("; " + std::to_string(alone)) + (alone == 1 ? " component" : " components") + " without a partner";
+}
+
 } // namespace zn::headless

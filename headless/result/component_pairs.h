@@ -25,4 +25,7 @@ std::vector<ComponentPair> pairComponents(const std::filesystem::path& a, const 
 ///   ICA_00  ICA_02  -0.9991
 std::string pairTable(const std::vector<ComponentPair>& pairs);
 
+/// The table in one line, such as "median |r| 0.9312; 12 of 20 pairs above 0.8; 2 components without a partner".
+std::string pairSummary(const std::vector<ComponentPair>& pairs);
+
 } // namespace zn::headless

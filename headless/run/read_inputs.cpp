@@ -1,12 +1,15 @@
 #include "headless/run/stages.h"
 
+#include "headless/design/read_design.h"
 #include "headless/design/region_names.h"
+#include "headless/events/events_beside_image.h"
 #include "headless/failure/failure.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
 #include "headless/result/result_names.h"
 #include "headless/run/region_coordinates.h"
+#include "headless/text/input_file.h"
 #include "host/voi_records.h"
 
 #include <algorithm>
@@ -37,10 +40,11 @@ bool liesIn(const fs::path& folder, const fs::path& file) {
     return !error && isBelow(there, beside);
 }
 
-void requireInputsOutsideResult(const RunOptions& options) {
+void requireInputsOutsideResult(const Run& run) {
+    const RunOptions& options = run.options;
     if (!options.force) return;
-    for (const fs::path& file :
-         {options.functional, options.mask, options.design, options.regions, options.regionNames, options.plugin}) {
+    for (const fs::path& file : {options.functional, options.mask, run.design.file, options.confounds, options.regions,
+                                 options.regionNames, options.plugin}) {
         if (file.empty() || !liesIn(options.out, file)) continue;
         refuse(file.string() + " lies in " + options.out.string() +
                ", which --force would replace; name another folder with --out.");
@@ -86,12 +90,13 @@ EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes, int dime
 
 // The names passed to the plug-in. It stores texts of at most 255 characters and derives the names of its own files
 // from the first, so the names are short and have no folder: its files go into the current one.
-DialogFields dialogFields(const RunOptions& options) {
+DialogFields dialogFields(const Run& run) {
+    const RunOptions& options = run.options;
     const std::string stem = imageStem(options.functional).substr(0, 200);
     DialogFields dialog;
     dialog.texts[0] = stem + ".vtc";
     dialog.texts[2] = stem + "_ica.vmp";
-    if (!options.design.empty()) dialog.texts[3] = "design.rtc";
+    if (!run.design.file.empty()) dialog.texts[3] = "design.rtc";
     if (!options.regions.empty()) dialog.texts[4] = "regions.voi";
 
     dialog.integers[0] = 1; // run FastICA
@@ -116,10 +121,44 @@ std::vector<Region> readRegions(const RunOptions& options, const ImageHeader& fu
     return regions;
 }
 
+AnalysedVolumes analysedVolumes(const Run& run) {
+    return {run.functional.volumes, run.options.dummyScans, run.repetition.seconds};
+}
+
+// The file of --design, which is the events file beside the image for --design auto.
+fs::path designFile(const RunOptions& options) {
+    if (!options.designBesideImage) return options.design;
+    return eventsBesideImage(options.functional, imageStem(options.functional));
+}
+
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+void addDesign(Run& run) {
+    if (run.design.file.empty()) return;
+    Design design = readDesign(run.design.file, analysedVolumes(run));
+    run.design.format = design.format;
+    run.design.omittedRows = design.omittedRows;
+    run.session.design = std::move(design.matrix);
+    run.notes.say("Design: " + counted(run.session.design.names.size(), "predictor") + " from " +
+                  run.design.file.string() + " (" + design.format + ").");
+    for (const std::string& note : design.notes) run.notes.remark({"design", note});
+}
+
+void addConfounds(Run& run) {
+    if (run.options.confounds.empty()) return;
+    run.confounds = readConfounds(run.options.confounds, run.options.confoundColumns, analysedVolumes(run));
+    const std::size_t ignored = run.confounds->ignored.size();
+    run.notes.say("Confounds: " + counted(run.confounds->names.size(), "column") + " of " +
+                  run.options.confounds.string() +
+                  (ignored == 0 ? "." : "; " + counted(ignored, "other") + " constant or without values."));
+}
+
 Session makeSession(const Run& run) {
     const RunOptions& options = run.options;
     Session session;
-    session.dialog = dialogFields(options);
+    session.dialog = dialogFields(run);
     session.answers = {options.clusterSize, options.zThreshold, options.label};
     session.grid = run.functional.size;
     session.millisecondsPerVolume = static_cast<int>(std::lround(1000.0 * run.repetition.seconds));
@@ -128,7 +167,6 @@ Session makeSession(const Run& run) {
         requireSameGrid("mask", mask, run.functional);
         session.mask = readMask(mask);
     }
-    if (!options.design.empty()) session.design = readDesignMatrix(options.design, run.volumes);
     if (!options.regions.empty()) {
         session.regions = readRegions(options, run.functional);
         session.coordinateSpace = kCentredSpace;
@@ -139,7 +177,9 @@ Session makeSession(const Run& run) {
 } // namespace
 
 void readInputs(Run& run) {
-    requireInputsOutsideResult(run.options);
+    requireReadable(run.options.functional); // before a missing events file is reported
+    run.design.file = designFile(run.options);
+    requireInputsOutsideResult(run);
     run.functional = readFunctionalHeader(run.options);
     run.volumes = run.functional.volumes - run.options.dummyScans;
     run.repetition = repetitionTime(run.options.secondsPerVolume, run.functional);
@@ -147,6 +187,9 @@ void readInputs(Run& run) {
     run.eigenvalues = eigenvalueRange(run.options, run.volumes, preparedDimensions(run));
     run.session = makeSession(run);
     run.notes.say(inputNote(run.functional, run.volumes, run.repetition));
+    for (const Remark& remark : orientationRemarks(run.functional)) run.notes.remark(remark);
+    addDesign(run);
+    addConfounds(run);
     for (const Remark& remark : repetitionTimeRemarks(run.repetition)) run.notes.remark(remark);
     for (const Remark& remark : bandRemarks(run.session.millisecondsPerVolume)) run.notes.remark(remark);
 }

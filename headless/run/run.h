@@ -1,9 +1,13 @@
 #pragma once
 
 #include "headless/blas/matrix_products.h"
+#include "headless/confounds/confound_table.h"
 #include "headless/dimension/component_estimate.h"
 #include "headless/host/session.h"
 #include "headless/mask/voxel_summary.h"
+#include "headless/measures/component_courses.h"
+#include "headless/measures/component_measures.h"
+#include "headless/measures/kept_variance.h"
 #include "headless/nifti/image_header.h"
 #include "headless/result/result_files.h"
 #include "headless/result/result_folder.h"
@@ -34,6 +38,13 @@ struct RunMask {
 struct PreparationFacts {
     std::optional<std::array<double, 3>> smoothnessMm; ///< of the data as read, along x, y, z; nothing: not estimated
     double smoothedMm = 0.0;                           ///< full width at half maximum; 0: not smoothed
+};
+
+/// Where the design matrix came from.
+struct DesignSource {
+    std::filesystem::path file; ///< empty: none
+    std::string format;
+    int omittedRows = 0;
 };
 
 /// Elapsed seconds of the parts of a run.
@@ -70,6 +81,8 @@ struct Run {
     EigenvalueRange eigenvalues; // an upper bound for --components auto until settleComponents
     int cosines = 0;             // removed by --high-pass
     Session session;
+    DesignSource design;
+    std::optional<Confounds> confounds;
 
     // checkBudget; the prediction is updated by settleMask
     std::optional<std::int64_t> budgetBytes; // nothing: free memory is unknown
@@ -90,6 +103,12 @@ struct Run {
     std::optional<RunLog> log;
     std::uint32_t seed = 0;             // of the plug-in's random numbers
     std::optional<RepeatFacts> repeats; // nothing after a single run
+
+    // measureComponents
+    ComponentCourses courses;
+    std::vector<ComponentMeasures> measures; // [component]
+    std::vector<double> temporalEigenvalues; // descending; empty when the plug-in left no file with them
+    double keptPercent = 0.0;                // of the variance over time, by the eigenvalues kept; NaN if unknown
 
     int componentsFound() const { return static_cast<int>(session.maps.maps().size()); }
     std::int64_t voxelsAnalysed() const { return log->facts().voxels().value_or(0); } // as reported by the plug-in

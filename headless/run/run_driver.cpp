@@ -57,6 +57,7 @@ ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished) {
     settleComponents(run);   // --components auto -> range of eigenvalues, table of criteria
     separate(run);           // the plug-in -> maps, time courses, parameters, log
     repeatSeparation(run);   // --repeats: the plug-in again -> stability
+    measureComponents(run);  // maps, series -> time courses in the data's units, explained variance
     return writeResult(run); // tables, record, report; the folder takes its name
 }
 

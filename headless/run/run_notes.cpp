@@ -34,6 +34,13 @@ std::vector<Remark> repetitionTimeRemarks(const RepetitionTime& repetition) {
     return remarks;
 }
 
+std::vector<Remark> orientationRemarks(const ImageHeader& functional) {
+    if (functional.oriented) return {};
+    return {{"no-orientation", "Orientation: " + functional.file.string() +
+                                   " has none (its sform and qform codes are 0), so left and right are unknown and "
+                                   "positions are given in voxels only."}};
+}
+
 std::vector<Remark> bandRemarks(int millisecondsPerVolume) {
     constexpr char kCode[] = "frequency-bands";
     const FrequencyBands bands = frequencyBands(millisecondsPerVolume);

@@ -39,6 +39,9 @@ std::string inputNote(const ImageHeader& functional, int volumes, const Repetiti
 /// One "repetition-time-disagreement" per source of the repetition time that differs from the one used.
 std::vector<Remark> repetitionTimeRemarks(const RepetitionTime& repetition);
 
+/// A "no-orientation" remark for an image without sform and qform.
+std::vector<Remark> orientationRemarks(const ImageHeader& functional);
+
 /// How truncation to whole seconds affects the plug-in's frequency bands for this repetition time: remarks
 /// "frequency-bands"; none for 1 to 5 whole seconds.
 std::vector<Remark> bandRemarks(int millisecondsPerVolume);

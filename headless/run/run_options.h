@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace zn::headless {
 
@@ -53,11 +54,14 @@ struct RunOptions {
     std::filesystem::path functional; ///< 4D image
     std::filesystem::path out;
     MaskSource maskSource = MaskSource::kAutomatic;
-    std::filesystem::path mask;        ///< for kFile
-    std::filesystem::path design;      ///< empty: none
-    std::filesystem::path regions;     ///< label image; empty: none
-    std::filesystem::path regionNames; ///< empty: regions are named by their labels
-    std::filesystem::path plugin;      ///< empty: the one that belongs to the command
+    std::filesystem::path mask;               ///< for kFile
+    std::filesystem::path design;             ///< empty: none
+    bool designBesideImage = false;           ///< the BIDS events file of the image, instead of `design`
+    std::filesystem::path confounds;          ///< empty: none
+    std::vector<std::string> confoundColumns; ///< empty: all
+    std::filesystem::path regions;            ///< label image; empty: none
+    std::filesystem::path regionNames;        ///< empty: regions are named by their labels
+    std::filesystem::path plugin;             ///< empty: the one that belongs to the command
     PreparationOptions preparation;
     ComponentCount componentCount = ComponentCount::kGiven;
     EigenvalueRange eigenvalues;     ///< for kGiven

@@ -5,12 +5,10 @@
 #include "headless/memory/available_memory.h"
 #include "headless/result/metrics.h"
 #include "headless/result/result_names.h"
-#include "headless/run/plugin_files.h"
 #include "headless/run/recorded_input.h"
 #include "headless/text/text_file.h"
 
 #include <cmath>
-#include <fstream>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -37,6 +35,17 @@ Json metricsOf(const VolumeMap& map) {
     return metrics;
 }
 
+void addMeasures(const Run& run, std::size_t i, Json& component) {
+    const ComponentMeasures& measures = run.measures[i];
+    component["ExplainedVariancePercent"] = numberOrNull(static_cast<float>(measures.explainedPercent));
+    component["MapSkewness"] = numberOrNull(static_cast<float>(measures.moments.skewness));
+    component["MapKurtosis"] = numberOrNull(static_cast<float>(measures.moments.kurtosis));
+    if (measures.confound.confound < 0) return;
+    const auto confound = static_cast<std::size_t>(measures.confound.confound);
+    component["Confound"] = {{"Name", run.confounds->names[confound]},
+                             {"Correlation", numberOrNull(static_cast<float>(measures.confound.r))}};
+}
+
 Json componentsOf(const Run& run) {
     Json components = Json::array();
     const auto& found = run.log->facts().components();
@@ -54,6 +63,7 @@ Json componentsOf(const Run& run) {
             component["StabilityRuns"] = stability.runs;
         }
         component["Metrics"] = metricsOf(map);
+        addMeasures(run, i, component);
         components.push_back(std::move(component));
     }
     return components;
@@ -77,16 +87,6 @@ Json repeatsOf(const RepeatFacts& repeats) {
             {"ComponentsFound", repeats.found}};
 }
 
-// In descending order, from the plug-in's eigenvalue file, whose length has been checked: T doubles, little-endian,
-// followed by the eigenvectors. Empty when the plug-in left no such file.
-std::vector<double> eigenvaluesOf(const Run& run) {
-    std::vector<double> values(static_cast<std::size_t>(run.volumes));
-    std::ifstream stream(pluginFile(run, ResultFile::kPluginEigenvalues), std::ios::binary);
-    stream.read(reinterpret_cast<char*>(values.data()), static_cast<std::streamsize>(sizeof(double) * values.size()));
-    if (!stream) values.clear();
-    return values;
-}
-
 } // namespace
 
 void writeDecomposition(const Run& run) {
@@ -107,10 +107,12 @@ void writeDecomposition(const Run& run) {
     json["ComponentsFound"] = run.componentsFound();
     const auto kept = run.log->facts().retainedVariancePercent();
     json["RetainedVariancePercent"] = kept && std::isfinite(*kept) ? Json(*kept) : Json(nullptr);
+    json["RetainedVarianceOverTimePercent"] = numberOrNull(static_cast<float>(run.keptPercent));
     json["Predictors"] = run.session.design.names;
+    json["Confounds"] = run.confounds ? Json(run.confounds->names) : Json::array();
     json["Regions"] = namesOf(run.session.regions);
     json["Components"] = componentsOf(run);
-    json["Eigenvalues"] = eigenvaluesOf(run);
+    json["Eigenvalues"] = run.temporalEigenvalues;
     json["ElapsedSeconds"] = {{"Reading", run.seconds.reading},
                               {"Plugin", run.seconds.plugin},
                               {"Writing", run.seconds.writing},

@@ -11,9 +11,9 @@ namespace zn::headless {
 // results are in Run under its name.
 
 /// Reads everything except the functional data, which cost time and memory: the image's header, the repetition time,
-/// and mask, regions and design matrix from their files, each checked against the image. Determines the number of
-/// volumes and, where it follows from that, the range of eigenvalues; creates the session with the fields of the dialog
-/// and the answers to the prompts; notes what was found.
+/// and mask, regions, design matrix and confounds from their files, each checked against the image. Determines the
+/// number of volumes and, where it follows from that, the range of eigenvalues; creates the session with the fields of
+/// the dialog and the answers to the prompts; notes what was found.
 ///
 /// Throws Failure (kInput), also when --force would replace a folder that contains an input file of the run; for a link
 /// both its own place and its target count.
@@ -75,6 +75,10 @@ void separate(Run& run);
 /// removed. Their lines are appended to the log file. A run that finds nothing counts as not converged; any other
 /// failure is thrown.
 void repeatSeparation(Run& run);
+
+/// Measures the components beyond the plug-in's parameters: time courses in units of the data, explained variance, the
+/// moments of their maps, the most similar confound; and the variance over time that the eigenvalues kept hold.
+void measureComponents(Run& run);
 
 /// Writes the files of a run whose maps are complete: the table of parameters, the record, the mean image and, with a
 /// design matrix, its table; then report.html, which is omitted with a message if it cannot be made: the analysis

@@ -5,6 +5,7 @@
 #include "headless/report/write_report.h"
 #include "headless/result/bids_files.h"
 #include "headless/result/course_tables.h"
+#include "headless/result/metrics_description.h"
 #include "headless/result/metrics_table.h"
 #include "headless/run/run_record.h"
 
@@ -16,20 +17,27 @@ namespace zn::headless {
 
 namespace {
 
-ReferenceNames referenceNames(const Session& session) {
+ReferenceNames referenceNames(const Run& run) {
     ReferenceNames names;
-    names.predictors = session.design.names;
-    for (const Region& region : session.regions) names.regions.push_back(region.name);
+    names.predictors = run.session.design.names;
+    for (const Region& region : run.session.regions) names.regions.push_back(region.name);
+    if (run.confounds) names.confounds = run.confounds->names;
     return names;
 }
 
 void writeMetrics(const Run& run) {
     const ResultFiles& files = *run.files;
-    const ReferenceNames names = referenceNames(run.session);
-    writeMetricsTable(files[ResultFile::kMetrics], run.session.maps, names,
-                      run.repeats ? run.repeats->stability : std::vector<Stability>());
-    writeMetricsDescription(files[ResultFile::kMetricsDescription], names,
-                            frequencyBands(run.session.millisecondsPerVolume), run.repeats.has_value());
+    const ComponentFacts facts{referenceNames(run), run.measures,
+                               run.repeats ? run.repeats->stability : std::vector<Stability>()};
+    writeMetricsTable(files[ResultFile::kMetrics], run.session.maps, facts);
+    writeMetricsDescription(files[ResultFile::kMetricsDescription], facts,
+                            frequencyBands(run.session.millisecondsPerVolume));
+}
+
+void writeTimeSeries(const Run& run) {
+    const ResultFiles& files = *run.files;
+    writeTimeSeriesTable(files[ResultFile::kTimeSeries], run.courses);
+    writeTimeSeriesDescription(files[ResultFile::kTimeSeriesDescription], run.componentsFound());
 }
 
 void addReport(const Run& run) {
@@ -53,7 +61,9 @@ void printSummary(const Run& run) {
                 run.foundAll() ? "" : ": the others did not converge");
     if (run.repeats) std::printf("; %d of %zu runs found all", run.repeats->converged, run.repeats->seeds.size());
     std::printf("\n");
-    std::printf("%.2f %% of the variance retained\n", run.log->facts().retainedVariancePercent().value_or(NAN));
+    if (!std::isnan(run.keptPercent)) {
+        std::printf("%.2f %% of the variance over time kept (the mean image not counted)\n", run.keptPercent);
+    }
     std::printf("%.1f s, of which %.1f s in the plug-in; peak memory %.0f MiB\n", run.total.seconds(),
                 run.seconds.plugin, static_cast<double>(peakMemoryBytes()) / 1048576.0);
     std::printf("result: %s\n", run.options.out.c_str());
@@ -74,6 +84,7 @@ void explainMissing(const Run& run) {
 ExitStatus writeResult(Run& run) {
     run.log->requireWritten();
     writeMetrics(run);
+    writeTimeSeries(run);
     writeDecomposition(run);
     writeStatus(run);
     writeBidsFiles(*run.files, ZNICA_VERSION, run.library->name(), run.library->version());

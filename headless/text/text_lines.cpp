@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace zn::headless {
 
@@ -17,6 +18,10 @@ std::string readText(const std::filesystem::path& file) {
     if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
     if (text.empty()) refuseFile(file, "is empty.");
     return text;
+}
+
+[[noreturn]] void refuse(std::string_view text, const std::string& where) {
+    throw Failure(ExitStatus::kInput, where + " holds \"" + std::string(text) + "\" where a number is expected.");
 }
 
 } // namespace
@@ -56,13 +61,17 @@ std::vector<std::string_view> splitAtBlanks(std::string_view line) {
     }
 }
 
-float numberIn(std::string_view text, const std::string& where) {
-    float number = 0.0f;
+double doubleIn(std::string_view text, const std::string& where) {
+    double number = 0.0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) {
-        throw Failure(ExitStatus::kInput, where + " holds \"" + std::string(text) + "\" where a number is expected.");
-    }
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(number)) refuse(text, where);
     return number;
+}
+
+float numberIn(std::string_view text, const std::string& where) {
+    const double number = doubleIn(text, where); // numbers too small for single precision become 0
+    if (std::fabs(number) > static_cast<double>(std::numeric_limits<float>::max())) refuse(text, where);
+    return static_cast<float>(number);
 }
 
 } // namespace zn::headless

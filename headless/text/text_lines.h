@@ -19,6 +19,9 @@ std::vector<std::string_view> splitAtBlanks(std::string_view line);
 
 /// Parses an entire text as a number, independently of the locale. Throws Failure (kInput), its text beginning with
 /// `where`, unless it is a finite number.
+double doubleIn(std::string_view text, const std::string& where);
+
+/// The same, rounded to single precision.
 float numberIn(std::string_view text, const std::string& where);
 
 } // namespace zn::headless

@@ -51,10 +51,13 @@ TEST_F(DesignAndRegions, RtcTextIsAccepted) {
               accepted);
 }
 
+TEST_F(DesignAndRegions, NumbersWithoutNamesAreAccepted) {
+    EXPECT_EQ(errorWithDesign("1\n2\n3\n4\n"), accepted);
+}
+
 TEST_F(DesignAndRegions, InvalidDesignMatricesAreRefused) {
     EXPECT_THAT(errorWithDesign("face\n1\n2\n3\n"),
                 HasSubstr("has 3 rows of predictor values, but the data have 4 volumes"));
-    EXPECT_THAT(errorWithDesign("1\n2\n3\n4\n"), HasSubstr("its first line must name the predictors"));
     EXPECT_THAT(errorWithDesign("face\thouse\n1\t2\n3\n"), HasSubstr("line 3, has 1 cells, but the header has 2"));
     EXPECT_THAT(errorWithDesign("face\nfour\n"), HasSubstr("line 2, column \"face\", holds \"four\""));
     EXPECT_THAT(errorWithDesign("face\nnan\n"), HasSubstr("holds \"nan\" where a number is expected"));

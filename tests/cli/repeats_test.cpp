@@ -46,14 +46,14 @@ TEST_F(Repeats, TrueSourcesAreStable) {
     std::string header;
     std::getline(lines, header);
     const auto table = tableIn(folder / "r/sub-sim_task-blocks_desc-ICA_metrics.tsv");
-    ASSERT_EQ(table[0].size(), 22U);
-    EXPECT_EQ(table[0][20], "stability_iq");
+    ASSERT_EQ(table[0].size(), 25U);
+    EXPECT_EQ(table[0][23], "stability_iq");
     for (int source = 0; source < 4; ++source) {
         std::string name, component, correlation;
         lines >> name >> component >> correlation;
         const auto& row = table[std::stoul(component.substr(4)) + 1];
-        EXPECT_GT(std::stod(row[20]), 0.8) << name;
-        EXPECT_EQ(row[21], "5") << name;
+        EXPECT_GT(std::stod(row[23]), 0.8) << name;
+        EXPECT_EQ(row[24], "5") << name;
     }
 }
 

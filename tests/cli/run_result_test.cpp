@@ -65,6 +65,8 @@ TEST_F(RunResult, SucceedsAndLeavesExactlyTheseFiles) {
                                       "sub-sim_task-blocks_desc-ICA_metrics.json",
                                       "sub-sim_task-blocks_desc-ICA_metrics.tsv",
                                       "sub-sim_task-blocks_desc-ICA_mixing.tsv",
+                                      "sub-sim_task-blocks_desc-ICA_timeseries.json",
+                                      "sub-sim_task-blocks_desc-ICA_timeseries.tsv",
                                       "sub-sim_task-blocks_desc-brain_mask.nii.gz",
                                       "sub-sim_task-blocks_desc-mean_bold.nii.gz"};
     if (REPORT_IS_BUILT) {
@@ -186,11 +188,48 @@ TEST_F(RunResult, TheMetricsTableHasOneRowPerComponentAndOneDescriptionPerColumn
     EXPECT_EQ(description.size(), table[0].size());
     EXPECT_EQ(description["dm_pred_index"]["Levels"], (json{{"1", "blocks"}, {"2", "blocks-b"}}));
     EXPECT_EQ(description["template_voi_index"]["Levels"]["3"], "pulse");
-    ASSERT_EQ(table[0].size(), 20U); // component, sixteen parameters, two names, classification
+    ASSERT_EQ(table[0].size(), 23U); // component, sixteen parameters, three measures, two names, classification
     for (std::size_t row = 1; row < table.size(); ++row) {
-        ASSERT_EQ(table[row].size(), 20U);
+        ASSERT_EQ(table[row].size(), 23U);
         EXPECT_EQ(table[row][0], "ICA_0" + std::to_string(row - 1));
-        EXPECT_EQ(table[row][19], "n/a");
+        EXPECT_EQ(table[row][22], "n/a");
+    }
+}
+
+TEST_F(RunResult, ExplainedVariancesAddUpToTheVarianceKeptOverTime) {
+    // Two ways: from the maps and the data, and from the eigenpairs of the covariance.
+    const auto table = tableIn(result("metrics.tsv"));
+    ASSERT_EQ(table[0][17], "explained_variance");
+    double sum = 0.0;
+    for (std::size_t row = 1; row < table.size(); ++row) sum += std::stod(table[row][17]);
+    const json facts = json::parse(textOf(result("decomposition.json")));
+    EXPECT_NEAR(sum, facts["RetainedVarianceOverTimePercent"].get<double>(), 1e-3); // maps in single precision
+    EXPECT_LT(sum, 99.0); // of everything, the mean image included, it would be more
+    char line[80];
+    std::snprintf(line, sizeof line, "%.2f %% of the variance over time kept", sum);
+    EXPECT_THAT(run->out, HasSubstr(line));
+}
+
+TEST_F(RunResult, TimeCoursesInUnitsOfTheDataAreThoseOfTheMixingTableBeforeRescaling) {
+    const auto courses = tableIn(result("timeseries.tsv"));
+    const auto rescaled = tableIn(result("mixing.tsv"));
+    ASSERT_EQ(courses.size(), rescaled.size());
+    ASSERT_EQ(courses[0].size(), 7U);
+    EXPECT_EQ(courses[0][6], "spatial_mean");
+    for (std::size_t c = 0; c < 6; ++c) {
+        double low = INFINITY;
+        double high = -INFINITY;
+        for (std::size_t t = 1; t < courses.size(); ++t) {
+            low = std::min(low, std::stod(courses[t][c]));
+            high = std::max(high, std::stod(courses[t][c]));
+        }
+        for (std::size_t t = 1; t < courses.size(); ++t) {
+            ASSERT_NEAR((std::stod(courses[t][c]) - low) / (high - low), std::stod(rescaled[t][c]), 1e-4);
+        }
+    }
+    const json description = json::parse(textOf(result("timeseries.json")));
+    for (const std::string& column : courses[0]) {
+        EXPECT_THAT(description[column]["Units"].get<std::string>(), HasSubstr("units of the analysed data")) << column;
     }
 }
 

@@ -62,7 +62,7 @@ TEST_F(TerminalOutput, PipedHasOneLinePerStageAndFiveLinesAtTheEnd) {
                             MatchesRegex("component 1 of 2, [0-9]+ iterations, about [0-9]+ s left"),
                             MatchesRegex("component 2 of 2, [0-9]+ iterations"), "fingerprint", "writing",
                             MatchesRegex("[0-9]+ voxels x 80 volumes analysed"), "2 of 2 components found",
-                            MatchesRegex("[0-9.]+ % of the variance retained"),
+                            MatchesRegex("[0-9.]+ % of the variance over time kept \\(the mean image not counted\\)"),
                             MatchesRegex("[0-9.]+ s, of which [0-9.]+ s in the plug-in; peak memory [0-9]+ MiB"),
                             "result: " + (folder / "out").string()));
 }

@@ -94,7 +94,7 @@ TEST(Usage, TheVersionIsPrintedOnRequest) {
 
 TEST(Usage, AWrongCommandIsNamedWithTheValidOnes) {
     EXPECT_EQ(znica({"rum", "bold.nii"}).err,
-              "znica: rum is not a command; the commands are run, simulate, score, info, "
+              "znica: rum is not a command; did you mean run?; the commands are run, simulate, score, info, "
               "compare, report (see znica --help)\n");
     EXPECT_EQ(znica({}).err, "znica: name a command: run, simulate, score, info, compare, report (see znica --help)\n");
 }
@@ -127,6 +127,46 @@ TEST(Usage, AnInvalidNumberIsRefusedWithWhatIsNeeded) {
             EXPECT_THAT(result.err, StartsWith("znica: " + refused[1] + ": needs " + refused[2] + "; got " +
                                                refused[i] + " (see znica " + refused[0] + " --help)"));
         }
+    }
+}
+
+TEST(Usage, AMisspeltOptionIsAnsweredWithTheNearestOne) {
+    const std::vector<std::pair<std::vector<std::string>, std::string>> wrong = {
+        {{"run", "b.nii", "--out", "o", "--component", "3"},
+         "--component is not an option of znica run; did you mean --components? (see znica run --help)"},
+        {{"run", "b.nii", "--out", "o", "--component=3"},
+         "--component is not an option of znica run; did you mean --components? (see znica run --help)"},
+        {{"run", "b.nii", "--output", "o"},
+         "--output is not an option of znica run; did you mean --out? (see znica run --help)"},
+        {{"run", "b.nii", "--out", "o", "--epsilno", "1"},
+         "--epsilno is not an option of znica run; did you mean --epsilon? (see znica run --help)"},
+        {{"run", "b.nii", "--out", "o", "--wavelets"},
+         "--wavelets is not an option of znica run (see znica run --help)"},
+        {{"compare", "a", "b", "--fource"},
+         "--fource is not an option of znica compare; did you mean --force? (see znica compare --help)"},
+        {{"score", "a", "--thruth", "b"},
+         "--thruth is not an option of znica score; did you mean --truth? (see znica score --help)"},
+        {{"--vresion"}, "--vresion is not an option of znica; did you mean --version? (see znica --help)"},
+        {{"simualte"},
+         "simualte is not a command; did you mean simulate?; the commands are run, simulate, score, info, compare, "
+         "report (see znica --help)"}};
+    for (const auto& [arguments, complaint] : wrong) {
+        const CommandResult result = znica(arguments);
+        EXPECT_EQ(result.status, 2) << complaint;
+        EXPECT_EQ(result.err, "znica: " + complaint + "\n");
+    }
+}
+
+TEST(Usage, ColumnsNeedConfoundsAndNames) {
+    EXPECT_THAT(znica({"run", "b.nii", "--out", "o", "--columns", "a"}).err,
+                HasSubstr("--columns requires --confounds"));
+    for (const char* columns : {"a,,b", ",a", "a,"}) {
+        const CommandResult result =
+            znica({"run", "b.nii", "--out", "o", "--confounds", "c.tsv", "--columns", columns});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.err, std::string("znica: --columns: needs names separated by commas, such as trans_x,rot_z; "
+                                          "got ") +
+                                  columns + " (see znica run --help)\n");
     }
 }
 

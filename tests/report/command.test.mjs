@@ -51,7 +51,7 @@ const rowsOf = (text) => text.trimEnd().split('\n');
 const joined = (rows) => `${rows.join('\n')}\n`;
 const damages = [
     ['metrics.tsv', 'empty', () => '', / is empty\.$/m],
-    ['metrics.tsv', 'cut in a row', (text) => text.slice(0, -60), /its row 3 has \d+ cells, but its header has 20/],
+    ['metrics.tsv', 'cut in a row', (text) => text.slice(0, -60), /its row 3 has \d+ cells, but its header has 25/],
     [
         'metrics.tsv',
         'without its last row',
@@ -65,6 +65,7 @@ const damages = [
         /its row 1 is for ICA_01, but the map is ICA_00/,
     ],
     ['metrics.tsv', 'without a column', (text) => text.replace('kurtosis', 'curtosis'), /has no column "kurtosis"/],
+    ['metrics.tsv', 'with a word for a number', (text) => text.replace('40.0000', 'most'), /holds "most"/],
     ['mixing.tsv', 'empty', () => '', / is empty\.$/m],
     [
         'mixing.tsv',

@@ -26,6 +26,7 @@ export const COLUMNS = [
     'power_band_4',
     'power_band_5',
 ];
+const MEASURES = ['explained_variance', 'map_skewness', 'map_kurtosis', 'confound_max_corr', 'confound_name'];
 export const STEM = 'sub-made_task-up';
 const PREDICTORS = ['left hand', 'right hand'];
 
@@ -119,8 +120,10 @@ function table(columns, rows) {
 
 /**
  * Writes a run into a folder. `options`: components, grid (small, medium, brain), trMilliseconds (2000), volumes (120),
- * asked (as many as found), design (true); slices: number of axial slices, all of them inside the mask; balls: for each
- * component a list of { centre, radius, height } in voxels and z, instead of a ball at a random place; constant: values of parameters that are the same for all components, by
+ * asked (as many as found), design (true), measures (whether the table has the columns beside the sixteen: true),
+ * oriented (true); slices: number of axial slices, all of them inside the mask; balls: for each component a list of
+ * { centre, radius, height } in voxels and z, instead of a ball at a random place; constant: values of parameters that
+ * are the same for all components, by
  * column; input, settings, facts: additions to the description of the run.
  */
 export function makeRun(folder, options) {
@@ -133,6 +136,8 @@ export function makeRun(folder, options) {
         design = true,
         slices = null,
         balls = null,
+        measures = true,
+        oriented = true,
         constant = {},
         input = {},
         settings = {},
@@ -147,10 +152,10 @@ export function makeRun(folder, options) {
     mkdirSync(folder, { recursive: true });
 
     const maps = makeMaps(size, mask, components, random, balls);
-    writeNifti(file('desc-ICA_components.nii.gz'), size, components, affine, maps);
-    writeNifti(file('desc-brain_mask.nii.gz'), size, 1, affine, mask);
+    writeNifti(file('desc-ICA_components.nii.gz'), size, components, affine, maps, oriented);
+    writeNifti(file('desc-brain_mask.nii.gz'), size, 1, affine, mask, oriented);
     const mean = Float32Array.from(mask, (inside) => (inside ? 800 + 300 * random() : 20 * random()));
-    writeNifti(file('desc-mean_bold.nii.gz'), size, 1, affine, mean);
+    writeNifti(file('desc-mean_bold.nii.gz'), size, 1, affine, mean, oriented);
 
     const courses = names.map((_, c) =>
         Array.from({ length: volumes }, (_, t) =>
@@ -175,17 +180,30 @@ export function makeRun(folder, options) {
         for (const [column, value] of Object.entries(constant)) values[COLUMNS.indexOf(column)] = value;
         const cells = values.map(String);
         if (c === 2) cells[7] = 'n/a'; // a kurtosis that could not be rescaled
-        return [name, ...cells, design ? PREDICTORS[c % 2] : 'n/a', 'n/a', 'n/a'];
+        const more = measures
+            ? [(40 / (c + 1)).toFixed(4), c - 1.5, 2.5 + c, (0.1 * (c % 10)).toFixed(2), 'rot_z']
+            : [];
+        return [name, ...cells, ...more, design ? PREDICTORS[c % 2] : 'n/a', 'n/a', 'n/a'];
     });
     writeFileSync(
         file('desc-ICA_metrics.tsv'),
-        table(['component', ...COLUMNS, 'dm_pred_name', 'template_voi_name', 'classification'], metrics),
+        table(
+            [
+                'component',
+                ...COLUMNS,
+                ...(measures ? MEASURES : []),
+                'dm_pred_name',
+                'template_voi_name',
+                'classification',
+            ],
+            metrics,
+        ),
     );
     writeFileSync(
         file('desc-ICA_metrics.json'),
         JSON.stringify(
             Object.fromEntries(
-                COLUMNS.map((column) => [
+                [...COLUMNS, ...(measures ? MEASURES : [])].map((column) => [
                     column,
                     { LongName: column, Description: `What ${column} says.`, Units: 'arbitrary' },
                 ]),

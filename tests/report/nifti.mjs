@@ -21,8 +21,8 @@ export function readNifti(file) {
     return { size, volumes, affine, at };
 }
 
-/** `data`: Float32Array or Uint8Array, x fastest, then y, z, volume. */
-export function writeNifti(file, size, volumes, affine, data) {
+/** `data`: Float32Array or Uint8Array, x fastest, then y, z, volume. Without `oriented`, the affine is not written. */
+export function writeNifti(file, size, volumes, affine, data, oriented = true) {
     const header = Buffer.alloc(352);
     const float = data instanceof Float32Array;
     header.writeInt32LE(348, 0);
@@ -34,8 +34,10 @@ export function writeNifti(file, size, volumes, affine, data) {
     header.writeFloatLE(352, 108);
     header.writeFloatLE(1, 112);
     header.writeUInt8(2 + 8, 123); // millimetres, seconds
-    header.writeInt16LE(1, 254); // sform: scanner
-    affine.flat().forEach((value, i) => header.writeFloatLE(value, 280 + 4 * i));
+    if (oriented) {
+        header.writeInt16LE(1, 254); // sform: scanner
+        affine.flat().forEach((value, i) => header.writeFloatLE(value, 280 + 4 * i));
+    }
     header.write('n+1\0', 344, 'latin1');
     const values = Buffer.from(data.buffer, data.byteOffset, data.byteLength);
     writeFileSync(file, gzipSync(Buffer.concat([header, values]), { level: 1 }));

@@ -20,8 +20,7 @@ export const chartData = (page, name) =>
     );
 
 /** Whether the first map is shown with the opposite sign of the files. */
-export const isFlipped = async (page) =>
-    (await page.locator('.brain').first().getAttribute('data-flipped')) === 'true';
+export const isFlipped = async (page) => (await page.locator('.brain').first().getAttribute('data-flipped')) === 'true';
 
 /** Compares the crosshair's voxel, position and value with the files. */
 export async function checkCrosshair(page, run, component) {

@@ -45,7 +45,8 @@ export class CanvasView implements BrainView {
 
     private makeCanvas(name: PlaneName): HTMLCanvasElement {
         const plane = planeOf(this.run.grid, name, false);
-        const canvas = h('canvas', { class: 'plane', 'data-plane': name, role: 'img', 'aria-label': `${name} plane` });
+        const label = this.run.grid.oriented ? `${name} plane` : `plane ${PLANES.indexOf(name) + 1} of 3`;
+        const canvas = h('canvas', { class: 'plane', 'data-plane': name, role: 'img', 'aria-label': label });
         const aspect = (plane.across.size * plane.across.mm) / (plane.up.size * plane.up.mm);
         canvas.style.aspectRatio = String(aspect);
         canvas.style.flex = `${plane.across.size * plane.across.mm} 1 0`; // the same scale for all three

@@ -150,6 +150,7 @@ export class NiivueView implements BrainView {
             backColor: [0, 0, 0, 1],
             show3Dcrosshair: true,
             isColorbar: false,
+            isOrientationTextVisible: this.run.grid.oriented,
             showAllOrientationMarkers: true,
             viewModeHotKey: '',
             clipPlaneHotKey: '',

@@ -9,8 +9,18 @@ export interface Plane {
     up: BodyAxis;
     through: BodyAxis;
     mirrored: boolean; // the axis across runs from right to left
-    marks: { left: string; right: string; top: string; bottom: string };
+    marks: Marks;
 }
+
+/** The letters of the body's sides at the edges of the image; empty where they are unknown. */
+interface Marks {
+    left: string;
+    right: string;
+    top: string;
+    bottom: string;
+}
+
+const NO_MARKS: Marks = { left: '', right: '', top: '', bottom: '' };
 
 export function planeOf(grid: Grid, name: PlaneName, radiological: boolean): Plane {
     const [x, y, z] = grid.body;
@@ -22,12 +32,13 @@ export function planeOf(grid: Grid, name: PlaneName, radiological: boolean): Pla
             up: z,
             through: x,
             mirrored: false,
-            marks: { left: 'P', right: 'A', top: 'S', bottom: 'I' },
+            marks: grid.oriented ? { left: 'P', right: 'A', top: 'S', bottom: 'I' } : NO_MARKS,
         };
     }
     const [up, through] = name === 'coronal' ? [z, y] : [y, z];
     const ends = name === 'coronal' ? { top: 'S', bottom: 'I' } : { top: 'A', bottom: 'P' };
-    return { name, across: x, up, through, mirrored: radiological, marks: { ...sides, ...ends } };
+    const marks = grid.oriented ? { ...sides, ...ends } : NO_MARKS;
+    return { name, across: x, up, through, mirrored: radiological, marks };
 }
 
 export const PLANES: PlaneName[] = ['axial', 'coronal', 'sagittal'];

@@ -13,6 +13,7 @@ export interface Decomposition {
         VoxelsDropped?: { NotFinite?: number; Constant?: number };
         Notes?: (InputNote | string)[];
         DummyScans?: number;
+        Oriented?: boolean; // has a sform or qform
     };
     Preparation?: Preparation;
     Settings: {
@@ -25,6 +26,7 @@ export interface Decomposition {
         Epsilon: number;
         MaxIterations: number;
         DesignMatrix: string | null;
+        DesignFormat?: string | null; // "BIDS events", "table" and others
         Regions: string | null;
         ClusterSize: number | null;
         ZThreshold: number;
@@ -36,7 +38,9 @@ export interface Decomposition {
     ComponentEstimate?: { MDL: number; Laplace: number; OptimalThreshold: number; EffectiveSamples: number } | null;
     ComponentsFound: number;
     RetainedVariancePercent: number | null;
+    RetainedVarianceOverTimePercent?: number | null; // without the mean image
     Predictors: string[];
+    Confounds?: string[];
     Regions: string[];
     Components: ComponentFacts[];
     Eigenvalues: number[];

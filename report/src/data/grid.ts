@@ -13,12 +13,15 @@ export interface BodyAxis {
 export class Grid {
     readonly size: Vector;
     readonly affine: Affine;
+    /** The affine says where left and right are; otherwise the body axes below are merely those of the file. */
+    readonly oriented: boolean;
     /** Left to right, back to front, bottom to top. */
     readonly body: [BodyAxis, BodyAxis, BodyAxis];
 
-    constructor(size: Vector, affine: Affine) {
+    constructor(size: Vector, affine: Affine, oriented = true) {
         this.size = size;
         this.affine = affine;
+        this.oriented = oriented;
         this.body = this.findBodyAxes();
     }
 

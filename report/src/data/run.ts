@@ -4,6 +4,7 @@ import { blocks } from './blocks';
 import { ComponentMaps } from './component_map';
 import type { ComponentFacts, Decomposition } from './decomposition';
 import { Grid } from './grid';
+import { type Measures, measuresIn } from './measures';
 import { METRICS } from './metrics';
 import { Signs } from './signs';
 import { columnOf, numberIn, parseTable } from './table';
@@ -15,7 +16,7 @@ interface RunBlock {
     metrics_tsv: string;
     mixing_tsv: string;
     design_tsv: string;
-    grid: { size: Vector; voxel_to_mm: Affine };
+    grid: { size: Vector; voxel_to_mm: Affine; oriented?: boolean };
     voxels_inside: number;
     has_mean: boolean;
     maps: { decimals: number; lowest: number; highest: number; negative_tail: boolean }[];
@@ -30,6 +31,7 @@ export interface Component {
     cells: string[]; // the same parameters as written in the table
     predictor: string | null; // best match by name
     region: string | null;
+    measures: Measures;
     classification: string | null; // from the metrics table, if somebody filled it in
     timeCourse: number[];
     lowest: number; // value of the map
@@ -99,6 +101,7 @@ function readComponents(block: RunBlock): Component[] {
             values: cells.map((cell, m) => (isDefined(METRICS[m].column, bands) ? numberIn(cell) : NaN)),
             predictor: named(row[at('dm_pred_name')]),
             region: named(row[at('template_voi_name')]),
+            measures: measuresIn((column) => row[at(column)]),
             classification: named(row[at('classification')]),
             timeCourse: columnOf(mixing, mixing.columns.indexOf(name)),
             lowest: block.maps[index].lowest,
@@ -141,7 +144,7 @@ export async function readRun(): Promise<Run> {
         trSeconds: block.decomposition.Input.RepetitionTimeMilliseconds / 1000,
         components,
         predictors: readPredictors(block),
-        grid: new Grid(block.grid.size, block.grid.voxel_to_mm),
+        grid: new Grid(block.grid.size, block.grid.voxel_to_mm, block.grid.oriented),
         voxelsInside: block.voxels_inside,
         ...indexMask(mask, block.voxels_inside),
         grey,

@@ -4,6 +4,7 @@ import { fingerprintOf } from '../charts/fingerprint_chart';
 import { drawFingerprintGlyph } from '../charts/fingerprint_glyph';
 import { drawSparkline } from '../charts/sparkline';
 import { scaledPredictor } from '../charts/time_course_chart';
+import { clearConfound } from '../data/measures';
 import { METRICS } from '../data/metrics';
 import { isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
@@ -19,6 +20,18 @@ function slicesText(slices: DrawnSlice[]): string {
     return planes
         ? `three planes through the largest cluster and ${plural(slices.length - 3, 'axial slice')}`
         : plural(slices.length, 'axial slice');
+}
+
+function confoundText({ measures }: Component): HTMLElement | null {
+    const confound = clearConfound(measures);
+    return (
+        confound
+        && h(
+            'span',
+            { class: 'card-confound', title: 'Most similar confound' },
+            `${confound.name} |r| ${confound.strength.toFixed(2)}`,
+        )
+    );
 }
 
 /** One component in the gallery. Its images are drawn when it comes into view. */
@@ -56,7 +69,7 @@ export class Card {
             ),
             this.mosaic,
             h('div', { class: 'card-charts' }, this.course, this.glyph),
-            h('footer', { class: 'card-foot' }, this.value, this.predictor),
+            h('footer', { class: 'card-foot' }, this.value, confoundText(component), this.predictor),
             this.note,
         );
         this.refreshLabel();
@@ -81,15 +94,21 @@ export class Card {
         this.note.hidden = note === '';
     }
 
-    /** Shows the value that the gallery is sorted by, or the iterations where it is not sorted by a number. */
+    /**
+     * Shows the value that the gallery is sorted by. Where it is not sorted by a number: the explained variance, or the
+     * iterations in results without it.
+     */
     showValue(sort: SortKey): void {
-        const { facts, cells, values } = this.component;
+        const { facts, cells, measures, values } = this.component;
         if (typeof sort === 'number') {
             this.value.textContent = `${METRICS[sort].short} ${short(values[sort])}`;
             this.value.title = cells[sort];
         } else if (sort === 'stability') {
             this.value.textContent = `Stability ${short(facts?.StabilityIndex ?? NaN)}`;
             this.value.title = '';
+        } else if (!Number.isNaN(measures.explainedPercent)) {
+            this.value.textContent = `${measures.explainedPercent.toFixed(1)} % of variance`;
+            this.value.title = 'Explained variance over time';
         } else {
             this.value.textContent = facts?.Iterations === undefined ? '' : `${facts.Iterations} iterations`;
             this.value.title = '';

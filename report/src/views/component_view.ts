@@ -47,7 +47,7 @@ export class ComponentView implements View {
         run.signs.onChange((component) => {
             if (component === this.component || component === this.chosen) void this.draw();
         });
-        this.controls = lookControls(look, highest, () => this.brains.lookChanged());
+        this.controls = lookControls(look, highest, run.grid.oriented, () => this.brains.lookChanged());
         const figure = (title: string, ...content: HTMLElement[]): HTMLElement =>
             h('figure', { class: 'panel' }, h('figcaption', {}, title), ...content);
         this.element = h(

@@ -14,7 +14,7 @@ export function valueText(run: Run, map: ComponentMap, voxel: Vector): string {
 
 /** The position of the crosshair and the value of the map there. */
 export function crosshairReadout(run: Run, map: ComponentMap, voxel: Vector, peak: () => void): HTMLElement {
-    const mm = toMm(run.grid.affine, voxel).map((value) => fixed(value, 1));
+    const [x, y, z] = toMm(run.grid.affine, voxel).map((value) => fixed(value, 1));
     const field = (name: string, value: string, id: string): HTMLElement =>
         h('div', { class: 'readout-field' }, h('dt', {}, name), h('dd', { 'data-readout': id }, value));
     return h(
@@ -23,7 +23,7 @@ export function crosshairReadout(run: Run, map: ComponentMap, voxel: Vector, pea
         h(
             'dl',
             { 'aria-live': 'polite' },
-            field('Position (mm)', `x ${mm[0]}  y ${mm[1]}  z ${mm[2]}`, 'mm'),
+            run.grid.oriented && field('Position (mm)', `x ${x}  y ${y}  z ${z}`, 'mm'),
             field('Voxel (from 0)', voxel.join(', '), 'voxel'),
             field('Map value (z)', valueText(run, map, voxel), 'value'),
         ),

@@ -30,7 +30,7 @@ export class Gallery {
 
     /** `look`: the reader's settings. The cards follow only `radiological` and stay comparable in everything else. */
     constructor(
-        run: Run,
+        private readonly run: Run,
         labels: Labels,
         private readonly look: Look,
         whenSeenDrawn: () => void,
@@ -60,6 +60,7 @@ export class Gallery {
         run.signs.onChange((component) => this.redraw([this.cards[component.index]]));
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
         this.sides = lookSwitch(look, 'radiological', 'Left on the right', () => this.turn());
+        this.sides.element.hidden = !run.grid.oriented;
         this.describe();
         this.element = h(
             'section',
@@ -105,9 +106,12 @@ export class Gallery {
     }
 
     private describe(): void {
+        const { oriented } = this.run.grid;
+        const left = this.own.radiological ? 'on the right' : 'on the left';
         this.legend.textContent =
-            `Planes through the largest cluster, then axial slices from bottom to top through the rest. Coloured: clusters of `
-            + `at least ${plural(this.own.fewest, 'voxel')} with |z| > ${short(this.own.threshold)}; left is ${this.own.radiological ? 'on the right' : 'on the left'}.`;
+            `${oriented ? 'Planes through the largest cluster, then axial slices from bottom to top' : 'Slices'}. `
+            + `Coloured: clusters of at least ${plural(this.own.fewest, 'voxel')} with `
+            + `|z| > ${short(this.own.threshold)}${oriented ? `; left is ${left}` : ''}.`;
     }
 
     private refresh(run: Run, labels: Labels): void {

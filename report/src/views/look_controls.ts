@@ -5,11 +5,12 @@ import { lookSwitch } from './look_switch';
 
 /**
  * Threshold, upper end, opacity and colours of the maps; calls back at every movement of a slider. `refresh` takes over
- * changes made elsewhere.
+ * changes made elsewhere. `oriented`: left and right are known.
  */
 export function lookControls(
     look: Look,
     highest: number,
+    oriented: boolean,
     changed: () => void,
 ): { element: HTMLElement; refresh: () => void } {
     const slider = (
@@ -62,7 +63,7 @@ export function lookControls(
     });
     const switches = [
         lookSwitch(look, 'smooth', 'Smooth', changed),
-        lookSwitch(look, 'radiological', 'Left on the right', changed),
+        ...(oriented ? [lookSwitch(look, 'radiological', 'Left on the right', changed)] : []),
         lookSwitch(look, 'render', '3D', changed),
     ];
     const element = h(

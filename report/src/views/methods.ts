@@ -40,7 +40,7 @@ export class Methods implements View {
                 h('h3', {}, 'References'),
                 h('ul', { class: 'references' }, ...references.map((reference) => h('li', {}, reference))),
             ),
-            h('section', { class: 'panel' }, h('h2', {}, 'The sixteen parameters'), parameterList(run)),
+            h('section', { class: 'panel' }, h('h2', {}, 'The parameters'), parameterList(run)),
             h(
                 'section',
                 { class: 'panel' },
@@ -50,6 +50,8 @@ export class Methods implements View {
         );
     }
 }
+
+const MEASURES = ['explained_variance', 'map_skewness', 'map_kurtosis', 'confound_max_corr', 'confound_name'];
 
 function parameterList(run: Run): HTMLElement {
     return h(
@@ -72,17 +74,19 @@ function parameterList(run: Run): HTMLElement {
             h(
                 'tbody',
                 {},
-                ...METRICS.map(({ column }) => {
-                    const { LongName = '', Description = '', Units = '' } = run.columns[column] ?? {};
-                    return h(
-                        'tr',
-                        {},
-                        h('th', { scope: 'row' }, h('code', {}, column)),
-                        h('td', {}, LongName),
-                        h('td', {}, Description),
-                        h('td', {}, Units),
-                    );
-                }),
+                ...[...METRICS.map(({ column }) => column), ...MEASURES.filter((column) => column in run.columns)].map(
+                    (column) => {
+                        const { LongName = '', Description = '', Units = '' } = run.columns[column] ?? {};
+                        return h(
+                            'tr',
+                            {},
+                            h('th', { scope: 'row' }, h('code', {}, column)),
+                            h('td', {}, LongName),
+                            h('td', {}, Description),
+                            h('td', {}, Units),
+                        );
+                    },
+                ),
             ),
         ),
     );

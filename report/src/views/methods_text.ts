@@ -25,6 +25,7 @@ export function methodsText(run: Run): string {
         maps(),
         fingerprint(run),
         bandPowers(run),
+        ...measures(run),
         ...matches(run),
     ].join(' ');
 }
@@ -93,13 +94,17 @@ function reduction({ facts }: Run): string {
             : first === last
               ? `principal component ${first}`
               : `principal components ${first} to ${last}`;
+    const share = keptVariance(facts);
+    return `The data were reduced to ${many} of the temporal covariance${share && ` (${share})`} and whitened.`;
+}
+
+function keptVariance(facts: Run['facts']): string {
+    const overTime = facts.RetainedVarianceOverTimePercent ?? null;
+    if (overTime !== null) return `${overTime.toFixed(1)} % of the variance over time`;
     const kept = facts.RetainedVariancePercent;
     const mean = meanImageShare(facts);
     const ofMean = mean === null ? '' : `; ${mean.toFixed(1)} % in the first, which represents the mean image`;
-    return (
-        `The data were reduced to ${many} of the temporal covariance`
-        + `${kept === null ? '' : ` (${kept.toFixed(1)} % of the variance${ofMean})`} and whitened.`
-    );
+    return kept === null ? '' : `${kept.toFixed(1)} % of the variance${ofMean}`;
 }
 
 function extraction(run: Run): string {
@@ -160,11 +165,25 @@ function bandPowers(run: Run): string {
     );
 }
 
+function measures({ components }: Run): string[] {
+    return components.some((component) => !Number.isNaN(component.measures.explainedPercent))
+        ? [
+              'The variance explained by a component is the sum of squares of its map times its time course, both '
+                  + 'without the mean over time, relative to that of the analysed data.',
+          ]
+        : [];
+}
+
 function matches({ facts }: Run): string[] {
     return [
         facts.Predictors.length > 0
-            && `Time courses were correlated with ${plural(facts.Predictors.length, 'predictor')} `
-                + 'from a design matrix.',
+            && `Time courses were correlated with ${plural(facts.Predictors.length, 'predictor')} ${
+                facts.Settings.DesignFormat === 'BIDS events'
+                    ? '(the events of each trial type, convolved with a canonical double-gamma haemodynamic response).'
+                    : 'from a design matrix.'
+            }`,
+        (facts.Confounds?.length ?? 0) > 0
+            && `${facts.Predictors.length > 0 ? 'They were also' : 'Time courses were'} correlated with ${plural(facts.Confounds!.length, 'confound')}.`,
         facts.Regions.length > 0 && `Maps were correlated with ${plural(facts.Regions.length, 'region')} of interest.`,
     ].filter((sentence) => sentence !== false);
 }

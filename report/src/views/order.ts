@@ -2,8 +2,10 @@ import { METRICS } from '../data/metrics';
 import { type Component, isRepeated } from '../data/run';
 import { LABELS, type Label, type Labels } from '../labels/labels';
 
-/** What the gallery is sorted by: the order of extraction, a parameter by its index, the label, or the stability. */
-export type SortKey = 'order' | 'label' | 'stability' | number;
+const NAMED_KEYS = ['order', 'explained', 'confound', 'stability', 'label'] as const;
+
+/** What the gallery is sorted by: a parameter by its index, or something else by its name. */
+export type SortKey = (typeof NAMED_KEYS)[number] | number;
 
 export interface Filter {
     metric: number;
@@ -18,18 +20,24 @@ export interface Selection {
     label: Label | 'none' | 'all';
 }
 
-/** The options of the list of sort keys; stability only where the analysis was repeated. */
+/** The options of the list of sort keys; those that no component has a value for are left out. */
 export function sortOptions(components: Component[]): { value: string; title: string }[] {
     return [
         { value: 'order', title: 'Order of extraction' },
+        ...(components.some(({ measures }) => !Number.isNaN(measures.explainedPercent))
+            ? [{ value: 'explained', title: 'Explained variance' }]
+            : []),
         ...METRICS.map((metric, i) => ({ value: String(i), title: metric.title })),
         ...(components.some(isRepeated) ? [{ value: 'stability', title: 'Stability over repeats (Iq)' }] : []),
+        ...(components.some(({ measures }) => measures.confound)
+            ? [{ value: 'confound', title: 'Confound: largest |r|' }]
+            : []),
         { value: 'label', title: 'Label' },
     ];
 }
 
 export function sortKey(value: string): SortKey {
-    return value === 'order' || value === 'label' || value === 'stability' ? value : Number(value);
+    return NAMED_KEYS.find((key) => key === value) ?? Number(value);
 }
 
 /** The components that pass every filter, in the requested order; missing values come last. */
@@ -45,6 +53,8 @@ export function select(components: Component[], selection: Selection, labels: La
     };
     const rank = (component: Component): number => {
         if (sort === 'order') return component.index;
+        if (sort === 'explained') return component.measures.explainedPercent;
+        if (sort === 'confound') return component.measures.confound?.strength ?? NaN;
         if (sort === 'stability') return component.facts?.StabilityIndex ?? NaN;
         if (sort !== 'label') return component.values[sort];
         const at = LABELS.findIndex((entry) => entry.label === labels.get(component.name).label);

@@ -67,6 +67,32 @@ function stabilityRow(run: Run, shown: Component[]): HTMLElement {
     );
 }
 
+/** Values that are not rescaled; only the rows that the result has. */
+function measureRows(run: Run, shown: Component[]): HTMLElement[] {
+    const row = (title: string, column: string, text: (component: Component) => string): HTMLElement | null =>
+        column in run.columns
+            ? h(
+                  'tr',
+                  {},
+                  h('th', { scope: 'row', title: run.columns[column].Description ?? '' }, title),
+                  ...shown.map((component) => h('td', { 'data-metric': column }, text(component))),
+              )
+            : null;
+    return [
+        row('Confound', 'confound_max_corr', ({ measures: { confound } }) =>
+            confound ? `${confound.name}, |r| ${short(confound.strength)}` : 'none',
+        ),
+        row(
+            'Explained variance',
+            'explained_variance',
+            ({ measures }) =>
+                `${short(measures.explainedPercent)}${Number.isNaN(measures.explainedPercent) ? '' : ' %'}`,
+        ),
+        row('Skewness of the map', 'map_skewness', ({ measures }) => short(measures.skewness)),
+        row('Kurtosis of the map', 'map_kurtosis', ({ measures }) => short(measures.kurtosis)),
+    ].filter((made) => made !== null);
+}
+
 /** What the component matches, by name: the best predictor, the best region, and the spread of the time course. */
 export function matchTable(run: Run, shown: Component[]): HTMLElement {
     const named = (
@@ -108,6 +134,7 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
                 named(component, 0, component.predictor, 1, predictorMatch(run, component)?.r),
             ),
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
+            ...measureRows(run, shown),
             row('RMS', 2, (component) => cell(component, 2)),
             ...(shown.some(isRepeated) ? [stabilityRow(run, shown)] : []),
         ),

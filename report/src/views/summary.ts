@@ -1,7 +1,7 @@
 import { ChartBox } from '../charts/chart';
 import { showEigenvalues } from '../charts/eigenvalue_chart';
 import { edges } from '../data/affine';
-import { meanImageShare } from '../data/decomposition';
+import { type Decomposition, meanImageShare } from '../data/decomposition';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import { duration, grouped, short } from '../numbers';
@@ -27,6 +27,26 @@ export function seedOf(run: Run): string | null {
     return seed === undefined || seed === null ? null : String(seed);
 }
 
+// Without the mean image where the result says so; older results only know the share of everything.
+function varianceTile(facts: Decomposition): HTMLElement {
+    const { FirstEigenvalue: first, LastEigenvalue: last } = facts.Settings;
+    const overTime = facts.RetainedVarianceOverTimePercent ?? null;
+    const kept = overTime ?? facts.RetainedVariancePercent;
+    const mean = meanImageShare(facts);
+    const note =
+        overTime !== null
+            ? '; the mean image is not counted'
+            : mean === null
+              ? ''
+              : `; the first (the mean image) alone ${mean.toFixed(1)} %`;
+    return tile(
+        kept === null ? 'n/a' : kept.toFixed(1),
+        '%',
+        overTime === null ? 'Variance kept' : 'Variance over time kept',
+        `eigenvalues ${first} to ${last}${note}`,
+    );
+}
+
 function tiles(run: Run): HTMLElement {
     const { facts } = run;
     const { Input: input, Settings: settings, ElapsedSeconds: elapsed } = facts;
@@ -34,19 +54,11 @@ function tiles(run: Run): HTMLElement {
         .map((edge) => short(edge))
         .join(' \u00d7 ');
     const seed = seedOf(run);
-    const kept = facts.RetainedVariancePercent;
-    const mean = meanImageShare(facts);
     return h(
         'dl',
         { class: 'tiles' },
         tile(String(facts.ComponentsFound), `of ${settings.Components}`, 'Components found'),
-        tile(
-            kept === null ? 'n/a' : kept.toFixed(1),
-            '%',
-            'Variance kept',
-            `eigenvalues ${settings.FirstEigenvalue} to ${settings.LastEigenvalue}`
-                + (mean === null ? '' : `; the first (the mean image) alone ${mean.toFixed(1)} %`),
-        ),
+        varianceTile(facts),
         tile(grouped(run.voxelsInside), '', 'Voxels', `of ${input.Size.join(' \u00d7 ')}, ${mm} mm`),
         tile(grouped(input.Volumes), '', 'Volumes', duration(input.Volumes * run.trSeconds)),
         tile(short(run.trSeconds, 4), 's', 'Repetition time'),

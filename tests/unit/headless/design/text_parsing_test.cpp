@@ -24,7 +24,7 @@ TEST(RtcText, NamesAndColumnsAreReadAsWritten) {
 }
 
 TEST(PredictorTable, ColumnsAreReadInOrderAndTrailingEmptyLinesAreIgnored) {
-    const DesignMatrix design = parsePredictorTable({"face\thouse", "0\t2.5", "-1\t0", "", " "}, "x.tsv");
+    const DesignMatrix design = predictorTable(parseTable({"face\thouse", "0\t2.5", "-1\t0", "", " "}, "x.tsv"));
     EXPECT_THAT(design.names, ElementsAre("face", "house"));
     EXPECT_THAT(design.predictors, ElementsAre(ElementsAre(0.0f, -1.0f), ElementsAre(2.5f, 0.0f)));
 }
