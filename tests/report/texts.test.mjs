@@ -162,6 +162,12 @@ describe('the page says', { skip: missingBrowser }, () => {
         assert.match(skipped, /clustering was not estimated/);
     });
 
+    test('that the lag-1 autocorrelation may exceed 1, where it does', async () => {
+        const note = (value) => textOf({ constant: { lag1_autocorr: value } }, '.lag1-note', '#/component/ICA_00');
+        assert.match(await note(1.004), /^\* May exceed 1: the definition sums one product more/);
+        assert.equal(await note(0.98), '');
+    });
+
     test('no value for a frequency band that is undefined at the repetition time', async () => {
         const bands = async (trMilliseconds) => {
             const page = await open({ trMilliseconds }, '#/component/ICA_00');

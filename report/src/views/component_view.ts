@@ -5,12 +5,12 @@ import { showSpectrum } from '../charts/spectrum_chart';
 import { showTimeCourse } from '../charts/time_course_chart';
 import { bandsFor } from '../data/bands';
 import type { Component, Run } from '../data/run';
-import { h } from '../dom';
+import { append, h } from '../dom';
 import { LABELS, type Labels } from '../labels/labels';
 import { BrainPair } from './brain_pair';
 import { ComponentHead } from './component_head';
 import { lookControls } from './look_controls';
-import { fingerprintTable, matchTable } from './parameter_table';
+import { fingerprintTable, lag1Note, matchTable } from './parameter_table';
 import type { View } from './view';
 
 /** Everything about one component, alone or beside a second one. */
@@ -127,7 +127,8 @@ export class ComponentView implements View {
         );
         showFingerprint(this.fingerprint, component, compared);
         const shown = compared ? [component, compared] : [component];
-        this.tables.replaceChildren(fingerprintTable(run, shown), matchTable(run, shown));
+        this.tables.replaceChildren();
+        append(this.tables, [fingerprintTable(run, shown), lag1Note(shown), matchTable(run, shown)]);
         await this.brains.show(component, compared);
     }
 

@@ -10,6 +10,20 @@ function cell(component: Component, metric: number): HTMLElement {
         'td',
         { 'data-metric': column, 'data-component': component.name, title: component.cells[metric] },
         short(component.values[metric]),
+        column === LAG1 && component.values[metric] > 1 && h('sup', {}, '*'),
+    );
+}
+
+const LAG1 = 'lag1_autocorr';
+
+/** A remark for values of a definition that may exceed 1; null where all are at most 1. */
+export function lag1Note(shown: Component[]): HTMLElement | null {
+    const metric = METRICS.findIndex(({ column }) => column === LAG1);
+    if (!shown.some(({ values }) => values[metric] > 1)) return null;
+    return h(
+        'p',
+        { class: 'chart-note lag1-note' },
+        '* May exceed 1: the definition sums one product more than the number that it divides by.',
     );
 }
 
