@@ -102,7 +102,9 @@ function measureRows(run: Run, shown: Component[]): HTMLElement[] {
             ({ measures }) =>
                 `${short(measures.explainedPercent)}${Number.isNaN(measures.explainedPercent) ? '' : ' %'}`,
         ),
-        row('Skewness of the map', 'map_skewness', ({ measures }) => short(measures.skewness)),
+        row('Skewness of the map', 'map_skewness', (component) =>
+            short(component.measures.skewness * run.signs.of(component)),
+        ),
         row('Kurtosis of the map', 'map_kurtosis', ({ measures }) => short(measures.kurtosis)),
     ].filter((made) => made !== null);
 }
