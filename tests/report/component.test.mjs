@@ -66,13 +66,14 @@ for (const renderer of ['webgl2', 'canvas']) {
             const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_05', renderer);
             const box = await page.locator('.planes:not(.planes-waiting)').first().boundingBox();
-            const axial = { left: box.x, width: box.width * (26 / (2 * 26 + 30)), top: box.y, height: box.height };
+            // The planes are cropped to the mask with two voxels around it: 24 x 27 of the 26 x 30 voxels.
+            const axial = { left: box.x, width: box.width * (24 / (2 * 24 + 27)), top: box.y, height: box.height };
             const click = async (across, up) => {
                 await page.mouse.click(axial.left + across * axial.width, axial.top + (1 - up) * axial.height);
                 return checkCrosshair(page, six, 5);
             };
-            const left = await click(0.3, 0.5);
-            const right = await click(0.7, 0.5);
+            const left = await click(0.25, 0.5);
+            const right = await click(0.75, 0.5);
             const front = await click(0.5, 0.7);
             assert.ok(left.mm[0] < -20 && right.mm[0] > 20, `${left.mm[0]} mm and ${right.mm[0]} mm`);
             assert.ok(front.mm[1] > left.mm[1] + 20, `${front.mm[1]} mm in front of ${left.mm[1]} mm`);

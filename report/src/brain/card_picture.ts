@@ -2,7 +2,7 @@ import { colouredMap } from '../data/coloured_map';
 import type { ComponentMap } from '../data/component_map';
 import type { Run } from '../data/run';
 import { type CardSlice, cardPlanes, cardSlices } from './card_slices';
-import { frameOfMask } from './extent';
+import { frameOfMask, frameSize } from './extent';
 import type { Look } from './look';
 import { type Plane, type PlaneName, planeOf } from './plane';
 import { drawSideMark } from './side_mark';
@@ -23,8 +23,7 @@ export interface DrawnSlice extends CardSlice, Size {
 
 // Extent of the mask in a plane, in mm.
 function sizeOf(run: Run, plane: Plane): Size {
-    const { acrossFrom, acrossTo, upFrom, upTo } = frameOfMask(run, plane);
-    return { width: (acrossTo - acrossFrom + 1) * plane.across.mm, height: (upTo - upFrom + 1) * plane.up.mm };
+    return frameSize(frameOfMask(run, plane), plane);
 }
 
 function isAxial(row: PlaneName[]): boolean {

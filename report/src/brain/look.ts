@@ -1,6 +1,9 @@
 /** Lightest grey of the mean image, as a fraction of white; the strong ends of the colours are lighter. */
 export const LIGHTEST_GREY = 0.65;
 
+/** Width in pixels from which the three planes are drawn side by side; below it, two by two. */
+export const ROW_WIDTH = 620;
+
 /** How maps are drawn; set by the reader and shared by all components. */
 export interface Look {
     threshold: number; // on the magnitude of z; voxels below it show only the mean image

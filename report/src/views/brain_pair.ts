@@ -1,3 +1,4 @@
+import { isInView } from '../brain/extent';
 import { ceilingOf, type Look } from '../brain/look';
 import { type PlaneName, planeOf } from '../brain/plane';
 import type { Vector } from '../data/affine';
@@ -89,7 +90,7 @@ export class BrainPair {
     }
 
     private moveTo(voxel: Vector): void {
-        if (!this.run.grid.contains(voxel)) return;
+        if (!this.run.grid.contains(voxel) || !isInView(this.run, voxel)) return;
         this.voxel = voxel;
         for (const panel of this.panels()) panel.setCrosshair(voxel);
     }

@@ -1,6 +1,7 @@
 import type { BrainView } from '../brain/brain_view';
 import { colourBar } from '../brain/colour_bar';
-import type { Look } from '../brain/look';
+import { croppedSize } from '../brain/extent';
+import { type Look, ROW_WIDTH } from '../brain/look';
 import { makeBrainView } from '../brain/make_brain_view';
 import type { NiivueView } from '../brain/niivue_view';
 import type { PlaneName } from '../brain/plane';
@@ -8,7 +9,7 @@ import type { Vector } from '../data/affine';
 import { colouredMap } from '../data/coloured_map';
 import type { ComponentMap } from '../data/component_map';
 import type { Component, Run } from '../data/run';
-import { h } from '../dom';
+import { append, h } from '../dom';
 import { crosshairReadout, valueText } from './crosshair_readout';
 
 /** The planes of one component with its colour bar and the value under the crosshair. */
@@ -17,6 +18,7 @@ export class BrainPanel {
     onPick: (voxel: Vector, plane: PlaneName | null) => void = () => {};
     onPeak: () => void = () => {};
     private readonly sign = h('span', { class: 'brain-sign' });
+    private readonly foot = h('div', { class: 'brain-foot' });
     private readonly title = h('h3', { class: 'brain-title' });
     private readonly place = h('div', { class: 'brain-place', role: 'group' });
     private readonly bar = h('div', { class: 'brain-bar' });
@@ -28,34 +30,43 @@ export class BrainPanel {
     private voxel: Vector = [0, 0, 0];
 
     constructor(private readonly run: Run) {
-        this.element = h(
-            'div',
-            { class: 'brain' },
-            this.title,
-            this.place,
+        this.element = h('div', { class: 'brain' }, this.title, this.place, this.foot);
+        append(this.foot, [
+            this.readout,
             h(
                 'div',
-                { class: 'brain-foot' },
-                this.readout,
+                { class: 'brain-flip' },
                 h(
-                    'div',
-                    { class: 'brain-flip' },
-                    h(
-                        'button',
-                        {
-                            type: 'button',
-                            class: 'button',
-                            'data-action': 'flip',
-                            title: 'Inverts map, time course and correlations (key F)',
-                            onclick: () => this.component && run.signs.flip(this.component),
-                        },
-                        'Flip sign',
-                    ),
-                    this.sign,
+                    'button',
+                    {
+                        type: 'button',
+                        class: 'button',
+                        'data-action': 'flip',
+                        title: 'Inverts map, time course and correlations (key F)',
+                        onclick: () => this.component && run.signs.flip(this.component),
+                    },
+                    'Flip sign',
                 ),
-                this.bar,
+                this.sign,
             ),
-        );
+            this.bar,
+        ]);
+        new ResizeObserver(() => this.placeFoot()).observe(this.place);
+    }
+
+    // Into the corner that the planes leave empty, if it is large enough: below the lower planes where the three are side
+    // by side, beside the axial plane where they are two by two.
+    private placeFoot(): void {
+        const { clientWidth: width, clientHeight: height } = this.place;
+        if (width === 0) return;
+        const [x, y, z] = croppedSize(this.run);
+        const row = width >= ROW_WIDTH;
+        const share = row ? x / (2 * x + y) : x / (x + y);
+        const scale = width / (row ? 2 * x + y : x + y);
+        const room = row ? (Math.max(y, z) - z) * scale : y * scale;
+        this.foot.style.setProperty('--foot-width', `${(1 - share) * width - 8}px`);
+        this.foot.classList.add('brain-foot-inside');
+        if (this.foot.offsetHeight > Math.min(room, height)) this.foot.classList.remove('brain-foot-inside');
     }
 
     /** Draws the map of a component with the crosshair at a voxel. */
@@ -78,6 +89,7 @@ export class BrainPanel {
         this.view.onPick = (voxel, plane) => this.onPick(voxel, plane);
         this.view.show(colouredMap(this.run, this.map, look).map, look, this.voxel);
         this.bar.replaceChildren(colourBar(look, this.map.high));
+        this.placeFoot();
     }
 
     setCrosshair(voxel: Vector): void {

@@ -32,7 +32,7 @@ export class ComponentView implements View {
     constructor(
         private readonly run: Run,
         private readonly labels: Labels,
-        look: Look,
+        private readonly look: Look,
         private readonly neighbours: () => Component[],
         private readonly open: (component: Component) => void,
     ) {
@@ -62,8 +62,8 @@ export class ComponentView implements View {
                 h(
                     'p',
                     { class: 'chart-note sign-note' },
-                    'The sign of a component is arbitrary. Map, time course and correlations are shown with the longer tail of the '
-                        + 'map positive, unless you flip them; the files keep their sign.',
+                    'The sign of a component is arbitrary: shown with the longer tail of the map positive, unless flipped; the '
+                        + 'files keep their sign.',
                 ),
             ),
             h('div', { class: 'component-side' }, figure('Fingerprint', this.fingerprint.element, this.tables)),
@@ -77,7 +77,7 @@ export class ComponentView implements View {
                 'p',
                 { class: 'keys' },
                 'Keys: ',
-                ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'F flip', 'P peak'].map((text) =>
+                ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'F flip', 'P peak', 'X crosshair'].map((text) =>
                     h('kbd', {}, text),
                 ),
             ),
@@ -108,6 +108,7 @@ export class ComponentView implements View {
         else if (event.key === 'ArrowDown') this.brains.moveSlice(-1);
         else if (event.key.toLowerCase() === 'p') this.brains.goToPeak();
         else if (event.key.toLowerCase() === 'f' && this.component) this.run.signs.flip(this.component);
+        else if (event.key.toLowerCase() === 'x') this.toggleCrosshair();
         else if (label && this.component) this.labels.toggle(this.component.name, label.label);
         else return false;
         return true;
@@ -130,6 +131,11 @@ export class ComponentView implements View {
         this.tables.replaceChildren();
         append(this.tables, [fingerprintTable(run, shown), lag1Note(shown), matchTable(run, shown)]);
         await this.brains.show(component, compared);
+    }
+
+    private toggleCrosshair(): void {
+        this.look.crosshair = !this.look.crosshair;
+        this.brains.lookChanged();
     }
 
     // When a new label has removed the component from the selection, the next one has taken its place.
