@@ -8,7 +8,7 @@ import { madeUp } from './runs.mjs';
 
 const card = (page) => page.locator('.card[data-component=ICA_00] .card-mosaic');
 const picture = (page) => card(page).evaluate((canvas) => canvas.toDataURL());
-const sides = (page) => page.getByLabel('Left on the right').filter({ visible: true });
+const sides = (page) => page.getByLabel('Radiological view').filter({ visible: true });
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`maps with ${renderer}`, { skip: missingBrowser }, () => {
@@ -68,7 +68,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.keyboard.down('Shift');
             await drag('left');
             await page.keyboard.up('Shift');
-            for (const key of ['?', 'h', 'j', 'k', 'l', 'm', 'v', 'c']) await page.keyboard.press(key);
+            for (const key of ['h', 'j', 'k', 'l', 'm', 'v', 'c']) await page.keyboard.press(key);
             await page.mouse.dblclick(...at);
             await painted(page);
             assert.deepEqual((await checkCrosshair(page, run, 1)).voxel, voxel);
@@ -84,7 +84,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await painted(page);
             const place = page.locator('.brain-place').first();
             const smooth = await place.screenshot();
-            await page.getByLabel('Smooth').uncheck();
+            await page.getByLabel('Interpolate').uncheck();
             await painted(page);
             assert.ok(!smooth.equals(await place.screenshot()));
             await page.close();

@@ -59,7 +59,7 @@ export class Gallery {
         });
         run.signs.onChange((component) => this.redraw([this.cards[component.index]]));
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
-        this.sides = lookSwitch(look, 'radiological', 'Left on the right', () => this.turn());
+        this.sides = lookSwitch(look, 'radiological', 'Radiological view', () => this.turn());
         this.sides.element.hidden = !run.grid.oriented;
         this.describe();
         this.element = h(

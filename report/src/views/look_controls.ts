@@ -62,8 +62,8 @@ export function lookControls(
         },
     });
     const switches = [
-        lookSwitch(look, 'smooth', 'Smooth', changed),
-        ...(oriented ? [lookSwitch(look, 'radiological', 'Left on the right', changed)] : []),
+        lookSwitch(look, 'smooth', 'Interpolate', changed),
+        ...(oriented ? [lookSwitch(look, 'radiological', 'Radiological view', changed)] : []),
         lookSwitch(look, 'render', '3D', changed),
     ];
     const element = h(
