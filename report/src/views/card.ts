@@ -3,23 +3,26 @@ import type { Look } from '../brain/look';
 import { fingerprintOf } from '../charts/fingerprint_chart';
 import { drawFingerprintGlyph } from '../charts/fingerprint_glyph';
 import { drawSparkline } from '../charts/sparkline';
+import { spectrumOf } from '../charts/spectrum_chart';
+import { drawSpectrumGlyph } from '../charts/spectrum_glyph';
 import { scaledPredictor } from '../charts/time_course_chart';
 import { clearConfound } from '../data/measures';
 import { METRICS } from '../data/metrics';
 import { isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
 import { shownCourse, shownMap } from '../data/shown_component';
-import { h } from '../dom';
+import { append, h } from '../dom';
 import { LABELS, type Labels } from '../labels/labels';
 import { fixed, plural, short } from '../numbers';
 import type { SortKey } from './order';
 
 /** "three planes through the largest cluster and 5 axial slices" */
-function slicesText(slices: DrawnSlice[]): string {
+function slicesText(slices: DrawnSlice[], oriented: boolean): string {
     const planes = slices.some(({ plane }) => plane !== 'axial');
+    const word = oriented ? 'axial slice' : 'slice';
     return planes
-        ? `three planes through the largest cluster and ${plural(slices.length - 3, 'axial slice')}`
-        : plural(slices.length, 'axial slice');
+        ? `three planes through the largest cluster and ${plural(slices.length - 3, word)}`
+        : plural(slices.length, word);
 }
 
 function confoundText({ measures }: Component): HTMLElement | null {
@@ -38,8 +41,10 @@ function confoundText({ measures }: Component): HTMLElement | null {
 export class Card {
     readonly element: HTMLElement;
     drawn = false;
+    drawing: Promise<void> = Promise.resolve(); // of the images, last
     private readonly mosaic = h('canvas', { class: 'card-mosaic', role: 'img' });
     private readonly course = h('canvas', { class: 'card-course', role: 'img' });
+    private readonly spectrum = h('canvas', { class: 'card-spectrum', role: 'img' });
     private readonly glyph = h('canvas', { class: 'card-glyph', role: 'img' });
     private readonly predictor = h('span', { class: 'card-predictor', title: 'Best-matching predictor' });
     private readonly name = h('span', { class: 'card-name' });
@@ -56,6 +61,7 @@ export class Card {
         this.mosaic.setAttribute('aria-label', `Map of ${title}`);
         this.mosaic.style.aspectRatio = String(cardAspect(run));
         this.course.setAttribute('aria-label', `Time course of ${title}`);
+        this.spectrum.setAttribute('aria-label', `Power spectrum of ${title}`);
         this.glyph.setAttribute('aria-label', `Fingerprint of ${title}`);
         this.element = h(
             'article',
@@ -68,7 +74,7 @@ export class Card {
                 this.label,
             ),
             this.mosaic,
-            h('div', { class: 'card-charts' }, this.course, this.glyph),
+            h('div', { class: 'card-charts' }, this.course, this.spectrum, this.glyph),
             h('footer', { class: 'card-foot' }, this.value, confoundText(component), this.predictor),
             this.note,
         );
@@ -94,25 +100,18 @@ export class Card {
         this.note.hidden = note === '';
     }
 
-    /**
-     * Shows the value that the gallery is sorted by. Where it is not sorted by a number: the explained variance, or the
-     * iterations in results without it.
-     */
+    /** Shows explained variance and stability, where the result has them, and the parameter that the gallery is sorted by. */
     showValue(sort: SortKey): void {
-        const { facts, cells, measures, values } = this.component;
-        if (typeof sort === 'number') {
-            this.value.textContent = `${METRICS[sort].short} ${short(values[sort])}`;
-            this.value.title = cells[sort];
-        } else if (sort === 'stability') {
-            this.value.textContent = `Stability ${short(facts?.StabilityIndex ?? NaN)}`;
-            this.value.title = '';
-        } else if (!Number.isNaN(measures.explainedPercent)) {
-            this.value.textContent = `${measures.explainedPercent.toFixed(1)} % of variance`;
-            this.value.title = 'Explained variance over time';
-        } else {
-            this.value.textContent = facts?.Iterations === undefined ? '' : `${facts.Iterations} iterations`;
-            this.value.title = '';
-        }
+        const { cells, facts, measures, values } = this.component;
+        const fact = (text: string, title: string): HTMLElement => h('span', { title }, text);
+        this.value.replaceChildren();
+        append(this.value, [
+            typeof sort === 'number' && fact(`${METRICS[sort].short} ${short(values[sort])}`, cells[sort]),
+            !Number.isNaN(measures.explainedPercent)
+                && fact(`${measures.explainedPercent.toFixed(1)} % of variance`, 'Explained variance over time'),
+            facts?.StabilityIndex !== undefined
+                && fact(`stability ${short(facts.StabilityIndex ?? NaN, 2)}`, 'Stability index Iq over the repeats'),
+        ]);
     }
 
     /** Whether the card is in the page and has a size; images drawn without one would stay empty. */
@@ -134,13 +133,20 @@ export class Card {
     private drawCurves(): void {
         this.fit(this.course);
         this.fit(this.glyph);
+        this.fit(this.spectrum);
+        drawSpectrumGlyph(this.spectrum, spectrumOf(this.component).percent);
         const match = this.match();
         drawSparkline(this.course, shownCourse(this.run, this.component), match && scaledPredictor(match).values);
         drawFingerprintGlyph(this.glyph, fingerprintOf(this.component));
     }
 
-    async draw(look: Look): Promise<void> {
+    draw(look: Look): Promise<void> {
         this.drawn = true;
+        this.drawing = this.drawImages(look);
+        return this.drawing;
+    }
+
+    private async drawImages(look: Look): Promise<void> {
         this.drawCurves();
         const map = await shownMap(this.run, this.component);
         if (!this.hasPlace()) {
@@ -160,7 +166,7 @@ export class Card {
         this.mosaic.dataset.slices = JSON.stringify(slices);
         this.mosaic.setAttribute(
             'aria-label',
-            `Map of ${title}, ${slicesText(slices)}; z from ${fixed(ends[0], 1)} to ${fixed(ends[1], 1)}`,
+            `Map of ${title}, ${slicesText(slices, this.run.grid.oriented)}; z from ${fixed(ends[0], 1)} to ${fixed(ends[1], 1)}`,
         );
     }
 

@@ -9,7 +9,7 @@ import { Card } from './card';
 import { DrawQueue } from './draw_queue';
 import { galleryControls } from './gallery_controls';
 import { lookSwitch } from './look_switch';
-import { type Selection, select } from './order';
+import { defaultSort, type Selection, select, startsDescending } from './order';
 
 /**
  * Every component as a card. All cards are in the page, so that find-in-page, the keyboard and the printer reach them;
@@ -22,7 +22,7 @@ export class Gallery {
     private readonly cards: Card[];
     private readonly grid = h('div', { class: 'cards' });
     private readonly count = h('span', { class: 'gallery-count', role: 'status' });
-    private readonly selection: Selection = { sort: 'order', descending: false, filters: [], label: 'all' };
+    private readonly selection: Selection;
     private readonly queue: DrawQueue;
     private readonly own: Look;
     private readonly sides: ReturnType<typeof lookSwitch>;
@@ -35,6 +35,8 @@ export class Gallery {
         private readonly look: Look,
         whenSeenDrawn: () => void,
     ) {
+        const sort = defaultSort(run.components);
+        this.selection = { sort, descending: startsDescending(sort), filters: [], label: 'all' };
         this.own = defaultLook(look.threshold);
         this.cards = run.components.map((component) => new Card(run, component, labels));
         this.shown = this.cards;

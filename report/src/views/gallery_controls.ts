@@ -2,7 +2,7 @@ import { METRICS } from '../data/metrics';
 import type { Component } from '../data/run';
 import { h } from '../dom';
 import { LABELS } from '../labels/labels';
-import { type Filter, type Selection, sortKey, sortOptions } from './order';
+import { type Filter, type Selection, sortKey, sortOptions, startsDescending } from './order';
 
 function options(list: { value: string; title: string }[]): HTMLOptionElement[] {
     return list.map(({ value, title }) => h('option', { value }, title));
@@ -69,11 +69,14 @@ export function galleryControls(
             id: 'sort',
             onchange: () => {
                 selection.sort = sortKey(sort.value);
+                selection.descending = startsDescending(selection.sort);
+                describe();
                 changed();
             },
         },
         ...options(sortOptions(components)),
     );
+    sort.value = String(selection.sort);
     const direction = h('button', {
         type: 'button',
         class: 'button button-icon',

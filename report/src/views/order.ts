@@ -36,6 +36,17 @@ export function sortOptions(components: Component[]): { value: string; title: st
     ];
 }
 
+/** Whether the components with the largest values are of the most interest, so that they come first. */
+export function startsDescending(key: SortKey): boolean {
+    if (key === 'explained' || key === 'stability' || key === 'confound') return true;
+    return typeof key === 'number' && METRICS[key].column.includes('_max');
+}
+
+/** The order that the gallery opens with. */
+export function defaultSort(components: Component[]): SortKey {
+    return components.some(({ measures }) => !Number.isNaN(measures.explainedPercent)) ? 'explained' : 'order';
+}
+
 export function sortKey(value: string): SortKey {
     return NAMED_KEYS.find((key) => key === value) ?? Number(value);
 }
