@@ -22,6 +22,7 @@ class App {
     private view: View | null = null;
     private last: string; // name of the component shown last
     private routes = 0; // number of routes taken so far
+    private drawing: Promise<void> = Promise.resolve(); // of the component shown last
     private readonly head: ReturnType<typeof pageHead>;
 
     constructor(
@@ -39,7 +40,7 @@ class App {
             if (!opened) void painted().then((end) => performance.measure('first view', { start: 0, end }));
             opened = true;
         });
-        this.head = pageHead(run);
+        this.head = pageHead(run, () => void this.print());
         document.title = `ICA report: ${run.name}`;
         addEventListener('hashchange', () => void this.route());
         addEventListener('keydown', (event) => this.key(event));
@@ -61,7 +62,8 @@ class App {
                 (next) => location.replace(`#/component/${next.name}`),
             );
             this.enter(this.component);
-            await this.component.show(component);
+            this.drawing = this.component.show(component);
+            await this.drawing;
             const end = await painted();
             if (own !== this.routes) return; // the reader has moved on in the meantime
             performance.measure('component change', { start, end });
@@ -74,6 +76,14 @@ class App {
         }
     }
 
+    /** Prints when everything that is in the page is drawn. */
+    private async print(): Promise<void> {
+        if (this.view === this.overview) await this.overview.gallery.drawAll();
+        else await this.drawing;
+        await painted();
+        print();
+    }
+
     private enter(view: View): void {
         if (this.view === view) return;
         this.view?.leave?.();
@@ -84,6 +94,11 @@ class App {
     }
 
     private key(event: KeyboardEvent): void {
+        if (event.key.toLowerCase() === 'p' && (event.ctrlKey || event.metaKey)) {
+            event.preventDefault(); // the browser would print at once
+            void this.print();
+            return;
+        }
         const target = event.target as HTMLElement;
         const sliding = target.matches('input[type=range]') && event.key.startsWith('Arrow');
         const typing = sliding || target.matches('input:not([type=checkbox], [type=range]), select, textarea');

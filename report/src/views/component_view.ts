@@ -19,7 +19,7 @@ export class ComponentView implements View {
     private readonly head: ComponentHead;
     private readonly brains: BrainPair;
     private readonly controls: ReturnType<typeof lookControls>;
-    private readonly course = new ChartBox('course', [660, 200]);
+    private readonly course = new ChartBox('course', [660, 120]);
     private readonly spectrum = new ChartBox('spectrum', [310, 240]);
     private readonly spectrumNote = h('p', { class: 'chart-note' });
     private readonly fingerprint = new ChartBox('fingerprint', [310, 270]);

@@ -86,6 +86,23 @@ export class Gallery {
         this.turn();
     }
 
+    /** Name of the component whose card has the keyboard focus. */
+    get focused(): string | null {
+        const card = this.shown.find(({ element }) => element.contains(document.activeElement));
+        return card?.component.name ?? null;
+    }
+
+    focus(component: string | null): void {
+        const card = this.shown.find((candidate) => candidate.component.name === component);
+        card?.element.querySelector<HTMLElement>('.card-link')?.focus();
+    }
+
+    /** Resolves when every card that is in the page is drawn. */
+    async drawAll(): Promise<void> {
+        for (const card of this.shown) if (!card.drawn && card.hasPlace()) await card.draw(this.own);
+        await Promise.all(this.shown.map((card) => card.drawing));
+    }
+
     // Redraws the cards, those in view first.
     private turn(): void {
         const { fewest, radiological } = this.look;
