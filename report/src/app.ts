@@ -1,8 +1,10 @@
+import { Address } from './address';
 import { defaultLook, type Look } from './brain/look';
-import { type Run, readRun } from './data/run';
+import { type Component, type Run, readRun } from './data/run';
 import { Labels, labelNamed } from './labels/labels';
 import { startTheme } from './theme';
 import { ComponentView } from './views/component_view';
+import { showKeyHelp } from './views/key_help';
 import { Methods } from './views/methods';
 import { Overview } from './views/overview';
 import { pageHead } from './views/page_head';
@@ -11,6 +13,10 @@ import type { View } from './views/view';
 /** Resolves with the time when the next frame is on the screen. */
 function painted(): Promise<number> {
     return new Promise((resolve) => requestAnimationFrame(() => setTimeout(() => resolve(performance.now()))));
+}
+
+function nextFrame(): Promise<number> {
+    return new Promise((resolve) => requestAnimationFrame(resolve));
 }
 
 class App {
@@ -23,6 +29,7 @@ class App {
     private last: string; // name of the component shown last
     private routes = 0; // number of routes taken so far
     private drawing: Promise<void> = Promise.resolve(); // of the component shown last
+    private readonly address = new Address();
     private readonly head: ReturnType<typeof pageHead>;
 
     constructor(
@@ -49,6 +56,7 @@ class App {
     async route(): Promise<void> {
         const start = performance.now();
         const own = ++this.routes;
+        this.address.forget();
         const [, part = '', name = this.last] = location.hash.replace(/^#/, '').split('/');
         const component = this.run.components.find((candidate) => candidate.name === name);
         this.head.mark(part === 'component' && !component ? '/' : `/${part}`);
@@ -59,21 +67,38 @@ class App {
                 this.labels,
                 this.look,
                 () => this.overview.gallery.shown.map((card) => card.component),
-                (next) => location.replace(`#/component/${next.name}`),
+                (next) => void this.stepTo(next),
             );
+            this.component.present(component);
             this.enter(this.component);
-            this.drawing = this.component.show(component);
-            await this.drawing;
-            const end = await painted();
-            if (own !== this.routes) return; // the reader has moved on in the meantime
-            performance.measure('component change', { start, end });
-            document.body.dataset.shown = component.name;
+            await this.drawComponent(this.component, component, start, own);
         } else if (part === 'methods') {
             this.methods ??= new Methods(this.run);
             this.enter(this.methods);
         } else {
             this.enter(this.overview);
         }
+    }
+
+    // From component to component: the name and the keys follow at once, the images as soon as they are drawn. Components
+    // that the reader has left by then are not drawn.
+    private async stepTo(component: Component): Promise<void> {
+        const start = performance.now();
+        const own = ++this.routes;
+        this.last = component.name;
+        this.component!.present(component);
+        this.address.set(`#/component/${component.name}`);
+        await nextFrame();
+        if (own === this.routes) await this.drawComponent(this.component!, component, start, own);
+    }
+
+    private async drawComponent(view: ComponentView, component: Component, start: number, own: number): Promise<void> {
+        this.drawing = view.draw();
+        await this.drawing;
+        const end = await painted();
+        if (own !== this.routes) return; // the reader has moved on in the meantime
+        performance.measure('component change', { start, end });
+        document.body.dataset.shown = component.name;
     }
 
     /** Prints when everything that is in the page is drawn. */
@@ -103,7 +128,9 @@ class App {
         const sliding = target.matches('input[type=range]') && event.key.startsWith('Arrow');
         const typing = sliding || target.matches('input:not([type=checkbox], [type=range]), select, textarea');
         if (typing || event.ctrlKey || event.altKey || event.metaKey) return;
-        if (this.view?.key?.(event)) event.preventDefault();
+        if (document.querySelector('dialog[open]')) return;
+        if (event.key === '?') showKeyHelp();
+        else if (this.view?.key?.(event)) event.preventDefault();
     }
 }
 

@@ -1,5 +1,6 @@
 import type { Component, Run } from '../data/run';
 import { h } from '../dom';
+import { advanceSwitch } from '../labels/advance';
 import { labelButtons } from '../labels/label_buttons';
 import type { Labels } from '../labels/labels';
 
@@ -13,6 +14,7 @@ export class ComponentHead {
     private readonly name = h('span', { class: 'component-name' });
     private readonly note: HTMLInputElement;
     private readonly noteText = h('p', { class: 'note-text' });
+    private readonly progress = h('span', { class: 'label-progress', role: 'status' });
     private readonly compare: HTMLSelectElement;
     private readonly buttons: { element: HTMLElement; refresh: () => void };
 
@@ -76,6 +78,8 @@ export class ComponentHead {
                 ),
             ),
             this.buttons.element,
+            advanceSwitch(),
+            this.progress,
             this.note,
             this.noteText,
             this.compare,
@@ -102,5 +106,6 @@ export class ComponentHead {
         const { note } = this.labels.get(this.component.name);
         if (document.activeElement !== this.note) this.note.value = note;
         this.noteText.textContent = note;
+        this.progress.textContent = this.labels.progress;
     }
 }

@@ -6,7 +6,8 @@ import { showTimeCourse } from '../charts/time_course_chart';
 import { bandsFor } from '../data/bands';
 import type { Component, Run } from '../data/run';
 import { append, h } from '../dom';
-import { LABELS, type Labels } from '../labels/labels';
+import { advances } from '../labels/advance';
+import { LABELS, type Label, type Labels } from '../labels/labels';
 import { BrainPair } from './brain_pair';
 import { ComponentHead } from './component_head';
 import { lookControls } from './look_controls';
@@ -77,21 +78,18 @@ export class ComponentView implements View {
                 'p',
                 { class: 'keys' },
                 'Keys: ',
-                ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'F flip', 'P peak', 'X crosshair'].map((text) =>
-                    h('kbd', {}, text),
-                ),
+                ...['S N U label', 'Z undo', '\u2190 \u2192 component', '? all keys'].map((text) => h('kbd', {}, text)),
             ),
         );
     }
 
-    /** Shows a component; resolves when everything is drawn. */
-    async show(component: Component): Promise<void> {
+    /** Takes a component over; keys act on it from now on. It is drawn by `draw`. */
+    present(component: Component): void {
         const list = this.neighbours();
         const at = list.indexOf(component);
         this.component = component;
         if (at >= 0) this.position = at;
         this.head.show(component, at < 0 ? 'not in the selection' : `${at + 1} of ${list.length}`);
-        await this.draw();
     }
 
     enter(): void {
@@ -109,12 +107,15 @@ export class ComponentView implements View {
         else if (event.key.toLowerCase() === 'p') this.brains.goToPeak();
         else if (event.key.toLowerCase() === 'f' && this.component) this.run.signs.flip(this.component);
         else if (event.key.toLowerCase() === 'x') this.toggleCrosshair();
-        else if (label && this.component) this.labels.toggle(this.component.name, label.label);
+        else if (event.key.toLowerCase() === 'z') this.undo();
+        else if (event.key === 'Escape') location.hash = '#/';
+        else if (label) this.label(label.label);
         else return false;
         return true;
     }
 
-    private async draw(): Promise<void> {
+    /** Draws the component; resolves when everything is drawn. */
+    async draw(): Promise<void> {
         const { component, run } = this;
         if (!component) return;
         const compared = this.chosen === component ? null : this.chosen; // stepping may have reached that one
@@ -131,6 +132,24 @@ export class ComponentView implements View {
         this.tables.replaceChildren();
         append(this.tables, [fingerprintTable(run, shown), lag1Note(shown), matchTable(run, shown)]);
         await this.brains.show(component, compared);
+    }
+
+    // The next component is found before the label, which may remove this one from the selection.
+    private label(label: Label): void {
+        if (!this.component) return;
+        const list = this.neighbours();
+        const next = this.labels.nextWithout(
+            list.map(({ name }) => name),
+            this.component.name,
+        );
+        this.labels.setLabel(this.component.name, label);
+        if (next !== null && advances()) this.open(list.find(({ name }) => name === next)!);
+    }
+
+    private undo(): void {
+        const name = this.labels.undo();
+        const component = this.run.components.find((candidate) => candidate.name === name);
+        if (component) this.open(component);
     }
 
     private toggleCrosshair(): void {

@@ -1,7 +1,8 @@
 import type { Look } from '../brain/look';
 import type { Run } from '../data/run';
 import { h } from '../dom';
-import type { Labels } from '../labels/labels';
+import { advances } from '../labels/advance';
+import { LABELS, type Label, type Labels } from '../labels/labels';
 import { Gallery } from './gallery';
 import { summary } from './summary';
 import type { View } from './view';
@@ -13,7 +14,12 @@ export class Overview implements View {
     private scroll = 0;
     private focused: Element | null = null;
 
-    constructor(run: Run, labels: Labels, look: Look, whenDrawn: () => void) {
+    constructor(
+        run: Run,
+        private readonly labels: Labels,
+        look: Look,
+        whenDrawn: () => void,
+    ) {
         this.gallery = new Gallery(run, labels, look, whenDrawn);
         this.element = h('main', { class: 'view overview' }, summary(run), this.gallery.element);
     }
@@ -22,6 +28,27 @@ export class Overview implements View {
         this.gallery.enter();
         scrollTo(0, this.scroll); // back to the card that the reader came from
         if (this.focused instanceof HTMLElement) this.focused.focus({ preventScroll: true });
+    }
+
+    key(event: KeyboardEvent): boolean {
+        const label = LABELS.find(({ key }) => key === event.key.toLowerCase());
+        if (event.key.toLowerCase() === 'z') this.gallery.focus(this.labels.undo());
+        else if (label) return this.label(label.label);
+        else return false;
+        return true;
+    }
+
+    // The card with the focus.
+    private label(label: Label): boolean {
+        const name = this.gallery.focused;
+        if (name === null) return false;
+        const next = this.labels.nextWithout(
+            this.gallery.shown.map(({ component }) => component.name),
+            name,
+        );
+        this.labels.setLabel(name, label);
+        this.gallery.focus(advances() && next !== null ? next : name);
+        return true;
     }
 
     leave(): void {
