@@ -7,10 +7,14 @@ import { Gallery } from './gallery';
 import { summary } from './summary';
 import type { View } from './view';
 
+const NARROW = 1024; // pixels; up to here the summary is closed at first, so that cards are on the first screen
+
 /** The opening view: the summary of the run, and all components below it. */
 export class Overview implements View {
     readonly element: HTMLElement;
     readonly gallery: Gallery;
+    private readonly summary: ReturnType<typeof summary>;
+    private collapses = true; // at the first scroll
     private scroll = 0;
     private focused: Element | null = null;
 
@@ -21,7 +25,20 @@ export class Overview implements View {
         whenDrawn: () => void,
     ) {
         this.gallery = new Gallery(run, labels, look, whenDrawn);
-        this.element = h('main', { class: 'view overview' }, summary(run), this.gallery.element);
+        this.summary = summary(run);
+        this.summary.setOpen(innerWidth > NARROW);
+        this.element = h('main', { class: 'view overview' }, this.summary.element, this.gallery.element);
+        addEventListener('scroll', () => this.scrolled(), { passive: true });
+    }
+
+    // The summary has been read when the reader scrolls for the first time; the cards stay where they are.
+    private scrolled(): void {
+        if (!this.collapses || scrollY === 0 || !this.element.isConnected) return;
+        this.collapses = false;
+        if (!this.summary.isOpen()) return;
+        const { top } = this.gallery.element.getBoundingClientRect();
+        this.summary.setOpen(false);
+        scrollBy(0, this.gallery.element.getBoundingClientRect().top - top);
     }
 
     enter(): void {
