@@ -48,6 +48,7 @@ class App {
             opened = true;
         });
         this.head = pageHead(run, () => void this.print());
+        place.dataset.run = run.id; // whose labels are in the storage
         document.title = `ICA report: ${run.name}`;
         addEventListener('hashchange', () => void this.route());
         addEventListener('keydown', (event) => this.key(event));

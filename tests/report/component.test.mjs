@@ -21,6 +21,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             const page = await openReport(browser, thirty.report);
             await showComponent(page, 'ICA_01', renderer);
             await page.locator('#fewest').fill('1');
+            await page.addStyleTag({ content: '.brain-foot { visibility: hidden; }' }); // has colours of its own
             const coloured = async (threshold) => {
                 await page.locator('#threshold').fill(String(threshold));
                 await painted(page);

@@ -10,7 +10,7 @@ const LABELS = { s: 'signal', n: 'noise', u: 'unsure' };
 /** Labels in the browser's storage, by component. */
 const stored = (page) =>
     page.evaluate(() => {
-        const key = Object.keys(localStorage).find((name) => name.startsWith('znica-report-labels-'));
+        const key = `znica-report-labels-${document.getElementById('app').dataset.run}`;
         return Object.fromEntries(
             Object.entries(JSON.parse(localStorage[key])).map(([name, { label }]) => [name, label]),
         );
