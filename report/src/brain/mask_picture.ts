@@ -16,13 +16,18 @@ function positions(run: Run): number[] {
     return Array.from({ length: count }, (_, i) => Math.round(from + ((i + 0.5) / count) * (to - from + 1) - 0.5));
 }
 
+/** Number of slices side by side in the picture of the mask. */
+export function maskColumns(run: Run): number {
+    return Math.min(COLUMNS, positions(run).length);
+}
+
 /** Draws axial slices of the mean image with the outline of the mask; the width of the canvas is given. */
 export function drawMask(canvas: HTMLCanvasElement, run: Run): void {
     const plane = planeOf(run.grid, 'axial', false);
     const frame = frameOfMask(run, plane, MARGIN);
     const size = frameSize(frame, plane);
     const all = positions(run);
-    const columns = Math.min(COLUMNS, all.length);
+    const columns = maskColumns(run);
     const width = canvas.width / columns;
     const height = (width * size.height) / size.width;
     canvas.height = Math.max(1, Math.round(height * Math.ceil(all.length / columns)));

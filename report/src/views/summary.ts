@@ -1,4 +1,4 @@
-import { drawMask } from '../brain/mask_picture';
+import { drawMask, maskColumns } from '../brain/mask_picture';
 import { ChartBox } from '../charts/chart';
 import { showEigenvalues } from '../charts/eigenvalue_chart';
 import { edges } from '../data/affine';
@@ -92,6 +92,7 @@ function maskFigure(run: Run): HTMLElement {
         role: 'img',
         'aria-label': `Outline of the mask, ${plural(run.voxelsInside, 'voxel')}, on the mean image`,
     });
+    canvas.style.maxWidth = `${Math.min(100, 40 * maskColumns(run))}%`; // a few slices need not be large
     new ResizeObserver(() => {
         const width = Math.round(canvas.clientWidth * Math.min(2, window.devicePixelRatio || 1));
         if (width === 0 || width === canvas.width) return;
