@@ -46,6 +46,7 @@ for (const renderer of ['webgl2', 'canvas']) {
 
         test('is that of the longer tail, and a flip changes map, time course and correlation together', async () => {
             const page = await openReport(browser, run.report);
+            await page.addStyleTag({ content: '.brain-foot { opacity: 0; }' }); // has both colours
             for (const [c, name] of ['ICA_00', 'ICA_01'].entries()) {
                 await showComponent(page, name, renderer);
                 const before = await shown(page);
