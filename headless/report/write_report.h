@@ -8,9 +8,12 @@ namespace zn::headless {
 /// the folder holds. If an older result lacks the mean image, the page draws the maps over the outline of the mask.
 ///
 ///   templateFile   the built template; empty: the one that belongs to the command
+///   compared       another result on the same grid, whose components the page shows beside those that they match;
+///                  empty: none
 ///
-/// Throws Failure: kInput when the folder does not hold a complete result, kOther when the template is missing or the
+/// Throws Failure: kInput when a folder does not hold a complete result, or the grids differ; kOther when the template is missing or the
 /// page cannot be written.
-void writeReport(const std::filesystem::path& folder, const std::filesystem::path& templateFile = {});
+void writeReport(const std::filesystem::path& folder, const std::filesystem::path& templateFile = {},
+                 const std::filesystem::path& compared = {});
 
 } // namespace zn::headless
