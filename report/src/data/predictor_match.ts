@@ -17,7 +17,7 @@ function covariance(x: number[], y: number[]): number {
 export function predictorMatch(run: Run, component: Component): PredictorMatch | null {
     const [strength, number] = component.values;
     const predictor = run.predictors[number - 1];
-    if (!predictor || !component.predictor) return null;
+    if (!predictor || !component.predictor || component.otherDesign) return null;
     const negative = covariance(component.timeCourse, predictor.values) < 0;
     return { predictor, r: (negative ? -strength : strength) * run.signs.of(component) };
 }

@@ -103,10 +103,16 @@ export class Card {
     /** Shows explained variance and stability, where the result has them, and the parameter that the gallery is sorted by. */
     showValue(sort: SortKey): void {
         const { cells, facts, measures, values } = this.component;
+        const partner = this.run.compared?.partners.get(this.component);
         const fact = (text: string, title: string): HTMLElement => h('span', { title }, text);
         this.value.replaceChildren();
         append(this.value, [
             typeof sort === 'number' && fact(`${METRICS[sort].short} ${short(values[sort])}`, cells[sort]),
+            partner
+                && fact(
+                    `${partner.component.title}, r ${fixed(partner.r * this.run.signs.of(this.component) * this.run.signs.of(partner.component), 2)}`,
+                    'Spatial correlation with the matching component',
+                ),
             !Number.isNaN(measures.explainedPercent)
                 && fact(`${measures.explainedPercent.toFixed(1)} % of variance`, 'Explained variance over time'),
             facts?.StabilityIndex !== undefined

@@ -26,7 +26,7 @@ export class ComponentView implements View {
     private readonly fingerprint = new ChartBox('fingerprint', [310, 270]);
     private readonly tables = h('div', { class: 'tables' });
     private component: Component | null = null;
-    private chosen: Component | null = null; // the one to compare with
+    private chosen: Component | 'match' | null; // the one to compare with
     private position = 0; // of the component in the gallery's order, when it was last there
 
     /** `neighbours`: the components in the gallery's order; `open`: goes to another one. */
@@ -38,6 +38,7 @@ export class ComponentView implements View {
         private readonly open: (component: Component) => void,
     ) {
         const highest = Math.max(...run.components.map((c) => Math.max(Math.abs(c.lowest), Math.abs(c.highest))));
+        this.chosen = run.compared ? 'match' : null;
         this.head = new ComponentHead(run, labels);
         this.head.onStep = (by) => this.step(by);
         this.head.onCompare = (other) => {
@@ -46,7 +47,7 @@ export class ComponentView implements View {
         };
         this.brains = new BrainPair(run, look);
         run.signs.onChange((component) => {
-            if (component === this.component || component === this.chosen) void this.draw();
+            if (component === this.component || component === this.compared()) void this.draw();
         });
         this.controls = lookControls(look, highest, run.grid.oriented, () => this.brains.lookChanged());
         const figure = (title: string, ...content: HTMLElement[]): HTMLElement =>
@@ -118,7 +119,7 @@ export class ComponentView implements View {
     async draw(): Promise<void> {
         const { component, run } = this;
         if (!component) return;
-        const compared = this.chosen === component ? null : this.chosen; // stepping may have reached that one
+        const compared = this.compared();
         showTimeCourse(this.course, run, component, compared);
         this.spectrumNote.textContent = showSpectrum(
             this.spectrum,
@@ -132,6 +133,11 @@ export class ComponentView implements View {
         this.tables.replaceChildren();
         append(this.tables, [fingerprintTable(run, shown), lag1Note(shown), matchTable(run, shown)]);
         await this.brains.show(component, compared);
+    }
+
+    private compared(): Component | null {
+        if (this.chosen === 'match') return this.run.compared?.partners.get(this.component!)?.component ?? null;
+        return this.chosen === this.component ? null : this.chosen; // stepping may have reached that one
     }
 
     // The next component is found before the label, which may remove this one from the selection.

@@ -35,7 +35,7 @@ export class Gallery {
         private readonly look: Look,
         whenSeenDrawn: () => void,
     ) {
-        const sort = defaultSort(run.components);
+        const sort = defaultSort(run);
         this.selection = { sort, descending: startsDescending(sort), filters: [], label: 'all' };
         this.own = defaultLook(look.threshold);
         this.cards = run.components.map((component) => new Card(run, component, labels));
@@ -59,7 +59,7 @@ export class Gallery {
             for (const card of this.cards) card.refreshLabel();
             if (this.selection.sort === 'label' || this.selection.label !== 'all') this.refresh(run, labels);
         });
-        run.signs.onChange((component) => this.redraw([this.cards[component.index]]));
+        run.signs.onChange((component) => this.redraw(this.cards.filter((card) => card.component === component)));
         onThemeChange(() => this.cards.filter((card) => card.drawn).forEach((card) => card.recolour()));
         this.sides = lookSwitch(look, 'radiological', 'Radiological view', () => this.turn());
         this.sides.element.hidden = !run.grid.oriented;
@@ -68,13 +68,7 @@ export class Gallery {
             'section',
             { class: 'gallery', 'aria-labelledby': 'gallery-title' },
             h('div', { class: 'gallery-head' }, h('h2', { id: 'gallery-title' }, 'Components'), labelBar(run, labels)),
-            galleryControls(
-                run.components,
-                this.selection,
-                this.count,
-                () => this.refresh(run, labels),
-                this.sides.element,
-            ),
+            galleryControls(run, this.selection, this.count, () => this.refresh(run, labels), this.sides.element),
             this.legend,
             this.grid,
         );
@@ -135,7 +129,7 @@ export class Gallery {
 
     private refresh(run: Run, labels: Labels): void {
         const { sort } = this.selection;
-        this.shown = select(run.components, this.selection, labels).map((component) => this.cards[component.index]);
+        this.shown = select(run, this.selection, labels).map((component) => this.cards[component.index]);
         for (const card of this.cards) card.showValue(sort);
         this.grid.replaceChildren(...this.shown.map((card) => card.element));
         const all = this.cards.length;

@@ -1,5 +1,5 @@
 import { METRICS } from '../data/metrics';
-import type { Component } from '../data/run';
+import type { Run } from '../data/run';
 import { h } from '../dom';
 import { LABELS } from '../labels/labels';
 import { type Filter, type Selection, sortKey, sortOptions, startsDescending } from './order';
@@ -57,7 +57,7 @@ function filterRow(filter: Filter, changed: () => void, removed: () => void): HT
  * selection.
  */
 export function galleryControls(
-    components: Component[],
+    run: Run,
     selection: Selection,
     count: HTMLElement,
     changed: () => void,
@@ -74,7 +74,7 @@ export function galleryControls(
                 changed();
             },
         },
-        ...options(sortOptions(components)),
+        ...options(sortOptions(run)),
     );
     sort.value = String(selection.sort);
     const direction = h('button', {
