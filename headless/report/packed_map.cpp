@@ -25,6 +25,21 @@ std::int16_t rounded(float value, double scale) {
     return static_cast<std::int16_t>(std::lround(double{value} * scale));
 }
 
+bool isSkewedDown(std::span<const float> values) {
+    double sum = 0.0;
+    double count = 0.0;
+    for (const float value : values) {
+        if (!std::isfinite(value)) continue;
+        sum += double{value};
+        ++count;
+    }
+    double cubes = 0.0;
+    for (const float value : values) {
+        if (std::isfinite(value)) cubes += std::pow(double{value} - sum / count, 3);
+    }
+    return cubes < 0.0;
+}
+
 } // namespace
 
 PackedMap packMap(std::span<const float> values, int digits) {
@@ -36,6 +51,7 @@ PackedMap packMap(std::span<const float> values, int digits) {
         map.highest = any ? std::max(map.highest, value) : value;
         any = true;
     }
+    map.negativeTail = isSkewedDown(values);
     map.decimals = decimalsFor(std::max(std::abs(map.lowest), std::abs(map.highest)), digits);
     const double scale = std::pow(10.0, map.decimals);
 

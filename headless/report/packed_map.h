@@ -12,6 +12,7 @@ struct PackedMap {
     int decimals = 0;  ///< a stored number n stands for n / 10^decimals
     double lowest = 0; ///< of the finite values, before rounding; 0 when there are none
     double highest = 0;
+    bool negativeTail = false; ///< the third central moment of the finite values is below 0
 
     /// One 16-bit number per voxel: first all low bytes, then all high bytes, which compresses better than interleaved
     /// bytes. Each number is the difference from the previous voxel, modulo 2^16, which is small in smooth maps. -32768

@@ -9,6 +9,7 @@
 #include "headless/report/packed_map.h"
 #include "headless/report/report_page.h"
 #include "headless/report/whole_result.h"
+#include "headless/result/component_pairs.h"
 #include "headless/result/result_files.h"
 
 #include <algorithm>
@@ -50,7 +51,9 @@ std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageH
     return mask;
 }
 
-Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<unsigned char>& mask) {
+// `first`: number of the first map in the page.
+Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<unsigned char>& mask,
+             std::size_t first = 0) {
     const auto voxels = std::count(mask.begin(), mask.end(), 1);
     const int digits = voxels * components.volumes > kManyValues ? 2 : 3;
     Json maps = Json::array();
@@ -61,8 +64,11 @@ Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<
             if (mask[v]) *next++ = map[v];
         }
         const PackedMap packed = packMap(inside, digits);
-        page.add("map-" + std::to_string(maps.size()), packed.bytes);
-        maps.push_back({{"decimals", packed.decimals}, {"lowest", packed.lowest}, {"highest", packed.highest}});
+        page.add("map-" + std::to_string(first + maps.size()), packed.bytes);
+        maps.push_back({{"decimals", packed.decimals},
+                        {"lowest", packed.lowest},
+                        {"highest", packed.highest},
+                        {"negative_tail", packed.negativeTail}});
     });
     return maps;
 }
@@ -76,9 +82,39 @@ bool addMean(ReportPage& page, const ResultFiles& files, const ImageHeader& comp
     return true;
 }
 
+// Record and tables, checked against each other.
+Json tablesOf(const ResultFiles& files, const ImageHeader& components) {
+    Json run;
+    run["name"] = files.stem();
+    run["decomposition"] = readRecord(files);
+    run["columns"] = readColumnDescriptions(files);
+    requireCompleteTables(files, components.volumes, run["decomposition"]["Input"]["Volumes"].get<int>());
+    run["metrics_tsv"] = files.text(ResultFile::kMetrics);
+    run["mixing_tsv"] = files.text(ResultFile::kMixing);
+    run["design_tsv"] = files.textIfAny(ResultFile::kDesign);
+    return run;
+}
+
+// The components of another result, in the mask of the first one: tables, maps after those of the first, and which
+// components match.
+Json addCompared(ReportPage& page, const fs::path& folder, const fs::path& compared, const ImageHeader& own,
+                 const std::vector<unsigned char>& mask) {
+    const ResultFiles files = ResultFiles::in(compared);
+    const ImageHeader components = readImageHeader(files[ResultFile::kComponents]);
+    Json pairs = Json::array();
+    for (const ComponentPair& pair : pairComponents(folder, compared)) { // requires the same grid
+        if (pair.a >= 0 && pair.b >= 0) pairs.push_back({{"a", pair.a}, {"b", pair.b}, {"r", pair.r}});
+    }
+    Json run = tablesOf(files, components);
+    run["folder"] = fs::canonical(compared).filename().string();
+    run["maps"] = addMaps(page, components, mask, static_cast<std::size_t>(own.volumes));
+    run["pairs"] = std::move(pairs);
+    return run;
+}
+
 } // namespace
 
-ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile) {
+ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile, const fs::path& compared) {
     const fs::path found = templateFile.empty() ? findReportTemplate() : templateFile;
     if (found.empty()) {
         throw Failure(ExitStatus::kOther,
@@ -89,19 +125,13 @@ ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile) {
     const ImageHeader components = readImageHeader(files[ResultFile::kComponents]);
     const std::vector<unsigned char> mask = analysedVoxels(files, components);
 
-    Json run;
-    run["name"] = files.stem();
-    run["decomposition"] = readRecord(files);
-    run["columns"] = readColumnDescriptions(files);
-    requireCompleteTables(files, components.volumes, run["decomposition"]["Input"]["Volumes"].get<int>());
-    run["metrics_tsv"] = files.text(ResultFile::kMetrics);
-    run["mixing_tsv"] = files.text(ResultFile::kMixing);
-    run["design_tsv"] = files.textIfAny(ResultFile::kDesign);
+    Json run = tablesOf(files, components);
     run["grid"] = {{"size", components.size}, {"voxel_to_mm", components.affine}, {"oriented", components.oriented}};
     run["voxels_inside"] = std::count(mask.begin(), mask.end(), 1);
     run["has_mean"] = addMean(page, files, components);
     page.add("mask", std::as_bytes(std::span(mask)));
     run["maps"] = addMaps(page, components, mask);
+    if (!compared.empty()) run["compared"] = addCompared(page, files.folder(), compared, components, mask);
     page.add("run", run.dump(-1, ' ', false, Json::error_handler_t::replace));
     return page;
 }

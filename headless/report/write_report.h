@@ -7,16 +7,21 @@
 
 namespace zn::headless {
 
-/// Makes report.html from the files that a run wrote to a folder, and from nothing else, so that the page shows what
-/// the folder holds. If an older result lacks the mean image, the page draws the maps over the outline of the mask.
+/// The page of a result, not yet written, made from the files that a run wrote to a folder, and from nothing else, so
+/// that the page shows what the folder holds. If an older result lacks the mean image, the page draws the maps over the
+/// outline of the mask.
 ///
 ///   templateFile   the built template; empty: the one that belongs to the command
+///   compared       another result on the same grid, whose components the page shows beside those that they match;
+///                  empty: none
 ///
-/// Throws Failure: kInput when the folder does not hold a complete result, kOther when the template is missing or the
-/// page cannot be written.
-void writeReport(const std::filesystem::path& folder, const std::filesystem::path& templateFile = {});
+/// Throws Failure: kInput when a folder does not hold a complete result, or the grids differ; kOther when the template
+/// is missing.
+ReportPage makeReport(const ResultFiles& files, const std::filesystem::path& templateFile = {},
+                      const std::filesystem::path& compared = {});
 
-/// The page of a result, not yet written.
-ReportPage makeReport(const ResultFiles& files, const std::filesystem::path& templateFile = {});
+/// Makes the page of a result and writes it to the result's folder. Throws Failure as above, and (kOther) when the page
+/// cannot be written.
+void writeReport(const std::filesystem::path& folder, const std::filesystem::path& templateFile = {});
 
 } // namespace zn::headless

@@ -1,8 +1,10 @@
+import { Address } from './address';
 import { defaultLook, type Look } from './brain/look';
-import { type Run, readRun } from './data/run';
+import { type Component, type Run, readRun } from './data/run';
 import { Labels, labelNamed } from './labels/labels';
 import { startTheme } from './theme';
 import { ComponentView } from './views/component_view';
+import { showKeyHelp } from './views/key_help';
 import { Methods } from './views/methods';
 import { Overview } from './views/overview';
 import { pageHead } from './views/page_head';
@@ -11,6 +13,10 @@ import type { View } from './views/view';
 /** Resolves with the time when the next frame is on the screen. */
 function painted(): Promise<number> {
     return new Promise((resolve) => requestAnimationFrame(() => setTimeout(() => resolve(performance.now()))));
+}
+
+function nextFrame(): Promise<number> {
+    return new Promise((resolve) => requestAnimationFrame(resolve));
 }
 
 class App {
@@ -22,6 +28,8 @@ class App {
     private view: View | null = null;
     private last: string; // name of the component shown last
     private routes = 0; // number of routes taken so far
+    private drawing: Promise<void> = Promise.resolve(); // of the component shown last
+    private readonly address = new Address();
     private readonly head: ReturnType<typeof pageHead>;
 
     constructor(
@@ -39,7 +47,8 @@ class App {
             if (!opened) void painted().then((end) => performance.measure('first view', { start: 0, end }));
             opened = true;
         });
-        this.head = pageHead(run);
+        this.head = pageHead(run, () => void this.print());
+        place.dataset.run = run.id; // whose labels are in the storage
         document.title = `ICA report: ${run.name}`;
         addEventListener('hashchange', () => void this.route());
         addEventListener('keydown', (event) => this.key(event));
@@ -48,6 +57,7 @@ class App {
     async route(): Promise<void> {
         const start = performance.now();
         const own = ++this.routes;
+        this.address.forget();
         const [, part = '', name = this.last] = location.hash.replace(/^#/, '').split('/');
         const component = this.run.components.find((candidate) => candidate.name === name);
         this.head.mark(part === 'component' && !component ? '/' : `/${part}`);
@@ -58,20 +68,46 @@ class App {
                 this.labels,
                 this.look,
                 () => this.overview.gallery.shown.map((card) => card.component),
-                (next) => location.replace(`#/component/${next.name}`),
+                (next) => void this.stepTo(next),
             );
+            this.component.present(component);
             this.enter(this.component);
-            await this.component.show(component);
-            const end = await painted();
-            if (own !== this.routes) return; // the reader has moved on in the meantime
-            performance.measure('component change', { start, end });
-            document.body.dataset.shown = component.name;
+            await this.drawComponent(this.component, component, start, own);
         } else if (part === 'methods') {
             this.methods ??= new Methods(this.run);
             this.enter(this.methods);
         } else {
             this.enter(this.overview);
         }
+    }
+
+    // From component to component: the name and the keys follow at once, the images as soon as they are drawn. Components
+    // that the reader has left by then are not drawn.
+    private async stepTo(component: Component): Promise<void> {
+        const start = performance.now();
+        const own = ++this.routes;
+        this.last = component.name;
+        this.component!.present(component);
+        this.address.set(`#/component/${component.name}`);
+        await nextFrame();
+        if (own === this.routes) await this.drawComponent(this.component!, component, start, own);
+    }
+
+    private async drawComponent(view: ComponentView, component: Component, start: number, own: number): Promise<void> {
+        this.drawing = view.draw();
+        await this.drawing;
+        const end = await painted();
+        if (own !== this.routes) return; // the reader has moved on in the meantime
+        performance.measure('component change', { start, end });
+        document.body.dataset.shown = component.name;
+    }
+
+    /** Prints when everything that is in the page is drawn. */
+    private async print(): Promise<void> {
+        if (this.view === this.overview) await this.overview.gallery.drawAll();
+        else await this.drawing;
+        await painted();
+        print();
     }
 
     private enter(view: View): void {
@@ -84,11 +120,18 @@ class App {
     }
 
     private key(event: KeyboardEvent): void {
+        if (event.key.toLowerCase() === 'p' && (event.ctrlKey || event.metaKey)) {
+            event.preventDefault(); // the browser would print at once
+            void this.print();
+            return;
+        }
         const target = event.target as HTMLElement;
         const sliding = target.matches('input[type=range]') && event.key.startsWith('Arrow');
         const typing = sliding || target.matches('input:not([type=checkbox], [type=range]), select, textarea');
         if (typing || event.ctrlKey || event.altKey || event.metaKey) return;
-        if (this.view?.key?.(event)) event.preventDefault();
+        if (document.querySelector('dialog[open]')) return;
+        if (event.key === '?') showKeyHelp();
+        else if (this.view?.key?.(event)) event.preventDefault();
     }
 }
 

@@ -83,6 +83,9 @@ export async function openReport(browser, file, settings = {}) {
     return page;
 }
 
+/** As `first` of `openReport`: a label does not move on to the next component. */
+export const STAY = "localStorage.setItem('znica-report-advance', 'off')";
+
 /** Goes to a view, which may not be drawn yet. */
 export function goTo(page, hash) {
     return page.evaluate((next) => {

@@ -39,29 +39,32 @@ describe('charts', { skip: missingBrowser }, () => {
         openReport(browser, madeUp(`charts-${name}`, { components: 3, ...options }).report, { at });
     const spectrum = (page) =>
         page.locator(CHART('spectrum')).evaluate((canvas) => {
-            const { x, top } = canvas.chart.scales;
+            const { x } = canvas.chart.scales;
             const labels = (scale) => scale?.ticks.map(({ label }) => label) ?? null;
             const title = canvas.chart.options.plugins.tooltip.callbacks.title([{ parsed: { x: 0.1 } }]);
-            return { x: labels(x), end: x.max, top: labels(top), title, text: canvas.getAttribute('aria-label') };
+            return { x: labels(x), end: x.max, title, text: canvas.getAttribute('aria-label') };
         });
 
-    test('of spectra give the true frequency first where the plug-in uses another clock', async () => {
+    test('of spectra are in true Hz, with a note where the plug-in uses another clock', async () => {
         const page = await open('clock', { trMilliseconds: 2500 }); // taken as 2 s: 0.25 Hz stands for 0.2 Hz
-        const { title, text } = await spectrum(page);
-        assert.equal(title, "0.0800 Hz (0.1000 Hz on the plug-in's clock)");
-        assert.match(text, /up to 0\.200 Hz \(0\.250 Hz on the plug-in's clock\)/);
+        const { end, title, text } = await spectrum(page);
+        assert.equal(end, 0.2);
+        assert.equal(title, '0.1000 Hz');
+        assert.match(text, /up to 0\.200 Hz with 5 bands/);
+        const note = page.locator('.component-charts .chart-note');
+        assert.match(await note.textContent(), /takes the repetition time of 2\.5 s as 2 s, .* are 25 % higher/);
         await page.close();
         const exact = await open('exact', {});
         assert.equal((await spectrum(exact)).title, '0.1000 Hz');
+        assert.doesNotMatch(await exact.locator('.component-charts .chart-note').textContent(), /plug-in/);
         await exact.close();
     });
 
     test('of spectra end at the Nyquist frequency, without a rounded tick label there', async () => {
         const page = await open('fast', { trMilliseconds: 720 });
-        const { x, end, top } = await spectrum(page);
+        const { x, end } = await spectrum(page);
         assert.ok(Math.abs(end - 1 / 1.44) < 1e-12);
         for (const label of x) assert.ok(Number(label) <= end, `${label} on an axis up to ${end}`);
-        assert.equal(top, null); // without bands there is only one clock
         await page.close();
     });
 

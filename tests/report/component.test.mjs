@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, missingBrowser, openReport, painted, showComponent } from './browser.mjs';
 import { COLUMNS } from './made_up_run.mjs';
-import { cardNames, chartData, checkCrosshair } from './page_contents.mjs';
+import { cardNames, chartData, checkCrosshair, isFlipped } from './page_contents.mjs';
 import { colouredPixels, readPng } from './png.mjs';
 import { madeUp } from './runs.mjs';
 
@@ -20,6 +20,8 @@ for (const renderer of ['webgl2', 'canvas']) {
         test('changes the pixels of the map with the threshold', async () => {
             const page = await openReport(browser, thirty.report);
             await showComponent(page, 'ICA_01', renderer);
+            await page.locator('#fewest').fill('1');
+            await page.addStyleTag({ content: '.brain-foot { visibility: hidden; }' }); // has colours of its own
             const coloured = async (threshold) => {
                 await page.locator('#threshold').fill(String(threshold));
                 await painted(page);
@@ -51,6 +53,7 @@ for (const renderer of ['webgl2', 'canvas']) {
         test('shows under the crosshair the value that the map file holds there', async () => {
             const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_04', renderer);
+            await page.keyboard.press('p');
             const peak = await checkCrosshair(page, six, 4);
             for (const key of ['ArrowUp', 'ArrowUp', 'ArrowUp', 'ArrowDown']) await page.keyboard.press(key);
             const above = await checkCrosshair(page, six, 4);
@@ -64,13 +67,14 @@ for (const renderer of ['webgl2', 'canvas']) {
             const page = await openReport(browser, six.report);
             await showComponent(page, 'ICA_05', renderer);
             const box = await page.locator('.planes:not(.planes-waiting)').first().boundingBox();
-            const axial = { left: box.x, width: box.width * (26 / (2 * 26 + 30)), top: box.y, height: box.height };
+            // The planes are cropped to the mask with two voxels around it: 24 x 27 of the 26 x 30 voxels.
+            const axial = { left: box.x, width: box.width * (24 / (2 * 24 + 27)), top: box.y, height: box.height };
             const click = async (across, up) => {
                 await page.mouse.click(axial.left + across * axial.width, axial.top + (1 - up) * axial.height);
                 return checkCrosshair(page, six, 5);
             };
-            const left = await click(0.3, 0.5);
-            const right = await click(0.7, 0.5);
+            const left = await click(0.25, 0.5);
+            const right = await click(0.75, 0.5);
             const front = await click(0.5, 0.7);
             assert.ok(left.mm[0] < -20 && right.mm[0] > 20, `${left.mm[0]} mm and ${right.mm[0]} mm`);
             assert.ok(front.mm[1] > left.mm[1] + 20, `${front.mm[1]} mm in front of ${left.mm[1]} mm`);
@@ -98,10 +102,11 @@ for (const renderer of ['webgl2', 'canvas']) {
             for (const component of [0, 2, 29]) {
                 const name = thirty.metrics[component].component;
                 await showComponent(page, name, renderer);
+                const flipped = await isFlipped(page);
                 const course = await chartData(page, 'course');
                 assert.deepEqual(
                     course.datasets[0].data.map(({ y }) => y),
-                    thirty.mixing.map((row) => Number(row[name])),
+                    thirty.mixing.map((row) => (flipped ? 1 - Number(row[name]) : Number(row[name]))),
                 );
                 assert.deepEqual(
                     course.datasets[0].data.map(({ x }) => x),

@@ -79,7 +79,7 @@ describe('the gallery', { skip: missingBrowser }, () => {
             await page.waitForFunction(
                 () => {
                     const pictures = [...document.querySelectorAll('.card[data-drawn] canvas')];
-                    return pictures.length === 90 && pictures.every(({ width }) => width > 30);
+                    return pictures.length === 120 && pictures.every(({ width }) => width > 30);
                 },
                 null,
                 { timeout: 20000 },
@@ -98,8 +98,10 @@ describe('the gallery', { skip: missingBrowser }, () => {
         const real = analysed();
         const page = await openReport(browser, real.report);
         await page.selectOption('#sort', { label: 'Stability over repeats (Iq)' });
-        const ascending = [...real.metrics].sort((a, b) => a.stability_iq - b.stability_iq).map((row) => row.component);
-        assert.deepEqual(await cardNames(page), ascending);
+        const descending = [...real.metrics]
+            .sort((a, b) => b.stability_iq - a.stability_iq)
+            .map((row) => row.component);
+        assert.deepEqual(await cardNames(page), descending);
         await showComponent(page, 'ICA_00', 'webgl2');
         const text = await page.locator('td[data-metric=stability_iq]').textContent();
         const [, index, runs, all] = /^Iq ([0-9.]+), in (\d) of (\d) runs$/.exec(text);

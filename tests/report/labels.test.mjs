@@ -4,14 +4,14 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { describe, test } from 'node:test';
-import { browserFor, goTo, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, STAY, showComponent } from './browser.mjs';
 import { STEM } from './made_up_run.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
 describe('labels', { skip: missingBrowser }, () => {
     const browser = browserFor('canvas');
 
-    const open = (run, component) => openReport(browser, run.report, { at: `#/component/${component}` });
+    const open = (run, component) => openReport(browser, run.report, { at: `#/component/${component}`, first: STAY });
     const pressed = (page) => page.locator('.label-button[aria-pressed=true]').allTextContents();
     const chips = (page) =>
         page
@@ -77,7 +77,7 @@ describe('labels', { skip: missingBrowser }, () => {
         });
         await goTo(page, '#/component/ICA_01');
         await page.locator('body[data-shown=ICA_01]').waitFor();
-        await page.keyboard.press('n'); // removes the label, which is kept too
+        await page.click('.label-noise'); // removes the label, which is kept too
         await page.reload();
         await page.locator('body[data-shown=ICA_01]').waitFor();
         assert.deepEqual(await pressed(page), []);
@@ -149,7 +149,7 @@ for (const renderer of ['webgl2', 'canvas']) {
 
         test('keeps labels and notes, exports them and imports them again', async () => {
             const thirty = madeUp('thirty', { components: 30 });
-            const page = await openReport(browser, thirty.report);
+            const page = await openReport(browser, thirty.report, { first: STAY });
             await showComponent(page, 'ICA_06', renderer);
             await page.keyboard.press('s');
             await page.fill('#note', 'visual\tcortex');

@@ -58,6 +58,8 @@ const GRIDS = {
     },
 };
 
+const QUIET = 0.3; // standard deviation of the noise around balls at known places, far below any threshold
+
 // Mulberry32: the same numbers in every run.
 function randomNumbers(seed) {
     let state = seed;
@@ -79,28 +81,34 @@ function forEachVoxel([nx, ny, nz], visit) {
     }
 }
 
-function makeMask(size) {
+function makeMask(size, filled) {
     const mask = new Uint8Array(size[0] * size[1] * size[2]);
     const half = size.map((n) => (n - 1) / 2);
     // 0.79 of the half axes: the same share of the grid as a brain has in a template
-    const inside = (x, y, z) => [x, y, z].reduce((sum, v, a) => sum + ((v - half[a]) / (half[a] * 0.79)) ** 2, 0) < 1;
+    const radius = half.map((n, axis) => (axis === 2 && filled ? Infinity : n * 0.79));
+    const inside = (x, y, z) => [x, y, z].reduce((sum, v, a) => sum + ((v - half[a]) / radius[a]) ** 2, 0) < 1;
     forEachVoxel(size, (i, x, y, z) => {
         mask[i] = inside(x, y, z) ? 1 : 0;
     });
     return mask;
 }
 
-function makeMaps(size, mask, count, random) {
+function makeMaps(size, mask, count, random, balls) {
     const voxels = mask.length;
     const maps = new Float32Array(voxels * count);
     for (let c = 0; c < count; ++c) {
         const centre = size.map((n) => n * (0.35 + 0.3 * random()));
         const radius = size[0] * 0.09;
         const sign = random() < 0.7 ? 1 : -1;
+        const all = balls?.[c] ?? [{ centre, radius, height: 8 * sign }];
         forEachVoxel(size, (i, x, y, z) => {
             if (!mask[i]) return;
-            const far = Math.hypot(x - centre[0], y - centre[1], z - centre[2]);
-            maps[c * voxels + i] = normal(random) + sign * (far < radius ? 8 * (1 - far / radius) : 0);
+            let value = normal(random) * (balls ? QUIET : 1);
+            for (const ball of all) {
+                const far = Math.hypot(x - ball.centre[0], y - ball.centre[1], z - ball.centre[2]);
+                if (far < ball.radius) value += ball.height * (1 - far / ball.radius);
+            }
+            maps[c * voxels + i] = value;
         });
     }
     return maps;
@@ -113,7 +121,9 @@ function table(columns, rows) {
 /**
  * Writes a run into a folder. `options`: components, grid (small, medium, brain), trMilliseconds (2000), volumes (120),
  * asked (as many as found), design (true), measures (whether the table has the columns beside the sixteen: true),
- * oriented (true); constant: values of parameters that are the same for all components, by
+ * oriented (true); slices: number of axial slices, all of them inside the mask; balls: for each component a list of
+ * { centre, radius, height } in voxels and z, instead of a ball at a random place; constant: values of parameters that
+ * are the same for all components, by
  * column; input, settings, facts: additions to the description of the run.
  */
 export function makeRun(folder, options) {
@@ -124,6 +134,8 @@ export function makeRun(folder, options) {
         volumes = 120,
         asked = components,
         design = true,
+        slices = null,
+        balls = null,
         measures = true,
         oriented = true,
         constant = {},
@@ -131,14 +143,15 @@ export function makeRun(folder, options) {
         settings = {},
         facts = {},
     } = options;
-    const { size, affine } = GRIDS[grid];
+    const { affine } = GRIDS[grid];
+    const size = [...GRIDS[grid].size.slice(0, 2), slices ?? GRIDS[grid].size[2]];
     const random = randomNumbers(components);
-    const mask = makeMask(size);
+    const mask = makeMask(size, slices !== null);
     const file = (ending) => `${folder}/${STEM}_${ending}`;
     const names = Array.from({ length: components }, (_, c) => `ICA_${String(c).padStart(2, '0')}`);
     mkdirSync(folder, { recursive: true });
 
-    const maps = makeMaps(size, mask, components, random);
+    const maps = makeMaps(size, mask, components, random, balls);
     writeNifti(file('desc-ICA_components.nii.gz'), size, components, affine, maps, oriented);
     writeNifti(file('desc-brain_mask.nii.gz'), size, 1, affine, mask, oriented);
     const mean = Float32Array.from(mask, (inside) => (inside ? 800 + 300 * random() : 20 * random()));

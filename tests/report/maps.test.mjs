@@ -8,7 +8,7 @@ import { madeUp } from './runs.mjs';
 
 const card = (page) => page.locator('.card[data-component=ICA_00] .card-mosaic');
 const picture = (page) => card(page).evaluate((canvas) => canvas.toDataURL());
-const sides = (page) => page.getByLabel('Left on the right').filter({ visible: true });
+const sides = (page) => page.getByLabel('Radiological view').filter({ visible: true });
 
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`maps with ${renderer}`, { skip: missingBrowser }, () => {
@@ -68,7 +68,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.keyboard.down('Shift');
             await drag('left');
             await page.keyboard.up('Shift');
-            for (const key of ['?', 'h', 'j', 'k', 'l', 'm', 'v', 'c']) await page.keyboard.press(key);
+            for (const key of ['h', 'j', 'k', 'l', 'm', 'v', 'c']) await page.keyboard.press(key);
             await page.mouse.dblclick(...at);
             await painted(page);
             assert.deepEqual((await checkCrosshair(page, run, 1)).voxel, voxel);
@@ -84,7 +84,7 @@ for (const renderer of ['webgl2', 'canvas']) {
             await painted(page);
             const place = page.locator('.brain-place').first();
             const smooth = await place.screenshot();
-            await page.getByLabel('Smooth').uncheck();
+            await page.getByLabel('Interpolate').uncheck();
             await painted(page);
             assert.ok(!smooth.equals(await place.screenshot()));
             await page.close();
@@ -139,14 +139,18 @@ describe('mosaics of the gallery', { skip: missingBrowser }, () => {
         const page = await openReport(browser, run.report);
         // Letters are light grey with a touch of blue, unlike tissue.
         const letters = await card(page).evaluate((canvas) => {
-            const [width, height] = [canvas.width / 5, canvas.height / 2];
-            const count = (x) => {
+            const [first, second] = JSON.parse(canvas.dataset.slices);
+            const count = ({ x, y, width, height }, from) => {
                 const { data } = canvas
                     .getContext('2d')
-                    .getImageData(Math.round(x), height / 3, width * 0.15, height / 3);
+                    .getImageData(
+                        ...[x + from * width, y + height / 3, width * 0.15, height / 3].map((part) =>
+                            Math.round(part * canvas.width),
+                        ),
+                    );
                 return data.filter((red, i) => i % 4 === 0 && red > 200 && data[i + 2] - red > 4).length;
             };
-            return [0, 0.85 * width, width, 1.85 * width].map(count);
+            return [count(first, 0), count(first, 0.85), count(second, 0), count(second, 0.85)];
         });
         assert.ok(letters[0] > 5 && letters[1] > 5, `letters: ${letters}`);
         assert.deepEqual(letters.slice(2), [0, 0]); // none on the second slice

@@ -19,12 +19,15 @@ export const chartData = (page, name) =>
         ),
     );
 
+/** Whether the first map is shown with the opposite sign of the files. */
+export const isFlipped = async (page) => (await page.locator('.brain').first().getAttribute('data-flipped')) === 'true';
+
 /** Compares the crosshair's voxel, position and value with the files. */
 export async function checkCrosshair(page, run, component) {
     const map = run.components();
     const voxel = (await readout(page, 'voxel')).split(', ').map(Number);
     const shown = await readout(page, 'value');
-    const held = map.at(voxel, component);
+    const held = map.at(voxel, component) * ((await isFlipped(page)) ? -1 : 1);
     if (shown === 'outside the mask') {
         assert.equal(held, 0, `voxel ${voxel} is outside`);
     } else {

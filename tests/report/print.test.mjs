@@ -53,6 +53,32 @@ const inside = (box, frame) =>
     box.left >= frame.left && box.right <= frame.right && box.top >= frame.top && box.bottom <= frame.bottom;
 const overlap = (a, b) => a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 
+describe('printing', { skip: missingBrowser }, () => {
+    const browser = browserFor('canvas');
+
+    test('right after opening waits until every card is drawn, by button and by key', async () => {
+        const run = madeUp('at-once', { components: 40 });
+        const ways = [
+            (page) => page.getByRole('button', { name: 'Print' }).click(),
+            (page) => page.keyboard.press('Control+p'),
+        ];
+        for (const start of ways) {
+            const page = await browser.context.newPage();
+            await page.addInitScript(() => {
+                window.print = () => {
+                    window.drawnCards = document.querySelectorAll('.card[data-drawn]').length;
+                };
+            });
+            await page.goto(`file://${run.report}`);
+            await page.locator('.card').first().waitFor();
+            await start(page);
+            await page.waitForFunction(() => window.drawnCards !== undefined);
+            assert.equal(await page.evaluate(() => window.drawnCards), 40);
+            await page.close();
+        }
+    });
+});
+
 for (const renderer of ['webgl2', 'canvas']) {
     describe(`on paper, with ${renderer}`, { skip: missingBrowser }, () => {
         const browser = browserFor(renderer);
@@ -84,6 +110,15 @@ for (const renderer of ['webgl2', 'canvas']) {
                 assert.ok(panel.left >= 0 && panel.right <= PAPER, JSON.stringify(panel));
                 for (const other of panels)
                     assert.ok(panel === other || !overlap(panel, other), JSON.stringify([panel, other]));
+            }
+            await page.close();
+        });
+
+        test('a component takes one page, on A4 and on letter paper', async () => {
+            const page = await open('#/component/ICA_01');
+            for (const format of ['A4', 'Letter']) {
+                const file = (await page.pdf({ format })).toString('latin1');
+                assert.equal(file.match(/\/Type\s*\/Page\b/g).length, 1, format);
             }
             await page.close();
         });

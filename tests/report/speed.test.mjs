@@ -28,6 +28,7 @@ for (const renderer of ['webgl2', 'canvas']) {
                 const page = await openReport(browser, run.report);
                 await page.waitForFunction(() => performance.getEntriesByName('first view').length > 0);
                 const [first] = await measures(page, 'first view');
+                await page.selectOption('#sort', 'order');
                 await showComponent(page, 'ICA_00', renderer);
                 for (let i = 1; i < 8; ++i) {
                     await page.keyboard.press('ArrowRight');

@@ -1,7 +1,7 @@
 // Stepping from component to component.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, goTo, missingBrowser, openReport, painted } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, painted, STAY } from './browser.mjs';
 import { checkCrosshair } from './page_contents.mjs';
 import { madeUp } from './runs.mjs';
 
@@ -71,7 +71,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
     });
 
     test('continues from the former position of a component that a label removed from the selection', async () => {
-        const page = await openReport(browser, run.report);
+        const page = await openReport(browser, run.report, { first: STAY });
         await page.selectOption('#label-filter', 'none');
         await page.locator('.card-link', { hasText: 'IC 3' }).click();
         await page.locator('body[data-shown=ICA_02]').waitFor();
@@ -86,7 +86,7 @@ describe('stepping through the components', { skip: missingBrowser }, () => {
     });
 
     test('sets labels while the threshold has the focus, and leaves the arrow keys to it', async () => {
-        const page = await openReport(browser, run.report, { at: '#/component/ICA_02' });
+        const page = await openReport(browser, run.report, { at: '#/component/ICA_02', first: STAY });
         await page.locator('#threshold').focus();
         await page.keyboard.press('ArrowRight');
         assert.equal(await page.inputValue('#threshold'), '2.6');

@@ -3,10 +3,11 @@ import type { ComponentMap } from '../data/component_map';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import type { BrainView } from './brain_view';
+import { croppedSize, frameOfMask, frameSize, MARGIN } from './extent';
 import type { Look } from './look';
-import { PLANES, type PlaneName, planeOf } from './plane';
+import { PLANES, type Plane, type PlaneName, planeOf } from './plane';
 import { drawSideMark } from './side_mark';
-import { acrossAt, drawSlice, paintSlice, wholeFrame } from './slice';
+import { acrossAt, drawSlice, type Frame, paintSlice } from './slice';
 
 /** The planes drawn with the 2D canvas, for browsers without WebGL2. */
 export class CanvasView implements BrainView {
@@ -21,7 +22,7 @@ export class CanvasView implements BrainView {
 
     constructor(private readonly run: Run) {
         this.canvases = Object.fromEntries(PLANES.map((name) => [name, this.makeCanvas(name)])) as never;
-        const [x, y] = run.grid.body.map((axis) => axis.size * axis.mm);
+        const [x, y] = croppedSize(run);
         this.element.style.setProperty('--two-by-two', `${x}fr ${y}fr`);
         this.resized.observe(this.element);
     }
@@ -47,9 +48,9 @@ export class CanvasView implements BrainView {
         const plane = planeOf(this.run.grid, name, false);
         const label = this.run.grid.oriented ? `${name} plane` : `plane ${PLANES.indexOf(name) + 1} of 3`;
         const canvas = h('canvas', { class: 'plane', 'data-plane': name, role: 'img', 'aria-label': label });
-        const aspect = (plane.across.size * plane.across.mm) / (plane.up.size * plane.up.mm);
-        canvas.style.aspectRatio = String(aspect);
-        canvas.style.flex = `${plane.across.size * plane.across.mm} 1 0`; // the same scale for all three
+        const { width, height } = frameSize(this.frame(plane), plane);
+        canvas.style.aspectRatio = String(width / height);
+        canvas.style.flex = `${width} 1 0`; // the same scale for all three
         canvas.addEventListener('pointerdown', (event) => {
             canvas.setPointerCapture(event.pointerId);
             this.pick(name, event);
@@ -64,11 +65,17 @@ export class CanvasView implements BrainView {
     private pick(name: PlaneName, event: PointerEvent): void {
         const plane = planeOf(this.run.grid, name, this.look?.radiological ?? false);
         const box = this.canvases[name].getBoundingClientRect();
-        const column = Math.floor(((event.clientX - box.left) / box.width) * plane.across.size);
-        const row = Math.floor(((event.clientY - box.top) / box.height) * plane.up.size);
-        const across = acrossAt(plane, wholeFrame(plane), column);
-        const moved = this.run.grid.moved(this.crosshair, plane.across, across);
-        this.onPick(this.run.grid.moved(moved, plane.up, plane.up.size - 1 - row), name);
+        const frame = this.frame(plane);
+        const columns = frame.acrossTo - frame.acrossFrom + 1;
+        const rows = frame.upTo - frame.upFrom + 1;
+        const column = Math.floor(((event.clientX - box.left) / box.width) * columns);
+        const row = Math.floor(((event.clientY - box.top) / box.height) * rows);
+        const moved = this.run.grid.moved(this.crosshair, plane.across, acrossAt(plane, frame, column));
+        this.onPick(this.run.grid.moved(moved, plane.up, frame.upTo - row), name);
+    }
+
+    private frame(plane: Plane): Frame {
+        return frameOfMask(this.run, plane, MARGIN);
     }
 
     private draw(): void {
@@ -84,14 +91,17 @@ export class CanvasView implements BrainView {
         const plane = planeOf(this.run.grid, name, this.look.radiological);
         const { grid } = this.run;
         const context = canvas.getContext('2d')!;
-        const pixels = drawSlice(this.run, this.map, this.look, plane, grid.along(plane.through, this.crosshair));
+        const frame = this.frame(plane);
+        const position = grid.along(plane.through, this.crosshair);
+        const pixels = drawSlice(this.run, this.map, this.look, plane, position, frame);
         paintSlice(context, pixels, this.look, 0, 0, canvas.width, canvas.height);
 
         const across = grid.along(plane.across, this.crosshair);
-        const column = (plane.mirrored ? plane.across.size - 1 - across : across) + 0.5;
-        const x = Math.round((column / plane.across.size) * canvas.width);
-        const y = Math.round((1 - (grid.along(plane.up, this.crosshair) + 0.5) / plane.up.size) * canvas.height);
-        this.drawCrosshair(context, x, y, ratio);
+        const column = (plane.mirrored ? frame.acrossTo - across : across - frame.acrossFrom) + 0.5;
+        const row = frame.upTo - grid.along(plane.up, this.crosshair) + 0.5;
+        const x = Math.round((column / (frame.acrossTo - frame.acrossFrom + 1)) * canvas.width);
+        const y = Math.round((row / (frame.upTo - frame.upFrom + 1)) * canvas.height);
+        if (this.look.crosshair) this.drawCrosshair(context, x, y, ratio);
         this.drawMarks(context, plane.marks, ratio);
     }
 

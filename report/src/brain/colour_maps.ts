@@ -44,7 +44,7 @@ function unsigned(id: string, title: string, ramp: (t: number) => string, from: 
 export const COLOUR_MAPS: ColourMap[] = [
     {
         id: 'orange-blue',
-        title: 'Orange and blue (YlOrBr, Blues)',
+        title: 'Orange and blue',
         positive: lut(interpolateYlOrBr, 0.72, 0.14),
         negative: lut(interpolateBlues, 0.86, 0.2),
         signed: true,

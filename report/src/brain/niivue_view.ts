@@ -3,11 +3,13 @@ import type { Vector } from '../data/affine';
 import { toMm, toVoxel } from '../data/affine';
 import { blocks } from '../data/blocks';
 import { type ComponentMap, NO_VALUE } from '../data/component_map';
+import type { Grid } from '../data/grid';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import type { BrainView } from './brain_view';
 import { COLOUR_MAPS, type Lut } from './colour_maps';
-import { ceilingOf, LIGHTEST_GREY, type Look } from './look';
+import { croppedGrid, croppedSize } from './extent';
+import { ceilingOf, LIGHTEST_GREY, type Look, ROW_WIDTH } from './look';
 import { niftiBuffer } from './nifti_buffer';
 import type { PlaneName } from './plane';
 
@@ -46,7 +48,7 @@ interface Location {
     axCorSag: number; // slice type of the plane that was used
 }
 
-const ROW_WIDTH = 620; // pixels
+const RENDER_SHARE = 0.6; // of the height, for the 3D view above the planes
 const PLANE_OF_SLICE_TYPE: (PlaneName | undefined)[] = ['axial', 'coronal', 'sagittal'];
 
 // The crosshair follows the left button. The library's actions for other buttons and keys would change the contrast of
@@ -66,17 +68,21 @@ export class NiivueView implements BrainView {
     onPick: BrainView['onPick'] = () => {};
 
     private readonly canvas = h('canvas', { class: 'plane-all', role: 'img', 'aria-label': 'three planes' });
-    private readonly dense: Int16Array;
+    private readonly dense: Int16Array; // the map on the cropped grid
+    private readonly cropped: Grid;
+    private readonly whole: Int32Array; // index in the cropped grid -> index in the whole one
     private nv!: NiivueType;
     private library!: NiivueModule;
     private render = false;
+    private crosshair = true;
     private colours = '';
     private overlay!: NVImageType;
     private map: ComponentMap | null = null;
     private own = false; // the crosshair is being moved by the page, not by the reader
 
     private constructor(private readonly run: Run) {
-        this.dense = new Int16Array(run.grid.count);
+        ({ grid: this.cropped, whole: this.whole } = croppedGrid(run));
+        this.dense = new Int16Array(this.cropped.count);
         this.element.append(this.canvas);
     }
 
@@ -113,6 +119,7 @@ export class NiivueView implements BrainView {
         nv.opts.isRadiologicalConvention = look.radiological;
         nv.opts.multiplanarShowRender = look.render ? this.library.SHOW_RENDER.ALWAYS : this.library.SHOW_RENDER.NEVER;
         this.render = look.render;
+        this.crosshair = look.crosshair;
         this.arrange();
         nv.scene.pan2Dxyzmm = [0, 0, 0, 1]; // a two-finger gesture may have moved it
         nv.scene.crosshairPos = this.fractionOf(voxel);
@@ -171,7 +178,8 @@ export class NiivueView implements BrainView {
         };
         this.arrange();
         await this.nv.attachToCanvas(this.canvas);
-        const { grid, grey } = this.run;
+        const grid = this.cropped;
+        const grey = Uint8Array.from(this.whole, (index) => this.run.grey[index]);
         const open = NVImage.new as unknown as OpenImage; // the remaining parameters have defaults
         const mean = await open(niftiBuffer(grid, grey, 1), 'mean.nii', 'gray', 1, null, 0, 255 / LIGHTEST_GREY);
         this.overlay = await open(niftiBuffer(grid, this.dense, 1), 'map.nii', `${COLOUR_MAPS[0].id}+`, 1, null, 1, 2);
@@ -187,15 +195,17 @@ export class NiivueView implements BrainView {
         this.onPick(toVoxel(this.run.grid.affine, [mm[0], mm[1], mm[2]]), PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
     }
 
-    // Side by side where there is room, otherwise two by two, with crosshair lines slightly wider than a pixel.
+    // Side by side where there is room, otherwise two by two, with crosshair lines about a pixel wide.
     private arrange(): void {
-        const [x, y, z] = this.run.grid.body.map((axis) => axis.size * axis.mm);
+        const [x, y, z] = croppedSize(this.run);
         const { GRID, ROW } = this.library.MULTIPLANAR_TYPE;
         const row = this.element.clientWidth >= ROW_WIDTH;
-        const width = row ? 2 * x + y + (this.render ? Math.max(x, y, z) : 0) : x + y;
+        const width = row ? 2 * x + y : x + y;
+        const height = row ? Math.max(y, z) : y + z;
         this.nv.opts.multiplanarLayout = row ? ROW : GRID;
-        this.element.style.aspectRatio = String(width / (row ? Math.max(y, z) : y + z));
-        const pixel = (1.3 * width) / Math.max(1, this.element.clientWidth);
+        this.nv.opts.heroImageFraction = this.render ? RENDER_SHARE : 0;
+        this.element.style.aspectRatio = String((width / height) * (this.render ? 1 - RENDER_SHARE : 1));
+        const pixel = this.crosshair ? (1.05 * width) / Math.max(1, this.element.clientWidth) : 0;
         if (Math.abs(this.nv.opts.crosshairWidth - pixel) > 0.05) this.nv.crosshairs3D = null; // made again when drawn
         this.nv.opts.crosshairWidth = pixel;
     }
@@ -206,10 +216,10 @@ export class NiivueView implements BrainView {
     }
 
     private fill(map: ComponentMap): void {
-        const { gridOf } = this.run;
-        this.dense.fill(0);
-        for (let i = 0; i < gridOf.length; ++i) {
-            if (map.values[i] !== NO_VALUE) this.dense[gridOf[i]] = map.values[i];
+        for (let i = 0; i < this.dense.length; ++i) {
+            const inside = this.run.insideOf[this.whole[i]];
+            const value = inside < 0 ? NO_VALUE : map.values[inside];
+            this.dense[i] = value === NO_VALUE ? 0 : value;
         }
         this.overlay.img = this.dense;
         this.overlay.hdr!.scl_slope = map.scale;

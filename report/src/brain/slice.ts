@@ -12,10 +12,6 @@ export interface Frame {
     upTo: number;
 }
 
-export function wholeFrame(plane: Plane): Frame {
-    return { acrossFrom: 0, acrossTo: plane.across.size - 1, upFrom: 0, upTo: plane.up.size - 1 };
-}
-
 /**
  * Two images of a slice, one pixel per voxel: the mean image, and the map in colours, transparent below the threshold.
  */
@@ -35,7 +31,7 @@ export function drawSlice(
     look: Look,
     plane: Plane,
     position: number,
-    frame = wholeFrame(plane),
+    frame: Frame,
 ): SlicePixels {
     const width = frame.acrossTo - frame.acrossFrom + 1;
     const height = frame.upTo - frame.upFrom + 1;

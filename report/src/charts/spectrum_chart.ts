@@ -6,16 +6,15 @@ import { axis, type ChartBox, legend, wholeAxis } from './chart';
 
 const spectra = new Map<Component, Spectrum>();
 
-function spectrumOf(component: Component): Spectrum {
+export function spectrumOf(component: Component): Spectrum {
     const spectrum = spectra.get(component) ?? welch(component.timeCourse);
     spectra.set(component, spectrum);
     return spectrum;
 }
 
 /**
- * Power over frequency with the bands shaded. The axis follows the plug-in's clock, the repetition time in whole
- * seconds, because the bands are defined on that clock; where it differs from the true one, a second axis at the top
- * shows the true frequencies. Without bands there is only the true axis. Returns a note on the method.
+ * Power over frequency in true Hz with the bands shaded. Returns a note on the method, and on the plug-in's own clock
+ * where that differs: it takes the repetition time in whole seconds, so it gives the limits of the bands other names.
  */
 export function showSpectrum(
     box: ChartBox,
@@ -24,12 +23,7 @@ export function showSpectrum(
     component: Component,
     other: Component | null,
 ): string {
-    const trueNyquist = 0.5 / trSeconds;
-    const twoClocks = !bands.exact && bands.ranges.length > 0;
-    const nyquist = twoClocks ? bands.nyquistHz : trueNyquist;
-    const inHz = (x: number, digits: number): string =>
-        `${((x * trueNyquist) / nyquist).toFixed(digits)} Hz`
-        + (twoClocks ? ` (${x.toFixed(digits)} Hz on the plug-in's clock)` : '');
+    const nyquist = 0.5 / trSeconds;
     const curve = (of: Component, name: string): object => {
         const spectrum = spectrumOf(of);
         return {
@@ -45,9 +39,8 @@ export function showSpectrum(
         };
     };
     const ranges = bands.ranges.map(([from, to], i) => ({ from: from * nyquist, to: to * nyquist, label: `${i + 1}` }));
-    const title = twoClocks ? `Frequency (Hz, repetition time taken as ${bands.wholeSeconds} s)` : 'Frequency (Hz)';
     box.show(
-        `Power spectrum of ${component.title} up to ${inHz(nyquist, 3)} with ${ranges.length} bands`,
+        `Power spectrum of ${component.title} up to ${nyquist.toFixed(3)} Hz with ${ranges.length} bands`,
         () => ({
             type: 'line',
             data: {
@@ -58,25 +51,14 @@ export function showSpectrum(
                 normalized: true,
                 interaction: { mode: 'index', intersect: false },
                 scales: {
-                    x: { ...wholeAxis(title), type: 'linear', min: 0, max: nyquist },
+                    x: { ...wholeAxis('Frequency (Hz)'), type: 'linear', min: 0, max: nyquist },
                     y: { ...axis('Power (% of total)'), min: 0 },
-                    ...(!twoClocks
-                        ? {}
-                        : {
-                              top: {
-                                  ...wholeAxis('True frequency (Hz)'),
-                                  type: 'linear',
-                                  position: 'top',
-                                  min: 0,
-                                  max: trueNyquist,
-                              },
-                          }),
                 },
                 plugins: {
                     legend: legend(other !== null),
                     tooltip: {
                         callbacks: {
-                            title: (items: { parsed: { x: number } }[]) => inHz(items[0].parsed.x, 4),
+                            title: (items: { parsed: { x: number } }[]) => `${items[0].parsed.x.toFixed(4)} Hz`,
                             label: (item: { dataset: { label?: string }; parsed: { y: number } }) =>
                                 `${item.dataset.label}: ${item.parsed.y.toFixed(2)} %`,
                         },
@@ -88,7 +70,15 @@ export function showSpectrum(
     );
     const { segmentVolumes, points } = spectrumOf(component);
     return (
-        `For display: Welch's method, segments of ${segmentVolumes} volumes overlapping by half, Hamming window, `
-        + `${points}-point transform.`
+        `Welch's method: ${segmentVolumes}-volume segments overlapping by half, Hamming window, `
+        + `${points} points.${clockNote(bands, trSeconds)}`
+    );
+}
+
+function clockNote({ exact, ranges, wholeSeconds }: Bands, trSeconds: number): string {
+    if (exact || ranges.length === 0) return '';
+    return (
+        ` The plug-in takes the repetition time of ${trSeconds} s as ${wholeSeconds} s, so its own limits of the bands are `
+        + `${((trSeconds / wholeSeconds - 1) * 100).toFixed(0)} % higher than those shown.`
     );
 }

@@ -1,5 +1,6 @@
 import { type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
+import { shownCourse } from '../data/shown_component';
 import { colour } from '../theme';
 import { axis, type ChartBox, legend, wholeAxis } from './chart';
 
@@ -8,13 +9,13 @@ interface Curve {
     values: number[];
 }
 
-/** A predictor scaled to the range of the time course, and inverted if the two are negatively correlated. */
-export function scaledPredictor({ predictor: { name, values }, negative }: PredictorMatch): Curve {
+/** A predictor scaled to the range of the time course. */
+export function scaledPredictor({ predictor: { name, values } }: PredictorMatch): Curve {
     const low = Math.min(...values);
     const range = Math.max(...values) - low || 1;
     return {
-        label: `${name}${negative ? ', inverted' : ''} (scaled)`,
-        values: values.map((value) => (negative ? 1 - (value - low) / range : (value - low) / range)),
+        label: `${name} (scaled)`,
+        values: values.map((value) => (value - low) / range),
     };
 }
 
@@ -43,8 +44,8 @@ export function showTimeCourse(box: ChartBox, run: Run, component: Component, ot
         type: 'line',
         data: {
             datasets: [
-                line({ label: component.title, values: component.timeCourse }, 'curve', 1.6),
-                ...(other ? [line({ label: other.title, values: other.timeCourse }, 'curve-other', 1.4)] : []),
+                line({ label: component.title, values: shownCourse(run, component) }, 'curve', 1.6),
+                ...(other ? [line({ label: other.title, values: shownCourse(run, other) }, 'curve-other', 1.4)] : []),
                 ...(predictor ? [line(predictor, 'curve-predictor', 1.4, [5, 3])] : []),
             ] as never,
         },

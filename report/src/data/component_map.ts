@@ -49,6 +49,17 @@ function describe(values: Int16Array, decimals: number): ComponentMap {
     return { values, decimals, scale, peak, high: high * scale };
 }
 
+const inversions = new WeakMap<ComponentMap, ComponentMap>();
+
+/** The map with the opposite sign. */
+export function inverted(map: ComponentMap): ComponentMap {
+    const known = inversions.get(map);
+    if (known) return known;
+    const made = { ...map, values: map.values.map((value) => (value === NO_VALUE ? NO_VALUE : -value)) };
+    inversions.set(map, made);
+    return made;
+}
+
 /** Unpacks maps on demand and keeps the most recently used ones. */
 export class ComponentMaps {
     private readonly kept = new Map<number, Promise<ComponentMap>>();

@@ -3,8 +3,7 @@ import type { Component, Predictor, Run } from './run';
 /** The predictor that best matches a component's time course. */
 export interface PredictorMatch {
     predictor: Predictor;
-    strength: number; // |r|
-    negative: boolean; // r is negative
+    r: number; // with the sign that the component is shown with
 }
 
 // Not divided by the number of volumes: only its sign is used.
@@ -18,12 +17,13 @@ function covariance(x: number[], y: number[]): number {
 export function predictorMatch(run: Run, component: Component): PredictorMatch | null {
     const [strength, number] = component.values;
     const predictor = run.predictors[number - 1];
-    if (!predictor || !component.predictor) return null;
-    return { predictor, strength, negative: covariance(component.timeCourse, predictor.values) < 0 };
+    if (!predictor || !component.predictor || component.otherDesign) return null;
+    const negative = covariance(component.timeCourse, predictor.values) < 0;
+    return { predictor, r: (negative ? -strength : strength) * run.signs.of(component) };
 }
 
 const WEAK = 0.3; // |r|; the two share less than a tenth of their variance
 
 export function isWeak(match: PredictorMatch): boolean {
-    return !(match.strength >= WEAK);
+    return !(Math.abs(match.r) >= WEAK);
 }

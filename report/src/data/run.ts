@@ -6,6 +6,7 @@ import type { ComponentFacts, Decomposition } from './decomposition';
 import { Grid } from './grid';
 import { type Measures, measuresIn } from './measures';
 import { METRICS } from './metrics';
+import { Signs } from './signs';
 import { columnOf, numberIn, parseTable } from './table';
 
 interface RunBlock {
@@ -18,7 +19,8 @@ interface RunBlock {
     grid: { size: Vector; voxel_to_mm: Affine; oriented?: boolean };
     voxels_inside: number;
     has_mean: boolean;
-    maps: { decimals: number; lowest: number; highest: number }[];
+    maps: { decimals: number; lowest: number; highest: number; negative_tail: boolean }[];
+    compared?: RunBlock & { folder: string; pairs: { a: number; b: number; r: number }[] };
 }
 
 /** A component with everything that the tables of the run hold about it. */
@@ -35,7 +37,22 @@ export interface Component {
     timeCourse: number[];
     lowest: number; // value of the map
     highest: number;
+    negativeTail: boolean; // the longer tail of the map is the negative one
     facts: ComponentFacts | undefined;
+    otherDesign: boolean; // compared with other predictors than those of this run
+}
+
+/** The component of a compared result that a component matches best. */
+export interface Partner {
+    component: Component;
+    r: number; // spatial correlation, with the signs of the files
+}
+
+/** Another result whose components are shown beside those of the run. */
+export interface ComparedRun {
+    folder: string;
+    components: Component[];
+    partners: Map<Component, Partner>; // of the run's components
 }
 
 /** Whether the analysis was repeated, so that the component has a stability index. */
@@ -67,7 +84,9 @@ export interface Run {
     gridOf: Int32Array; // position inside the mask -> grid index
     grey: Uint8Array; // mean image for display; the shape of the mask if the run has none
     hasMean: boolean;
-    maps: ComponentMaps;
+    compared: ComparedRun | null;
+    maps: ComponentMaps; // of all components, with the sign of the files
+    signs: Signs;
 }
 
 // FNV-1a, 32 bits: enough to keep the labels of different runs apart.
@@ -103,7 +122,9 @@ function readComponents(block: RunBlock): Component[] {
             timeCourse: columnOf(mixing, mixing.columns.indexOf(name)),
             lowest: block.maps[index].lowest,
             highest: block.maps[index].highest,
+            negativeTail: block.maps[index].negative_tail,
             facts,
+            otherDesign: false,
         };
     });
 }
@@ -126,14 +147,31 @@ function indexMask(mask: Uint8Array, inside: number): Pick<Run, 'insideOf' | 'gr
     return { insideOf, gridOf };
 }
 
+function readCompared(block: RunBlock, components: Component[]): ComparedRun | null {
+    const { compared } = block;
+    if (!compared) return null;
+    const others = readComponents(compared).map((component) => ({
+        ...component,
+        index: components.length + component.index,
+        name: `${compared.folder}/${component.name}`,
+        title: `${compared.folder}: ${component.title}`,
+        otherDesign: compared.design_tsv !== block.design_tsv,
+    }));
+    const partners = new Map(
+        compared.pairs.map(({ a, b, r }): [Component, Partner] => [components[a], { component: others[b], r }]),
+    );
+    return { folder: compared.folder, components: others, partners };
+}
+
 export async function readRun(): Promise<Run> {
     const [text, mask] = await Promise.all([blocks.text('run'), blocks.bytes('mask')]);
     const block = JSON.parse(text) as RunBlock;
     const components = readComponents(block);
     const grey = block.has_mean ? await blocks.bytes('mean') : mask.map((inside) => (inside ? 70 : 0));
+    const id = hash([block.mixing_tsv, ...components.flatMap(({ cells }) => cells)].join('\t'));
     return {
         name: block.name,
-        id: hash([block.mixing_tsv, ...components.flatMap(({ cells }) => cells)].join('\t')),
+        id,
         facts: block.decomposition,
         columns: block.columns,
         trSeconds: block.decomposition.Input.RepetitionTimeMilliseconds / 1000,
@@ -144,6 +182,8 @@ export async function readRun(): Promise<Run> {
         ...indexMask(mask, block.voxels_inside),
         grey,
         hasMean: block.has_mean,
-        maps: new ComponentMaps(block.maps.map((map) => map.decimals)),
+        compared: readCompared(block, components),
+        maps: new ComponentMaps([...block.maps, ...(block.compared?.maps ?? [])].map((map) => map.decimals)),
+        signs: new Signs(id),
     };
 }

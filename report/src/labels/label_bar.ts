@@ -17,6 +17,7 @@ export function labelBar(run: Run, labels: Labels): HTMLElement {
     const message = h('span', { class: 'label-message', role: 'status' });
     const refresh = (): void => {
         counts.replaceChildren(
+            h('span', { class: 'label-progress' }, labels.progress),
             ...LABELS.map(({ label, sign, title }) =>
                 h('span', { class: `chip chip-${label}` }, `${sign} ${labels.count(label)} ${title.toLowerCase()}`),
             ),

@@ -27,6 +27,7 @@ export class Labels {
     private readonly key: string;
     private entries = new Map<string, Entry>(); // of the components that the reader has touched
     private readonly listeners = new Set<() => void>();
+    private readonly history: [string, Label | null][][] = []; // labels before each change of the reader, oldest first
 
     /** `initial`: every component of the run with its label in the metrics table. */
     constructor(
@@ -52,13 +53,16 @@ export class Labels {
     change(changes: Iterable<[string, Partial<Entry>]>): number {
         this.read(); // another tab may have changed other components
         let changed = 0;
+        const former: [string, Label | null][] = [];
         for (const [component, part] of changes) {
             const before = this.get(component);
             const after = { ...before, ...part };
             if (after.label === before.label && after.note === before.note) continue;
+            if (after.label !== before.label) former.push([component, before.label]);
             this.entries.set(component, after);
             ++changed;
         }
+        if (former.length > 0) this.history.push(former);
         this.write();
         this.notify();
         return changed;
@@ -68,9 +72,35 @@ export class Labels {
         this.change([[component, { note }]]);
     }
 
+    setLabel(component: string, label: Label | null): void {
+        this.change([[component, { label }]]);
+    }
+
+    /** Takes back the last change of labels; returns the first component that it concerned, null if there is none. */
+    undo(): string | null {
+        const former = this.history.pop();
+        if (!former) return null;
+        this.change(former.map(([component, label]) => [component, { label }]));
+        this.history.pop(); // the change that undoing is
+        return former[0][0];
+    }
+
     /** Sets a label, or removes it if it is already set. */
     toggle(component: string, label: Label): void {
         this.change([[component, { label: this.get(component).label === label ? null : label }]]);
+    }
+
+    /** The first of the components after `component` that has no label, starting over at the end; null if all have one. */
+    nextWithout(components: string[], component: string): string | null {
+        const own = components.indexOf(component);
+        const after = [...components.slice(own + 1), ...components.slice(0, Math.max(0, own))];
+        return after.find((name) => this.get(name).label === null) ?? null;
+    }
+
+    /** "12 of 50 labelled" */
+    get progress(): string {
+        const all = [...this.initial.keys()];
+        return `${all.filter((name) => this.get(name).label !== null).length} of ${all.length} labelled`;
     }
 
     count(label: Label): number {

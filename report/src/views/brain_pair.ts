@@ -1,8 +1,11 @@
+import { isInView } from '../brain/extent';
 import { ceilingOf, type Look } from '../brain/look';
 import { type PlaneName, planeOf } from '../brain/plane';
 import type { Vector } from '../data/affine';
+import { focusOf } from '../data/coloured_map';
 import type { ComponentMap } from '../data/component_map';
 import type { Component, Run } from '../data/run';
+import { shownMap } from '../data/shown_component';
 import { h } from '../dom';
 import { BrainPanel } from './brain_panel';
 
@@ -26,7 +29,7 @@ export class BrainPair {
         this.first = this.addPanel();
     }
 
-    /** Draws the maps, with the crosshair at the peak of a new first component. Resolves when all is drawn. */
+    /** Draws the maps, with the crosshair at the largest cluster of a new first component. Resolves when all is drawn. */
     async show(component: Component, compared: Component | null): Promise<void> {
         this.component = component;
         this.compared = compared;
@@ -34,12 +37,12 @@ export class BrainPair {
         if (this.second) this.second.element.hidden = compared === null;
         this.element.classList.toggle('brains-two', compared !== null);
         const [map, other] = await Promise.all(
-            [component, compared].map((shown) => shown && this.run.maps.get(shown.index)),
+            [component, compared].map((shown) => shown && shownMap(this.run, shown)),
         );
         // Maps may be unpacked in a different order than requested: draw only what is still wanted.
         if (!map || component !== this.component || compared !== this.compared) return;
         this.high = Math.max(map.high, other?.high ?? 0);
-        if (this.drawn !== component || !this.voxel) this.voxel = this.peakOf(map);
+        if (this.drawn !== component || !this.voxel) this.voxel = focusOf(this.run, map, this.look);
         this.drawn = component;
         this.first.show(component, map, this.commonLook(), this.voxel);
         if (compared && other) this.second?.show(compared, other, this.commonLook(), this.voxel);
@@ -87,7 +90,7 @@ export class BrainPair {
     }
 
     private moveTo(voxel: Vector): void {
-        if (!this.run.grid.contains(voxel)) return;
+        if (!this.run.grid.contains(voxel) || !isInView(this.run, voxel)) return;
         this.voxel = voxel;
         for (const panel of this.panels()) panel.setCrosshair(voxel);
     }

@@ -1,5 +1,6 @@
 import type { Component, Run } from '../data/run';
 import { h } from '../dom';
+import { advanceSwitch } from '../labels/advance';
 import { labelButtons } from '../labels/label_buttons';
 import type { Labels } from '../labels/labels';
 
@@ -7,12 +8,14 @@ import type { Labels } from '../labels/labels';
 export class ComponentHead {
     readonly element: HTMLElement;
     onStep: (by: 1 | -1) => void = () => {};
-    onCompare: (other: Component | null) => void = () => {};
+    /** `match`: always with the component that the one shown matches. */
+    onCompare: (other: Component | 'match' | null) => void = () => {};
     private component: Component;
     private readonly title = h('h2', { tabindex: -1 });
     private readonly name = h('span', { class: 'component-name' });
     private readonly note: HTMLInputElement;
     private readonly noteText = h('p', { class: 'note-text' });
+    private readonly progress = h('span', { class: 'label-progress', role: 'status' });
     private readonly compare: HTMLSelectElement;
     private readonly buttons: { element: HTMLElement; refresh: () => void };
 
@@ -20,6 +23,7 @@ export class ComponentHead {
         run: Run,
         private readonly labels: Labels,
     ) {
+        const all = [...run.components, ...(run.compared?.components ?? [])];
         this.component = run.components[0];
         this.buttons = labelButtons(labels, () => this.component.name);
         this.note = h('input', {
@@ -35,14 +39,15 @@ export class ComponentHead {
             {
                 id: 'compare',
                 onchange: () => {
-                    this.onCompare(this.compare.value === '' ? null : run.components[Number(this.compare.value)]);
+                    const { value } = this.compare;
+                    this.onCompare(value === 'match' ? value : value === '' ? null : all[Number(value)]);
                 },
             },
             h('option', { value: '' }, 'Compare with \u2026'),
-            ...run.components.map((component) =>
-                h('option', { value: component.index }, `Compare with ${component.title}`),
-            ),
+            run.compared && h('option', { value: 'match' }, `Compare with its match in ${run.compared.folder}`),
+            ...all.map((component) => h('option', { value: component.index }, `Compare with ${component.title}`)),
         );
+        if (run.compared) this.compare.value = 'match';
         this.compare.setAttribute('aria-label', 'Compare with another component');
         this.element = h(
             'div',
@@ -76,6 +81,8 @@ export class ComponentHead {
                 ),
             ),
             this.buttons.element,
+            advanceSwitch(),
+            this.progress,
             this.note,
             this.noteText,
             this.compare,
@@ -102,5 +109,6 @@ export class ComponentHead {
         const { note } = this.labels.get(this.component.name);
         if (document.activeElement !== this.note) this.note.value = note;
         this.noteText.textContent = note;
+        this.progress.textContent = this.labels.progress;
     }
 }

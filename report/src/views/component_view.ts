@@ -5,12 +5,13 @@ import { showSpectrum } from '../charts/spectrum_chart';
 import { showTimeCourse } from '../charts/time_course_chart';
 import { bandsFor } from '../data/bands';
 import type { Component, Run } from '../data/run';
-import { h } from '../dom';
-import { LABELS, type Labels } from '../labels/labels';
+import { append, h } from '../dom';
+import { advances } from '../labels/advance';
+import { LABELS, type Label, type Labels } from '../labels/labels';
 import { BrainPair } from './brain_pair';
 import { ComponentHead } from './component_head';
 import { lookControls } from './look_controls';
-import { fingerprintTable, matchTable } from './parameter_table';
+import { fingerprintTable, lag1Note, matchTable } from './parameter_table';
 import type { View } from './view';
 
 /** Everything about one component, alone or beside a second one. */
@@ -19,24 +20,25 @@ export class ComponentView implements View {
     private readonly head: ComponentHead;
     private readonly brains: BrainPair;
     private readonly controls: ReturnType<typeof lookControls>;
-    private readonly course = new ChartBox('course', [660, 200]);
+    private readonly course = new ChartBox('course', [660, 120]);
     private readonly spectrum = new ChartBox('spectrum', [310, 240]);
     private readonly spectrumNote = h('p', { class: 'chart-note' });
     private readonly fingerprint = new ChartBox('fingerprint', [310, 270]);
     private readonly tables = h('div', { class: 'tables' });
     private component: Component | null = null;
-    private chosen: Component | null = null; // the one to compare with
+    private chosen: Component | 'match' | null; // the one to compare with
     private position = 0; // of the component in the gallery's order, when it was last there
 
     /** `neighbours`: the components in the gallery's order; `open`: goes to another one. */
     constructor(
         private readonly run: Run,
         private readonly labels: Labels,
-        look: Look,
+        private readonly look: Look,
         private readonly neighbours: () => Component[],
         private readonly open: (component: Component) => void,
     ) {
         const highest = Math.max(...run.components.map((c) => Math.max(Math.abs(c.lowest), Math.abs(c.highest))));
+        this.chosen = run.compared ? 'match' : null;
         this.head = new ComponentHead(run, labels);
         this.head.onStep = (by) => this.step(by);
         this.head.onCompare = (other) => {
@@ -44,6 +46,9 @@ export class ComponentView implements View {
             void this.draw();
         };
         this.brains = new BrainPair(run, look);
+        run.signs.onChange((component) => {
+            if (component === this.component || component === this.compared()) void this.draw();
+        });
         this.controls = lookControls(look, highest, run.grid.oriented, () => this.brains.lookChanged());
         const figure = (title: string, ...content: HTMLElement[]): HTMLElement =>
             h('figure', { class: 'panel' }, h('figcaption', {}, title), ...content);
@@ -59,7 +64,8 @@ export class ComponentView implements View {
                 h(
                     'p',
                     { class: 'chart-note sign-note' },
-                    'The sign of a component is arbitrary: map and time course are meaningful only together.',
+                    'The sign of a component is arbitrary: shown with the longer tail of the map positive, unless flipped; the '
+                        + 'files keep their sign.',
                 ),
             ),
             h('div', { class: 'component-side' }, figure('Fingerprint', this.fingerprint.element, this.tables)),
@@ -73,21 +79,18 @@ export class ComponentView implements View {
                 'p',
                 { class: 'keys' },
                 'Keys: ',
-                ...['\u2190 \u2192 component', '\u2191 \u2193 slice', 'S N U label', 'P peak'].map((text) =>
-                    h('kbd', {}, text),
-                ),
+                ...['S N U label', 'Z undo', '\u2190 \u2192 component', '? all keys'].map((text) => h('kbd', {}, text)),
             ),
         );
     }
 
-    /** Shows a component; resolves when everything is drawn. */
-    async show(component: Component): Promise<void> {
+    /** Takes a component over; keys act on it from now on. It is drawn by `draw`. */
+    present(component: Component): void {
         const list = this.neighbours();
         const at = list.indexOf(component);
         this.component = component;
         if (at >= 0) this.position = at;
         this.head.show(component, at < 0 ? 'not in the selection' : `${at + 1} of ${list.length}`);
-        await this.draw();
     }
 
     enter(): void {
@@ -103,15 +106,20 @@ export class ComponentView implements View {
         else if (event.key === 'ArrowUp') this.brains.moveSlice(1);
         else if (event.key === 'ArrowDown') this.brains.moveSlice(-1);
         else if (event.key.toLowerCase() === 'p') this.brains.goToPeak();
-        else if (label && this.component) this.labels.toggle(this.component.name, label.label);
+        else if (event.key.toLowerCase() === 'f' && this.component) this.run.signs.flip(this.component);
+        else if (event.key.toLowerCase() === 'x') this.toggleCrosshair();
+        else if (event.key.toLowerCase() === 'z') this.undo();
+        else if (event.key === 'Escape') location.hash = '#/';
+        else if (label) this.label(label.label);
         else return false;
         return true;
     }
 
-    private async draw(): Promise<void> {
+    /** Draws the component; resolves when everything is drawn. */
+    async draw(): Promise<void> {
         const { component, run } = this;
         if (!component) return;
-        const compared = this.chosen === component ? null : this.chosen; // stepping may have reached that one
+        const compared = this.compared();
         showTimeCourse(this.course, run, component, compared);
         this.spectrumNote.textContent = showSpectrum(
             this.spectrum,
@@ -122,8 +130,37 @@ export class ComponentView implements View {
         );
         showFingerprint(this.fingerprint, component, compared);
         const shown = compared ? [component, compared] : [component];
-        this.tables.replaceChildren(fingerprintTable(run, shown), matchTable(run, shown));
+        this.tables.replaceChildren();
+        append(this.tables, [fingerprintTable(run, shown), lag1Note(shown), matchTable(run, shown)]);
         await this.brains.show(component, compared);
+    }
+
+    private compared(): Component | null {
+        if (this.chosen === 'match') return this.run.compared?.partners.get(this.component!)?.component ?? null;
+        return this.chosen === this.component ? null : this.chosen; // stepping may have reached that one
+    }
+
+    // The next component is found before the label, which may remove this one from the selection.
+    private label(label: Label): void {
+        if (!this.component) return;
+        const list = this.neighbours();
+        const next = this.labels.nextWithout(
+            list.map(({ name }) => name),
+            this.component.name,
+        );
+        this.labels.setLabel(this.component.name, label);
+        if (next !== null && advances()) this.open(list.find(({ name }) => name === next)!);
+    }
+
+    private undo(): void {
+        const name = this.labels.undo();
+        const component = this.run.components.find((candidate) => candidate.name === name);
+        if (component) this.open(component);
+    }
+
+    private toggleCrosshair(): void {
+        this.look.crosshair = !this.look.crosshair;
+        this.brains.lookChanged();
     }
 
     // When a new label has removed the component from the selection, the next one has taken its place.

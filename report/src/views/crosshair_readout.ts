@@ -29,8 +29,14 @@ export function crosshairReadout(run: Run, map: ComponentMap, voxel: Vector, pea
         ),
         h(
             'button',
-            { type: 'button', class: 'button', 'data-action': 'peak', onclick: peak, title: 'Key P' },
-            'Go to peak',
+            {
+                type: 'button',
+                class: 'button',
+                'data-action': 'peak',
+                onclick: peak,
+                title: 'Go to the peak of the map (key P)',
+            },
+            'Peak',
         ),
     );
 }

@@ -1,8 +1,8 @@
 import { METRICS } from '../data/metrics';
-import type { Component } from '../data/run';
+import type { Run } from '../data/run';
 import { h } from '../dom';
 import { LABELS } from '../labels/labels';
-import { type Filter, type Selection, sortKey, sortOptions } from './order';
+import { type Filter, type Selection, sortKey, sortOptions, startsDescending } from './order';
 
 function options(list: { value: string; title: string }[]): HTMLOptionElement[] {
     return list.map(({ value, title }) => h('option', { value }, title));
@@ -57,7 +57,7 @@ function filterRow(filter: Filter, changed: () => void, removed: () => void): HT
  * selection.
  */
 export function galleryControls(
-    components: Component[],
+    run: Run,
     selection: Selection,
     count: HTMLElement,
     changed: () => void,
@@ -69,11 +69,14 @@ export function galleryControls(
             id: 'sort',
             onchange: () => {
                 selection.sort = sortKey(sort.value);
+                selection.descending = startsDescending(selection.sort);
+                describe();
                 changed();
             },
         },
-        ...options(sortOptions(components)),
+        ...options(sortOptions(run)),
     );
+    sort.value = String(selection.sort);
     const direction = h('button', {
         type: 'button',
         class: 'button button-icon',

@@ -22,7 +22,8 @@ export function lookControls(
         value: number,
         set: (value: number) => void,
     ): HTMLElement => {
-        const output = h('output', { for: id }, value.toFixed(step < 0.1 ? 2 : 1));
+        const decimals = step < 0.1 ? 2 : step < 1 ? 1 : 0;
+        const output = h('output', { for: id }, value.toFixed(decimals));
         const input = h('input', {
             type: 'range',
             id,
@@ -31,7 +32,7 @@ export function lookControls(
             step,
             value,
             oninput: () => {
-                output.textContent = input.valueAsNumber.toFixed(step < 0.1 ? 2 : 1);
+                output.textContent = input.valueAsNumber.toFixed(decimals);
                 set(input.valueAsNumber);
                 changed();
             },
@@ -61,8 +62,8 @@ export function lookControls(
         },
     });
     const switches = [
-        lookSwitch(look, 'smooth', 'Smooth', changed),
-        ...(oriented ? [lookSwitch(look, 'radiological', 'Left on the right', changed)] : []),
+        lookSwitch(look, 'smooth', 'Interpolate', changed),
+        ...(oriented ? [lookSwitch(look, 'radiological', 'Radiological view', changed)] : []),
         lookSwitch(look, 'render', '3D', changed),
     ];
     const element = h(
@@ -79,6 +80,9 @@ export function lookControls(
                 look.threshold = value;
             },
         ),
+        slider('fewest', 'Smallest cluster', 1, 100, 1, look.fewest, (value) => {
+            look.fewest = value;
+        }),
         slider('opacity', 'Opacity', 0, 1, 0.05, look.opacity, (value) => {
             look.opacity = value;
         }),

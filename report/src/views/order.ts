@@ -1,8 +1,8 @@
 import { METRICS } from '../data/metrics';
-import { type Component, isRepeated } from '../data/run';
+import { type Component, isRepeated, type Run } from '../data/run';
 import { LABELS, type Label, type Labels } from '../labels/labels';
 
-const NAMED_KEYS = ['order', 'explained', 'confound', 'stability', 'label'] as const;
+const NAMED_KEYS = ['order', 'partner', 'explained', 'confound', 'stability', 'label'] as const;
 
 /** What the gallery is sorted by: a parameter by its index, or something else by its name. */
 export type SortKey = (typeof NAMED_KEYS)[number] | number;
@@ -21,9 +21,10 @@ export interface Selection {
 }
 
 /** The options of the list of sort keys; those that no component has a value for are left out. */
-export function sortOptions(components: Component[]): { value: string; title: string }[] {
+export function sortOptions({ compared, components }: Run): { value: string; title: string }[] {
     return [
         { value: 'order', title: 'Component number' },
+        ...(compared ? [{ value: 'partner', title: `Match in ${compared.folder}: |r|` }] : []),
         ...(components.some(({ measures }) => !Number.isNaN(measures.explainedPercent))
             ? [{ value: 'explained', title: 'Explained variance' }]
             : []),
@@ -36,12 +37,24 @@ export function sortOptions(components: Component[]): { value: string; title: st
     ];
 }
 
+/** Whether the components with the largest values are of the most interest, so that they come first. */
+export function startsDescending(key: SortKey): boolean {
+    if (key === 'partner' || key === 'explained' || key === 'stability' || key === 'confound') return true;
+    return typeof key === 'number' && METRICS[key].column.includes('_max');
+}
+
+/** The order that the gallery opens with. */
+export function defaultSort({ compared, components }: Run): SortKey {
+    if (compared) return 'partner';
+    return components.some(({ measures }) => !Number.isNaN(measures.explainedPercent)) ? 'explained' : 'order';
+}
+
 export function sortKey(value: string): SortKey {
     return NAMED_KEYS.find((key) => key === value) ?? Number(value);
 }
 
 /** The components that pass every filter, in the requested order; missing values come last. */
-export function select(components: Component[], selection: Selection, labels: Labels): Component[] {
+export function select({ compared, components }: Run, selection: Selection, labels: Labels): Component[] {
     const { sort, descending, filters, label } = selection;
     const passes = (component: Component): boolean => {
         const own = labels.get(component.name).label;
@@ -53,6 +66,7 @@ export function select(components: Component[], selection: Selection, labels: La
     };
     const rank = (component: Component): number => {
         if (sort === 'order') return component.index;
+        if (sort === 'partner') return Math.abs(compared?.partners.get(component)?.r ?? NaN);
         if (sort === 'explained') return component.measures.explainedPercent;
         if (sort === 'confound') return component.measures.confound?.strength ?? NaN;
         if (sort === 'stability') return component.facts?.StabilityIndex ?? NaN;

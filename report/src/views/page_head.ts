@@ -2,8 +2,8 @@ import type { Run } from '../data/run';
 import { h } from '../dom';
 import { currentTheme, onThemeChange, toggleTheme } from '../theme';
 
-/** The header: name of the run, links to the views, printing, light or dark. */
-export function pageHead(run: Run): { element: HTMLElement; mark: (path: string) => void } {
+/** The header: name of the run, links to the views, printing through `onPrint`, light or dark. */
+export function pageHead(run: Run, onPrint: () => void): { element: HTMLElement; mark: (path: string) => void } {
     const links = [
         ['#/', 'Overview'],
         ['#/component', 'Component'],
@@ -32,7 +32,7 @@ export function pageHead(run: Run): { element: HTMLElement; mark: (path: string)
         h(
             'div',
             { class: 'page-actions' },
-            h('button', { type: 'button', class: 'button', onclick: () => print() }, 'Print'),
+            h('button', { type: 'button', class: 'button', onclick: onPrint }, 'Print'),
             theme,
         ),
     );

@@ -2,7 +2,7 @@ import { FINGERPRINT, FINGERPRINT_START, METRICS } from '../data/metrics';
 import { predictorMatch } from '../data/predictor_match';
 import { type Component, isRepeated, type Run } from '../data/run';
 import { h } from '../dom';
-import { short } from '../numbers';
+import { fixed, short } from '../numbers';
 
 function cell(component: Component, metric: number): HTMLElement {
     const { column } = METRICS[metric];
@@ -10,6 +10,20 @@ function cell(component: Component, metric: number): HTMLElement {
         'td',
         { 'data-metric': column, 'data-component': component.name, title: component.cells[metric] },
         short(component.values[metric]),
+        column === LAG1 && component.values[metric] > 1 && h('sup', {}, '*'),
+    );
+}
+
+const LAG1 = 'lag1_autocorr';
+
+/** A remark for values of a definition that may exceed 1; null where all are at most 1. */
+export function lag1Note(shown: Component[]): HTMLElement | null {
+    const metric = METRICS.findIndex(({ column }) => column === LAG1);
+    if (!shown.some(({ values }) => values[metric] > 1)) return null;
+    return h(
+        'p',
+        { class: 'chart-note lag1-note' },
+        '* May exceed 1: the definition sums one product more than the number that it divides by.',
     );
 }
 
@@ -88,7 +102,9 @@ function measureRows(run: Run, shown: Component[]): HTMLElement[] {
             ({ measures }) =>
                 `${short(measures.explainedPercent)}${Number.isNaN(measures.explainedPercent) ? '' : ' %'}`,
         ),
-        row('Skewness of the map', 'map_skewness', ({ measures }) => short(measures.skewness)),
+        row('Skewness of the map', 'map_skewness', (component) =>
+            short(component.measures.skewness * run.signs.of(component)),
+        ),
         row('Kurtosis of the map', 'map_kurtosis', ({ measures }) => short(measures.kurtosis)),
     ].filter((made) => made !== null);
 }
@@ -100,9 +116,9 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
         metric: number,
         name: string | null,
         number: number,
-        negative = false,
+        r: number | null = null, // null: its sign is not known
     ): HTMLElement => {
-        const strength = `|r| ${short(component.values[metric])}${negative ? ', negatively correlated' : ''}`;
+        const strength = r === null ? `|r| ${short(component.values[metric])}` : `r ${fixed(r, 3)}`;
         const text = name === null ? 'none' : `${name} (no. ${component.cells[number]}), ${strength}`;
         return h('td', { 'data-metric': METRICS[metric].column, title: component.cells[metric] }, text);
     };
@@ -131,7 +147,7 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
             'tbody',
             {},
             row('Design matrix', 0, (component) =>
-                named(component, 0, component.predictor, 1, predictorMatch(run, component)?.negative),
+                named(component, 0, component.predictor, 1, predictorMatch(run, component)?.r),
             ),
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
             ...measureRows(run, shown),

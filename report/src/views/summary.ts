@@ -1,11 +1,14 @@
+import { drawMask, maskColumns } from '../brain/mask_picture';
 import { ChartBox } from '../charts/chart';
 import { showEigenvalues } from '../charts/eigenvalue_chart';
 import { edges } from '../data/affine';
 import { type Decomposition, meanImageShare } from '../data/decomposition';
 import type { Run } from '../data/run';
 import { h } from '../dom';
-import { duration, grouped, short } from '../numbers';
+import { duration, grouped, plural, short } from '../numbers';
 import { notesOf, warningsOf } from './warnings';
+
+const LONG = 8; // characters that fit into a tile in large type
 
 function tile(value: string, unit: string, name: string, detail = ''): HTMLElement {
     return h(
@@ -15,7 +18,7 @@ function tile(value: string, unit: string, name: string, detail = ''): HTMLEleme
         h(
             'dd',
             {},
-            h('span', { class: 'tile-value' }, value),
+            h('span', { class: value.length > LONG ? 'tile-value tile-long' : 'tile-value' }, value),
             unit && h('span', { class: 'tile-unit' }, ` ${unit}`),
             detail && h('span', { class: 'tile-detail' }, detail),
         ),
@@ -68,34 +71,76 @@ function tiles(run: Run): HTMLElement {
     );
 }
 
-/** The analysis and how it went, on one screen. */
-export function summary(run: Run): HTMLElement {
+/** "50 of 50 components \u00b7 51,259 voxels \u00b7 ..." */
+function lineOf(run: Run, warnings: number): string {
+    const { facts } = run;
+    const kept = facts.RetainedVarianceOverTimePercent ?? facts.RetainedVariancePercent;
+    return [
+        `${facts.ComponentsFound} of ${plural(facts.Settings.Components, 'component')}`,
+        plural(run.voxelsInside, 'voxel'),
+        `${plural(facts.Input.Volumes, 'volume')}, TR ${short(run.trSeconds, 4)} s`,
+        kept !== null && `${kept.toFixed(1)} % of variance kept`,
+        warnings > 0 && plural(warnings, 'warning'),
+    ]
+        .filter((part) => part !== false)
+        .join(' \u00b7 ');
+}
+
+function maskFigure(run: Run): HTMLElement {
+    const canvas = h('canvas', {
+        class: 'mask-picture',
+        role: 'img',
+        'aria-label': `Outline of the mask, ${plural(run.voxelsInside, 'voxel')}, on the mean image`,
+    });
+    canvas.style.maxWidth = `${Math.min(100, 40 * maskColumns(run))}%`; // a few slices need not be large
+    new ResizeObserver(() => {
+        const width = Math.round(canvas.clientWidth * Math.min(2, window.devicePixelRatio || 1));
+        if (width === 0 || width === canvas.width) return;
+        canvas.width = width;
+        drawMask(canvas, run);
+    }).observe(canvas);
+    return h('figure', { class: 'panel summary-mask' }, h('figcaption', {}, 'Mask on the mean image'), canvas);
+}
+
+/** The analysis and how it went: one line, and below it, while it is open, everything. */
+export function summary(run: Run): { element: HTMLElement; isOpen: () => boolean; setOpen: (open: boolean) => void } {
     const eigenvalues = new ChartBox('eigenvalues', [220, 170]);
     showEigenvalues(eigenvalues, run.facts);
     const warnings = warningsOf(run);
     const notes = notesOf(run);
-    return h(
+    const facts = h(
+        'div',
+        { class: 'panel summary-facts' },
+        tiles(run),
+        h('p', { class: 'summary-input' }, h('span', {}, 'Input '), h('code', {}, run.facts.Input.File)),
+        warnings.length > 0
+            && h('ul', { class: 'warnings', 'aria-label': 'Warnings' }, ...warnings.map((text) => h('li', {}, text))),
+        notes.length > 0 && h('p', { class: 'notes' }, notes.join(' ')),
+    );
+    const values = h(
+        'figure',
+        { class: 'panel summary-eigenvalues' },
+        h('figcaption', {}, 'Eigenvalues of the temporal covariance'),
+        eigenvalues.element,
+    );
+    const body = h('div', { class: 'summary-body', id: 'summary-body' }, facts, values, maskFigure(run));
+    const setOpen = (open: boolean): void => {
+        body.classList.toggle('summary-closed', !open);
+        line.setAttribute('aria-expanded', String(open));
+    };
+    const isOpen = (): boolean => !body.classList.contains('summary-closed');
+    const line = h(
+        'button',
+        { type: 'button', class: 'summary-line', 'aria-controls': 'summary-body', onclick: () => setOpen(!isOpen()) },
+        lineOf(run, warnings.length),
+    );
+    setOpen(true);
+    const element = h(
         'section',
         { class: 'summary', 'aria-labelledby': 'summary-title' },
         h('h2', { id: 'summary-title', class: 'visually-hidden' }, 'Summary of the run'),
-        h(
-            'div',
-            { class: 'panel summary-facts' },
-            tiles(run),
-            h('p', { class: 'summary-input' }, h('span', {}, 'Input '), h('code', {}, run.facts.Input.File)),
-            warnings.length > 0
-                && h(
-                    'ul',
-                    { class: 'warnings', 'aria-label': 'Warnings' },
-                    ...warnings.map((text) => h('li', {}, text)),
-                ),
-            notes.length > 0 && h('p', { class: 'notes' }, notes.join(' ')),
-        ),
-        h(
-            'figure',
-            { class: 'panel summary-eigenvalues' },
-            h('figcaption', {}, 'Eigenvalues of the temporal covariance'),
-            eigenvalues.element,
-        ),
+        line,
+        body,
     );
+    return { element, isOpen, setOpen };
 }

@@ -66,6 +66,13 @@ TEST(PackedMap, ReportsTheRangeBeforeRounding) {
     EXPECT_EQ(map.highest, 7.0078125);
 }
 
+TEST(PackedMap, SaysWhetherTheLongerTailIsNegative) {
+    EXPECT_TRUE(packMap(std::vector<float>{-4.0f, 1.0f, 1.0f, 2.0f}, 2).negativeTail);
+    EXPECT_FALSE(packMap(std::vector<float>{4.0f, -1.0f, -1.0f, -2.0f}, 2).negativeTail);
+    EXPECT_FALSE(packMap(std::vector<float>{-4.0f, -4.0f, -4.0f, 3.0f}, 2).negativeTail); // about the mean, not about 0
+    EXPECT_FALSE(packMap(std::vector<float>{std::nanf("")}, 2).negativeTail);
+}
+
 TEST(PackedMap, AcceptsAMapWithoutFiniteValues) {
     const PackedMap map = packMap(std::vector<float>{std::nanf("")}, 2);
     EXPECT_THAT(numbersIn(map), ElementsAre(-32768));

@@ -1,0 +1,67 @@
+// Two results on one page: matching components side by side, sorted by their correlation.
+import assert from 'node:assert/strict';
+import { execFileSync } from 'node:child_process';
+import { readFileSync } from 'node:fs';
+import { describe, test } from 'node:test';
+import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { cardNames, isFlipped, numberOf } from './page_contents.mjs';
+import { madeUp, ZNICA } from './runs.mjs';
+
+const PLACES = [
+    [12, 24, 12],
+    [27, 33, 15],
+    [20, 12, 18],
+    [13, 30, 24],
+];
+const ball = (place, height) => [{ centre: PLACES[place], radius: 5, height }];
+const ORDER = [2, 0, 3, 1]; // the second result has the same components in another order, the first one inverted
+
+for (const renderer of ['webgl2', 'canvas']) {
+    describe(`with ${renderer} a page of two results`, { skip: missingBrowser }, () => {
+        const browser = browserFor(renderer);
+
+        test('shows matching components side by side, best match first', async () => {
+            const options = { components: 4, grid: 'medium' };
+            const first = madeUp(`first-${renderer}`, { ...options, balls: [0, 1, 2, 3].map((i) => ball(i, 8)) });
+            const second = madeUp(`second-${renderer}`, {
+                ...options,
+                volumes: 110,
+                balls: ORDER.map((place, i) => ball(place, i === 0 ? -9 : 9 - 2 * i)),
+            });
+            const alone = readFileSync(first.report).length;
+            const table = execFileSync(ZNICA, ['compare', first.folder, second.folder], { encoding: 'utf8' });
+            const pairs = table
+                .split('\n')
+                .filter((line) => line.startsWith('ICA_'))
+                .map((line) => line.split('\t'));
+            execFileSync(ZNICA, ['report', first.folder, '--compare', second.folder]);
+            assert.ok(readFileSync(first.report).length < 2.2 * alone);
+
+            const page = await openReport(browser, first.report);
+            assert.deepEqual(
+                await cardNames(page),
+                pairs.map(([a]) => a),
+            );
+            const folder = `second-${renderer}`;
+            for (const [a, b, r] of pairs) {
+                assert.equal(Number(b.slice(4)), ORDER.indexOf(Number(a.slice(4))));
+                const text = await page
+                    .locator(`.card[data-component=${a}] .card-value span[title^=Spatial]`)
+                    .textContent();
+                const [, partner, shown] = /: IC (\d), r (\u2212?[\d.]+)$/.exec(text);
+                assert.equal(Number(partner), Number(b.slice(4)) + 1);
+                assert.ok(numberOf(shown) > 0, text); // both are shown with the longer tail positive
+                assert.ok(Math.abs(Math.abs(r) - numberOf(shown)) < 0.1);
+            }
+            await showComponent(page, 'ICA_02', renderer);
+            await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
+            assert.deepEqual(await page.locator('.brain-title').allTextContents(), ['IC 3', `${folder}: IC 1`]);
+            assert.equal(await isFlipped(page), false);
+            assert.equal(await page.locator('.brain').nth(1).getAttribute('data-flipped'), 'true');
+            const values = (await page.locator('[data-readout=value]').allTextContents()).map(numberOf);
+            assert.ok(values[0] > 4 && values[1] > 4, `${values}`);
+            assert.deepEqual(page.complaints, []);
+            await page.close();
+        });
+    });
+}
