@@ -73,7 +73,7 @@ void describeStability(Json& columns) {
 void writeMetricsDescription(const std::filesystem::path& file, const ComponentFacts& facts,
                              const FrequencyBands& bands) {
     Json columns;
-    columns["component"] = {{"Description", "Component, in the order of extraction, counted from ICA_00."},
+    columns["component"] = {{"Description", "Component, in the order of the maps, counted from ICA_00."},
                             {"Units", "name"}};
     describeParameters(columns, facts.names, bands);
     describeMeasures(columns);
