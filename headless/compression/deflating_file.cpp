@@ -10,7 +10,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr std::size_t kOutput = 256 * 1024;
+constexpr std::size_t kOutput = 1 << 18;
 constexpr std::size_t kMostAtOnce = 1 << 30; // the library counts in 32 bits
 
 } // namespace

@@ -11,7 +11,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr std::size_t kInput = 256 * 1024;
+constexpr std::size_t kInput = 1 << 18;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }

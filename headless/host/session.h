@@ -57,7 +57,8 @@ public:
 /// Whitened data whose components the plug-in lets the host find; see host/host_separation.def.
 struct SeparationRequest {
     const double* z;           ///< n x V, row-major
-    const double* eigenvalues; ///< n
+    const double* dewhitening; ///< T x n, row-major
+    int volumes;               ///< T
     int components;            ///< n
     int voxels;                ///< V
     int nonlinearity;          ///< 0: tanh, 1: gaussian, 2: cube

@@ -5,7 +5,7 @@
 namespace zn::headless {
 
 std::vector<float> gaussianKernel(double sigma) {
-    const auto radius = static_cast<int>(4.0 * sigma + 0.5);
+    const auto radius = static_cast<int>(std::lround(4.0 * sigma));
     std::vector<double> weights(static_cast<std::size_t>(radius) + 1, 1.0);
     double sum = 1.0;
     for (int d = 1; d <= radius; ++d) {
@@ -14,6 +14,7 @@ std::vector<float> gaussianKernel(double sigma) {
         sum += 2.0 * weight;
     }
     std::vector<float> kernel;
+    kernel.reserve(weights.size());
     for (const double weight : weights) kernel.push_back(static_cast<float>(weight / sum));
     return kernel;
 }

@@ -49,9 +49,9 @@ int SymmetricSeparator::separate(const SeparationRequest& request, double* vecto
     settings.iterationLimit = request.iterationLimit;
     settings.starts = starts_;
     settings.seed = seed_;
-    const SymmetricResult result =
-        separateSymmetrically(team_, {request.z, request.components, request.voxels}, request.eigenvalues, settings,
-                              [this](const SymmetricProgress& state) { show(state); });
+    const SymmetricResult result = separateSymmetrically(team_, {request.z, request.components, request.voxels},
+                                                         {request.dewhitening, request.volumes}, settings,
+                                                         [this](const SymmetricProgress& state) { show(state); });
     log(result, request);
     for (std::size_t k = 0; k < result.vectors.size(); ++k) {
         const std::vector<double>& vector = result.vectors[k];

@@ -6,13 +6,18 @@
 
 namespace zn::headless {
 
-/// The chosen rows of w, in descending order of explained variance, sum of eigenvalues[j] w[j]^2; each changes its sign
-/// where its third moment is negative.
+/// The time course of a unit vector w is its product with this matrix, T x n, row-major.
+struct Dewhitening {
+    const double* values;
+    int volumes; ///< T
+};
+
+/// The chosen rows of w, in descending order of explained variance, the variance over time of their courses; each
+/// changes its sign where its third moment is negative.
 ///
-///   eigenvalues    [n]
 ///   thirdMoments   [n], E{y^3} of each row's component
 ///   chosen         [n], rows to return
-std::vector<std::vector<double>> orderedAndSigned(const UnmixingMatrix& w, const double* eigenvalues,
+std::vector<std::vector<double>> orderedAndSigned(const UnmixingMatrix& w, const Dewhitening& dewhitening,
                                                   const std::vector<double>& thirdMoments,
                                                   const std::vector<bool>& chosen);
 

@@ -49,7 +49,7 @@ SearchEnd finish(WorkerThreads& team, const WhitenedVoxels& data, const Symmetri
 
 } // namespace
 
-SymmetricResult separateSymmetrically(WorkerThreads& team, const WhitenedVoxels& data, const double* eigenvalues,
+SymmetricResult separateSymmetrically(WorkerThreads& team, const WhitenedVoxels& data, const Dewhitening& dewhitening,
                                       const SymmetricSettings& settings, const OnProgress& onProgress) {
     std::mt19937 random(settings.seed);
     SymmetricResult result;
@@ -64,7 +64,7 @@ SymmetricResult separateSymmetrically(WorkerThreads& team, const WhitenedVoxels&
     for (std::size_t k = 0; k < end.settled.size(); ++k) {
         if (end.settled[k]) facts.negentropy += moments.negentropy[k];
     }
-    result.vectors = orderedAndSigned(end.w, eigenvalues, moments.thirdMoment, end.settled);
+    result.vectors = orderedAndSigned(end.w, dewhitening, moments.thirdMoment, end.settled);
     return result;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "headless/blas/worker_threads.h"
+#include "headless/symmetric/order_and_sign.h"
 #include "headless/symmetric/unmixing_matrix.h"
 #include "headless/symmetric/whitened_voxels.h"
 #include "ica/contrast/nonlinearity.h"
@@ -52,15 +53,14 @@ struct SymmetricProgress {
 /// next best start is tried; if none converges, the components that are settled count as found, in the search with the
 /// most of them.
 ///
-///   eigenvalues   [n], variance along each row of z before whitening
-///   onProgress    called after every iteration
+///   onProgress   called after every iteration
 ///
-/// The components are in descending order of explained variance, sum of eigenvalue[k] w[k]^2, and their third moment
+/// The components are in descending order of the variance over time that they explain, and their third moment
 /// over the voxels is not negative: the larger tail is positive. The same seed gives the same bits for any number of
 /// threads. Throws std::bad_alloc.
 ///
 /// Method: Hyvarinen (1999), IEEE Trans. Neural Networks 10(3), 626-634.
-SymmetricResult separateSymmetrically(WorkerThreads& team, const WhitenedVoxels& data, const double* eigenvalues,
+SymmetricResult separateSymmetrically(WorkerThreads& team, const WhitenedVoxels& data, const Dewhitening& dewhitening,
                                       const SymmetricSettings& settings,
                                       const std::function<void(const SymmetricProgress&)>& onProgress);
 

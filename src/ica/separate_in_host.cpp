@@ -11,16 +11,6 @@ namespace {
 
 constexpr double kLengthTolerance = 1e-6; // rounding of a host in double precision stays far below it
 
-// Column k of DW is the eigenvector, of length 1, times the root of its eigenvalue.
-ZeroedBlock eigenvaluesOf(const Whitening& whitened, int volumes, int n) {
-    ZeroedBlock values(1, n);
-    for (int t = 0; t < volumes; ++t) {
-        const double* row = whitened.dewhitening.row(t);
-        for (int k = 0; k < n; ++k) values.get()[k] += row[k] * row[k];
-    }
-    return values;
-}
-
 int codeOf(Nonlinearity nonlinearity) {
     if (nonlinearity == Nonlinearity::gaussian) return 1;
     return nonlinearity == Nonlinearity::cube ? 2 : 0;
@@ -40,10 +30,10 @@ std::optional<Separation> separateInHost(const Whitening& whitened, int voxels, 
     const auto separateWhitened = hostSeparation().znSeparateWhitenedData;
     if (!separateWhitened) return std::nullopt;
     const int n = settings.components;
-    const ZeroedBlock eigenvalues = eigenvaluesOf(whitened, volumes, n);
     const ZeroedBlock vectors(n, n);
-    const int found = separateWhitened(whitened.data.get(), eigenvalues.get(), n, voxels, codeOf(settings.nonlinearity),
-                                       static_cast<double>(settings.epsilon), settings.iterationLimit, vectors.get());
+    const int found = separateWhitened(whitened.data.get(), whitened.dewhitening.get(), volumes, n, voxels,
+                                       codeOf(settings.nonlinearity), static_cast<double>(settings.epsilon),
+                                       settings.iterationLimit, vectors.get());
     if (found < 0) return std::nullopt;
     if (found > n) nrerror("More components than requested from the host in routine separateInHost");
 

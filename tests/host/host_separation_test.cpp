@@ -15,7 +15,8 @@ namespace {
 /// What the plug-in passed in the last call.
 struct Request {
     std::vector<double> z;
-    std::vector<double> eigenvalues;
+    std::vector<double> dewhitening;
+    int volumes = 0;
     int components = 0;
     int voxels = 0;
     int nonlinearity = -1;
@@ -29,11 +30,13 @@ std::function<int(double* vectors)> answer;
 } // namespace
 } // namespace zn::test
 
-ZN_HOST_FUNCTION int znSeparateWhitenedData(const double* z, const double* eigenvalues, int components, int voxels,
-                                            int nonlinearity, double epsilon, int iterationLimit, double* vectors) {
+ZN_HOST_FUNCTION int znSeparateWhitenedData(const double* z, const double* dewhitening, int volumes, int components,
+                                            int voxels, int nonlinearity, double epsilon, int iterationLimit,
+                                            double* vectors) {
     const zn::test::Call entered("znSeparateWhitenedData()");
     zn::test::request = {{z, z + static_cast<long long>(components) * voxels},
-                         {eigenvalues, eigenvalues + components},
+                         {dewhitening, dewhitening + static_cast<long long>(volumes) * components},
+                         volumes,
                          components,
                          voxels,
                          nonlinearity,
@@ -70,7 +73,13 @@ TEST_F(HostSeparation, GetsWhiteDataWithTheSettingsOfTheDialog) {
     EXPECT_EQ(request.nonlinearity, 0);
     EXPECT_EQ(request.epsilon, static_cast<double>(1e-4f));
     EXPECT_EQ(request.iterationLimit, 200);
-    EXPECT_TRUE(std::is_sorted(request.eigenvalues.rbegin(), request.eigenvalues.rend()));
+    std::array<double, 3> eigenvalues{}; // the squared lengths of the columns
+    for (std::size_t i = 0; i < request.dewhitening.size(); ++i) {
+        eigenvalues[i % 3] += request.dewhitening[i] * request.dewhitening[i];
+    }
+    EXPECT_EQ(request.dewhitening.size(), 3U * static_cast<std::size_t>(request.volumes));
+    EXPECT_TRUE(std::is_sorted(eigenvalues.rbegin(), eigenvalues.rend()));
+    EXPECT_GT(eigenvalues[2], 0.0);
     for (std::size_t i = 0; i < 3; ++i) {
         for (std::size_t j = 0; j < 3; ++j) {
             double sum = 0.0;

@@ -39,6 +39,7 @@ def symmetric_maps(x, n, name, start):
     values, vectors = eigenpairs(x.T @ x / len(x))
     z = (vectors[:, :n] / np.sqrt(values[:n])).T @ x.T
     w = fixed_point(z, start, name, 1e-10, 20000)
-    w = w[np.argsort(-(w**2 @ values[:n]))]
+    courses = (vectors[:, :n] * np.sqrt(values[:n])) @ w.T
+    w = w[np.argsort(-courses.var(axis=0))]
     maps = w @ z
     return maps * np.sign((maps**3).mean(axis=1))[:, None]

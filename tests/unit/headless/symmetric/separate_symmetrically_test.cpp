@@ -24,8 +24,8 @@ using testing::SizeIs;
 
 SymmetricResult separate(const WhiteSources& data, const SymmetricSettings& settings, int threads = 2) {
     WorkerThreads team(threads);
-    const std::vector<double> eigenvalues(static_cast<std::size_t>(data.dimension), 1.0);
-    return separateSymmetrically(team, data.data(), eigenvalues.data(), settings, [](const SymmetricProgress&) {});
+    const std::vector<double> oneVolume(static_cast<std::size_t>(data.dimension), 1.0);
+    return separateSymmetrically(team, data.data(), {oneVolume.data(), 1}, settings, [](const SymmetricProgress&) {});
 }
 
 SymmetricSettings settingsWith(int starts) {
@@ -146,15 +146,17 @@ TEST(SeparateSymmetrically, FindsTheOnlyComponentOfOneDimension) {
     EXPECT_THAT(separate(whiteSources(1, 500, 1), settingsWith(1)).vectors, SizeIs(1));
 }
 
-// Explained variance: 9 * 0.36 + 1 * 0.64 = 3.88 and 9 * 0.64 + 1 * 0.36 = 6.12.
+// The courses are (0.6, 0.8) and (-0.8, 0.6) times the columns (3, -3, 0) and (1, 1, -2) + 100: variances over time
+// (18 * 0.36 + 6 * 0.64) / 3 = 3.44 and (18 * 0.64 + 6 * 0.36) / 3 = 4.56. The mean of the first is larger: 80, not 60.
 TEST(OrderAndSign, SortsByExplainedVarianceAndInvertsNegativeThirdMoments) {
     UnmixingMatrix w(2);
     const double rows[] = {0.6, 0.8, -0.8, 0.6};
     std::copy(rows, rows + 4, w.data());
-    const double eigenvalues[] = {9.0, 1.0};
-    EXPECT_THAT(orderedAndSigned(w, eigenvalues, {-0.5, 0.5}, {true, true}),
+    const double values[] = {3.0, 101.0, -3.0, 101.0, 0.0, 98.0};
+    const Dewhitening dewhitening{values, 3};
+    EXPECT_THAT(orderedAndSigned(w, dewhitening, {-0.5, 0.5}, {true, true}),
                 ElementsAre(ElementsAre(-0.8, 0.6), ElementsAre(-0.6, -0.8)));
-    EXPECT_THAT(orderedAndSigned(w, eigenvalues, {-0.5, 0.5}, {true, false}), ElementsAre(ElementsAre(-0.6, -0.8)));
+    EXPECT_THAT(orderedAndSigned(w, dewhitening, {-0.5, 0.5}, {true, false}), ElementsAre(ElementsAre(-0.6, -0.8)));
 }
 
 } // namespace
