@@ -55,7 +55,7 @@ describe('beside the sixteen parameters the page', { skip: missingBrowser }, () 
         const run = madeUp('older-table', { components: 3, measures: false });
         const page = await openReport(browser, run.report);
         assert.equal((await page.locator('.card-value').allTextContents())[0], '');
-        assert.equal(await page.locator('#sort option:checked').textContent(), 'Order of extraction');
+        assert.equal(await page.locator('#sort option:checked').textContent(), 'Component number');
         const options = await page.locator('#sort option').allTextContents();
         assert.ok(!options.includes('Explained variance') && !options.some((title) => title.startsWith('Confound')));
         await goTo(page, '#/component/ICA_00');
