@@ -110,10 +110,11 @@ void ResultFolder::exchange() {
 
 void ResultFolder::moveOut() {
     std::error_code ignored;
-    const fs::path replacing = hidden_ / kReplacing;
+    const fs::path replacing = hidden_ / kReplacing; // all memory that undoing the first step needs is allocated here
+    const fs::path replaced = hidden_ / kReplaced;
     try {
         fs::create_directory(replacing);
-        putInPlaceOf(moveEntries(wanted_, replacing, hidden_));
+        putInPlaceOf(moveEntries(wanted_, replacing, hidden_), replacing, replaced);
     } catch (const fs::filesystem_error& error) {
         fs::remove(replacing, ignored); // if it is empty
         fail(wanted_, "cannot be filled: " + error.code().message() + ".");
@@ -124,11 +125,10 @@ void ResultFolder::moveOut() {
     settle();
 }
 
-// Of the earlier entries, which are in a subfolder now. Any failure moves them back.
-void ResultFolder::putInPlaceOf(const std::vector<fs::path>& earlier) {
+// Of the earlier entries, which are in the first of the two subfolders now. Any failure moves them back.
+void ResultFolder::putInPlaceOf(const std::vector<fs::path>& earlier, const fs::path& replacing,
+                                const fs::path& replaced) {
     std::error_code ignored;
-    const fs::path replacing = hidden_ / kReplacing;
-    const fs::path replaced = hidden_ / kReplaced;
     try {
         const std::string why = whyNotReplaced(replacing);
         if (!why.empty()) fail(wanted_, why);

@@ -39,7 +39,8 @@ private:
     void exchange();
     std::string whyNotReplaced(const std::filesystem::path& earlier) const;
     void moveOut();
-    void putInPlaceOf(const std::vector<std::filesystem::path>& earlier);
+    void putInPlaceOf(const std::vector<std::filesystem::path>& earlier, const std::filesystem::path& replacing,
+                      const std::filesystem::path& replaced);
 
     UnfinishedWork& unfinished_;
     std::filesystem::path wanted_; // absolute
