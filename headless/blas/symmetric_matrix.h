@@ -2,6 +2,8 @@
 
 namespace zn::headless {
 
+// Each throws std::bad_alloc when LAPACK finds no work space.
+
 /// Adds scale * Rt R to the upper triangle of a symmetric matrix, with the BLAS (dsyrk) and as many threads as it uses.
 ///
 ///   rows    [count][order], row after row: R
