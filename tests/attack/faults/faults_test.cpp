@@ -2,8 +2,9 @@
 // thing before the process is killed. Afterwards the earlier result is there, or the new one, entire, and the exit
 // status says which.
 //
-// By default a sample of each kind is tried. ZNICA_FAULTS=N tries up to N calls of each kind in each scenario; 100000
-// tries all.
+// By default a sample of each kind is tried, except failing allocations and signals: which of them is met depends on
+// the machine and on the moment, so they would be tried anew everywhere. ZNICA_FAULTS=N tries up to N calls of each
+// kind in each scenario, these included; 100000 tries all.
 #include "attack/faults/fault_table.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -91,6 +93,12 @@ std::uint64_t wantedSample() {
     return text ? std::strtoull(text, nullptr, 10) : kSample;
 }
 
+bool isTried(const Fault& fault) {
+    if (fault.call == Call::kAllocate && !kSeesAllocations) return false;
+    const bool varies = fault.call == Call::kAllocate || std::string_view(fault.kind).starts_with("signal");
+    return !varies || std::getenv("ZNICA_FAULTS") != nullptr;
+}
+
 // Up to `wanted` numbers from 1 to `count`, evenly spaced, with the first and the last.
 std::vector<std::uint64_t> sampleOf(std::uint64_t count, std::uint64_t wanted) {
     std::vector<std::uint64_t> numbers;
@@ -142,7 +150,7 @@ void expectTheNextRunToSucceed(Scenario& scenario, const Verdict& verdict, const
 TEST_P(Faults, LeaveTheEarlierOrTheNewResult) {
     Scenario scenario(GetParam());
     for (Fault fault : kindsOfFaults()) {
-        if (fault.call == Call::kAllocate && !kSeesAllocations) continue;
+        if (!isTried(fault)) continue;
         const std::uint64_t calls = scenario.calls()[static_cast<std::size_t>(fault.call)];
         const std::uint64_t wanted = wantedSample() * (fault.call == Call::kAllocate ? 4 : 1);
         for (const std::uint64_t at : sampleOf(calls, wanted)) {
