@@ -41,6 +41,8 @@ describe('labels', { skip: missingBrowser }, () => {
         const [left, right] = [await open(run, 'ICA_00'), await open(run, 'ICA_01')];
         await left.keyboard.press('s');
         await right.keyboard.press('n');
+        await left.locator('.label-signal[aria-pressed=true]').waitFor();
+        await right.locator('.label-noise[aria-pressed=true]').waitFor();
         await left.reload();
         assert.deepEqual(await chips(await overview(left)), { ICA_00: '\u2713 Signal', ICA_01: '\u2715 Noise' });
         await left.close();
@@ -60,6 +62,7 @@ describe('labels', { skip: missingBrowser }, () => {
         const run = madeUp('classified', { components: 4, volumes: 100 });
         const page = await open(run, 'ICA_00');
         await page.keyboard.press('s');
+        await page.locator('.label-signal[aria-pressed=true]').waitFor();
         const table = join(run.folder, `${STEM}_desc-ICA_metrics.tsv`);
         const lines = readFileSync(table, 'utf8').split('\n');
         const classes = [null, 'noise', 'noise', 'unsure', 'n/a']; // the header has none
