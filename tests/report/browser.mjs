@@ -83,8 +83,15 @@ export async function openReport(browser, file, settings = {}) {
     return page;
 }
 
-/** As `first` of `openReport`: a label does not move on to the next component. */
+/** As `first` of `openReport`: a label does not move on to the next component. Not for a test that reloads the page or
+ * opens another: Chromium now and then starts an empty storage when it is written to that early. */
 export const STAY = "localStorage.setItem('znica-report-advance', 'off')";
+
+/** The same by the switch on the page, which must show a component. */
+export async function stay(page) {
+    await page.locator('label.switch', { hasText: 'Go on' }).locator('input').uncheck();
+    await page.locator('body').click({ position: { x: 2, y: 2 } }); // keys belong to the page again
+}
 
 /** Goes to a view, which may not be drawn yet. */
 export function goTo(page, hash) {

@@ -4,14 +4,18 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { describe, test } from 'node:test';
-import { browserFor, goTo, missingBrowser, openReport, STAY, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, STAY, showComponent, stay } from './browser.mjs';
 import { STEM } from './made_up_run.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
 describe('labels', { skip: missingBrowser }, () => {
     const browser = browserFor('canvas');
 
-    const open = (run, component) => openReport(browser, run.report, { at: `#/component/${component}`, first: STAY });
+    const open = async (run, component) => {
+        const page = await openReport(browser, run.report, { at: `#/component/${component}` });
+        await stay(page);
+        return page;
+    };
     const pressed = (page) => page.locator('.label-button[aria-pressed=true]').allTextContents();
     const chips = (page) =>
         page
@@ -40,9 +44,10 @@ describe('labels', { skip: missingBrowser }, () => {
         const run = madeUp('two-tabs', { components: 4 });
         const [left, right] = [await open(run, 'ICA_00'), await open(run, 'ICA_01')];
         await left.keyboard.press('s');
+        // A browser passes its storage from one tab to the other when it finds the time.
+        await right.waitForFunction(() => Object.values(localStorage).some((labels) => labels.includes('signal')));
         await right.keyboard.press('n');
-        await left.locator('.label-signal[aria-pressed=true]').waitFor();
-        await right.locator('.label-noise[aria-pressed=true]').waitFor();
+        await left.waitForFunction(() => Object.values(localStorage).some((labels) => labels.includes('noise')));
         await left.reload();
         assert.deepEqual(await chips(await overview(left)), { ICA_00: '\u2713 Signal', ICA_01: '\u2715 Noise' });
         await left.close();

@@ -36,7 +36,7 @@ export class Labels {
     ) {
         this.key = `znica-report-labels-${runId}`;
         this.read();
-        this.write(); // finds out whether the browser stores anything
+        this.probe();
         addEventListener('storage', ({ key }) => {
             // changed in another tab with this report
             if (key !== this.key && key !== null) return;
@@ -121,6 +121,15 @@ export class Labels {
             this.entries = new Map(
                 Object.entries(JSON.parse(localStorage.getItem(this.key) ?? '{}') as Record<string, Entry>),
             );
+        } catch {
+            this.kept = false;
+        }
+    }
+
+    // Finds out whether the browser stores anything. Under another key: what another tab is writing must stay.
+    private probe(): void {
+        try {
+            localStorage.setItem('znica-report-probe', '');
         } catch {
             this.kept = false;
         }
