@@ -4,7 +4,7 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { describe, test } from 'node:test';
-import { browserFor, goTo, missingBrowser, openReport, STAY, showComponent, stay } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, showComponent, stay } from './browser.mjs';
 import { STEM } from './made_up_run.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
@@ -157,8 +157,9 @@ for (const renderer of ['webgl2', 'canvas']) {
 
         test('keeps labels and notes, exports them and imports them again', async () => {
             const thirty = madeUp('thirty', { components: 30 });
-            const page = await openReport(browser, thirty.report, { first: STAY });
+            const page = await openReport(browser, thirty.report);
             await showComponent(page, 'ICA_06', renderer);
+            await stay(page);
             await page.keyboard.press('s');
             await page.fill('#note', 'visual\tcortex');
             await page.locator('h2').first().click();
