@@ -1,17 +1,16 @@
 #include "headless/compression/deflating_file.h"
 
-#include "headless/compression/level_one.h"
+#include "headless/compression/gzip.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
+#include <vector>
 
 namespace zn::headless {
 
 namespace {
 
-constexpr std::size_t kOutput = 1 << 18;
-constexpr std::size_t kMostAtOnce = 1 << 30; // the library counts in 32 bits
+constexpr std::size_t kMember = 1 << 24; // bytes before compression: most images are a single member
 
 } // namespace
 
@@ -19,26 +18,21 @@ struct DeflatingFile::State {
     std::FILE* file = nullptr;
     bool compressed = false;
     bool good = false;
-    LevelOne level;
-    std::array<std::byte, kOutput> output;
+    bool anyMember = false;
+    std::vector<std::byte> waiting; // for the member to become full
 
     ~State() {
         if (file) std::fclose(file);
     }
 
-    void store(const std::byte* bytes, std::size_t count) {
-        good = good && std::fwrite(bytes, 1, count, file) == count;
+    void store(std::span<const std::byte> bytes) {
+        good = good && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
     }
 
-    // Compresses what was supplied and stores it.
-    void deflate() {
-        isal_zstream& stream = level.stream;
-        do {
-            stream.next_out = reinterpret_cast<std::uint8_t*>(output.data());
-            stream.avail_out = static_cast<std::uint32_t>(output.size());
-            good = good && isal_deflate(&stream) == COMP_OK;
-            store(output.data(), output.size() - stream.avail_out);
-        } while (good && stream.avail_out == 0);
+    void storeMember() {
+        store(gzip(waiting));
+        waiting.clear();
+        anyMember = true;
     }
 };
 
@@ -52,14 +46,11 @@ DeflatingFile::~DeflatingFile() = default;
 
 bool DeflatingFile::write(std::span<const std::byte> bytes) {
     State& s = *state_;
-    while (s.good && !bytes.empty()) {
-        const auto some = bytes.first(std::min(bytes.size(), kMostAtOnce));
-        if (s.compressed) {
-            s.level.supply(some.data(), some.size());
-            s.deflate();
-        } else {
-            s.store(some.data(), some.size());
-        }
+    if (!s.compressed) s.store(bytes);
+    while (s.compressed && s.good && !bytes.empty()) {
+        const auto some = bytes.first(std::min(bytes.size(), kMember - s.waiting.size()));
+        s.waiting.insert(s.waiting.end(), some.begin(), some.end());
+        if (s.waiting.size() == kMember) s.storeMember();
         bytes = bytes.subspan(some.size());
     }
     return s.good;
@@ -67,11 +58,7 @@ bool DeflatingFile::write(std::span<const std::byte> bytes) {
 
 bool DeflatingFile::close() {
     State& s = *state_;
-    if (s.good && s.compressed) {
-        s.level.supply(nullptr, 0);
-        s.level.stream.end_of_stream = 1;
-        s.deflate();
-    }
+    if (s.good && s.compressed && (!s.waiting.empty() || !s.anyMember)) s.storeMember();
     if (s.file && std::fclose(s.file) != 0) s.good = false;
     s.file = nullptr;
     return s.good;
