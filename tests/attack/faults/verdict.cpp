@@ -90,6 +90,23 @@ Found foundIn(const Scenario& scenario, const Snapshot& place, const Snapshot& l
     return Found::kNeither;
 }
 
+// The first file that is not as wanted, with the first line in which it differs.
+std::string firstDifference(const Snapshot& place, const Snapshot& wanted) {
+    for (const auto& [name, bytes] : wanted) {
+        const auto there = place.find(name);
+        if (there == place.end()) return name + " is missing";
+        const auto [ours, theirs] =
+            std::mismatch(there->second.begin(), there->second.end(), bytes.begin(), bytes.end());
+        if (ours == there->second.end() && theirs == bytes.end()) continue;
+        const auto around = [](const std::string& text, std::size_t at) {
+            return text.substr(at < 60 ? 0 : at - 60, 120);
+        };
+        const auto at = static_cast<std::size_t>(theirs - bytes.begin());
+        return name + " has \"" + around(there->second, at) + "\" instead of \"" + around(bytes, at) + "\"";
+    }
+    return "it has more files";
+}
+
 // What is wrong with the exit status and the message, given what was found.
 std::string untruth(const Ending& ending, Found found, bool mayFailAfterwards) {
     const bool isNew = found == Found::kNew || found == Found::kWithoutPage;
@@ -128,7 +145,8 @@ Verdict judge(const Scenario& scenario, const Fault& fault, const Ending& ending
     } else if (around(visible) != around(scenario.before())) {
         verdict.complaint = "something else changed";
     } else if (verdict.found == Found::kNeither) {
-        verdict.complaint = "neither the earlier nor the new result";
+        verdict.complaint =
+            "neither the earlier nor the new result: " + firstDifference(withoutTimes(place), scenario.wanted());
     } else if (kills(fault)) {
         if (ending.signal != SIGKILL) verdict.complaint = "not killed";
     } else if (ending.signal != 0 && ending.signal != fault.number &&
