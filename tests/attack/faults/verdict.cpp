@@ -24,7 +24,8 @@ bool kills(const Fault& fault) {
 }
 
 // Without memory, the C++ library ends the process where it lists a folder, even between two steps of an exchange, and
-// libstdc++ 12 may even free a wrong pointer there: as after a kill, the result is entire, or the next run makes it so.
+// libraries crash: libstdc++ 12 frees a wrong pointer when it copies a path, and the JSON library when it destroys what it
+// was building. As after a kill, the result is entire, or the next run makes it so.
 bool endsAnywhere(const Fault& fault) {
     return fault.call == Call::kAllocate;
 }
@@ -150,7 +151,7 @@ Verdict judge(const Scenario& scenario, const Fault& fault, const Ending& ending
     } else if (kills(fault)) {
         if (ending.signal != SIGKILL) verdict.complaint = "not killed";
     } else if (ending.signal != 0 && ending.signal != fault.number &&
-               !(ending.signal == SIGSEGV && endsAnywhere(fault))) {
+               !((ending.signal == SIGSEGV || ending.signal == SIGBUS) && endsAnywhere(fault))) {
         verdict.complaint = "crashed with signal " + std::to_string(ending.signal);
     } else if (verdict.found == Found::kMoving && !endsAnywhere(fault)) {
         verdict.complaint = "in pieces";
