@@ -1,9 +1,7 @@
 #include "headless/symmetric/anderson_mixing.h"
 
 #include "headless/blas/symmetric_matrix.h"
-
-#include <algorithm>
-#include <numeric>
+#include "headless/symmetric/vector_arithmetic.h"
 
 namespace zn::headless {
 
@@ -11,16 +9,6 @@ namespace {
 
 constexpr std::size_t kDepth = 8;             // steps remembered
 constexpr double kSmallestEigenvalue = 1e-12; // relative; directions below are not determined by the past steps
-
-std::vector<double> difference(const std::vector<double>& a, const std::vector<double>& b) {
-    std::vector<double> result(a.size());
-    std::transform(a.begin(), a.end(), b.begin(), result.begin(), [](double x, double y) { return x - y; });
-    return result;
-}
-
-double dot(const std::vector<double>& a, const std::vector<double>& b) {
-    return std::inner_product(a.begin(), a.end(), b.begin(), 0.0);
-}
 
 } // namespace
 
