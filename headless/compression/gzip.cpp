@@ -21,8 +21,7 @@ std::vector<std::byte> gzip(std::span<const std::byte> bytes) {
     const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(libdeflate_alloc_compressor(kFastest));
     if (!compressor) throw std::bad_alloc();
     std::vector<std::byte> packed(libdeflate_gzip_compress_bound(compressor.get(), bytes.size()));
-    packed.resize(
-        libdeflate_gzip_compress(compressor.get(), bytes.data(), bytes.size(), packed.data(), packed.size()));
+    packed.resize(libdeflate_gzip_compress(compressor.get(), bytes.data(), bytes.size(), packed.data(), packed.size()));
     return packed;
 }
 

@@ -2,6 +2,7 @@
 
 #include "headless/symmetric/anderson_mixing.h"
 #include "headless/symmetric/decorrelate.h"
+#include "headless/symmetric/momentum.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +13,8 @@ namespace zn::headless {
 
 namespace {
 
-// Largest movement of a row below which the past steps are combined. Farther from the end they may lead to a saddle.
+// Largest movement of a row below which the past steps are combined. Farther from the end they may lead to a saddle;
+// there momentum helps.
 constexpr double kMixingBelow = 0.005;
 constexpr int kPatience = 20;     // iterations in which the largest movement must decrease by a tenth
 constexpr double kHalfStep = 0.5; // from then on: the iteration alternates between two states
@@ -49,14 +51,21 @@ public:
             mixing_.forget();
         }
         if (largest > kMixingBelow || largest > kTooMuch * last_) mixing_.forget();
+        if (largest <= kMixingBelow) momentum_.forget();
         last_ = largest;
-        UnmixingMatrix target = x;
-        std::transform(x.row(0), x.row(x.dimension()), fx.row(0), target.row(0),
-                       [this](double from, double to) { return from + step_ * (to - from); });
-        return largest > kMixingBelow ? target : mixing_.next(x, target);
+        if (largest <= kMixingBelow) return mixing_.next(x, partOfTheWay(x, fx));
+        return step_ < 1.0 ? partOfTheWay(x, fx) : momentum_.next(x, fx);
     }
 
 private:
+    UnmixingMatrix partOfTheWay(const UnmixingMatrix& x, const UnmixingMatrix& fx) const {
+        UnmixingMatrix target = x;
+        std::transform(x.row(0), x.row(x.dimension()), fx.row(0), target.row(0),
+                       [this](double from, double to) { return from + step_ * (to - from); });
+        return target;
+    }
+
+    Momentum momentum_;
     AndersonMixing mixing_;
     double step_ = 1.0;
     double smallest_ = std::numeric_limits<double>::infinity();

@@ -27,10 +27,10 @@ struct SearchEnd {
 /// Repeats the fixed-point update and the decorrelation until all components are settled at once. The result is that of
 /// the last update. A start whose rows become linearly dependent or non-finite ends with no component settled.
 ///
-/// On measured data the plain iteration needs hundreds of passes: it converges linearly, and may alternate between two
-/// states for ever. Therefore the update is only gone half of the way once the movement has not decreased for a while,
-/// and past steps are combined near the end (AndersonMixing). Neither changes a fixed point or the test of convergence,
-/// which is made with the full update.
+/// On measured data the plain iteration needs hundreds of passes: it crawls past saddles, converges linearly, and may
+/// alternate between two states for ever. Therefore it gathers momentum (Momentum), goes only half of the way to the
+/// update once the movement has not decreased for a while, and combines past steps near the end (AndersonMixing). None
+/// of these changes a fixed point or the test of convergence, which is made with the full update.
 ///
 ///   start   rows need not be decorrelated
 ///   after   called after every iteration

@@ -24,8 +24,8 @@ bool kills(const Fault& fault) {
 }
 
 // Without memory, the C++ library ends the process where it lists a folder, even between two steps of an exchange, and
-// libraries crash: libstdc++ 12 frees a wrong pointer when it copies a path, and the JSON library when it destroys what it
-// was building. As after a kill, the result is entire, or the next run makes it so.
+// libraries crash: libstdc++ 12 frees a wrong pointer when it copies a path, and the JSON library when it destroys what
+// it was building. As after a kill, the result is entire, or the next run makes it so.
 bool endsAnywhere(const Fault& fault) {
     return fault.call == Call::kAllocate;
 }
