@@ -3,6 +3,7 @@
 #include "headless/prepare/gaussian_kernel.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace zn::headless {
 
@@ -24,51 +25,88 @@ struct Lines {
     std::int64_t begin(int i) const { return i / step * step * length + i % step; }
 };
 
-// target[t] = sum over d of kernel[d] (line[at - d][t] + line[at + d][t]); rows beyond the line count as 0.
-void convolve(const std::vector<float>& line, int rows, int at, const std::vector<float>& kernel, int columns,
-              float* target) {
-    const auto row = [&](int i) {
-        return line.data() + static_cast<std::size_t>(i) * static_cast<std::size_t>(columns);
-    };
-    const float* centre = row(at);
-    for (int t = 0; t < columns; ++t) target[t] = kernel[0] * centre[t];
-    for (int d = 1; d < static_cast<int>(kernel.size()); ++d) {
-        const float weight = kernel[static_cast<std::size_t>(d)];
-        for (const int side : {at - d, at + d}) {
-            if (side < 0 || side >= rows) continue;
-            const float* source = row(side);
-            for (int t = 0; t < columns; ++t) target[t] += weight * source[t];
-        }
+using Flags = std::vector<unsigned char>; // [voxel]
+
+// The rows of one line of voxels before it is smoothed, and which of them are not 0.
+struct LineCopy {
+    std::vector<float> values; // [position][column]
+    Flags filled;              // [position]
+
+    LineCopy(int length, int columns)
+        : values(static_cast<std::size_t>(length) * static_cast<std::size_t>(columns)),
+          filled(static_cast<std::size_t>(length)) {}
+
+    bool has(int at) const {
+        return at >= 0 && at < static_cast<int>(filled.size()) && filled[static_cast<std::size_t>(at)] != 0;
     }
+    bool isEmpty() const { return std::find(filled.begin(), filled.end(), 1) == filled.end(); }
+};
+
+// target[t] = sum over d of kernel[d] (line[at - d][t] + line[at + d][t]); rows beyond the line count as 0. False when
+// all of them are 0.
+bool convolve(const LineCopy& line, int at, const std::vector<float>& kernel, int columns, float* target) {
+    std::fill_n(target, columns, 0.0f);
+    bool filled = false;
+    const int radius = static_cast<int>(kernel.size()) - 1;
+    for (int d = -radius; d <= radius; ++d) {
+        if (!line.has(at + d)) continue;
+        filled = true;
+        const float weight = kernel[static_cast<std::size_t>(std::abs(d))];
+        const float* source = line.values.data() + std::ptrdiff_t{at + d} * columns;
+        for (int t = 0; t < columns; ++t) target[t] += weight * source[t];
+    }
+    return filled;
 }
 
-// Along one axis, `columns` values per voxel.
-void smoothAlong(float* values, int columns, const Lines& lines, const std::vector<float>& kernel,
+// Values on a grid, of which only some rows are not 0: those outside cost no arithmetic.
+struct SparseGrid {
+    float* values;
+    int columns;  // values per voxel
+    Flags filled; // the voxels that are not 0
+
+    void copyLine(const Lines& lines, int i, LineCopy& line) const {
+        for (int at = 0; at < lines.length; ++at) {
+            const std::int64_t voxel = lines.begin(i) + at * lines.step;
+            line.filled[static_cast<std::size_t>(at)] = filled[static_cast<std::size_t>(voxel)];
+            if (line.has(at)) {
+                std::copy_n(values + voxel * columns, columns, line.values.data() + std::ptrdiff_t{at} * columns);
+            }
+        }
+    }
+};
+
+// Along one axis; only the wanted voxels are computed.
+void smoothAlong(SparseGrid& grid, const Lines& lines, const std::vector<float>& kernel, const Flags& wanted,
                  WorkerThreads& threads) {
     constexpr int kPieces = 64; // enough for any number of threads, few enough to share a line's buffer
     const int pieces = std::min(kPieces, lines.count);
     threads.run(pieces, [&](int piece) {
-        const auto width = static_cast<std::size_t>(columns);
-        std::vector<float> line(static_cast<std::size_t>(lines.length) * width);
+        LineCopy line(lines.length, grid.columns);
         const auto bound = [&](int p) { return static_cast<int>(std::int64_t{1} * lines.count * p / pieces); };
         for (int i = bound(piece); i < bound(piece + 1); ++i) {
-            float* first = values + lines.begin(i) * columns;
-            const std::int64_t step = lines.step * columns;
+            grid.copyLine(lines, i, line);
+            if (line.isEmpty()) continue;
             for (int at = 0; at < lines.length; ++at) {
-                std::copy_n(first + at * step, width, line.begin() + static_cast<std::ptrdiff_t>(width) * at);
-            }
-            for (int at = 0; at < lines.length; ++at) {
-                convolve(line, lines.length, at, kernel, columns, first + at * step);
+                const std::int64_t voxel = lines.begin(i) + at * lines.step;
+                if (wanted[static_cast<std::size_t>(voxel)] == 0) continue;
+                const bool filled = convolve(line, at, kernel, grid.columns, grid.values + voxel * grid.columns);
+                grid.filled[static_cast<std::size_t>(voxel)] = filled ? 1 : 0;
             }
         }
     });
 }
 
-void smoothGrid(float* values, int columns, const std::array<int, 3>& size, const std::array<double, 3>& sigma,
+// Values outside the mask are undefined afterwards.
+void smoothGrid(SparseGrid grid, const MaskedSeries& series, const std::array<double, 3>& sigma,
                 WorkerThreads& threads) {
+    std::vector<std::size_t> axes;
     for (std::size_t axis = 0; axis < 3; ++axis) {
-        const std::vector<float> kernel = gaussianKernel(sigma[axis]);
-        if (size[axis] > 1 && kernel.size() > 1) smoothAlong(values, columns, Lines(size, axis), kernel, threads);
+        if (series.size[axis] > 1 && gaussianKernel(sigma[axis]).size() > 1) axes.push_back(axis);
+    }
+    const Flags all(grid.filled.size(), 1);
+    for (const std::size_t axis : axes) {
+        smoothAlong(grid, Lines(series.size, axis), gaussianKernel(sigma[axis]),
+                    axis == axes.back() ? series.mask : all, threads);
     }
 }
 
@@ -76,13 +114,11 @@ void smoothGrid(float* values, int columns, const std::array<int, 3>& size, cons
 
 void smoothSeries(const MaskedSeries& series, const std::array<double, 3>& sigma, WorkerThreads& threads) {
     const std::int64_t voxels = series.voxels();
-    std::vector<float> weights(static_cast<std::size_t>(voxels));
-    for (std::int64_t v = 0; v < voxels; ++v) {
-        weights[static_cast<std::size_t>(v)] = series.has(v) ? 1.0f : 0.0f;
-        if (!series.has(v)) std::fill_n(series.course(v), series.volumes, 0.0f);
-    }
-    smoothGrid(weights.data(), 1, series.size, sigma, threads);
-    smoothGrid(series.values, series.volumes, series.size, sigma, threads);
+    Flags inside(static_cast<std::size_t>(voxels));
+    for (std::int64_t v = 0; v < voxels; ++v) inside[static_cast<std::size_t>(v)] = series.has(v) ? 1 : 0;
+    std::vector<float> weights(inside.begin(), inside.end());
+    smoothGrid({weights.data(), 1, inside}, series, sigma, threads);
+    smoothGrid({series.values, series.volumes, inside}, series, sigma, threads);
     for (std::int64_t v = 0; v < voxels; ++v) {
         float* course = series.course(v);
         const float weight = weights[static_cast<std::size_t>(v)];

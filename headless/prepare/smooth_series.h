@@ -13,8 +13,8 @@ namespace zn::headless {
 ///
 ///   sigma   standard deviation along x, y, z in voxels, at least 0; see gaussianKernel()
 ///
-/// All values inside must be finite. Bit-identical for any number of threads. Besides the series, this needs memory for
-/// one line of voxels per thread and for one value per voxel of the grid.
+/// All values inside must be finite; the others are not read. Bit-identical for any number of threads. Besides the
+/// series, this needs memory for one line of voxels per thread and for eight bytes per voxel of the grid.
 void smoothSeries(const MaskedSeries& series, const std::array<double, 3>& sigma, WorkerThreads& threads);
 
 } // namespace zn::headless
