@@ -13,6 +13,8 @@
 #include <string>
 #include <utility>
 
+#include <malloc.h>
+
 namespace {
 
 using zn::headless::ExitStatus;
@@ -51,6 +53,9 @@ std::atomic<bool> memoryRanOut = false;
     std::_Exit(static_cast<int>(ExitStatus::kMemory));
 }
 
+// Freed blocks from this size on return to the system. By default the size adapts to what is freed, and the peak grows.
+constexpr int kLargeBlock = 4 << 20;
+
 int run(int argc, char** argv, UnfinishedWork& unfinished) {
     zn::headless::CommandLine line;
     try {
@@ -71,6 +76,7 @@ int run(int argc, char** argv, UnfinishedWork& unfinished) {
 } // namespace
 
 int main(int argc, char** argv) {
+    mallopt(M_MMAP_THRESHOLD, kLargeBlock);
     std::set_new_handler(noteNoMemory);
     std::set_terminate(endWithoutMemory);
     zn::headless::openStandardDescriptors();
