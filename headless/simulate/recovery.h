@@ -23,9 +23,6 @@ struct Recovery {
 std::vector<Recovery> recover(std::span<const float> truth, std::span<const float> found,
                               std::span<const unsigned char> mask);
 
-/// Pearson correlation of two maps over a mask, in double precision; NaN when either is constant.
-double correlationInMask(std::span<const float> a, std::span<const float> b, std::span<const unsigned char> mask);
-
 /// How well a result recovers one source of a sample.
 struct SourceScore {
     std::string name;

@@ -11,14 +11,6 @@ using namespace headless;
 
 namespace {
 
-TEST(Recovery, CorrelatesOnlyWithinTheMask) {
-    // Inside: (1, 2, 3) and (1, 3, 2). Deviations (-1, 0, 1) and (-1, 1, 0): r = 1 / 2.
-    const std::vector<float> a = {1, 2, 3, 100};
-    const std::vector<float> b = {1, 3, 2, -100};
-    const std::vector<unsigned char> mask = {1, 1, 1, 0};
-    EXPECT_DOUBLE_EQ(correlationInMask(a, b, mask), 0.5);
-}
-
 TEST(Recovery, TakesTheLargestCorrelationWhateverItsSign) {
     const std::vector<float> truth = {0, 0, 1, 5, 5, 1};           // two maps of three voxels
     const std::vector<float> found = {1, 2, 1, 0, 0, -2, 1, 1, 0}; // three maps

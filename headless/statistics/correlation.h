@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <span>
+
+namespace zn::headless {
+
+/// Pearson correlation over the elements i of both for which uses(i), in double precision; NaN when one of the two does
+/// not vary there.
+template <class Uses> double correlation(std::span<const float> a, std::span<const float> b, Uses uses) {
+    double count = 0.0;
+    double meanA = 0.0;
+    double meanB = 0.0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (!uses(i)) continue;
+        ++count;
+        meanA += static_cast<double>(a[i]);
+        meanB += static_cast<double>(b[i]);
+    }
+    meanA /= count;
+    meanB /= count;
+    double ab = 0.0;
+    double aa = 0.0;
+    double bb = 0.0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (!uses(i)) continue;
+        const double da = static_cast<double>(a[i]) - meanA;
+        const double db = static_cast<double>(b[i]) - meanB;
+        ab += da * db;
+        aa += da * da;
+        bb += db * db;
+    }
+    return ab / std::sqrt(aa * bb);
+}
+
+} // namespace zn::headless
