@@ -1,6 +1,6 @@
 # The archive for Windows users: the plug-in, installation instructions, its licence, and the notices of the runtime
 # linked into it. Our own texts get Windows line endings.
-configure_file(${PROJECT_SOURCE_DIR}/docs/install.md ${PROJECT_BINARY_DIR}/package/INSTALL.txt
+configure_file(${PROJECT_SOURCE_DIR}/docs/desktop.md ${PROJECT_BINARY_DIR}/package/INSTALL.txt
                @ONLY NEWLINE_STYLE CRLF)
 configure_file(${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_BINARY_DIR}/package/LICENSE.txt @ONLY NEWLINE_STYLE CRLF)
 find_file(ZN_MINGW_COPYRIGHT copyright PATHS /usr/share/doc/mingw-w64-common NO_CMAKE_FIND_ROOT_PATH)
