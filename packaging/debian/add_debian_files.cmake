@@ -4,9 +4,9 @@ if(NOT CPACK_GENERATOR STREQUAL DEB)
 endif()
 set(share ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/share)
 
-configure_file(${CMAKE_CURRENT_LIST_DIR}/lintian-overrides ${share}/lintian/overrides/znica COPYONLY)
-configure_file(${CPACK_ZN_CHANGELOG} ${share}/doc/znica/changelog COPYONLY)
-configure_file(${CPACK_ZN_DEBIAN_CHANGELOG} ${share}/doc/znica/changelog.Debian COPYONLY)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/lintian-overrides ${share}/lintian/overrides/znica COPYONLY NO_SOURCE_PERMISSIONS)
+configure_file(${CPACK_ZN_CHANGELOG} ${share}/doc/znica/changelog COPYONLY NO_SOURCE_PERMISSIONS)
+configure_file(${CPACK_ZN_DEBIAN_CHANGELOG} ${share}/doc/znica/changelog.Debian COPYONLY NO_SOURCE_PERMISSIONS)
 file(GLOB pages ${share}/man/man1/*.1)
 # -n: no time stamp in the compressed file
 execute_process(COMMAND gzip -9n ${pages} ${share}/doc/znica/changelog ${share}/doc/znica/changelog.Debian

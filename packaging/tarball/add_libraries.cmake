@@ -15,7 +15,7 @@ endif()
 foreach(library IN LISTS libraries)
     get_filename_component(name ${library} NAME)
     file(REAL_PATH ${library} file)
-    configure_file(${file} ${root}/lib/znica/${name} COPYONLY)
+    configure_file(${file} ${root}/lib/znica/${name} COPYONLY NO_SOURCE_PERMISSIONS)
     file(RPATH_REMOVE FILE ${root}/lib/znica/${name}) # a run path of its own would replace that of bin/znica
 
     execute_process(COMMAND dpkg-query -S ${file} OUTPUT_VARIABLE owner ERROR_QUIET)
@@ -27,7 +27,7 @@ foreach(library IN LISTS libraries)
     execute_process(COMMAND dpkg-query -W ${package} OUTPUT_VARIABLE version COMMAND_ERROR_IS_FATAL ANY)
     list(APPEND versions "${version}")
     file(REAL_PATH /usr/share/doc/${package}/copyright notice)
-    configure_file(${notice} ${root}/share/doc/znica/libraries/${package} COPYONLY)
+    configure_file(${notice} ${root}/share/doc/znica/libraries/${package} COPYONLY NO_SOURCE_PERMISSIONS)
 endforeach()
 
 list(REMOVE_DUPLICATES versions)
