@@ -1,6 +1,5 @@
 # znica with its plug-in as a Debian package (the libraries come from Debian) and as a tarball (the libraries are
 # inside). Both hold what `cmake --install` installs; a script per kind adds the rest.
-include(GNUInstallDirs)
 set(CPACK_GENERATOR DEB TGZ)
 set(CPACK_PACKAGE_NAME znica)
 set(CPACK_PACKAGE_VENDOR "The ICA plug-in developers")
@@ -23,7 +22,7 @@ foreach(package libcli11-dev nlohmann-json3-dev)
     endif()
 endforeach()
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/package/copyright CONTENT "${copyright}" @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/package/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/znica)
+install(FILES ${PROJECT_BINARY_DIR}/package/copyright DESTINATION share/doc/znica)
 
 # The tarball: znica-2.0-linux-x86_64.tar.gz
 string(TOLOWER "znica-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" CPACK_PACKAGE_FILE_NAME)

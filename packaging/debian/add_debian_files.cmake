@@ -11,3 +11,7 @@ file(GLOB pages ${share}/man/man1/*.1)
 # -n: no time stamp in the compressed file
 execute_process(COMMAND gzip -9n ${pages} ${share}/doc/znica/changelog ${share}/doc/znica/changelog.Debian
                 COMMAND_ERROR_IS_FATAL ANY)
+
+# What was made here has the permissions that the umask left.
+file(CHMOD_RECURSE ${share} FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
+     DIRECTORY_PERMISSIONS ${CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})
