@@ -33,4 +33,4 @@ endforeach()
 list(REMOVE_DUPLICATES versions)
 list(JOIN versions "" versions)
 file(WRITE ${root}/share/doc/znica/libraries/versions.txt
-     "The libraries in lib/znica are those of these Debian packages, whose sources are at snapshot.debian.org:\n\n${versions}")
+     "The libraries in lib/znica are those of these Debian packages, whose sources Debian offers:\n\n${versions}")
