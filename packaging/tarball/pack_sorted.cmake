@@ -11,4 +11,4 @@ get_filename_component(parent ${CPACK_TEMPORARY_INSTALL_DIRECTORY} DIRECTORY)
 get_filename_component(folder ${CPACK_TEMPORARY_INSTALL_DIRECTORY} NAME)
 execute_process(COMMAND tar --create --sort=name --owner=root:0 --group=root:0 --mode=u=rwX,go=rX --mtime=${time}
                         --format=gnu --directory=${parent} ${folder}
-                COMMAND gzip -9n OUTPUT_FILE ${CPACK_TEMPORARY_PACKAGE_FILE_NAME} COMMAND_ERROR_IS_FATAL ANY)
+                COMMAND gzip -n OUTPUT_FILE ${CPACK_TEMPORARY_PACKAGE_FILE_NAME} COMMAND_ERROR_IS_FATAL ANY)

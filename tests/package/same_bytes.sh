@@ -1,18 +1,14 @@
 #!/bin/sh
-# The same build packed twice at different times gives the same bytes.
+# Packs a build a second time; the bytes must be those of the first. SOURCE_DATE_EPOCH must be the same.
 #
-#   same_bytes.sh CPACK BUILD_FOLDER SCRATCH_FOLDER
+#   same_bytes.sh CPACK BUILD_FOLDER FOLDER_OF_PACKAGES
 set -eu
-umask 022
-scratch=$3
-rm -rf "$scratch"
+again=$3/again
+rm -rf "$again"
 cd "$2"
-export SOURCE_DATE_EPOCH=1700000000
-for time in first second; do
-    "$1" -B "$scratch/$time" >/dev/null 2>&1
-    find share -name '*.html' -exec touch {} +
-done
-for package in "$scratch"/first/znica*; do
+find share -name '*.html' -exec touch {} +
+"$1" -B "$again" >/dev/null 2>&1
+for package in "$3"/znica*; do
     sha256sum "$package"
-    cmp "$package" "$scratch/second/${package##*/}"
+    cmp "$package" "$again/${package##*/}"
 done
