@@ -34,7 +34,8 @@ use() {
     [ -s "$machine/$2/result/report.html" ] || fail "$1 wrote no report"
 }
 
-mmdebstrap --quiet --variant=apt --aptopt='Acquire::Retries "3"' "$suite" "$machine" >"$log" 2>&1 ||
+mmdebstrap --quiet --variant=apt --aptopt='Acquire::Retries "3"' --dpkgopt=force-unsafe-io \
+    "$suite" "$machine" >"$log" 2>&1 ||
     { cat "$log"; fail "mmdebstrap"; }
 if ! mount --bind /proc "$machine/proc"; then
     echo "Mounting is not allowed here."
