@@ -1,5 +1,6 @@
 // Builds the template of the report: one HTML file with the styles, the app and NiiVue inlined, and the scripts
-// compressed as the data of a run will be. `node build.mjs FILE` (dist/report-template.html).
+// compressed as the data of a run will be. `node build.mjs FILE` (dist/report-template.html); beside it, the licences of
+// what was inlined: report-notices.txt.
 //
 // esbuild rather than a bundler for websites, because the result is two scripts as text, not a folder to serve.
 import { mkdir, readFile, writeFile } from 'node:fs/promises';
@@ -7,16 +8,19 @@ import { dirname, resolve } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { gzipSync } from 'node:zlib';
 import { build } from 'esbuild';
+import { notices } from './notices.mjs';
 
 const here = dirname(fileURLToPath(import.meta.url));
 const target = resolve(process.argv[2] ?? `${here}/dist/report-template.html`);
 
+const metafiles = [];
 async function bundle(entry, extra = {}) {
     const result = await build({
         entryPoints: [`${here}/src/${entry}`],
         bundle: true,
         minify: true,
         write: false,
+        metafile: true,
         target: 'es2022',
         charset: 'utf8',
         legalComments: 'inline',
@@ -24,6 +28,7 @@ async function bundle(entry, extra = {}) {
         format: 'iife',
         ...extra,
     });
+    metafiles.push(result.metafile);
     return result.outputFiles[0].text;
 }
 
@@ -43,6 +48,7 @@ const html = page
     .replace('/* loader */', () => loader.replaceAll('</script', '<\\/script'));
 await mkdir(dirname(target), { recursive: true });
 await writeFile(target, html);
+await writeFile(`${dirname(target)}/report-notices.txt`, await notices(metafiles));
 console.log(
     `${target}: ${(html.length / 1024).toFixed(0)} KiB (app ${(app.length / 1024).toFixed(0)}, `
         + `NiiVue ${(niivue.length / 1024).toFixed(0)}, before compression)`,
