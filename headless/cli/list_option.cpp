@@ -1,0 +1,22 @@
+#include "headless/cli/list_option.h"
+
+#include <algorithm>
+
+#include <CLI/CLI.hpp>
+
+namespace zn::headless {
+
+std::vector<std::string> listIn(const std::string& option, const std::string& text, const std::string& example) {
+    std::vector<std::string> names;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find(',', start), text.size());
+        if (end == start) {
+            throw CLI::ValidationError(option, "needs names separated by commas, such as " + example + "; got " + text);
+        }
+        names.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return names;
+}
+
+} // namespace zn::headless
