@@ -1,0 +1,142 @@
+#include "headless/denoise/evidence_files.h"
+
+#include "headless/denoise/evidence_table.h"
+#include "headless/denoise/removed_parts.h"
+#include "headless/nifti/image_writer.h"
+#include "headless/result/result_names.h"
+#include "headless/text/text_file.h"
+
+#include <cmath>
+
+namespace zn::headless {
+
+namespace {
+
+void writeQuality(const ResultFiles& files, const Quality& quality) {
+    EvidenceColumn measure{"measure", "DVARS: root mean square over the voxels of the mask of the change from one "
+                                      "volume to the next. Temporal SNR: mean over time by standard deviation over "
+                                      "time, over the voxels of the mask.", "", {}};
+    EvidenceColumn before{"before", "Value for the image as it was.", "", {}};
+    EvidenceColumn after{"after", "Value for the denoised image.", "", {}};
+    EvidenceColumn units{"units", "Units of both values.", "", {}};
+    for (const QualityRow& row : qualityRows(quality)) {
+        measure.cells.emplace_back(row.measure);
+        before.cells.push_back(cellOf(row.values.before));
+        after.cells.push_back(cellOf(row.values.after));
+        units.cells.emplace_back(*row.units ? row.units : "n/a");
+    }
+    writeEvidenceTable(files[ResultFile::kDenoiseQc], files[ResultFile::kDenoiseQcDescription],
+                       {measure, before, after, units});
+}
+
+void writeVolumes(const Denoising& run, const ResultFiles& files) {
+    const auto cells = [](const auto& values) {
+        std::vector<std::string> texts;
+        for (const auto value : values) texts.push_back(cellOf(static_cast<double>(value)));
+        return texts;
+    };
+    constexpr char kDvars[] = "Root mean square over the voxels of the mask of the change since the previous volume, ";
+    constexpr char kUnits[] = "units of the image";
+    std::vector<EvidenceColumn> columns = {
+        {"dvars_before", std::string(kDvars) + "before.", kUnits, cells(run.cleaning.dvarsBefore)},
+        {"dvars_after", std::string(kDvars) + "after.", kUnits, cells(run.cleaning.dvarsAfter)}};
+    if (run.fd) {
+        columns.push_back({"framewise_displacement", "As in the table of confounds.", "mm", cells(*run.fd)});
+    }
+    writeEvidenceTable(files[ResultFile::kDenoiseVolumes], files[ResultFile::kDenoiseVolumesDescription], columns);
+}
+
+void writeComponents(const Denoising& run, const ResultFiles& files) {
+    EvidenceColumn name{"component", "Component, or the confounds or the cosines of the high-pass filter together.", "",
+                        {}};
+    EvidenceColumn fate{"classification", "Whether it was removed (rejected) or not (accepted).", "", {}};
+    EvidenceColumn label{"label", "The label given: signal, noise or unsure.", "", {}};
+    EvidenceColumn reason{"reason", "The note of the label; what the confounds are.", "", {}};
+    EvidenceColumn percent{"variance_removed",
+                           "Variance over time of what was subtracted for it, over the voxels of the mask.",
+                           "per cent of the variance before", {}};
+    const auto orMissing = [](const std::string& text) { return text.empty() ? "n/a" : cellText(text); };
+    for (const RemovedPart& part : removedParts(run)) {
+        name.cells.push_back(part.name);
+        fate.cells.emplace_back(part.removed ? "rejected" : "accepted");
+        label.cells.push_back(orMissing(part.label));
+        reason.cells.push_back(orMissing(part.reason));
+        percent.cells.push_back(cellOf(part.removedPercent));
+    }
+    writeEvidenceTable(files[ResultFile::kDenoiseComponents], files[ResultFile::kDenoiseComponentsDescription],
+                       {name, fate, label, reason, percent});
+}
+
+// Columns "x_y_z", the voxel's position counted from 0; rows are volumes. Three decimals.
+void writeCarpet(const std::filesystem::path& file, const Denoising& run, const std::vector<float>& values) {
+    const auto& size = run.functional.size;
+    const auto volumes = static_cast<std::size_t>(run.volumes());
+    std::string text;
+    for (const std::int64_t voxel : run.carpet.voxels) {
+        text += (text.empty() ? "" : "\t") + std::to_string(voxel % size[0]) + "_" +
+                std::to_string(voxel / size[0] % size[1]) + "_" + std::to_string(voxel / size[0] / size[1]);
+    }
+    for (std::size_t t = 0; t < volumes; ++t) {
+        const char* separator = "\n";
+        for (std::size_t row = 0; row < run.carpet.voxels.size(); ++row) {
+            text += separator + cellText(std::round(values[row * volumes + t] * 1000.0f) / 1000.0f);
+            separator = "\t";
+        }
+    }
+    writeTextFile(file, text + "\n");
+}
+
+} // namespace
+
+std::vector<EvidenceMap> evidenceMaps(const Denoising& run) {
+    const Cleaning& cleaning = run.cleaning;
+    const auto ratio = [&](const std::vector<float>& sd) {
+        std::vector<float> map(sd.size());
+        for (std::size_t v = 0; v < sd.size(); ++v) map[v] = sd[v] > 0.0f ? cleaning.mean[v] / sd[v] : 0.0f;
+        return map;
+    };
+    std::vector<float> removed(cleaning.mean.size());
+    for (std::size_t v = 0; v < removed.size(); ++v) {
+        if (cleaning.sdBefore[v] <= 0.0f) continue;
+        const float share = cleaning.sdAfter[v] / cleaning.sdBefore[v];
+        removed[v] = 100.0f * (1.0f - share * share);
+    }
+    return {{ResultFile::kTsnrBefore, "Temporal SNR before", ratio(cleaning.sdBefore)},
+            {ResultFile::kTsnrAfter, "Temporal SNR after", ratio(cleaning.sdAfter)},
+            {ResultFile::kRemovedVariance, "Variance removed, per cent", removed}};
+}
+
+void writeEvidence(const Denoising& run, const Quality& quality) {
+    const ResultFiles& files = *run.files;
+    writeQuality(files, quality);
+    writeVolumes(run, files);
+    writeComponents(run, files);
+    writeCarpet(files[ResultFile::kCarpetBefore], run, run.carpet.before);
+    writeCarpet(files[ResultFile::kCarpetAfter], run, run.carpet.after);
+    for (const EvidenceMap& map : evidenceMaps(run)) {
+        ImageWriter writer(files[map.file], *run.functional.image, {1, NIFTI_TYPE_FLOAT32, 0.0, map.title});
+        writer.write(map.values);
+        writer.close();
+    }
+}
+
+void writeNamedCourses(const Denoising& run) {
+    std::vector<EvidenceColumn> columns;
+    for (std::size_t i = 0; i < run.verdicts.size(); ++i) {
+        const Verdict& verdict = run.verdicts[i];
+        EvidenceColumn column;
+        column.name = (verdict.rejected ? "rejected_" : "accepted_") +
+                      componentName(static_cast<int>(i)).substr(std::string("ICA_").size());
+        column.description = "Time course of " + run.courses.names[i] + ", " +
+                             (verdict.rejected ? "rejected" : "accepted") +
+                             (verdict.reason.empty() ? "." : ": " + verdict.reason) +
+                             (run.dummyScans > 0 ? " n/a: dummy scan, not analysed." : "");
+        column.cells.assign(static_cast<std::size_t>(run.dummyScans), "n/a");
+        for (const double value : run.courses.values[i]) column.cells.push_back(cellOf(value));
+        columns.push_back(std::move(column));
+    }
+    const ResultFiles& files = *run.files;
+    writeEvidenceTable(files[ResultFile::kTimeSeries], files[ResultFile::kTimeSeriesDescription], columns);
+}
+
+} // namespace zn::headless
