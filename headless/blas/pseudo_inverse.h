@@ -8,7 +8,8 @@ namespace zn::headless {
 ///
 ///   columns    [count][length], column after column: A
 ///   tolerance  reciprocal condition number below which a part of the columns counts as dependent
-///   inverse    [count][length], out: row k is row k of the pseudo-inverse; the coefficients of the least-squares fit of
+///   inverse    [count][length], out: row k is row k of the pseudo-inverse; the coefficients of the least-squares fit
+///   of
 ///              the columns to y are its rows times y
 ///
 /// Throws std::bad_alloc when LAPACK finds no work space. Method: Golub and Van Loan, Matrix Computations, 4th ed.,

@@ -16,7 +16,7 @@ enum class DenoiseMethod {
 
 /// "nonaggr", "aggr" or "orthaggr": in options, file names and records.
 constexpr const char* nameOf(DenoiseMethod method) {
-    return method == DenoiseMethod::kAggressive      ? "aggr"
+    return method == DenoiseMethod::kAggressive       ? "aggr"
            : method == DenoiseMethod::kOrthogonalised ? "orthaggr"
                                                       : "nonaggr";
 }

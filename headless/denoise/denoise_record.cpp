@@ -133,8 +133,7 @@ void writeDatasetFiles(const Denoising& run) {
                               {"GeneratedBy", Json::array({{{"Name", "znica"}, {"Version", ZNICA_VERSION}}})}};
     const ResultFiles& files = *run.files;
     writeTextFile(files[ResultFile::kDatasetDescription], dump(description));
-    writeTextFile(files[ResultFile::kBidsIgnore],
-                  ignoredNames({ResultPlace::kDenoised, ResultPlace::kRunAndDenoised}));
+    writeTextFile(files[ResultFile::kBidsIgnore], ignoredNames({ResultPlace::kDenoised, ResultPlace::kRunAndDenoised}));
 }
 
 } // namespace zn::headless

@@ -42,10 +42,10 @@ struct Denoising {
     ImageHeader functional;
     std::vector<unsigned char> mask; ///< one byte per voxel of the grid
     CourseColumns courses;
-    std::vector<Verdict> verdicts;       ///< [component]
-    std::optional<Confounds> confounds;  ///< to regress out
+    std::vector<Verdict> verdicts;        ///< [component]
+    std::optional<Confounds> confounds;   ///< to regress out
     std::optional<std::vector<float>> fd; ///< framewise displacement, [analysed volume]; NaN: missing
-    int cosines = 0;                     ///< of the high-pass filter
+    int cosines = 0;                      ///< of the high-pass filter
 
     // designRemoval
     Removal removal;

@@ -50,8 +50,10 @@ void designRemoval(Denoising& run) {
     const Regressors regressors = regressorsOf(run);
     run.removal = makeRemoval(regressors, run.options.method);
     if (run.removal.lostDegrees >= run.volumes() - 1) {
-        throw Failure(ExitStatus::kInput, "the " + std::to_string(run.removal.count) + " columns to be removed leave "
-                                              "nothing of " + std::to_string(run.volumes()) +
+        throw Failure(ExitStatus::kInput, "the " + std::to_string(run.removal.count) +
+                                              " columns to be removed leave "
+                                              "nothing of " +
+                                              std::to_string(run.volumes()) +
                                               " volumes; reject fewer components or choose fewer confounds.");
     }
     const int dependent = run.removal.designColumns - run.removal.designRank;

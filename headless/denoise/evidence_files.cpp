@@ -13,9 +13,12 @@ namespace zn::headless {
 namespace {
 
 void writeQuality(const ResultFiles& files, const Quality& quality) {
-    EvidenceColumn measure{"measure", "DVARS: root mean square over the voxels of the mask of the change from one "
-                                      "volume to the next. Temporal SNR: mean over time by standard deviation over "
-                                      "time, over the voxels of the mask.", "", {}};
+    EvidenceColumn measure{"measure",
+                           "DVARS: root mean square over the voxels of the mask of the change from one "
+                           "volume to the next. Temporal SNR: mean over time by standard deviation over "
+                           "time, over the voxels of the mask.",
+                           "",
+                           {}};
     EvidenceColumn before{"before", "Value for the image as it was.", "", {}};
     EvidenceColumn after{"after", "Value for the denoised image.", "", {}};
     EvidenceColumn units{"units", "Units of both values.", "", {}};
@@ -47,14 +50,15 @@ void writeVolumes(const Denoising& run, const ResultFiles& files) {
 }
 
 void writeComponents(const Denoising& run, const ResultFiles& files) {
-    EvidenceColumn name{"component", "Component, or the confounds or the cosines of the high-pass filter together.", "",
-                        {}};
+    EvidenceColumn name{
+        "component", "Component, or the confounds or the cosines of the high-pass filter together.", "", {}};
     EvidenceColumn fate{"classification", "Whether it was removed (rejected) or not (accepted).", "", {}};
     EvidenceColumn label{"label", "The label given: signal, noise or unsure.", "", {}};
     EvidenceColumn reason{"reason", "The note of the label; what the confounds are.", "", {}};
     EvidenceColumn percent{"variance_removed",
                            "Variance over time of what was subtracted for it, over the voxels of the mask.",
-                           "per cent of the variance before", {}};
+                           "per cent of the variance before",
+                           {}};
     const auto orMissing = [](const std::string& text) { return text.empty() ? "n/a" : cellText(text); };
     for (const RemovedPart& part : removedParts(run)) {
         name.cells.push_back(part.name);

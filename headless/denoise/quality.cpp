@@ -96,21 +96,20 @@ Quality qualityOf(const Denoising& run) {
 }
 
 std::vector<QualityRow> qualityRows(const Quality& quality) {
-    std::vector<QualityRow> rows = {
-        {"dvars_mean", "DVARS, mean", "units of the image", quality.dvarsMean},
-        {"dvars_median", "DVARS, median", "units of the image", quality.dvarsMedian},
-        {"tsnr_mean", "Temporal SNR, mean", "", quality.tsnrMean},
-        {"tsnr_median", "Temporal SNR, median", "", quality.tsnrMedian},
-        {"variance", "Variance over time", "per cent of that before", quality.variance},
-        {"components", "Components", "", quality.components},
-        {"degrees_of_freedom", "Degrees of freedom", "", quality.degreesOfFreedom}};
+    std::vector<QualityRow> rows = {{"dvars_mean", "DVARS, mean", "units of the image", quality.dvarsMean},
+                                    {"dvars_median", "DVARS, median", "units of the image", quality.dvarsMedian},
+                                    {"tsnr_mean", "Temporal SNR, mean", "", quality.tsnrMean},
+                                    {"tsnr_median", "Temporal SNR, median", "", quality.tsnrMedian},
+                                    {"variance", "Variance over time", "per cent of that before", quality.variance},
+                                    {"components", "Components", "", quality.components},
+                                    {"degrees_of_freedom", "Degrees of freedom", "", quality.degreesOfFreedom}};
     if (quality.fdMean) {
-        rows.push_back({"framewise_displacement_mean", "Framewise displacement, mean", "mm",
-                        {*quality.fdMean, *quality.fdMean}});
+        rows.push_back(
+            {"framewise_displacement_mean", "Framewise displacement, mean", "mm", {*quality.fdMean, *quality.fdMean}});
     }
     if (quality.dvarsFd) {
-        rows.push_back({"dvars_fd_correlation", "Correlation of DVARS with framewise displacement", "",
-                        *quality.dvarsFd});
+        rows.push_back(
+            {"dvars_fd_correlation", "Correlation of DVARS with framewise displacement", "", *quality.dvarsFd});
     }
     return rows;
 }

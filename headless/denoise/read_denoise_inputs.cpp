@@ -73,12 +73,11 @@ void readFunctional(Denoising& run, int analysed) {
     requireRealNumbers(run.functional);
     requireSameGrid("functional image", run.functional, components);
     if (run.dummyScans < 0 || run.volumes() != analysed) {
-        refuseFile(run.functional.file, "has " + counted(static_cast<std::size_t>(run.functional.volumes), "volume") +
-                                            ", but the result is of " + std::to_string(analysed) +
-                                            (run.dummyScans > 0 ? " after " + std::to_string(run.dummyScans) +
-                                                                      " dummy scans"
-                                                                : "") +
-                                            "; name the image that was analysed, or another version of it.");
+        refuseFile(run.functional.file,
+                   "has " + counted(static_cast<std::size_t>(run.functional.volumes), "volume") +
+                       ", but the result is of " + std::to_string(analysed) +
+                       (run.dummyScans > 0 ? " after " + std::to_string(run.dummyScans) + " dummy scans" : "") +
+                       "; name the image that was analysed, or another version of it.");
     }
     if (analysed < 3) refuseFile(run.functional.file, "has too few volumes to be denoised.");
     const ImageHeader mask = readImageHeader((*run.result)[ResultFile::kMask]);
@@ -124,8 +123,8 @@ void readLabels(Denoising& run) {
     if (options.labels.empty()) return;
     const auto left = std::ranges::count_if(verdicts, unlabelled);
     if (left > 0) {
-        run.say("Components: " + std::to_string(left) + " without a label, kept: " +
-                namesOf(run.courses, verdicts, unlabelled) + ".");
+        run.say("Components: " + std::to_string(left) +
+                " without a label, kept: " + namesOf(run.courses, verdicts, unlabelled) + ".");
     }
     const std::string doubtful = namesOf(run.courses, verdicts, unsure);
     if (!doubtful.empty()) run.say("Components: labelled unsure, kept: " + doubtful + ".");

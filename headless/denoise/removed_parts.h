@@ -9,10 +9,10 @@ namespace zn::headless {
 
 /// What became of a component, or of the confounds or cosines together.
 struct RemovedPart {
-    std::string name;  ///< "ICA_03", "confounds" or "high_pass"
+    std::string name; ///< "ICA_03", "confounds" or "high_pass"
     bool removed = false;
-    std::string label;  ///< as in Verdict
-    std::string reason; ///< as in Verdict; for confounds and cosines, what they are
+    std::string label;           ///< as in Verdict
+    std::string reason;          ///< as in Verdict; for confounds and cosines, what they are
     double removedPercent = 0.0; ///< of the variance over time in the mask; 0 where nothing is removed
 };
 

@@ -37,9 +37,8 @@ void writeSeries(const std::filesystem::path& file, const float* series, int vol
     std::future<void> gathering; // its destructor waits for the work, so it is declared after the arrays
     const auto gather = [&](int first) {
         const int count = std::min(kTogether, volumes - first);
-        gathering = std::async([=, target = next.data()] {
-            gatherVolumes(series, voxels, volumes, first, count, target);
-        });
+        gathering =
+            std::async([=, target = next.data()] { gatherVolumes(series, voxels, volumes, first, count, target); });
     };
     gather(0);
     for (int first = 0; first < volumes; first += kTogether) {

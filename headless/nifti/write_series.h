@@ -7,8 +7,8 @@
 
 namespace zn::headless {
 
-/// Writes time courses, stored voxel after voxel, as a 4D single-precision image on the grid of another one. Volumes are
-/// transposed while the earlier ones are compressed, a cache line of volumes (16) at a time.
+/// Writes time courses, stored voxel after voxel, as a 4D single-precision image on the grid of another one. Volumes
+/// are transposed while the earlier ones are compressed, a cache line of volumes (16) at a time.
 ///
 ///   series             element v * volumes + t, x fastest
 ///   like               grid, orientation and description
