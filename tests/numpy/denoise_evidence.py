@@ -85,7 +85,9 @@ def main():
         shares = [100 * (fit[k] ** 2).sum() / total for k in REJECTED]
         shares.append(100 * ((design[:, -2:] @ fit[-2:]) ** 2).sum() / total)
         parts = table(file("denoise_components.tsv"))
-        removed = [share for share, fate in zip(parts["variance_removed"], parts["classification"]) if fate == "rejected"]
+        removed = [
+            share for share, fate in zip(parts["variance_removed"], parts["classification"]) if fate == "rejected"
+        ]
         checks["variance removed by each part"] = relative(numbers(removed), np.array(shares))
 
         sds = {when: data.std(axis=3, ddof=1) for when, data in (("before", before), ("after", after))}

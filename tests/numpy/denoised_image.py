@@ -130,16 +130,27 @@ def main():
             ours, header = run.denoise(*options)
             check(f"{method}", difference(run, ours, expected(run, method)), 1e-5)
             check(f"{method}: the repetition time", abs(header["pixdim"][4] - TR), 0)
-            analysed = (ours[..., DUMMY_SCANS:].mean(axis=3, dtype=np.float64), run.data[..., DUMMY_SCANS:].mean(axis=3))
+            analysed = (
+                ours[..., DUMMY_SCANS:].mean(axis=3, dtype=np.float64),
+                run.data[..., DUMMY_SCANS:].mean(axis=3),
+            )
             check(f"{method}: the mean image", np.abs(analysed[0] - analysed[1]).max() / run.data.max(), 1e-7)
             check(f"{method}: dummy scans", np.abs(ours - run.data)[..., :DUMMY_SCANS].max(), 0)
-            check(f"{method}: rescaled courses", difference(run, run.denoise(*options, result=rescaled(run))[0], ours), 1e-6)
+            check(
+                f"{method}: rescaled courses",
+                difference(run, run.denoise(*options, result=rescaled(run))[0], ours),
+                1e-6,
+            )
             shutil.rmtree(run.folder / "rescaled")
 
             # Three confounds of which one is a combination of the others, and a high-pass filter.
             nuisance = np.hstack([run.drifting, both])
             more = (*options, "--confounds", run.confounds, "--high-pass", 60)
-            check(f"{method}, confounds, filter", difference(run, run.denoise(*more)[0], expected(run, method, nuisance)), 1e-5)
+            check(
+                f"{method}, confounds, filter",
+                difference(run, run.denoise(*more)[0], expected(run, method, nuisance)),
+                1e-5,
+            )
 
         # No component rejected: the image is that of the input.
         labels = run.folder / "labels.tsv"

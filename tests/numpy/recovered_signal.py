@@ -58,7 +58,9 @@ def main():
         for method in ("nonaggr", "aggr", "orthaggr"):
             out = folder / method
             numbers = ",".join(str(k + 1) for k in rejected)
-            command(znica(), "denoise", result, bold, "--reject", numbers, "--method", method, "--out", out, "--no-report")
+            command(
+                znica(), "denoise", result, bold, "--reject", numbers, "--method", method, "--out", out, "--no-report"
+            )
             after = error(next(out.glob("*_bold.nii.gz")))
             print(f"{method}: relative error of the clean signal {after:.3f}")
             better &= bool(after < before)
