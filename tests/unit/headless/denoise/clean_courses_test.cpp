@@ -32,9 +32,7 @@ struct Image {
     std::vector<float> values;
     std::vector<unsigned char> mask;
 
-    AnalysedCourses courses() {
-        return {values.data(), static_cast<std::int64_t>(mask.size()), kVolumes, 1};
-    }
+    AnalysedCourses courses() { return {values.data(), static_cast<std::int64_t>(mask.size()), kVolumes, 1}; }
     Cleaning clean(int threads = 1) {
         MatrixProducts products(threads);
         const auto kinds = voxelKinds(courses(), mask, products.team());
@@ -45,7 +43,8 @@ struct Image {
 TEST(CleanedCourses, LoseWhatIsRemovedAndKeepTheirMean) {
     Image image{{99, 14, 10, 12, 12, 12}, {1}};
     image.clean();
-    EXPECT_THAT(image.values, Pointwise(FloatNear(1e-5f), std::vector<float>{99.0f, 12.0f, 12.0f, 12.0f, 12.0f, 12.0f}));
+    EXPECT_THAT(image.values,
+                Pointwise(FloatNear(1e-5f), std::vector<float>{99.0f, 12.0f, 12.0f, 12.0f, 12.0f, 12.0f}));
 }
 
 TEST(CleanedCourses, AreCleanedOutsideTheMaskToo) {

@@ -35,8 +35,7 @@ Course removedFrom(const Course& course, const Removal& removal) {
     Course part(course.size());
     for (int k = 0; k < removal.count; ++k) {
         const auto row = k * removal.volumes;
-        const double coefficient =
-            std::inner_product(course.begin(), course.end(), removal.weights.begin() + row, 0.0);
+        const double coefficient = std::inner_product(course.begin(), course.end(), removal.weights.begin() + row, 0.0);
         for (std::size_t t = 0; t < part.size(); ++t) {
             part[t] += coefficient * removal.columns[static_cast<std::size_t>(row) + t];
         }
@@ -105,7 +104,8 @@ TEST(Removal, OfNothingIsNothing) {
 TEST(UnitCourse, HasNoMeanAndUnitLengthWhateverTheScale) {
     const double root = 1.0 / std::sqrt(2.0);
     for (const double scale : {1.0, 1e-9, 1e9}) {
-        EXPECT_THAT(unitCourse({4 * scale, 5 * scale, 6 * scale}), Pointwise(DoubleNear(1e-9), std::vector<double>{-root, 0.0, root}));
+        EXPECT_THAT(unitCourse({4 * scale, 5 * scale, 6 * scale}),
+                    Pointwise(DoubleNear(1e-9), std::vector<double>{-root, 0.0, root}));
     }
     EXPECT_THAT(unitCourse({0.1, 0.1, 0.1}), Pointwise(DoubleNear(0.0), std::vector<double>{0.0, 0.0, 0.0}));
 }
