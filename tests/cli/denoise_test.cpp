@@ -33,8 +33,8 @@ protected:
         writeFile(*analysed_ / "a_bold.nii", plainSeries(kVolumes).bytes());
         writeFile(*analysed_ / "a_bold.json", R"({"RepetitionTime": 2.0, "TaskName": "rest"})");
         const CommandResult done =
-            znica({"run", bold(), "--components", "4", "--seed", "1", "--dummy-scans", "2", "--mask", "none",
-                   "--as-is", "--no-report", "--epsilon", "0.5", "--out", result()});
+            znica({"run", bold(), "--components", "4", "--seed", "1", "--dummy-scans", "2", "--mask", "none", "--as-is",
+                   "--no-report", "--epsilon", "0.5", "--out", result()});
         ASSERT_EQ(done.status, 0) << done.err;
     }
     static void TearDownTestSuite() { analysed_.reset(); }
@@ -79,15 +79,14 @@ TEST_F(Denoise, WritesTheImageWithItsEvidence) {
     ASSERT_EQ(done.status, 0) << done.err;
     EXPECT_THAT(done.out, HasSubstr("Components: 2 of 4 rejected: ICA_01, ICA_03.\n"));
     EXPECT_THAT(done.out, HasSubstr("Dummy scans: 2 volumes copied unchanged.\n"));
-    EXPECT_THAT(namesIn(out()),
-                ElementsAre(".bidsignore", "a_desc-ICA_timeseries.json", "a_desc-ICA_timeseries.tsv",
-                            "a_desc-denoise_carpetAfter.tsv", "a_desc-denoise_carpetBefore.tsv",
-                            "a_desc-denoise_components.json", "a_desc-denoise_components.tsv",
-                            "a_desc-denoise_qc.json", "a_desc-denoise_qc.tsv", "a_desc-denoise_removedVariance.nii.gz",
-                            "a_desc-denoise_tsnrAfter.nii.gz", "a_desc-denoise_tsnrBefore.nii.gz",
-                            "a_desc-denoise_volumes.json", "a_desc-denoise_volumes.tsv",
-                            "a_desc-nonaggrDenoised_bold.json", "a_desc-nonaggrDenoised_bold.nii.gz",
-                            "dataset_description.json"));
+    EXPECT_THAT(namesIn(out()), ElementsAre(".bidsignore", "a_desc-ICA_timeseries.json", "a_desc-ICA_timeseries.tsv",
+                                            "a_desc-denoise_carpetAfter.tsv", "a_desc-denoise_carpetBefore.tsv",
+                                            "a_desc-denoise_components.json", "a_desc-denoise_components.tsv",
+                                            "a_desc-denoise_qc.json", "a_desc-denoise_qc.tsv",
+                                            "a_desc-denoise_removedVariance.nii.gz", "a_desc-denoise_tsnrAfter.nii.gz",
+                                            "a_desc-denoise_tsnrBefore.nii.gz", "a_desc-denoise_volumes.json",
+                                            "a_desc-denoise_volumes.tsv", "a_desc-nonaggrDenoised_bold.json",
+                                            "a_desc-nonaggrDenoised_bold.nii.gz", "dataset_description.json"));
     EXPECT_EQ(textOf(folder / "out/.bidsignore"), "report.html\n*_desc-ICA_*\n*_desc-denoise_*\n");
     const ReadNifti image(folder / "out/a_desc-nonaggrDenoised_bold.nii.gz");
     EXPECT_EQ(image.dim[4], kVolumes);
@@ -116,7 +115,8 @@ TEST_F(Denoise, RecordsMethodReasonsSoftwareAndInputs) {
     EXPECT_EQ(record["GeneratedBy"]["Name"], "znica");
     const json& denoising = record["Denoising"];
     EXPECT_EQ(denoising["Method"], "orthaggr");
-    EXPECT_EQ(denoising["Rejected"], json::parse(R"([{"Name": "ICA_02", "Number": 3, "Reason": "edge of the \"head\""}])"));
+    EXPECT_EQ(denoising["Rejected"],
+              json::parse(R"([{"Name": "ICA_02", "Number": 3, "Reason": "edge of the \"head\""}])"));
     EXPECT_EQ(denoising["KeptWithoutLabel"], (json{"ICA_01", "ICA_03"}));
     EXPECT_EQ(denoising["CosinesRemoved"], 2); // periods 88 and 44 s of 22 volumes
     EXPECT_EQ(denoising["DegreesOfFreedomLost"], 3);
@@ -160,8 +160,7 @@ TEST_F(Denoise, NeverReplacesItsInputs) {
 }
 
 TEST_F(Denoise, RefusesWhatDoesNotExist) {
-    expectRefusal(3, "--reject names 5, but the result has ICA_00 to ICA_03, that is IC 1 to IC 4.",
-                  {"--reject", "5"});
+    expectRefusal(3, "--reject names 5, but the result has ICA_00 to ICA_03, that is IC 1 to IC 4.", {"--reject", "5"});
     expectRefusal(3, "holds the label \"bad\"", {"--labels", labels("ICA_00\tbad\t\n")});
     expectRefusal(3, "names ICA_09", {"--labels", labels("ICA_09\tnoise\t\n")});
     expectRefusal(3, "none.tsv", {"--labels", (folder / "none.tsv").string()});

@@ -44,7 +44,18 @@ export class DenoisingView implements View {
             ),
             this.volumes(),
             carpets(denoising),
-            h('section', { class: 'panel maps-panel' }, h('h2', { class: 'visually-hidden' }, 'Maps'), this.maps),
+            h(
+                'section',
+                { class: 'panel maps-panel' },
+                h('h2', { class: 'visually-hidden' }, 'Maps'),
+                this.maps,
+                h(
+                    'p',
+                    { class: 'chart-note' },
+                    'Blue: voxels whose variance grew, because components that cancelled each other were not removed '
+                        + 'together.',
+                ),
+            ),
         );
     }
 
