@@ -62,7 +62,9 @@ def main():
         cells += [f"{np.abs(z[active]).mean():.2f}", f"{z.max():.1f}"]
         return "| " + " | ".join(cells) + " |"
 
-    print("| image | DVARS, median | tSNR, median | degrees of freedom | voxels with z > 3.1 | mean \\|z\\| there | largest z |")
+    print(
+        "| image | DVARS, median | tSNR, median | degrees of freedom | voxels with z > 3.1 | mean \\|z\\| there | largest z |"
+    )
     print("|---|---|---|---|---|---|---|")
     rows = []
     with tempfile.TemporaryDirectory() as folder:
