@@ -10,10 +10,11 @@ std::vector<std::string> listIn(const std::string& option, const std::string& te
     std::vector<std::string> names;
     for (std::size_t start = 0; start <= text.size();) {
         const std::size_t end = std::min(text.find(',', start), text.size());
-        if (end == start) {
+        const std::string name = CLI::detail::trim_copy(text.substr(start, end - start));
+        if (name.empty()) {
             throw CLI::ValidationError(option, "needs names separated by commas, such as " + example + "; got " + text);
         }
-        names.push_back(text.substr(start, end - start));
+        names.push_back(name);
         start = end + 1;
     }
     return names;

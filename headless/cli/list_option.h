@@ -5,7 +5,8 @@
 
 namespace zn::headless {
 
-/// The names in a list separated by commas. Throws CLI::ValidationError for one that is empty.
+/// The names in a list separated by commas, without blanks around them. Throws CLI::ValidationError for one that is
+/// empty.
 ///
 ///   option    for the message: "--columns"
 ///   example   such as "trans_x,rot_z"

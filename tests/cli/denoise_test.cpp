@@ -75,7 +75,7 @@ private:
 std::unique_ptr<TemporaryFolder> Denoise::analysed_;
 
 TEST_F(Denoise, WritesTheImageWithItsEvidence) {
-    const CommandResult done = denoise({"--reject", "2,ICA_03"});
+    const CommandResult done = denoise({"--reject", "2, ICA_03"});
     ASSERT_EQ(done.status, 0) << done.err;
     EXPECT_THAT(done.out, HasSubstr("Components: 2 of 4 rejected: ICA_01, ICA_03.\n"));
     EXPECT_THAT(done.out, HasSubstr("Dummy scans: 2 volumes copied unchanged.\n"));
