@@ -38,7 +38,7 @@ struct Denoising {
     // readInputs
     std::optional<ResultFiles> result; ///< of the components
     int dummyScans = 0;
-    double secondsPerVolume = 0.0;
+    double secondsPerVolume = 0.0; ///< of the analysis
     ImageHeader functional;
     std::vector<unsigned char> mask; ///< one byte per voxel of the grid
     CourseColumns courses;

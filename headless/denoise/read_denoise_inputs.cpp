@@ -13,12 +13,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 
 #include <nlohmann/json.hpp>
 
 namespace zn::headless {
 
 namespace {
+
+using namespace nlohmann::literals;
 
 constexpr char kFd[] = "framewise_displacement"; // the column's name in fMRIPrep's tables
 constexpr char kNoColumns[] = "none";
@@ -48,21 +51,27 @@ void requireInputsOutsideOutput(const DenoiseOptions& options) {
     requireOutside(options.out, {options.result, options.functional, options.labels, options.confounds});
 }
 
-// What the analysis recorded: dummy scans, repetition time, its own high-pass filter.
+// The analysis may have removed drifts that the image still has.
+void noteFilter(Denoising& run, const nlohmann::ordered_json& record) {
+    const auto seconds = record.value("/Preparation/HighPassSeconds"_json_pointer, nlohmann::ordered_json(0.0));
+    if (run.options.highPassSeconds > 0.0 || !seconds.is_number() || seconds.get<double>() <= 0.0) return;
+    const std::string text = shortNumber(seconds.get<double>());
+    run.say("The analysis removed drifts slower than " + text +
+            " s first; this image keeps them, unless you add --high-pass " + text + ".");
+}
+
+// What the analysis recorded: dummy scans, repetition time, its own high-pass filter. Returns the number of volumes.
 int readFacts(Denoising& run) {
     const auto record = readRecord(*run.result);
     const auto& input = record["Input"];
-    run.dummyScans = input.value("DummyScans", 0);
+    const auto omitted = input.value("DummyScans", nlohmann::ordered_json(0));
     run.secondsPerVolume = input["RepetitionTimeMilliseconds"].get<double>() / 1000.0;
-    const auto preparation = record.find("Preparation");
-    if (preparation != record.end() && preparation->is_object() && run.options.highPassSeconds <= 0.0) {
-        const auto filtered = preparation->find("HighPassSeconds");
-        if (filtered != preparation->end() && filtered->is_number() && filtered->get<double>() > 0.0) {
-            const std::string seconds = shortNumber(filtered->get<double>());
-            run.say("The analysis removed drifts slower than " + seconds +
-                    " s first; this image keeps them, unless you add --high-pass " + seconds + ".");
-        }
+    if (!omitted.is_number_integer() || !(run.secondsPerVolume >= 0.001 && run.secondsPerVolume <= 20.0)) {
+        refuseFile((*run.result)[ResultFile::kDecomposition],
+                   "is damaged: dummy scans or repetition time cannot be used; create the result again.");
     }
+    run.dummyScans = omitted.get<int>();
+    noteFilter(run, record);
     return input["Volumes"].get<int>();
 }
 
@@ -83,7 +92,6 @@ void readFunctional(Denoising& run, int analysed) {
     const ImageHeader mask = readImageHeader((*run.result)[ResultFile::kMask]);
     requireSameGrid("mask", mask, components);
     run.mask = readMask(mask);
-    if (run.functional.secondsPerVolume) run.secondsPerVolume = *run.functional.secondsPerVolume;
 }
 
 // The series, the volumes that are read or written together, and the maps.
@@ -109,8 +117,18 @@ void readCourseColumns(Denoising& run) {
                                      std::to_string(run.volumes()) + " volumes; create the result again.");
 }
 
+// Components have the same names in every result, so labels of another one would pass unnoticed.
+void noteForeignLabels(Denoising& run) {
+    constexpr std::string_view kEnding = "_desc-ICA_labels.tsv"; // of the file that the report exports
+    const std::string name = run.options.labels.filename().string();
+    if (!name.ends_with(kEnding) || name == run.result->stem() + std::string(kEnding)) return;
+    run.say("Labels: " + name + " has the name of another result than that of " + run.result->stem() +
+            "; check that they belong together.");
+}
+
 void readLabels(Denoising& run) {
     const DenoiseOptions& options = run.options;
+    noteForeignLabels(run);
     const auto& names = run.courses.names;
     run.verdicts = options.labels.empty() ? verdictsFor(options.rejected, names) : readVerdicts(options.labels, names);
     const auto& verdicts = run.verdicts;

@@ -38,7 +38,7 @@ void printSummary(const Denoising& run, const Quality& quality) {
 void writeResult(Denoising& run, const Quality& quality) {
     const ResultFiles& files = *run.files;
     writeSeries(files[imageFileOf(run.options.method)], run.series.floats.get(), run.functional.volumes, run.functional,
-                run.secondsPerVolume);
+                run.functional.secondsPerVolume.value_or(run.secondsPerVolume));
     writeSidecar(run);
     writeNamedCourses(run);
     writeEvidence(run, quality);

@@ -20,6 +20,7 @@ using nlohmann::json;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 constexpr int kVolumes = 24;
@@ -131,6 +132,32 @@ TEST_F(Denoise, CountsComponentsWithoutALabelAloud) {
     EXPECT_THAT(done.out, HasSubstr("Components: 1 of 4 rejected: ICA_00.\n"
                                     "Components: 2 without a label, kept: ICA_01, ICA_02.\n"
                                     "Components: labelled unsure, kept: ICA_03.\n"));
+}
+
+TEST_F(Denoise, WondersAboutLabelsWithTheNameOfAnotherResult) {
+    const std::string rows = "component\tclassification\tnote\nICA_00\tnoise\tn/a\n";
+    const CommandResult other = denoise({"--labels", file("b_desc-ICA_labels.tsv", rows)});
+    EXPECT_THAT(other.out, HasSubstr("Labels: b_desc-ICA_labels.tsv has the name of another result than that of a;"));
+    const CommandResult own = denoise({"--labels", file("a_desc-ICA_labels.tsv", rows), "--force"});
+    EXPECT_THAT(own.out, Not(HasSubstr("Labels:")));
+}
+
+TEST_F(Denoise, SaysThatTheAnalysisWasFiltered) {
+    const std::filesystem::path copy = folder / "copy";
+    std::filesystem::copy(result(), copy);
+    json record = json::parse(textOf(copy / "a_desc-ICA_decomposition.json"));
+    record["Preparation"]["HighPassSeconds"] = 40;
+    writeFile(copy / "a_desc-ICA_decomposition.json", record.dump());
+    const auto run = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments = {"denoise", copy.string(), bold(), "--reject", "1", "--out", out()};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return znica(arguments);
+    };
+    EXPECT_THAT(run({"--no-report"}).out, HasSubstr("unless you add --high-pass 40.\n"));
+    EXPECT_THAT(run({"--no-report", "--force", "--high-pass", "40"}).out, Not(HasSubstr("unless you add")));
+    record["Input"]["DummyScans"] = "two";
+    writeFile(copy / "a_desc-ICA_decomposition.json", record.dump());
+    EXPECT_EQ(run({"--force"}).status, 3);
 }
 
 TEST_F(Denoise, LeavesLabelsAndResultAsTheyAre) {
