@@ -42,7 +42,11 @@ struct Denoising {
     ImageHeader functional;
     std::vector<unsigned char> mask; ///< one byte per voxel of the grid
     CourseColumns courses;
-    std::vector<Verdict> verdicts;        ///< [component]
+
+    // chooseComponents
+    std::vector<Verdict> verdicts; ///< [component]
+
+    // readNuisance
     std::optional<Confounds> confounds;   ///< to regress out
     std::optional<std::vector<float>> fd; ///< framewise displacement, [analysed volume]; NaN: missing
     int cosines = 0;                      ///< of the high-pass filter

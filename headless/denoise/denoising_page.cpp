@@ -1,6 +1,6 @@
 #include "headless/denoise/denoising_page.h"
 
-#include "headless/denoise/evidence_files.h"
+#include "headless/denoise/evidence_maps.h"
 #include "headless/denoise/removed_parts.h"
 #include "headless/report/packed_map.h"
 #include "headless/report/write_report.h"

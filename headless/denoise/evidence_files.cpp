@@ -1,9 +1,8 @@
 #include "headless/denoise/evidence_files.h"
 
+#include "headless/denoise/evidence_maps.h"
 #include "headless/denoise/evidence_table.h"
 #include "headless/denoise/removed_parts.h"
-#include "headless/nifti/image_writer.h"
-#include "headless/result/result_names.h"
 #include "headless/text/text_file.h"
 
 #include <cmath>
@@ -92,24 +91,6 @@ void writeCarpet(const std::filesystem::path& file, const Denoising& run, const 
 
 } // namespace
 
-std::vector<EvidenceMap> evidenceMaps(const Denoising& run) {
-    const Cleaning& cleaning = run.cleaning;
-    const auto ratio = [&](const std::vector<float>& sd) {
-        std::vector<float> map(sd.size());
-        for (std::size_t v = 0; v < sd.size(); ++v) map[v] = sd[v] > 0.0f ? cleaning.mean[v] / sd[v] : 0.0f;
-        return map;
-    };
-    std::vector<float> removed(cleaning.mean.size());
-    for (std::size_t v = 0; v < removed.size(); ++v) {
-        if (cleaning.sdBefore[v] <= 0.0f) continue;
-        const float share = cleaning.sdAfter[v] / cleaning.sdBefore[v];
-        removed[v] = 100.0f * (1.0f - share * share);
-    }
-    return {{ResultFile::kTsnrBefore, "Temporal SNR before", ratio(cleaning.sdBefore)},
-            {ResultFile::kTsnrAfter, "Temporal SNR after", ratio(cleaning.sdAfter)},
-            {ResultFile::kRemovedVariance, "Variance removed, per cent", removed}};
-}
-
 void writeEvidence(const Denoising& run, const Quality& quality) {
     const ResultFiles& files = *run.files;
     writeQuality(files, quality);
@@ -117,30 +98,7 @@ void writeEvidence(const Denoising& run, const Quality& quality) {
     writeComponents(run, files);
     writeCarpet(files[ResultFile::kCarpetBefore], run, run.carpet.before);
     writeCarpet(files[ResultFile::kCarpetAfter], run, run.carpet.after);
-    for (const EvidenceMap& map : evidenceMaps(run)) {
-        ImageWriter writer(files[map.file], *run.functional.image, {1, NIFTI_TYPE_FLOAT32, 0.0, map.title});
-        writer.write(map.values);
-        writer.close();
-    }
-}
-
-void writeNamedCourses(const Denoising& run) {
-    std::vector<EvidenceColumn> columns;
-    for (std::size_t i = 0; i < run.verdicts.size(); ++i) {
-        const Verdict& verdict = run.verdicts[i];
-        EvidenceColumn column;
-        column.name = (verdict.rejected ? "rejected_" : "accepted_") +
-                      componentName(static_cast<int>(i)).substr(std::string("ICA_").size());
-        column.description = "Time course of " + run.courses.names[i] + ", " +
-                             (verdict.rejected ? "rejected" : "accepted") +
-                             (verdict.reason.empty() ? "." : ": " + verdict.reason) +
-                             (run.dummyScans > 0 ? " n/a: dummy scan, not analysed." : "");
-        column.cells.assign(static_cast<std::size_t>(run.dummyScans), "n/a");
-        for (const double value : run.courses.values[i]) column.cells.push_back(cellOf(value));
-        columns.push_back(std::move(column));
-    }
-    const ResultFiles& files = *run.files;
-    writeEvidenceTable(files[ResultFile::kTimeSeries], files[ResultFile::kTimeSeriesDescription], columns);
+    writeMaps(run);
 }
 
 } // namespace zn::headless

@@ -1,19 +1,16 @@
 #include "headless/denoise/denoise_stages.h"
 
+#include "headless/denoise/note_texts.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
-#include "headless/prepare/high_pass.h"
 #include "headless/report/whole_result.h"
 #include "headless/result/require_outside.h"
 #include "headless/text/input_file.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <string_view>
 
 #include <nlohmann/json.hpp>
 
@@ -22,29 +19,6 @@ namespace zn::headless {
 namespace {
 
 using namespace nlohmann::literals;
-
-constexpr char kFd[] = "framewise_displacement"; // the column's name in fMRIPrep's tables
-constexpr char kNoColumns[] = "none";
-
-std::string shortNumber(double number) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", number);
-    return text;
-}
-
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-// "ICA_02, ICA_05"
-template <class Wanted>
-std::string namesOf(const CourseColumns& courses, const std::vector<Verdict>& verdicts, const Wanted& wanted) {
-    std::string names;
-    for (std::size_t i = 0; i < verdicts.size(); ++i) {
-        if (wanted(verdicts[i])) names += (names.empty() ? "" : ", ") + courses.names[i];
-    }
-    return names;
-}
 
 void requireInputsOutsideOutput(const DenoiseOptions& options) {
     if (!options.force) return;
@@ -117,72 +91,6 @@ void readCourseColumns(Denoising& run) {
                                      std::to_string(run.volumes()) + " volumes; create the result again.");
 }
 
-// Components have the same names in every result, so labels of another one would pass unnoticed.
-void noteForeignLabels(Denoising& run) {
-    constexpr std::string_view kEnding = "_desc-ICA_labels.tsv"; // of the file that the report exports
-    const std::string name = run.options.labels.filename().string();
-    if (!name.ends_with(kEnding) || name == run.result->stem() + std::string(kEnding)) return;
-    run.say("Labels: " + name + " has the name of another result than that of " + run.result->stem() +
-            "; check that they belong together.");
-}
-
-void readLabels(Denoising& run) {
-    const DenoiseOptions& options = run.options;
-    noteForeignLabels(run);
-    const auto& names = run.courses.names;
-    run.verdicts = options.labels.empty() ? verdictsFor(options.rejected, names) : readVerdicts(options.labels, names);
-    const auto& verdicts = run.verdicts;
-    const auto rejected = [](const Verdict& verdict) { return verdict.rejected; };
-    const auto unsure = [](const Verdict& verdict) { return verdict.label == "unsure"; };
-    const auto unlabelled = [](const Verdict& verdict) { return verdict.label.empty(); };
-    const int count = run.rejectedCount();
-    run.say("Components: " + std::to_string(count) + " of " + std::to_string(names.size()) + " rejected" +
-            (count > 0 ? ": " + namesOf(run.courses, verdicts, rejected) : "") + ".");
-    if (options.labels.empty()) return;
-    const auto left = std::ranges::count_if(verdicts, unlabelled);
-    if (left > 0) {
-        run.say("Components: " + std::to_string(left) +
-                " without a label, kept: " + namesOf(run.courses, verdicts, unlabelled) + ".");
-    }
-    const std::string doubtful = namesOf(run.courses, verdicts, unsure);
-    if (!doubtful.empty()) run.say("Components: labelled unsure, kept: " + doubtful + ".");
-}
-
-void requirePresent(const Confounds& confounds, const std::filesystem::path& file) {
-    for (std::size_t i = 0; i < confounds.names.size(); ++i) {
-        const auto& values = confounds.values[i];
-        const auto missing = std::ranges::find_if(values, [](float value) { return std::isnan(value); });
-        if (missing == values.end()) continue;
-        refuseFile(file, "has n/a in the column \"" + confounds.names[i] + "\" (analysed volume " +
-                             std::to_string(missing - values.begin() + 1) +
-                             "), which cannot be regressed out; choose other columns with --columns.");
-    }
-}
-
-void readNuisance(Denoising& run) {
-    const DenoiseOptions& options = run.options;
-    if (options.highPassSeconds > 0.0) {
-        if (options.highPassSeconds < 2.0 * run.secondsPerVolume) {
-            throw Failure(ExitStatus::kInput, "--high-pass " + shortNumber(options.highPassSeconds) +
-                                                  " s is below two repetition times of " +
-                                                  shortNumber(run.secondsPerVolume) +
-                                                  " s; give a longer cut-off in seconds, such as 128.");
-        }
-        run.cosines = cosinesBelow(options.highPassSeconds, run.volumes(), run.secondsPerVolume);
-        run.say("High-pass filter: " + counted(static_cast<std::size_t>(run.cosines), "cosine") + " slower than " +
-                shortNumber(options.highPassSeconds) + " s.");
-    }
-    if (options.confounds.empty()) return;
-    const AnalysedVolumes volumes{run.functional.volumes, run.dummyScans, run.secondsPerVolume};
-    run.fd = readConfoundIfAny(options.confounds, kFd, volumes);
-    if (options.confoundColumns == std::vector<std::string>{kNoColumns}) return;
-    run.confounds = readConfounds(options.confounds, options.confoundColumns, volumes);
-    requirePresent(*run.confounds, options.confounds);
-    const std::size_t ignored = run.confounds->ignored.size();
-    run.say("Confounds: " + counted(run.confounds->names.size(), "column") + " of " + options.confounds.string() +
-            (ignored == 0 ? "." : "; " + counted(ignored, "other") + " constant or without values."));
-}
-
 } // namespace
 
 void readInputs(Denoising& run) {
@@ -196,8 +104,6 @@ void readInputs(Denoising& run) {
         run.say("Dummy scans: " + counted(static_cast<std::size_t>(run.dummyScans), "volume") + " copied unchanged.");
     }
     readCourseColumns(run);
-    readLabels(run);
-    readNuisance(run);
 }
 
 } // namespace zn::headless

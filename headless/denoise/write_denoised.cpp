@@ -3,6 +3,7 @@
 #include "headless/denoise/denoise_record.h"
 #include "headless/denoise/denoising_page.h"
 #include "headless/denoise/evidence_files.h"
+#include "headless/denoise/named_courses.h"
 #include "headless/failure/as_failure.h"
 #include "headless/nifti/write_series.h"
 
