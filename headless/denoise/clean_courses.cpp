@@ -1,12 +1,11 @@
 #include "headless/denoise/clean_courses.h"
 
 #include "headless/blas/block_product.h"
+#include "headless/denoise/cleaning_sums.h"
 #include "headless/denoise/voxel_units.h"
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
-#include <limits>
 #include <numeric>
 
 namespace zn::headless {
@@ -14,19 +13,6 @@ namespace zn::headless {
 namespace {
 
 constexpr int kBlock = 64; // voxels; their courses stay in the second-level cache
-
-// The sums over the voxels of one unit.
-struct Sums {
-    std::vector<double> changesBefore; // [T]
-    std::vector<double> changesAfter;
-    double squaresBefore = 0.0;
-    double squaresAfter = 0.0;
-    std::vector<double> products; // [r][r]
-    std::int64_t voxels = 0;
-
-    Sums(std::size_t volumes, std::size_t count)
-        : changesBefore(volumes), changesAfter(volumes), products(count * count) {}
-};
 
 struct Scratch {
     std::vector<double> courses; // [kBlock][T], centred
@@ -42,20 +28,13 @@ double squaresOf(const double* course, int volumes) {
     return std::inner_product(course, course + volumes, course, 0.0);
 }
 
-void addChanges(const double* course, std::vector<double>& sums) {
-    for (std::size_t t = 1; t < sums.size(); ++t) {
-        const double change = course[t] - course[t - 1];
-        sums[t] += change * change;
-    }
-}
-
 class Cleaner {
 public:
     Cleaner(const AnalysedCourses& courses, const std::vector<VoxelKind>& kinds, const Removal& removal,
             Cleaning& cleaning)
         : courses_(courses), kinds_(kinds), removal_(removal), cleaning_(cleaning), volumes_(courses.volumes()) {}
 
-    void cleanBlock(Scratch& scratch, Sums& sums) {
+    void cleanBlock(Scratch& scratch, CleaningSums& sums) {
         if (scratch.voxels.empty()) return;
         const auto count = static_cast<int>(scratch.voxels.size());
         for (int i = 0; i < count; ++i) load(scratch, i, sums);
@@ -74,7 +53,7 @@ private:
     bool counts(std::int64_t voxel) const { return kinds_[static_cast<std::size_t>(voxel)] == VoxelKind::kInMask; }
     float sd(double squares) const { return static_cast<float>(std::sqrt(squares / (volumes_ - 1))); }
 
-    void load(Scratch& scratch, int i, Sums& sums) {
+    void load(Scratch& scratch, int i, CleaningSums& sums) {
         const std::int64_t voxel = scratch.voxels[static_cast<std::size_t>(i)];
         const float* course = courses_.course(voxel);
         double* centred = row(scratch.courses, i);
@@ -99,7 +78,7 @@ private:
     }
 
     // Writes the cleaned course. The coefficients of a voxel outside the mask are cleared: they do not count.
-    void store(Scratch& scratch, int i, Sums& sums) {
+    void store(Scratch& scratch, int i, CleaningSums& sums) {
         const std::int64_t voxel = scratch.voxels[static_cast<std::size_t>(i)];
         float* course = courses_.course(voxel);
         double* centred = row(scratch.courses, i);
@@ -125,16 +104,6 @@ private:
     int volumes_;
 };
 
-void add(const std::vector<double>& part, std::vector<double>& sum) {
-    std::transform(part.begin(), part.end(), sum.begin(), sum.begin(), std::plus<>());
-}
-
-std::vector<double> rootMeans(std::vector<double> sums, std::int64_t voxels) {
-    for (double& sum : sums) sum = std::sqrt(sum / static_cast<double>(voxels));
-    sums.front() = std::numeric_limits<double>::quiet_NaN(); // the first volume has no predecessor
-    return sums;
-}
-
 } // namespace
 
 Cleaning cleanCourses(const AnalysedCourses& courses, const std::vector<VoxelKind>& kinds, const Removal& removal,
@@ -143,7 +112,7 @@ Cleaning cleanCourses(const AnalysedCourses& courses, const std::vector<VoxelKin
     const auto count = static_cast<std::size_t>(removal.count);
     Cleaning cleaning;
     for (auto* map : {&cleaning.mean, &cleaning.sdBefore, &cleaning.sdAfter}) map->resize(kinds.size());
-    std::vector<Sums> sums(static_cast<std::size_t>(unitsIn(courses.voxels)), Sums(volumes, count));
+    std::vector<CleaningSums> sums(static_cast<std::size_t>(unitsIn(courses.voxels)), CleaningSums(volumes, count));
     std::vector<Scratch> scratch(static_cast<std::size_t>(threads.threads()), Scratch(volumes, count));
     for (Scratch& own : scratch) own.voxels.reserve(kBlock); // nothing is allocated below
     Cleaner cleaner(courses, kinds, removal, cleaning);
@@ -158,35 +127,14 @@ Cleaning cleanCourses(const AnalysedCourses& courses, const std::vector<VoxelKin
         cleaner.cleanBlock(own, sums[static_cast<std::size_t>(unit)]);
     });
 
-    Sums all(volumes, count);
-    for (const Sums& part : sums) {
-        add(part.changesBefore, all.changesBefore);
-        add(part.changesAfter, all.changesAfter);
-        add(part.products, all.products);
-        all.squaresBefore += part.squaresBefore;
-        all.squaresAfter += part.squaresAfter;
-        all.voxels += part.voxels;
-    }
-    cleaning.dvarsBefore = rootMeans(std::move(all.changesBefore), all.voxels);
-    cleaning.dvarsAfter = rootMeans(std::move(all.changesAfter), all.voxels);
+    CleaningSums all(volumes, count);
+    for (const CleaningSums& part : sums) all.add(part);
+    cleaning.dvarsBefore = all.dvars(all.changesBefore);
+    cleaning.dvarsAfter = all.dvars(all.changesAfter);
     cleaning.squaresBefore = all.squaresBefore;
     cleaning.squaresAfter = all.squaresAfter;
     cleaning.products = std::move(all.products);
     return cleaning;
-}
-
-double explainedSquares(const Cleaning& cleaning, const Removal& removal, int first, int end) {
-    const auto volumes = static_cast<std::size_t>(removal.volumes);
-    const auto r = static_cast<std::size_t>(removal.count);
-    double sum = 0.0;
-    for (auto j = static_cast<std::size_t>(first); j < static_cast<std::size_t>(end); ++j) {
-        for (auto k = static_cast<std::size_t>(first); k < static_cast<std::size_t>(end); ++k) {
-            const double* left = removal.columns.data() + j * volumes;
-            const double* right = removal.columns.data() + k * volumes;
-            sum += std::inner_product(left, left + volumes, right, 0.0) * cleaning.products[j * r + k];
-        }
-    }
-    return sum;
 }
 
 } // namespace zn::headless

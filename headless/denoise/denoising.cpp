@@ -1,5 +1,7 @@
 #include "headless/denoise/denoising.h"
 
+#include "headless/denoise/explained_squares.h"
+
 #include <algorithm>
 #include <cstdio>
 

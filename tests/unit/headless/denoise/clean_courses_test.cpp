@@ -1,6 +1,7 @@
 #include "headless/denoise/clean_courses.h"
 
 #include "headless/blas/matrix_products.h"
+#include "headless/denoise/explained_squares.h"
 #include "headless/denoise/voxel_kinds.h"
 
 #include <cmath>
