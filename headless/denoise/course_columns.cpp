@@ -15,7 +15,8 @@ CourseColumns readCourses(const ResultFiles& files) {
         const auto column = table.find(componentName(i));
         if (!column) break;
         courses.names.push_back(table.columns[*column]);
-        auto& values = courses.values.emplace_back();
+        std::vector<double>& values = courses.values.emplace_back();
+        values.reserve(table.rows.size());
         for (std::size_t row = 0; row < table.rows.size(); ++row) values.push_back(table.number(row, *column));
     }
     if (courses.names.empty()) refuseFile(courses.file, "has no column ICA_00; create the result again.");

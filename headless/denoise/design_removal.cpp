@@ -12,6 +12,7 @@ namespace {
 std::vector<UnitCourse> nuisanceOf(const Denoising& run) {
     std::vector<UnitCourse> columns;
     if (run.confounds) {
+        columns.reserve(run.confounds->values.size());
         for (const auto& values : run.confounds->values) columns.push_back(unitCourse({values.begin(), values.end()}));
     }
     const auto volumes = static_cast<std::size_t>(run.volumes());

@@ -34,6 +34,7 @@ void writeQuality(const ResultFiles& files, const Quality& quality) {
 void writeVolumes(const Denoising& run, const ResultFiles& files) {
     const auto cells = [](const auto& values) {
         std::vector<std::string> texts;
+        texts.reserve(values.size());
         for (const auto value : values) texts.push_back(cellOf(static_cast<double>(value)));
         return texts;
     };
