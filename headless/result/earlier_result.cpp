@@ -89,7 +89,7 @@ std::string foreignNameInResult(const fs::path& folder, const std::set<std::stri
     if (stem.empty() && !denoised.empty()) {
         return foreignNameIn(names, denoised, {ResultPlace::kDenoised, ResultPlace::kRunAndDenoised});
     }
-    const std::string foreign =
+    std::string foreign =
         foreignNameIn(names, stem, {ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised});
     if (!foreign.empty()) return foreign;
     const std::string plugin(nameOf(ResultFile::kPluginFolder));
