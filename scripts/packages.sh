@@ -45,7 +45,7 @@ need_packages() {
 
 # What every build needs.
 # shellcheck disable=SC2034 # for the scripts that source this one
-BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev liblapacke-dev libcli11-dev nlohmann-json3-dev libdeflate-dev libisal-dev zlib1g-dev"
+BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev liblapacke-dev libcli11-dev nlohmann-json3-dev libdeflate-dev libisal-dev libssl-dev zlib1g-dev"
 
 # What builds the report's page: Node.js 18 or later. A Node.js from elsewhere is as good as Debian's.
 node_packages() {

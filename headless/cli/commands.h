@@ -24,6 +24,9 @@ void addInfoCommand(CLI::App& app, Action& action);
 /// without the summary, to a file.
 void addCompareCommand(CLI::App& app, Action& action);
 
+/// `znica denoise`: removes rejected components from an image, with the evidence.
+void addDenoiseCommand(CLI::App& app, Action& action);
+
 /// `znica report DIR`: recreates the report of a result.
 void addReportCommand(CLI::App& app, Action& action);
 

@@ -2,11 +2,11 @@
 
 #include "headless/cli/help_pages.h"
 #include "headless/cli/input_options.h"
+#include "headless/cli/list_option.h"
 #include "headless/cli/number_checks.h"
 #include "headless/cli/preparation_options.h"
 #include "headless/run/run_driver.h"
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <map>
@@ -56,20 +56,6 @@ void setNonlinearity(Nonlinearity& nonlinearity, const std::string& name) {
 void setDesign(RunOptions& options, const std::string& text) {
     options.designBesideImage = text == "auto";
     if (!options.designBesideImage) options.design = text;
-}
-
-// Names in a list separated by commas.
-void setColumns(RunOptions& options, const std::string& text) {
-    options.confoundColumns.clear();
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find(',', start), text.size());
-        if (end == start) {
-            throw CLI::ValidationError("--columns",
-                                       "needs names separated by commas, such as trans_x,rot_z; got " + text);
-        }
-        options.confoundColumns.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
 }
 
 void setApproach(RunOptions& options, const std::string& name) {
@@ -142,7 +128,9 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
     confounds->type_name("TSV");
     command
         .add_option_function<std::string>(
-            "--columns", [&o](const std::string& text) { setColumns(o, text); }, "confounds to use (all)")
+            "--columns",
+            [&o](const std::string& text) { o.confoundColumns = listIn("--columns", text, "trans_x,rot_z"); },
+            "confounds to use (all)")
         ->type_name("A,B,...")
         ->needs(confounds)
         ->group(kRareOptions);

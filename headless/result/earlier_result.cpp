@@ -55,11 +55,11 @@ std::set<std::string> namesIn(const fs::path& folder) {
     return names;
 }
 
-// The common stem of a result's names, taken from the file that every result has.
-std::string stemOf(const std::set<std::string>& names) {
-    const std::string_view record = nameOf(ResultFile::kDecomposition);
+// The common stem of a result's names, taken from the file `key` that every result of its kind has; empty without it.
+std::string stemOf(const std::set<std::string>& names, ResultFile key) {
+    const std::string_view ending = nameOf(key);
     for (const std::string& name : names) {
-        if (name.ends_with(record)) return name.substr(0, name.size() - record.size());
+        if (name.ends_with(ending)) return name.substr(0, name.size() - ending.size());
     }
     return "";
 }
@@ -73,23 +73,29 @@ bool isPluginFile(const std::string& name, const std::string& stem) {
            });
 }
 
-// The first name that does not belong to a result; empty when all do.
-std::string foreignNameInResult(const fs::path& folder, const std::set<std::string>& names) {
-    const std::string stem = stemOf(names);
+// The first name that does not belong in these places; empty when all do.
+std::string foreignNameIn(const std::set<std::string>& names, const std::string& stem,
+                          std::initializer_list<ResultPlace> places) {
     for (const std::string& name : names) {
-        if (!isListed(name, stem, {ResultPlace::kRun, ResultPlace::kRunAndSample})) return name;
-    }
-    const std::string plugin(nameOf(ResultFile::kPluginFolder));
-    if (!names.contains(plugin)) return "";
-    for (const std::string& name : namesIn(folder / plugin)) {
-        if (!isPluginFile(name, stem)) return plugin + name;
+        if (!isListed(name, stem, places)) return name;
     }
     return "";
 }
 
-std::string foreignNameInSample(const std::set<std::string>& names) {
-    for (const std::string& name : names) {
-        if (!isListed(name, kSampleStem, {ResultPlace::kSample, ResultPlace::kRunAndSample})) return name;
+// The same for a result of a run, with the plug-in's folder in it, or a denoised image.
+std::string foreignNameInResult(const fs::path& folder, const std::set<std::string>& names) {
+    const std::string stem = stemOf(names, ResultFile::kDecomposition);
+    const std::string denoised = stemOf(names, ResultFile::kDenoiseQc);
+    if (stem.empty() && !denoised.empty()) {
+        return foreignNameIn(names, denoised, {ResultPlace::kDenoised, ResultPlace::kRunAndDenoised});
+    }
+    std::string foreign =
+        foreignNameIn(names, stem, {ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised});
+    if (!foreign.empty()) return foreign;
+    const std::string plugin(nameOf(ResultFile::kPluginFolder));
+    if (!names.contains(plugin)) return "";
+    for (const std::string& name : namesIn(folder / plugin)) {
+        if (!isPluginFile(name, stem)) return plugin + name;
     }
     return "";
 }
@@ -100,7 +106,9 @@ std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     std::set<std::string> names = namesIn(folder);
     names.erase(but + "/");
     const bool sample = isSample(folder);
-    const std::string foreign = sample ? foreignNameInSample(names) : foreignNameInResult(folder, names);
+    const std::string foreign =
+        sample ? foreignNameIn(names, kSampleStem, {ResultPlace::kSample, ResultPlace::kRunAndSample})
+               : foreignNameInResult(folder, names);
     if (isUnfinishedName(foreign.substr(0, foreign.find('/')))) {
         return "holds " + foreign +
                ", the unfinished work of another process; wait for it, or remove it if it was killed";

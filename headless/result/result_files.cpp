@@ -3,6 +3,7 @@
 #include "headless/failure/failure.h"
 #include "headless/text/input_file.h"
 
+#include <algorithm>
 #include <array>
 #include <system_error>
 #include <utility>
@@ -34,6 +35,17 @@ std::string_view nameOf(ResultFile file) {
     return kList[static_cast<std::size_t>(file)].name;
 }
 
+std::string ignoredNames(std::initializer_list<ResultPlace> places) {
+    std::string text;
+    std::string_view last;
+    for (const ResultFileEntry& entry : kList) {
+        if (std::ranges::find(places, entry.place) == places.end()) continue;
+        if (!entry.ignored.empty() && entry.ignored != last) text += std::string(entry.ignored) + "\n";
+        last = entry.ignored;
+    }
+    return text;
+}
+
 ResultFiles::ResultFiles(fs::path folder, std::string stem) : folder_(std::move(folder)), stem_(std::move(stem)) {}
 
 ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
@@ -57,8 +69,9 @@ bool ResultFiles::has(ResultFile file) const {
     return fs::exists((*this)[file], error);
 }
 
-void ResultFiles::requireShortNames() const {
+void ResultFiles::requireShortNames(ResultPlace kind) const {
     for (const ResultFileEntry& entry : kList) {
+        if ((entry.place == ResultPlace::kDenoised) != (kind == ResultPlace::kDenoised)) continue;
         std::error_code error;
         const std::string name = entry.in(stem_);
         (void)fs::symlink_status(folder_ / name, error);

@@ -39,7 +39,8 @@ std::set<std::string> namesInReadme() {
 TEST(ResultFiles, AreThoseOfTheReadmesTable) {
     std::set<std::string> listed;
     for (const ResultFileEntry& entry : resultFileList()) {
-        if (entry.place == ResultPlace::kRun || entry.place == ResultPlace::kRunAndSample) {
+        if (entry.place == ResultPlace::kRun || entry.place == ResultPlace::kRunAndSample ||
+            entry.place == ResultPlace::kRunAndDenoised) {
             listed.insert(entry.in("..."));
         }
     }
