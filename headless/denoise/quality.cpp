@@ -1,5 +1,7 @@
 #include "headless/denoise/quality.h"
 
+#include "headless/statistics/correlation.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -36,26 +38,9 @@ std::vector<double> tsnr(const Denoising& run, const std::vector<float>& sd) {
     return values;
 }
 
-// Pearson's, over the volumes where both have a value.
-double correlation(const std::vector<double>& x, const std::vector<float>& y) {
-    std::vector<double> a;
-    std::vector<double> b;
-    for (std::size_t t = 0; t < x.size(); ++t) {
-        if (std::isnan(x[t]) || std::isnan(y[t])) continue;
-        a.push_back(x[t]);
-        b.push_back(static_cast<double>(y[t]));
-    }
-    const double meanA = meanOf(a);
-    const double meanB = meanOf(b);
-    double ab = 0.0;
-    double aa = 0.0;
-    double bb = 0.0;
-    for (std::size_t t = 0; t < a.size(); ++t) {
-        ab += (a[t] - meanA) * (b[t] - meanB);
-        aa += (a[t] - meanA) * (a[t] - meanA);
-        bb += (b[t] - meanB) * (b[t] - meanB);
-    }
-    return ab / std::sqrt(aa * bb);
+// Over the volumes where both have a value.
+double correlationWithMotion(const std::vector<double>& dvars, const std::vector<float>& fd) {
+    return correlation(dvars, fd, [&](std::size_t t) { return !std::isnan(dvars[t]) && !std::isnan(fd[t]); });
 }
 
 double meanOfPresent(const std::vector<float>& values) {
@@ -86,7 +71,8 @@ Quality qualityOf(const Denoising& run) {
     quality.degreesOfFreedom = {degrees, degrees - run.removal.lostDegrees};
     if (run.fd) {
         quality.fdMean = meanOfPresent(*run.fd);
-        quality.dvarsFd = {correlation(cleaning.dvarsBefore, *run.fd), correlation(cleaning.dvarsAfter, *run.fd)};
+        quality.dvarsFd = {correlationWithMotion(cleaning.dvarsBefore, *run.fd),
+                           correlationWithMotion(cleaning.dvarsAfter, *run.fd)};
     }
     if (!run.options.labels.empty()) {
         quality.unlabelled = static_cast<int>(
