@@ -1,7 +1,9 @@
-// znica without signals, threads and a terminal: the same commands, messages and exit statuses.
+// znica without signals, threads and a terminal: the same commands, messages and exit statuses, and one more command,
+// whose output the page shows before a run.
 #include "headless/cli/command_line.h"
 #include "headless/failure/as_failure.h"
 #include "headless/result/unfinished_work.h"
+#include "preview.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -26,6 +28,7 @@ int complain(UnfinishedWork& unfinished, ExitStatus status, std::string text) {
 int main(int argc, char** argv) {
     UnfinishedWork unfinished;
     zn::headless::CommandLine line;
+    addPreviewCommand(line.app, line.action);
     try {
         line.app.parse(argc, argv);
         return static_cast<int>(line.action(unfinished));
