@@ -1,12 +1,17 @@
 // The part of the WebAssembly module's JavaScript that is used here; web/engine builds it.
 
+interface Operations {
+    write(stream: Stream, buffer: Int8Array, offset: number, length: number): number;
+}
+
 interface Stream {
-    fd: number;
-    stream_ops: { write(stream: Stream, buffer: Int8Array, offset: number, length: number): number };
+    node: { rdev: number };
+    stream_ops: Operations;
 }
 
 interface Files {
     streams: Stream[];
+    getDevice(rdev: number): { stream_ops: Operations };
     filesystems: { WORKERFS: object };
     mkdir(path: string): void;
     mkdirTree(path: string): void;
@@ -35,19 +40,22 @@ interface Settings {
 
 declare const createZnica: (settings: Settings) => Promise<Znica>; // in front of the worker's script
 
-// In place of the module's own terminal, which waits for the end of a line.
+// In place of the module's own terminal, which waits for the end of a line. For the streams that are open and for those
+// that the program opens to the same device.
 function connect(znica: Znica, write: (fd: number, text: string) => void): void {
     for (const fd of [1, 2]) {
         const decoder = new TextDecoder();
         const stream = znica.FS.streams[fd];
-        stream.stream_ops = {
-            ...stream.stream_ops,
+        const device = znica.FS.getDevice(stream.node.rdev);
+        device.stream_ops = {
+            ...device.stream_ops,
             write(_stream, buffer, offset, length) {
                 const bytes = new Uint8Array(buffer.buffer, buffer.byteOffset + offset, length);
                 write(fd, decoder.decode(bytes, { stream: true }));
                 return length;
             },
         };
+        stream.stream_ops = device.stream_ops;
     }
 }
 
