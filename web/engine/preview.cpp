@@ -30,6 +30,7 @@ std::string factsOf(const Run& run) {
                                           {"tr_seconds", run.repetition.seconds},
                                           {"tr_source", run.repetition.source},
                                           {"voxels", run.mask.count},
+                                          {"voxels_excluded", run.mask.excluded.all()},
                                           {"needed_bytes", run.predictedBytes},
                                           {"available_bytes", run.budgetBytes.value_or(0)},
                                           {"notes", run.notes.all()}};

@@ -9,7 +9,8 @@ namespace zn::headless {
 ///
 ///   mean         [voxels of the grid] grey levels of the mean image, one byte each, x fastest
 ///   mask         [voxels of the grid] 1 where a voxel would be analysed
-///   facts.json   size, voxel_to_mm, oriented, volumes, tr_seconds, voxels, needed_bytes, available_bytes, notes
+///   facts.json   size, voxel_to_mm, oriented, volumes, tr_seconds, tr_source, voxels, voxels_excluded,
+///                needed_bytes, available_bytes, notes
 void addPreviewCommand(CLI::App& app, Action& action);
 
 } // namespace zn::headless

@@ -1,6 +1,7 @@
 import { h } from '../../report/src/dom';
 
-const SHARES = /^component (\d+) of (\d+)/;
+// What is counted: components found one after another, and the runs of --repeats.
+const SHARES = /^(component|run) (\d+) of (\d+)/;
 
 interface Stage {
     name: string;
@@ -37,12 +38,12 @@ export class RunProgress {
         this.state.textContent = text;
         const share = SHARES.exec(text);
         if (share) {
-            this.bar.max = Number(share[2]);
-            this.bar.value = Number(share[1]) - 1;
+            this.bar.max = Number(share[3]);
+            this.bar.value = Number(share[2]) - 1;
         } else {
             this.bar.removeAttribute('value');
         }
-        this.enter(share ? 'components' : text.split(',')[0]);
+        this.enter(share ? `${share[1]}s` : text.split(',')[0]);
     }
 
     end(): void {

@@ -20,7 +20,7 @@ const FIELDS: Field[] = [
         hint: '',
         usual: 'auto',
         choices: [
-            ['auto', 'brain, from the mean image'],
+            ['auto', 'brain (automatic)'],
             ['none', 'none: all voxels'],
         ],
         early: true,

@@ -13,13 +13,19 @@ interface Facts {
     tr_seconds: number;
     tr_source: string;
     voxels: number;
+    voxels_excluded: number; // non-finite in some volume, or constant
     needed_bytes: number;
     available_bytes: number;
     notes: string[];
 }
 
-function gib(bytes: number): string {
-    return `${(bytes / 2 ** 30).toPrecision(2)} GiB`;
+function sizeText(bytes: number): string {
+    return bytes < 2 ** 30 ? `${Math.round(bytes / 2 ** 20)} MiB` : `${(bytes / 2 ** 30).toFixed(1)} GiB`;
+}
+
+function maskText({ voxels, voxels_excluded }: Facts): string {
+    const excluded = voxels_excluded > 0 ? `; ${voxels_excluded} excluded (non-finite or constant)` : '';
+    return `${voxels.toLocaleString('en')} voxels${excluded}`;
 }
 
 // What the picture of the mask needs of a run.
@@ -57,8 +63,8 @@ export function previewOf(files: ResultFile[]): HTMLElement {
             ...row('Grid', `${facts.size.join(' × ')} voxels`),
             ...row('Volumes', String(facts.volumes)),
             ...row('TR', `${facts.tr_seconds} s (${facts.tr_source})`),
-            ...row('Mask', `${facts.voxels.toLocaleString('en')} voxels`),
-            ...row('Memory', `about ${gib(facts.needed_bytes)} needed of ${gib(facts.available_bytes)}`),
+            ...row('Mask', maskText(facts)),
+            ...row('Memory needed', `about ${sizeText(facts.needed_bytes)} of ${sizeText(facts.available_bytes)}`),
         ),
         notes.length > 0 && h('ul', { class: 'notes' }, ...notes.map((note) => h('li', {}, note))),
         h('figure', {}, h('figcaption', {}, 'Mean image; the outline is the mask'), canvas),
