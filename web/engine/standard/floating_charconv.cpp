@@ -1,5 +1,6 @@
-#include <charconv>
+#include "floating_charconv.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cmath>
@@ -79,7 +80,7 @@ bool mayBegin(const std::string& text) {
     return std::isdigit(c) != 0 || std::strchr(".iInN", c) != nullptr;
 }
 
-template <class Real> std::from_chars_result read(const char* first, const char* last, Real& value) {
+template <class Real> std::from_chars_result parseAll(const char* first, const char* last, Real& value) {
     std::string text(first, last);
     text.resize(std::min(text.find_first_of("xX"), text.size()));
     if (!mayBegin(text)) return {first, std::errc::invalid_argument};
@@ -95,30 +96,26 @@ template <class Real> std::from_chars_result read(const char* first, const char*
 
 } // namespace
 
-namespace std {
+namespace zn::web {
 
-to_chars_result to_chars(char* first, char* last, float value) {
+std::to_chars_result write(char* first, char* last, float value) {
     return shortest(first, last, value);
 }
 
-to_chars_result to_chars(char* first, char* last, double value) {
+std::to_chars_result write(char* first, char* last, double value) {
     return shortest(first, last, value);
 }
 
-to_chars_result to_chars(char* first, char* last, float value, chars_format format, int precision) {
-    return precise(first, last, static_cast<double>(value), format, precision);
-}
-
-to_chars_result to_chars(char* first, char* last, double value, chars_format format, int precision) {
+std::to_chars_result write(char* first, char* last, double value, std::chars_format format, int precision) {
     return precise(first, last, value, format, precision);
 }
 
-from_chars_result from_chars(const char* first, const char* last, float& value) {
-    return read(first, last, value);
+std::from_chars_result read(const char* first, const char* last, float& value) {
+    return parseAll(first, last, value);
 }
 
-from_chars_result from_chars(const char* first, const char* last, double& value) {
-    return read(first, last, value);
+std::from_chars_result read(const char* first, const char* last, double& value) {
+    return parseAll(first, last, value);
 }
 
-} // namespace std
+} // namespace zn::web
