@@ -1,6 +1,8 @@
-#pragma once
-
+// Outside the guard: with emscripten this is the file beside, which needs the declarations below.
 #include <charconv>
+
+#ifndef ZN_FLOATING_CHARCONV_H
+#define ZN_FLOATING_CHARCONV_H
 
 namespace zn::web {
 
@@ -18,3 +20,5 @@ std::from_chars_result read(const char* first, const char* last, float& value);
 std::from_chars_result read(const char* first, const char* last, double& value);
 
 } // namespace zn::web
+
+#endif
