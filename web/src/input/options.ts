@@ -46,8 +46,8 @@ const FIELDS: Field[] = [
         hint: '',
         usual: 'symmetric',
         choices: [
-            ['symmetric', 'symmetric: all components at once'],
-            ['deflation', 'deflation: one after another'],
+            ['symmetric', 'symmetric (all at once)'],
+            ['deflation', 'deflation (one by one)'],
         ],
         rare: true,
     },
