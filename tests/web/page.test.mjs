@@ -92,6 +92,33 @@ describe('the page', { skip: missingPage }, () => {
         await page.close();
     });
 
+    test('takes files that are dropped, and a name that begins with a dash', async () => {
+        const page = await openPage(browser);
+        const base64 = readFileSync(at('small_bold.nii.gz')).toString('base64');
+        await page.evaluate((text) => {
+            const bytes = Uint8Array.from(atob(text), (c) => c.charCodeAt(0));
+            const dataTransfer = new DataTransfer();
+            dataTransfer.items.add(new File([bytes], '-dash_bold.nii.gz'));
+            dataTransfer.items.add(new File(['{"RepetitionTime": 1.5}'], '-dash_bold.json'));
+            document.querySelector('.drop').dispatchEvent(new DragEvent('drop', { dataTransfer, bubbles: true }));
+        }, base64);
+        await page.locator('#run:visible').waitFor();
+        assert.match(await page.locator('.facts').innerText(), /1\.5 s \(.*-dash_bold\.json\)/);
+        await page.close();
+    });
+
+    test('shows why a run was refused, where the reader sees it', async () => {
+        const page = await openPage(browser);
+        await choose(page, [at('small_bold.nii.gz')]);
+        await setOptions(page, { '--components': 31 });
+        await page.locator('#run').click();
+        const message = page.locator('.message:not(:empty)');
+        await message.waitFor();
+        assert.match(await message.innerText(), /^31 components are more than the 30 volumes of small_bold\.nii\.gz/);
+        assert.ok(await message.evaluate((element) => element.getBoundingClientRect().top < innerHeight));
+        await page.close();
+    });
+
     test('cancels a run and starts it again, twice without growing', async () => {
         const page = await openPage(browser);
         await choose(page, [at('small_bold.nii.gz')]);

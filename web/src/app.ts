@@ -4,7 +4,7 @@ import { Cancelled, type Outcome, type Task } from './engine/task';
 import { fileList } from './input/file_list';
 import { Options } from './input/options';
 import { previewOf } from './input/preview';
-import { fileFor, type InputFile, type Role, withFiles, withRole } from './input/roles';
+import { argumentFor, fileFor, type InputFile, type Role, withFiles, withRole } from './input/roles';
 import { sampleInputs, simulate } from './input/sample';
 import { resultView } from './result/result_view';
 import { RunProgress } from './run_progress';
@@ -115,6 +115,7 @@ export class App {
     private say(text: string): void {
         this.message.textContent = text;
         this.update();
+        if (text !== '') this.message.scrollIntoView({ block: 'center' });
     }
 
     private used(): File[] {
@@ -135,7 +136,7 @@ export class App {
         this.preview.replaceChildren(h('p', { class: 'muted' }, `Reading ${image.name} …`));
         const outcome = await this.carryOut(
             this.engine.start(
-                ['preview', image.name, ...this.options.forPreview(this.inputs)],
+                ['preview', argumentFor(image), ...this.options.forPreview(this.inputs)],
                 this.used(),
                 '/preview',
             ),
@@ -158,7 +159,7 @@ export class App {
         this.show(view);
         const outcome = await this.carryOut(
             this.engine.start(
-                ['run', image.name, ...this.options.forRun(this.inputs)],
+                ['run', argumentFor(image), ...this.options.forRun(this.inputs)],
                 this.used(),
                 '/result',
                 { progress: (text) => progress.show(text) },
@@ -168,8 +169,8 @@ export class App {
         progress.end();
         if (!outcome || (outcome.status !== 0 && outcome.status !== GAVE_UP)) {
             this.show(this.input);
-            if (outcome) this.complain(outcome);
             this.run.focus();
+            if (outcome) this.complain(outcome);
             return;
         }
         const stem = image.name.replace(/\.nii(\.gz)?$/, '').replace(/_bold$/, '');

@@ -1,5 +1,5 @@
 import { h } from '../../../report/src/dom';
-import { fileFor, type InputFile } from './roles';
+import { argumentFor, fileFor, type InputFile } from './roles';
 
 interface Field {
     option: string; // of znica run
@@ -120,7 +120,7 @@ export class Options {
     private files(inputs: InputFile[], roles: ('mask' | 'design' | 'confounds' | 'regions')[]): string[] {
         return roles.flatMap((role) => {
             const file = fileFor(inputs, role);
-            return file ? [role === 'regions' ? '--rois' : `--${role}`, file.name] : [];
+            return file ? [role === 'regions' ? '--rois' : `--${role}`, argumentFor(file)] : [];
         });
     }
 }

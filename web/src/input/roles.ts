@@ -7,7 +7,7 @@ export const ROLES: { role: Role; title: string }[] = [
     { role: 'design', title: 'design: events or predictors' },
     { role: 'confounds', title: 'confounds' },
     { role: 'regions', title: 'regions (labels)' },
-    { role: 'beside', title: 'sidecar (JSON)' },
+    { role: 'beside', title: 'sidecar (JSON) or data (.img)' },
     { role: 'unused', title: 'not used' },
 ];
 
@@ -23,9 +23,14 @@ function likelyRole(name: string): Role {
         if (/mask/.test(lower)) return 'mask';
         return /dseg|atlas|parcellation/.test(lower) ? 'regions' : 'image';
     }
-    if (lower.endsWith('.json')) return 'beside';
+    if (/\.(json|img|img\.gz)$/.test(lower)) return 'beside';
     if (/confounds/.test(lower)) return 'confounds';
     return /\.(tsv|csv|1d|mat|rtc|txt)$/.test(lower) ? 'design' : 'image';
+}
+
+/** The name as an argument of the command, where a name that begins with a dash would be an option. */
+export function argumentFor({ name }: File): string {
+    return name.startsWith('-') ? `./${name}` : name;
 }
 
 /** The files with new ones added; a role that only one file can have goes to the newest. */
