@@ -23,6 +23,7 @@ import {
 
 const MAKE_IMAGE = fileURLToPath(new URL('make_image.py', import.meta.url));
 const browser = browserFor('canvas');
+const withWebgl = browserFor('webgl2');
 const scratch = scratchFolder();
 const at = (name) => join(scratch, name);
 
@@ -194,6 +195,17 @@ describe('the page', { skip: missingPage }, () => {
             keys.join(' '),
         );
         assert.deepEqual(await page.evaluate(() => indexedDB.databases()), []);
+        await page.close();
+    });
+
+    test('shows brains by WebGL under its policy', async () => {
+        const page = await openPage(withWebgl);
+        await choose(page, [at('small_bold.nii.gz')]);
+        await setOptions(page, { '--components': 4 });
+        const report = await run(page);
+        await report.locator('.card-link').first().click();
+        await report.locator('.brain .planes[data-renderer="webgl2"]:not(.planes-waiting)').first().waitFor();
+        assert.deepEqual(page.complaints, []);
         await page.close();
     });
 
