@@ -61,7 +61,10 @@ export async function setOptions(page, options) {
     for (const [option, value] of Object.entries(options)) {
         const control = page.locator(`[id="option${option}"]`);
         if ((await control.evaluate(({ tagName }) => tagName)) === 'SELECT') await control.selectOption(String(value));
-        else await control.fill(String(value));
+        else {
+            await control.fill(String(value));
+            await control.blur(); // from here on it counts as changed
+        }
     }
 }
 

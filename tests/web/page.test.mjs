@@ -79,6 +79,7 @@ describe('an input that cannot be analysed', { skip: missingPage }, () => {
         assert.match(said, /^huge_bold\.nii needs about [\d.]+ GiB of memory, but [\d.]+ GiB are free/);
         assert.match(said, /A browser tab can use 4 GiB at most\. A smaller mask/);
         assert.doesNotMatch(said, /--memory/);
+        assert.equal(await page.locator('#run').isVisible(), false);
         await page.close();
     });
 });
@@ -105,6 +106,20 @@ describe('the page', { skip: missingPage }, () => {
         }, base64);
         await page.locator('#run:visible').waitFor();
         assert.match(await page.locator('.facts').innerText(), /1\.5 s \(.*-dash_bold\.json\)/);
+        await page.close();
+    });
+
+    test('lets the reader correct what it refused', async () => {
+        const page = await openPage(browser);
+        await choose(page, [at('small_bold.nii.gz')]);
+        await setOptions(page, { '--tr': 2000 });
+        const message = page.locator('.message:not(:empty)');
+        await message.waitFor();
+        assert.match(await message.innerText(), /2000 is not a repetition time; give seconds/);
+        assert.equal(await page.locator('#run').isVisible(), false);
+        await setOptions(page, { '--tr': 1.25 });
+        await page.locator('#run:visible').waitFor();
+        assert.match(await page.locator('.facts').innerText(), /1\.25 s \(--tr\)/);
         await page.close();
     });
 

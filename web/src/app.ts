@@ -23,7 +23,9 @@ export class App {
     private readonly list = h('div');
     private readonly preview = h('div', { 'aria-live': 'polite' });
     private readonly message = h('p', { class: 'message', role: 'alert' });
-    private readonly options = new Options(() => void this.look());
+    private readonly options = new Options((shown) => {
+        if (shown || this.run.hidden) void this.look();
+    });
     private readonly settings: HTMLElement;
     private readonly run = h('button', { class: 'button main', id: 'run', onclick: () => void this.analyse() }, 'Run');
 
@@ -125,10 +127,11 @@ export class App {
     // Reads the input up to the mask and shows it; what ran before is cancelled.
     private async look(): Promise<void> {
         this.task?.cancel();
-        this.settings.hidden = true;
+        this.run.hidden = true;
         this.preview.replaceChildren();
         this.say('');
         const image = fileFor(this.inputs, 'image');
+        this.settings.hidden = !image;
         if (!image) {
             this.say('None of these files is the functional image; choose one for it.');
             return;
@@ -148,7 +151,7 @@ export class App {
             return;
         }
         this.preview.replaceChildren(previewOf(outcome.files));
-        this.settings.hidden = false;
+        this.run.hidden = false;
     }
 
     private async analyse(): Promise<void> {

@@ -8,12 +8,13 @@ interface Field {
     usual: string; // what is meant when the option is left out
     choices?: [value: string, title: string][];
     rare?: boolean;
-    early?: boolean; // also decides what is shown before the run
+    later?: boolean; // has no part in what is read and checked before the run
+    shown?: boolean; // changes what is shown before the run
 }
 
 const FIELDS: Field[] = [
     { option: '--components', title: 'Components', hint: 'a number, auto or max', usual: '20' },
-    { option: '--tr', title: 'TR (s)', hint: 'from sidecar or header', usual: '', early: true },
+    { option: '--tr', title: 'TR (s)', hint: 'from sidecar or header', usual: '', shown: true },
     {
         option: '--mask',
         title: 'Mask without a mask file',
@@ -23,9 +24,9 @@ const FIELDS: Field[] = [
             ['auto', 'brain (automatic)'],
             ['none', 'none: all voxels'],
         ],
-        early: true,
+        shown: true,
     },
-    { option: '--dummy-scans', title: 'First volumes to omit', hint: '', usual: '0', early: true },
+    { option: '--dummy-scans', title: 'First volumes to omit', hint: '', usual: '0', shown: true },
     { option: '--smooth', title: 'Smoothing', hint: 'mm (FWHM) or auto; 0: none', usual: 'auto', rare: true },
     { option: '--high-pass', title: 'High-pass filter', hint: 'cut-off in seconds; 0: none', usual: '0', rare: true },
     {
@@ -45,14 +46,15 @@ const FIELDS: Field[] = [
         title: 'Approach',
         hint: '',
         usual: 'symmetric',
+        later: true,
         choices: [
             ['symmetric', 'symmetric (all at once)'],
             ['deflation', 'deflation (one by one)'],
         ],
         rare: true,
     },
-    { option: '--repeats', title: 'Repeats, to measure stability', hint: '', usual: '1', rare: true },
-    { option: '--seed', title: 'Seed', hint: 'random', usual: '', rare: true },
+    { option: '--repeats', title: 'Repeats, to measure stability', hint: '', usual: '1', rare: true, later: true },
+    { option: '--seed', title: 'Seed', hint: 'random', usual: '', rare: true, later: true },
 ];
 
 /** The options of a run that are not files, as a form. */
@@ -61,8 +63,8 @@ export class Options {
     readonly rare: HTMLElement;
     private readonly inputs = new Map<Field, HTMLInputElement | HTMLSelectElement>();
 
-    /** `changed`: called when an option changed on which the preview depends. */
-    constructor(changed: () => void) {
+    /** `changed`: called after a change of an option that is checked before the run; says whether it changes the mask. */
+    constructor(changed: (shown: boolean) => void) {
         const controls = (rare: boolean): HTMLElement[] =>
             FIELDS.filter((field) => (field.rare ?? false) === rare).map((field) => this.control(field, changed));
         this.usual = h('div', { class: 'options' }, ...controls(false));
@@ -74,12 +76,12 @@ export class Options {
         );
     }
 
-    private control(field: Field, changed: () => void): HTMLElement {
+    private control(field: Field, changed: (shown: boolean) => void): HTMLElement {
         const id = `option${field.option}`;
         const input = field.choices
             ? h('select', { id }, ...field.choices.map(([value, title]) => h('option', { value }, title)))
             : h('input', { id, type: 'text', value: field.usual, placeholder: field.hint, size: 8 });
-        if (field.early) input.addEventListener('change', changed);
+        if (!field.later) input.addEventListener('change', () => changed(field.shown ?? false));
         this.inputs.set(field, input);
         const hint = !field.choices && field.hint !== '' && field.usual !== '' ? h('small', {}, field.hint) : null;
         return h('div', { class: 'option' }, h('label', { for: id }, field.title), input, hint);
@@ -101,7 +103,7 @@ export class Options {
 
     /** Arguments of `znica preview` for these files. */
     forPreview(inputs: InputFile[]): string[] {
-        return [...this.files(inputs, ['mask']), ...this.arguments(this.used(inputs).filter(({ early }) => early))];
+        return [...this.files(inputs, ['mask']), ...this.arguments(this.used(inputs).filter(({ later }) => !later))];
     }
 
     /** Arguments of `znica run` for these files. */
