@@ -47,6 +47,10 @@ need_packages() {
 # shellcheck disable=SC2034 # for the scripts that source this one
 BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev liblapacke-dev libcli11-dev nlohmann-json3-dev libdeflate-dev libisal-dev libssl-dev zlib1g-dev"
 
+# What the page that analyses data in a browser needs besides a Node.js.
+# shellcheck disable=SC2034 # for the scripts that source this one
+WEB_PACKAGES="emscripten node-acorn libeigen3-dev libcli11-dev nlohmann-json3-dev cmake ninja-build"
+
 # What builds the report's page: Node.js 18 or later. A Node.js from elsewhere is as good as Debian's.
 node_packages() {
     if ! command -v node >/dev/null 2>&1 || ! command -v npm >/dev/null 2>&1; then echo nodejs npm; fi

@@ -78,13 +78,7 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
         ->group("");
     app.add_flag_callback("--bash-completion", [this] { throw CLI::CallForVersion(bashCompletion(app), 0); })
         ->group("");
-    addRunCommand(app, action);
-    addDenoiseCommand(app, action);
-    addSimulateCommand(app, action);
-    addScoreCommand(app, action);
-    addInfoCommand(app, action);
-    addCompareCommand(app, action);
-    addReportCommand(app, action);
+    addCommands(app, action);
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {

@@ -6,6 +6,9 @@ namespace zn::headless {
 
 // Every command adds its options, help and examples, and sets the action if it is the one given.
 
+/// All commands of the program, in the order of the help. The page that runs in a browser has its own, with fewer.
+void addCommands(CLI::App& app, Action& action);
+
 /// `znica run`
 void addRunCommand(CLI::App& app, Action& action);
 

@@ -45,7 +45,7 @@ void ReportPage::add(std::string_view name, std::span<const std::byte> bytes) {
 }
 
 void ReportPage::add(std::string_view name, std::string_view text) {
-    add(name, std::as_bytes(std::span(text)));
+    add(name, std::as_bytes(std::span(text.data(), text.size())));
 }
 
 void ReportPage::write(const fs::path& file) const {

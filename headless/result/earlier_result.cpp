@@ -20,9 +20,11 @@ namespace fs = std::filesystem;
 
 // Whether a file of this name belongs in one of the places. Names that follow a stem count only when there is a stem.
 bool isListed(const std::string& name, const std::string& stem, std::initializer_list<ResultPlace> places) {
-    return std::ranges::any_of(resultFileList(), [&](const ResultFileEntry& entry) {
+    const auto& list = resultFileList();
+    return std::any_of(list.begin(), list.end(), [&](const ResultFileEntry& entry) {
         const bool lacksStem = stem.empty() && entry.name.starts_with('_');
-        return !lacksStem && std::ranges::find(places, entry.place) != places.end() && name == entry.in(stem);
+        return !lacksStem && std::find(places.begin(), places.end(), entry.place) != places.end() &&
+               name == entry.in(stem);
     });
 }
 
@@ -66,8 +68,9 @@ std::string stemOf(const std::set<std::string>& names, ResultFile key) {
 
 // The plug-in names some files after the image; the names of the others are fixed.
 bool isPluginFile(const std::string& name, const std::string& stem) {
+    const auto& list = resultFileList();
     return isListed(name, "", {ResultPlace::kPlugin}) ||
-           std::ranges::any_of(resultFileList(), [&](const ResultFileEntry& entry) {
+           std::any_of(list.begin(), list.end(), [&](const ResultFileEntry& entry) {
                return entry.place == ResultPlace::kPluginImage && name.ends_with(entry.name) &&
                       resultStem(name.substr(0, name.size() - entry.name.size())) == stem;
            });

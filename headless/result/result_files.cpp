@@ -39,7 +39,7 @@ std::string ignoredNames(std::initializer_list<ResultPlace> places) {
     std::string text;
     std::string_view last;
     for (const ResultFileEntry& entry : kList) {
-        if (std::ranges::find(places, entry.place) == places.end()) continue;
+        if (std::find(places.begin(), places.end(), entry.place) == places.end()) continue;
         if (!entry.ignored.empty() && entry.ignored != last) text += std::string(entry.ignored) + "\n";
         last = entry.ignored;
     }

@@ -1,4 +1,4 @@
-import { Address } from './address';
+import { Address, followOwnLinks } from './address';
 import { defaultLook, type Look } from './brain/look';
 import { type Denoising, readDenoising } from './data/denoising';
 import { type Component, type Run, readRun } from './data/run';
@@ -55,6 +55,7 @@ class App {
         place.dataset.run = run.id; // whose labels are in the storage
         document.title = `ICA report: ${run.name}`;
         addEventListener('hashchange', () => void this.route());
+        followOwnLinks();
         addEventListener('keydown', (event) => this.key(event));
     }
 
