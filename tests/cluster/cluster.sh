@@ -37,10 +37,11 @@ fail() {
     echo "FAILED: $1"
     exit 1
 }
-# $1: results; the statuses of their runs on one line
-statuses() { cut -f 6 "$1/runs.tsv" | tail -n +2 | paste -sd ' '; }
+# $1: results; $2: the statuses of their runs
 expect_statuses() {
-    [ "$(statuses "$1")" = "$2" ] || fail "$1 has the statuses $(statuses "$1") instead of $2"
+    local found
+    found=$(cut -f 6 "$1/runs.tsv" | tail -n +2 | paste -sd " " -)
+    [ "$found" = "$2" ] || fail "$1 has the statuses $found instead of $2"
 }
 # $1: results; $2: profile; the rest: further configuration. The whole output goes to $1.log.
 flow() {
@@ -48,7 +49,7 @@ flow() {
     shift 2
     snakemake --snakefile "$workflow/Snakefile" --profile "$workflow/profiles/$profile" --directory "$work/flow-$out" \
         --config znica="$znica" bids="$work/data" out="$work/$out" options="--components 5 --seed 1 $options" "$@" \
-        --seconds-between-status-checks 1 --default-resources slurm_partition=work mem_mb=1000 runtime=10 >"$out.log" 2>&1 || fail "snakemake into $out"
+        --default-resources slurm_partition=work mem_mb=1000 runtime=10 >"$out.log" 2>&1 || fail "snakemake into $out"
 }
 options=""
 
