@@ -45,7 +45,9 @@ protected:
         writeFile(data / "task-rest_bold.json", R"({"RepetitionTime": 2})");
     }
 
-    fs::path imageOf(const std::string& subject) const { return data / subject / "func" / (subject + "_task-rest_bold.nii.gz"); }
+    fs::path imageOf(const std::string& subject) const {
+        return data / subject / "func" / (subject + "_task-rest_bold.nii.gz");
+    }
     void addImage(const std::string& subject, const char* sample) const {
         fs::create_directories(data / subject / "func");
         fs::copy_file(*samples / sample / "sub-sim_task-blocks_bold.nii.gz", imageOf(subject),
@@ -98,7 +100,8 @@ TEST_F(Bids, GivesTheBytesOfSingleRunsWithAnyNumberOfProcesses) {
         const std::string file = std::string("sub-02_task-rest_") + name;
         EXPECT_EQ(textOf(out / "sub-02/func" / file), textOf(folder / "one" / file)) << name;
     }
-    EXPECT_EQ(textOf(out / "sub-02/func/sub-02_task-rest_desc-ICA_plugin/ICA.vox"), textOf(folder / "one/plugin/ICA.vox"));
+    EXPECT_EQ(textOf(out / "sub-02/func/sub-02_task-rest_desc-ICA_plugin/ICA.vox"),
+              textOf(folder / "one/plugin/ICA.vox"));
 }
 
 TEST_F(Bids, RecordsADamagedImageAndGoesOn) {
@@ -115,7 +118,7 @@ TEST_F(Bids, RepeatsOnlyWhatIsNotDone) {
     fs::resize_file(imageOf("sub-01"), 5000);
     EXPECT_EQ(analyse().status, 3);
     const auto firstRecord = fs::last_write_time(out / "logs/sub-02_task-rest.json");
-    EXPECT_THAT(analyse().out, HasSubstr("2 of 2 runs have a record"));         // the image is still damaged
+    EXPECT_THAT(analyse().out, HasSubstr("2 of 2 runs have a record"));             // the image is still damaged
     EXPECT_THAT(analyse({"--rerun", "failed"}).out, HasSubstr("1 of 2 runs have")); // tried again
     addImage("sub-01", "1");
     const CommandResult repaired = analyse();
@@ -136,8 +139,8 @@ TEST_F(Bids, ReplacesAnEarlierResultEntirely) {
 }
 
 TEST_F(Bids, HasStatusFourWhenTheWorstRunLacksComponents) {
-    const CommandResult fewer = znica({"bids", data, out, "participant", "--only", "sub-01_task-rest", "--components", "30",
-                                       "--max-iterations", "3", "--approach", "deflation", "--seed", "1"});
+    const CommandResult fewer = znica({"bids", data, out, "participant", "--only", "sub-01_task-rest", "--components",
+                                       "30", "--max-iterations", "3", "--approach", "deflation", "--seed", "1"});
     EXPECT_EQ(fewer.status, 4) << fewer.out << fewer.err;
     EXPECT_THAT(lastLine(fewer.out), HasSubstr("0 of 1 run done, 1 with fewer components"));
     EXPECT_TRUE(fs::exists(out / "sub-01/func"));
@@ -196,13 +199,18 @@ TEST_F(Bids, StopsAfterTheFirstCrashIfAsked) {
     fs::resize_file(imageOf("sub-01"), 5000);
     const CommandResult result = analyse({"--stop-on-first-crash", "--nprocs", "1"});
     EXPECT_EQ(result.status, 3);
-    EXPECT_THAT(lastLine(result.out), HasSubstr("0 of 2 runs done, 2 without result: sub-01_task-rest, sub-02_task-rest"));
+    EXPECT_THAT(lastLine(result.out),
+                HasSubstr("0 of 2 runs done, 2 without result: sub-01_task-rest, sub-02_task-rest"));
     EXPECT_FALSE(fs::exists(out / "logs/sub-02_task-rest.json"));
 }
 
 TEST_F(Bids, KeepsFinishedRunsWhenInterrupted) {
-    ASSERT_EQ(znica({"bids", data, out, "participant", "--only", "sub-01_task-rest", "--components", "3", "--seed", "1"}).status, 0);
-    RunningCommand running({"bids", data, out, "participant", "--components", "3", "--seed", "1", "--repeats", "1000"}, {});
+    ASSERT_EQ(
+        znica({"bids", data, out, "participant", "--only", "sub-01_task-rest", "--components", "3", "--seed", "1"})
+            .status,
+        0);
+    RunningCommand running({"bids", data, out, "participant", "--components", "3", "--seed", "1", "--repeats", "1000"},
+                           {});
     for (int i = 0; i < 1000 && !fs::exists(out / "logs/sub-02_task-rest.log"); ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }

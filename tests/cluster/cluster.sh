@@ -16,7 +16,7 @@ skip() {
     exit 77
 }
 for program in slurmctld slurmd munged sbatch snakemake; do
-    PATH=$PATH:/usr/sbin command -v $program >/dev/null || skip "$program is not installed (slurm-wlm, munge, snakemake)"
+    [ -n "$(PATH=$PATH:/usr/sbin type -P "$program")" ] || skip "$program is not installed (slurm-wlm, munge, snakemake)"
 done
 [ "$(id -u)" -eq 0 ] || skip "only root can start Slurm's daemons"
 
