@@ -59,7 +59,7 @@ for i in 1 2 3; do
     cp "sample$i/sub-sim_task-blocks_bold.nii.gz" "data/sub-0$i/func/sub-0${i}_task-blocks_bold.nii.gz"
 done
 broken=data/sub-03/func/sub-03_task-blocks_bold.nii.gz
-head -c 20000 "$broken" >cut && mv cut "$broken"
+head -c 20000 "$broken" >half.gz && mv half.gz "$broken"
 "$znica" bids data local participant --components 5 --seed 1 --quiet || true
 
 "$here/slurm_here.sh" start "$work/slurm" || skip "Slurm does not start on this machine"
