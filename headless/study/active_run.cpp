@@ -1,11 +1,11 @@
 #include "headless/study/active_run.h"
 
 #include "headless/result/hidden_folder.h"
+#include "headless/study/last_message.h"
 
 #include <charconv>
 #include <csignal>
 #include <cstring>
-#include <fstream>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -36,17 +36,6 @@ fs::path emptied(const fs::path& log) {
     std::error_code error;
     fs::remove(log, error);
     return log;
-}
-
-// The last sentence that the command printed about itself.
-std::string lastMessage(const fs::path& log) {
-    constexpr char kBegin[] = "znica: ";
-    std::ifstream lines(log, std::ios::binary);
-    std::string message;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with(kBegin)) message = line.substr(sizeof kBegin - 1);
-    }
-    return message;
 }
 
 std::string signalText(int status) {

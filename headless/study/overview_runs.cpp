@@ -2,6 +2,7 @@
 
 #include "headless/bids/bids_name.h"
 #include "headless/bids/read_folder.h"
+#include "headless/study/last_message.h"
 #include "headless/study/outliers.h"
 
 #include <fstream>
@@ -61,6 +62,8 @@ OverviewRun readRun(const fs::path& logs, const std::string& name) {
     run.status = "no record";
     run.message = stream.is_open() ? "its record is damaged; analyse it again."
                                    : "it is under way or was killed; analyse it again if nothing is running.";
+    const std::string last = lastMessage(logs / (name + ".log"));
+    if (!last.empty()) run.message += " Its log says: " + last;
     return run;
 }
 

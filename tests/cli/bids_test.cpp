@@ -242,7 +242,7 @@ TEST_F(Bids, ShowsAllRunsInATable) {
     fs::resize_file(imageOf("sub-02"), 5000);
     analyse();
     fs::remove_all(data); // the results alone count
-    writeFile(out / "logs/sub-03_task-rest.log", "");
+    writeFile(out / "logs/sub-03_task-rest.log", "begun\nznica: needs more memory.\n");
     writeFile(out / "logs/sub-04_task-rest.json", "{ damaged");
     const CommandResult group = znica({"bids", data, out, "group"});
     EXPECT_EQ(group.status, 0) << group.err;
@@ -254,6 +254,7 @@ TEST_F(Bids, ShowsAllRunsInATable) {
     EXPECT_EQ(table[2][4], "no result");
     EXPECT_EQ(table[2][5], "3");
     EXPECT_EQ(table[3][4], "no record");
+    EXPECT_THAT(table[3].back(), HasSubstr("Its log says: needs more memory."));
     EXPECT_EQ(table[4][4], "no record");
     const json columns = json::parse(textOf(out / "runs.json"));
     for (const char* column : {"voxels", "stability", "outliers"}) EXPECT_TRUE(columns.contains(column)) << column;

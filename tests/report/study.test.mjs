@@ -46,7 +46,13 @@ function study(name, records) {
     return join(out, 'index.html');
 }
 
-const DAMAGED = { ExitStatus: 3, Message: 'x.nii.gz is truncated or damaged.', Voxels: null, Files: [], Thumbnail: null };
+const DAMAGED = {
+    ExitStatus: 3,
+    Message: 'x.nii.gz is truncated or damaged.',
+    Voxels: null,
+    Files: [],
+    Thumbnail: null,
+};
 
 async function open(browser, file) {
     const page = await browser.context.newPage();
