@@ -49,7 +49,10 @@ BidsName BidsName::without(const std::vector<std::string_view>& left) const {
 
 std::string BidsName::entityText() const {
     std::string text;
-    for (const auto& [key, label] : entities) text += (text.empty() ? "" : "_") + key + "-" + label;
+    for (const auto& [key, label] : entities) {
+        if (!text.empty()) text += '_';
+        text.append(key).append("-").append(label);
+    }
     return text;
 }
 

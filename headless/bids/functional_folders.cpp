@@ -35,7 +35,7 @@ std::set<std::string> prefixed(const std::vector<std::string>& labels, const std
 }
 
 std::vector<std::string> chosenSubjects(const fs::path& dataset, const std::vector<std::string>& participants) {
-    const std::vector<std::string> all = foldersIn(dataset, "sub-");
+    std::vector<std::string> all = foldersIn(dataset, "sub-");
     if (all.empty()) {
         throw Failure(ExitStatus::kInput,
                       dataset.string() + " has no folders sub-*; name the folder of a BIDS dataset.");

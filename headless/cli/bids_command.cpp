@@ -139,7 +139,9 @@ void addBidsCommand(CLI::App& app, Action& action) {
     bids->add_option("OUT_DIR", c->options.out, "folder for the results")->required();
     bids->add_option("LEVEL", c->level, "participant: analyse; group: overview of all results")
         ->required()
-        ->check(CLI::IsMember({"participant", "group"}));
+        ->check([](const std::string& text) {
+            return text == "participant" || text == "group" ? "" : "needs participant or group; got " + text;
+        });
     addShared(*bids, *c);
     addSelectionOptions(*bids, c->options);
     addSchedulingOptions(*bids, c->options);

@@ -38,6 +38,13 @@ fs::path emptied(const fs::path& log) {
     return log;
 }
 
+std::string replaced(std::string text, const std::string& what, const std::string& by) {
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) {
+        text.replace(at, what.size(), by);
+    }
+    return text;
+}
+
 std::string signalText(int status) {
     if (status <= 128) return "it ended without a message; see its log.";
     const int signal = status - 128;
@@ -70,7 +77,9 @@ std::optional<RunOutcome> ActiveRun::ended() {
     outcome.status = end->status;
     outcome.seconds = since_.seconds();
     outcome.peakBytes = end->peakBytes;
-    if (outcome.status != 0) outcome.message = lastMessage(log_);
+    // Of a successful run: that it has no report, for instance. The name of the hidden folder means nothing to the
+    // user.
+    outcome.message = replaced(lastMessage(log_), result().string(), work_.parent_path().string());
     if (outcome.status != 0 && (outcome.status > 128 || outcome.message.empty()))
         outcome.message = signalText(outcome.status);
     return outcome;

@@ -88,7 +88,10 @@ void filterBy(const char* entity, const std::vector<std::string>& given, std::ve
 }
 
 void keepSpace(const std::string& wanted, std::vector<Candidate>& candidates) {
-    if (candidates.empty() || !candidates.front().preprocessed) return;
+    if (!candidates.front().preprocessed && wanted.empty()) return;
+    if (!candidates.front().preprocessed) {
+        refuse("--space chooses among preprocessed images; say with --derivatives where they are.");
+    }
     std::set<std::string> spaces;
     for (const Candidate& candidate : candidates) spaces.insert(spaceOf(candidate.image.name));
     const std::string chosen = chooseSpace({spaces.begin(), spaces.end()}, wanted);

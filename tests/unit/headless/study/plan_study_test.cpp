@@ -154,6 +154,12 @@ TEST_F(PlanStudy, WantsASpaceToBeChosen) {
     EXPECT_THAT(complaint(), HasSubstr("no image is in the space T1w; the spaces are MNI:res-1"));
 }
 
+TEST_F(PlanStudy, RefusesASpaceWithoutDerivatives) {
+    make({"ds/sub-01/func/sub-01_task-rest_bold.nii.gz"});
+    options.selection.space = "MNI";
+    EXPECT_THAT(complaint(), HasSubstr("--space chooses among preprocessed images"));
+}
+
 TEST_F(PlanStudy, TakesADatasetOfDerivativesAsSuch) {
     make({"ds/sub-01/func/sub-01_task-rest_desc-preproc_bold.nii.gz",
           "ds/sub-01/func/sub-01_task-rest_desc-smooth_bold.nii.gz",
