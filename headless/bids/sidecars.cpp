@@ -31,6 +31,7 @@ std::vector<fs::path> applicableIn(const fs::path& folder, const BidsName& image
         return a.entities != b.entities ? a.entities > b.entities : a.file < b.file;
     });
     std::vector<fs::path> files;
+    files.reserve(found.size());
     for (Sidecar& sidecar : found) files.push_back(std::move(sidecar.file));
     return files;
 }

@@ -64,10 +64,11 @@ void addResult(const PlannedRun& run, const fs::path& work, Json& record) {
     record["Thumbnail"] = thumbnailOf(files);
 }
 
+// Equal times count as newer: clocks of file systems tick in milliseconds, some in seconds.
 bool isNewer(const fs::path& file, const fs::path& record) {
     std::error_code error;
     const auto changed = fs::last_write_time(file, error);
-    return !error && changed > fs::last_write_time(record, error) && !error;
+    return !error && changed >= fs::last_write_time(record, error) && !error;
 }
 
 } // namespace
