@@ -158,7 +158,7 @@ private:
         guard_.lock(); // for good
         for (const ActiveRun& run : active_) run.process().terminate();
         active_.clear();
-        return summary_.text() + "; the same command goes on.";
+        return summary_.text() + "; give the same command again to continue.";
     }
 
     const StudyPlan& plan_;

@@ -217,7 +217,7 @@ TEST_F(Bids, KeepsFinishedRunsWhenInterrupted) {
     const CommandResult ended = running.end(SIGTERM);
     EXPECT_EQ(ended.status, 143);
     EXPECT_THAT(ended.err, HasSubstr("interrupted; "));
-    EXPECT_THAT(ended.err, HasSubstr("the same command goes on"));
+    EXPECT_THAT(ended.err, HasSubstr("give the same command again to continue"));
     for (const std::string& name : namesIn(out)) EXPECT_THAT(name, Not(HasSubstr("unfinished")));
     EXPECT_THAT(namesIn(out / "sub-01/func"), Not(testing::IsEmpty())); // of the earlier settings
     EXPECT_EQ(analyse().status, 0);
