@@ -1,5 +1,6 @@
 #include "headless/bids/entity_filter.h"
 
+#include "headless/bids/shallow_json.h"
 #include "headless/failure/failure.h"
 #include "headless/text/input_file.h"
 
@@ -51,7 +52,7 @@ void EntityFilter::allow(const std::string& entity, std::vector<std::string> lab
 }
 
 void EntityFilter::addFile(const std::filesystem::path& file) {
-    const Json json = Json::parse(readWholeFile(file), nullptr, false);
+    const Json json = parseShallow<Json>(readWholeFile(file));
     if (!json.is_object()) refuseFile(file, "is not a JSON object; fix it, or leave out --bids-filter-file.");
     const auto query = json.find("bold");
     if (query == json.end() || !query->is_object()) {

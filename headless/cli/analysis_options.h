@@ -9,7 +9,7 @@ namespace zn::headless {
 // The options of `znica run` that other commands have, too.
 
 /// What is analysed and how: everything but the image, the output and its replacement.
-void addAnalysisOptions(CLI::App& command, RunOptions& options);
+void addAnalysisOptions(CLI::App& run, RunOptions& options);
 
 /// Seed, threads, repeats, what is printed and written.
 void addControlOptions(CLI::App& command, RunControl& control);

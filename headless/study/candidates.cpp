@@ -2,6 +2,7 @@
 
 #include "headless/bids/entity_filter.h"
 #include "headless/bids/functional_folders.h"
+#include "headless/bids/shallow_json.h"
 #include "headless/bids/space.h"
 #include "headless/bids/word_list.h"
 #include "headless/failure/failure.h"
@@ -25,7 +26,7 @@ namespace fs = std::filesystem;
 
 bool isDerivative(const fs::path& dataset) {
     std::ifstream file(dataset / "dataset_description.json");
-    const auto description = nlohmann::json::parse(file, nullptr, false);
+    const auto description = parseShallow<nlohmann::json>(file);
     return description.is_object() && description.value("DatasetType", nlohmann::json()) == "derivative";
 }
 

@@ -2,6 +2,7 @@
 
 #include "headless/bids/bids_name.h"
 #include "headless/bids/read_folder.h"
+#include "headless/bids/shallow_json.h"
 #include "headless/study/last_message.h"
 #include "headless/study/outliers.h"
 
@@ -54,7 +55,7 @@ OverviewRun readRun(const fs::path& logs, const std::string& name) {
     }
     const fs::path file = logs / (name + ".json");
     std::ifstream stream(file, std::ios::binary);
-    const Json record = stream ? Json::parse(stream, nullptr, false) : Json();
+    const Json record = stream ? parseShallow<Json>(stream) : Json();
     if (record.is_object() && record.contains("ExitStatus") && record["ExitStatus"].is_number_integer()) {
         addRecord(record, run);
         return run;

@@ -1,5 +1,6 @@
 #include "headless/study/run_outcome.h"
 
+#include "headless/bids/shallow_json.h"
 #include "headless/failure/failure.h"
 #include "headless/result/result_files.h"
 #include "headless/study/thumbnail.h"
@@ -17,7 +18,7 @@ using Json = nlohmann::ordered_json;
 
 Json jsonIn(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    return Json::parse(stream, nullptr, false);
+    return parseShallow<Json>(stream);
 }
 
 // nullptr where a member is missing on the way.
