@@ -55,9 +55,9 @@ std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
 
 // The image's own sidecar, then those that it inherits from folders above; the nearest with a repetition time counts.
 std::optional<Candidate> fromSidecars(const fs::path& image, bool needed) {
-    if (const auto own = fromSidecar(sidecarOf(image), needed)) return own; // without listing any folder
+    if (auto own = fromSidecar(sidecarOf(image), needed)) return own; // without listing any folder
     for (const fs::path& file : sidecarsOf(image)) {
-        if (const auto found = fromSidecar(file, needed)) return found;
+        if (auto found = fromSidecar(file, needed)) return found;
     }
     return std::nullopt;
 }
