@@ -98,6 +98,7 @@ std::vector<OverviewRun> readOverviewRuns(const fs::path& folder) {
                                                             "with znica bids BIDS_DIR OUT_DIR participant.");
     }
     std::vector<OverviewRun> runs;
+    runs.reserve(names.size());
     for (const std::string& name : names) runs.push_back(readRun(logs, name));
     markOutliers(runs);
     return runs;
