@@ -4,6 +4,7 @@ namespace zn::headless {
 
 void addCommands(CLI::App& app, Action& action) {
     addRunCommand(app, action);
+    addBidsCommand(app, action);
     addDenoiseCommand(app, action);
     addSimulateCommand(app, action);
     addScoreCommand(app, action);

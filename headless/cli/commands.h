@@ -12,6 +12,9 @@ void addCommands(CLI::App& app, Action& action);
 /// `znica run`
 void addRunCommand(CLI::App& app, Action& action);
 
+/// `znica bids BIDS_DIR OUT_DIR participant|group`: the command line of a BIDS App.
+void addBidsCommand(CLI::App& app, Action& action);
+
 /// `znica simulate`: creates a sample with known sources in a new folder.
 void addSimulateCommand(CLI::App& app, Action& action);
 

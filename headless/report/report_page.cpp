@@ -16,7 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kPlace = "<!-- the data of the run -->";
-constexpr char kTemplateName[] = "report-template.html";
 
 } // namespace
 
@@ -52,11 +51,11 @@ void ReportPage::write(const fs::path& file) const {
     replaceTextFile(file, before_ + blocks_ + after_);
 }
 
-fs::path findReportTemplate() {
+fs::path findReportTemplate(const char* name) {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
     for (const char* place : {".", "../share/znica"}) {
-        fs::path file = (folder / place / kTemplateName).lexically_normal();
+        fs::path file = (folder / place / name).lexically_normal();
         if (fs::exists(file, error)) return file;
     }
     return {};

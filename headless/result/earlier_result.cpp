@@ -33,15 +33,6 @@ nlohmann::json jsonIn(const fs::path& file) {
     return nlohmann::json::parse(readWholeFile(file), nullptr, false);
 }
 
-bool isMadeByZnica(const fs::path& folder) {
-    const auto description = jsonIn(folder / nameOf(ResultFile::kDatasetDescription));
-    const auto generators = description.is_object() ? description.find("GeneratedBy") : description.end();
-    if (!description.is_object() || generators == description.end()) return false;
-    return std::any_of(generators->begin(), generators->end(), [](const auto& generator) {
-        return generator.is_object() && generator.contains("Name") && generator["Name"] == "znica";
-    });
-}
-
 bool isSample(const fs::path& folder) {
     const auto truth = jsonIn(folder / nameOf(ResultFile::kTruth));
     return truth.is_object() && truth.contains("sources") && truth.contains("seed");
@@ -104,6 +95,15 @@ std::string foreignNameInResult(const fs::path& folder, const std::set<std::stri
 }
 
 } // namespace
+
+bool isMadeByZnica(const fs::path& folder) {
+    const auto description = jsonIn(folder / nameOf(ResultFile::kDatasetDescription));
+    const auto generators = description.is_object() ? description.find("GeneratedBy") : description.end();
+    if (!description.is_object() || generators == description.end()) return false;
+    return std::any_of(generators->begin(), generators->end(), [](const auto& generator) {
+        return generator.is_object() && generator.contains("Name") && generator["Name"] == "znica";
+    });
+}
 
 std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     std::set<std::string> names = namesIn(folder);
