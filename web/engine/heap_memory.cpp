@@ -15,6 +15,10 @@ std::optional<std::int64_t> availableMemoryBytes(const std::filesystem::path&) {
     return most - grown + free;
 }
 
+std::optional<std::int64_t> usableMemoryBytes() {
+    return availableMemoryBytes(); // no batch job here
+}
+
 std::optional<std::int64_t> addressSpaceLeftBytes() {
     return std::nullopt;
 }
