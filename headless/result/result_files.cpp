@@ -27,6 +27,10 @@ std::string ResultFileEntry::in(const std::string& stem) const {
     return (follows ? stem : "") + std::string(name);
 }
 
+bool ResultFileEntry::isOfRun() const {
+    return place == ResultPlace::kRun || place == ResultPlace::kRunAndSample || place == ResultPlace::kRunAndDenoised;
+}
+
 std::span<const ResultFileEntry> resultFileList() {
     return kList;
 }

@@ -26,6 +26,8 @@ struct ResultFileEntry {
 
     /// The full name in a folder whose names begin with `stem`.
     std::string in(const std::string& stem) const;
+    /// Whether it may be in the folder of a run.
+    bool isOfRun() const;
 };
 
 /// The entire list, in the order of its file.

@@ -27,9 +27,8 @@ struct Move {
 std::vector<Move> movesOf(const PlannedRun& run) {
     std::vector<Move> moves;
     for (const ResultFileEntry& entry : resultFileList()) {
-        if (entry.place != ResultPlace::kRun && entry.place != ResultPlace::kRunAndSample) continue;
         const std::string name = entry.in(run.name);
-        if (entry.name.starts_with('_')) moves.push_back({name, run.folder / name});
+        if (entry.isOfRun() && entry.name.starts_with('_')) moves.push_back({name, run.folder / name});
     }
     for (const std::string& name : descriptionNames(run.name)) moves.push_back({name, run.folder / name});
     moves.push_back({"plugin", run.folder / (run.name + "_desc-ICA_plugin")});
