@@ -6,7 +6,7 @@
 set -eu
 place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
-mkdir "$place/image" "$place/root" "$place/data" "$place/out"
+mkdir "$place/image" "$place/tree" "$place/data" "$place/out"
 chown 4242:4242 "$place/out"
 chmod 755 "$place"
 
@@ -15,19 +15,19 @@ digest() { grep -oE "\"$1\":[^}]*sha256:[0-9a-f]{64}" "$2" | sed 's/.*sha256://'
 blobs=$place/image/blobs/sha256
 manifest=$blobs/$(digest manifests "$place/image/index.json")
 entry=$(sed -E 's/.*"Entrypoint":\["([^"]*)"\].*/\1/' "$blobs/$(digest config "$manifest")")
-tar xf "$blobs/$(digest layers "$manifest")" -C "$place/root"
+tar xf "$blobs/$(digest layers "$manifest")" -C "$place/tree"
 
 # In a mount namespace of its own, so that nothing stays mounted. $0: the folder; $1: the entry point.
 # shellcheck disable=SC2016 # for the inner shell
 unshare --mount sh -euc '
-    mount --bind "$0/root" "$0/root"
-    mount --bind /proc "$0/root/proc"
-    mount --bind "$0/data" "$0/root/data"
-    mount --bind "$0/out" "$0/root/out"
-    mount -o remount,bind,ro "$0/root"
-    chroot "$0/root" "$1" simulate --size tiny --out /data/sample
-    mount -o remount,bind,ro "$0/root/data"
-    inside() { chroot --userspec=4242:4242 "$0/root" env -i "$@"; }
+    mount --bind "$0/tree" "$0/tree"
+    mount --bind /proc "$0/tree/proc"
+    mount --bind "$0/data" "$0/tree/data"
+    mount --bind "$0/out" "$0/tree/out"
+    mount -o remount,bind,ro "$0/tree"
+    chroot "$0/tree" "$1" simulate --size tiny --out /data/sample
+    mount -o remount,bind,ro "$0/tree/data"
+    inside() { chroot --userspec=4242:4242 "$0/tree" env -i "$@"; }
     if inside touch /tmp/file || inside touch /data/file; then exit 1; fi
     inside "$1" run /data/sample/sub-sim_task-blocks_bold.nii.gz --components 3 --seed 1 --out /out/result
 ' "$place" "$entry"
