@@ -61,7 +61,7 @@ std::string runsDescription() {
     json["outliers"] = {{"Description", "Columns whose value is more than three median absolute deviations (x 1.4826) "
                                         "from the median over all runs"}};
     json["notes"] = {{"Description", "Remarks on the input"}};
-    json["message"] = {{"Description", "Why there is no result, or not all of it"}};
+    json["message"] = {{"Description", "Why a result is missing or incomplete"}};
     return json.dump(2) + "\n";
 }
 

@@ -12,7 +12,7 @@ namespace zn::headless {
 ///   dataset_description.json  .bidsignore
 ///   sub-01/[ses-1/]func/      the results, "NAME_desc-ICA_components.nii.gz" with "NAME_desc-ICA_components.json", ...
 ///   sub-01_task-rest.html     the report of a run
-///   logs/sub-01_task-rest.json, .log     its record, which appears last: without a record there is no result
+///   logs/sub-01_task-rest.json, .log     its record, written last: a run without one has no result
 ///   index.html  runs.tsv  runs.json      the overview
 class StudyFolder {
 public:
