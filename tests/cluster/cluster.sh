@@ -26,7 +26,7 @@ work=$(mktemp -d)
 finish() {
     status=$?
     "$here/slurm_here.sh" stop "$work/slurm"
-    [ $status -eq 0 ] || tail -n 30 "$work"/*.log 2>/dev/null || true
+    if [ $status -ne 0 ]; then find "$work" -maxdepth 1 -name '*.log' -exec tail -n 30 {} +; fi
     rm -rf "$work"
     exit $status
 }
@@ -60,7 +60,9 @@ for i in 1 2 3; do
 done
 broken=data/sub-03/func/sub-03_task-blocks_bold.nii.gz
 head -c 20000 "$broken" >half.gz && mv half.gz "$broken"
-"$znica" bids data local participant --components 5 --seed 1 --quiet || true
+status=0
+"$znica" bids data local participant --components 5 --seed 1 --quiet || status=$?
+[ $status -eq 3 ] || fail "the damaged image led to the status $status instead of 3"
 
 "$here/slurm_here.sh" start "$work/slurm" || skip "Slurm does not start on this machine"
 export SLURM_CONF=$work/slurm/slurm.conf

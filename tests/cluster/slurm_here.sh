@@ -72,7 +72,9 @@ start() {
 stop() {
     local file
     for file in slurmd.pid slurmctld.pid munge/pid; do
-        if [ -s "$dir/$file" ]; then kill "$(cat "$dir/$file")" || true; fi
+        [ -s "$dir/$file" ] || continue
+        # One that has ended by itself needs no signal.
+        if kill -0 "$(cat "$dir/$file")" 2>/dev/null; then kill "$(cat "$dir/$file")"; fi
     done
 }
 
