@@ -16,16 +16,21 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-ResultFile sidecarOf(DenoiseMethod method) {
+struct MethodFiles {
+    ResultFile image;
+    ResultFile sidecar;
+};
+
+MethodFiles filesOf(DenoiseMethod method) {
     switch (method) {
     case DenoiseMethod::kAggressive:
-        return ResultFile::kAggressiveSidecar;
+        return {ResultFile::kAggressive, ResultFile::kAggressiveSidecar};
     case DenoiseMethod::kOrthogonalised:
-        return ResultFile::kOrthogonalisedSidecar;
+        return {ResultFile::kOrthogonalised, ResultFile::kOrthogonalisedSidecar};
     case DenoiseMethod::kNonAggressive:
         break;
     }
-    return ResultFile::kNonAggressiveSidecar;
+    return {ResultFile::kNonAggressive, ResultFile::kNonAggressiveSidecar};
 }
 
 const char* explanationOf(DenoiseMethod method) {
@@ -88,15 +93,7 @@ std::string dump(const Json& json) {
 } // namespace
 
 ResultFile imageFileOf(DenoiseMethod method) {
-    switch (method) {
-    case DenoiseMethod::kAggressive:
-        return ResultFile::kAggressive;
-    case DenoiseMethod::kOrthogonalised:
-        return ResultFile::kOrthogonalised;
-    case DenoiseMethod::kNonAggressive:
-        break;
-    }
-    return ResultFile::kNonAggressive;
+    return filesOf(method).image;
 }
 
 void writeSidecar(const Denoising& run) {
@@ -123,7 +120,7 @@ void writeSidecar(const Denoising& run) {
                          {"BLAS", {{"Library", blasLibrary()}, {"Kernels", blasKernels()}}},
                          {"Notes", run.notes}};
     json["Inputs"] = inputsOf(run);
-    writeTextFile((*run.files)[sidecarOf(run.options.method)], dump(json));
+    writeTextFile((*run.files)[filesOf(run.options.method).sidecar], dump(json));
 }
 
 void writeDatasetFiles(const Denoising& run) {
