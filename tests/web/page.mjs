@@ -4,7 +4,7 @@ import { existsSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { missingBrowser } from '../report/browser.mjs';
+import { missingBrowser, watchedPage } from '../report/browser.mjs';
 
 export const PAGE = process.env.ZNICA_PAGE ?? fileURLToPath(new URL('../../build/web/znica.html', import.meta.url));
 export const PYTHON = '/usr/bin/python3';
@@ -23,18 +23,8 @@ export function scratchFolder() {
 
 /** Opens the page and waits until it takes files. `page.complaints` and `page.requests` collect what happens. */
 export async function openPage(browser, settings = {}) {
-    const page = await browser.context.newPage();
-    page.complaints = [];
-    page.requests = [];
-    page.on('console', (message) => {
-        if (message.type() === 'error' || message.type() === 'warning') page.complaints.push(message.text());
-    });
-    page.on('pageerror', (error) => page.complaints.push(error.stack));
-    page.on('request', (request) => page.requests.push(request.url()));
+    const page = await watchedPage(browser, settings);
     page.on('dialog', (dialog) => dialog.accept());
-    if (settings.viewport) await page.setViewportSize(settings.viewport);
-    if (settings.first) await page.addInitScript(settings.first);
-    await page.emulateMedia({ colorScheme: settings.dark ? 'dark' : 'light' });
     await page.goto(`file://${PAGE}`);
     await page.locator(settings.until ?? '#sample').waitFor();
     return page;
