@@ -1,5 +1,6 @@
 #include "headless/cli/commands.h"
 
+#include "headless/cli/absolute_path.h"
 #include "headless/cli/analysis_options.h"
 #include "headless/cli/forwarded_options.h"
 #include "headless/cli/help_pages.h"
@@ -19,8 +20,6 @@ namespace zn::headless {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr char kExamples[] = "All options of znica run (see --help-all) apply to every run.\n"
                              "Examples:\n"
                              "  znica bids data out participant --task rest --components auto\n"
@@ -35,13 +34,6 @@ struct Command {
     bool list = false;
     std::vector<const CLI::Option*> shared; // with `znica run`, and passed on
 };
-
-fs::path absolutePath(const fs::path& path) {
-    std::error_code error;
-    const fs::path absolute = fs::absolute(path, error).lexically_normal();
-    if (error) return path;
-    return absolute.has_filename() ? absolute : absolute.parent_path();
-}
 
 void setDummyScans(StudyOptions& options, const std::string& text) {
     options.dummyScansFromConfounds = text == "confounds";

@@ -1,5 +1,6 @@
 #include "headless/cli/study_options.h"
 
+#include "headless/cli/absolute_path.h"
 #include "headless/cli/help_pages.h"
 
 #include <string>
@@ -9,14 +10,6 @@ namespace zn::headless {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A folder that exists under its full path, for messages, records and links between datasets.
-fs::path absolutePath(const std::string& text) {
-    std::error_code error;
-    fs::path path = fs::absolute(text, error).lexically_normal();
-    if (error) path = text;
-    return path.has_filename() ? path : path.parent_path();
-}
 
 void addDerivatives(StudyOptions& options, const std::vector<std::string>& texts) {
     options.derivatives.clear();
