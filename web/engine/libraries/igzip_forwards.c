@@ -1,5 +1,6 @@
 // Three functions that ISA-L's portable part defines with other types than it calls them with, which WebAssembly does
-// not allow. Compression level 3 and zlib's format need them, gzip at level 1 does not; see cmake/web_libraries.cmake.
+// not allow. Deflation at level 3 and zlib's format need them. Inflating gzip does not, but its functions share files with
+// those that do; see cmake/web_libraries.cmake.
 #include <stdint.h>
 
 struct isal_zstream;
