@@ -53,11 +53,12 @@ Json pageRun(const OverviewRun& run) {
             {"exitStatus", run.exitStatus ? Json(*run.exitStatus) : Json(nullptr)}};
 }
 
-void writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
+// False, with a message, where the template of the page is not installed.
+bool writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
     const fs::path page = findReportTemplate(kStudyTemplate);
     if (page.empty()) {
         std::fprintf(stderr, "znica: no index.html was written because its template is not installed.\n");
-        return;
+        return false;
     }
     Json list = Json::array();
     for (const OverviewRun& run : runs) list.push_back(pageRun(run));
@@ -68,6 +69,7 @@ void writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
     ReportPage report(page);
     report.add("study", data.dump(-1, ' ', false, Json::error_handler_t::replace));
     report.write(folder / "index.html");
+    return true;
 }
 
 std::string summaryOf(const std::vector<OverviewRun>& runs) {
@@ -86,8 +88,8 @@ std::string writeOverview(const fs::path& folder) {
     const std::vector<OverviewRun> runs = readOverviewRuns(folder);
     replaceTextFile(folder / "runs.tsv", runsTable(runs));
     replaceTextFile(folder / "runs.json", runsDescription());
-    writePage(folder, runs);
-    return summaryOf(runs) + "; overview: " + (folder / "index.html").string();
+    const fs::path overview = folder / (writePage(folder, runs) ? "index.html" : "runs.tsv");
+    return summaryOf(runs) + "; overview: " + overview.string();
 }
 
 } // namespace zn::headless

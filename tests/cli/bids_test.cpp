@@ -258,7 +258,9 @@ TEST_F(Bids, ShowsAllRunsInATable) {
     EXPECT_EQ(table[4][4], "no record");
     const json columns = json::parse(textOf(out / "runs.json"));
     for (const char* column : {"voxels", "stability", "outliers"}) EXPECT_TRUE(columns.contains(column)) << column;
+    const char* overview = REPORT_IS_BUILT != 0 ? "index.html" : "runs.tsv";
     EXPECT_EQ(fs::exists(out / "index.html"), REPORT_IS_BUILT != 0);
+    EXPECT_THAT(group.out, HasSubstr("; overview: " + (out / overview).string() + "\n"));
 }
 
 TEST_F(Bids, HasNothingToShowWithoutRecords) {
