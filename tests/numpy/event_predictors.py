@@ -40,9 +40,11 @@ def predictor(events):
         first = round((onset + start) / STEP)
         last = first + 1 if brief else round((onset + duration + start) / STEP)
         signal[first:last] += 1 / STEP if brief else 1
-    expected = np.convolve(signal, response())[: len(signal)] * STEP
+    h = response()
     middles = (np.arange(VOLUMES) + 0.5) * SECONDS_PER_VOLUME
-    return expected[np.round((middles + start) / STEP).astype(int) - 1]  # element i is at (i + 1) steps
+    ends = np.round((middles + start) / STEP).astype(int)  # the steps before a middle count
+    padded = np.concatenate([np.zeros(len(h)), signal])
+    return np.array([padded[end : end + len(h)] @ h[::-1] * STEP for end in ends])
 
 
 def main():
