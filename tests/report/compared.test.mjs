@@ -4,7 +4,7 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
 import { describe, test } from 'node:test';
 import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
-import { cardNames, isFlipped, numberOf } from './page_contents.mjs';
+import { CHART, cardNames, chartData, isFlipped, numberOf } from './page_contents.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
 const PLACES = [
@@ -65,3 +65,24 @@ for (const renderer of ['webgl2', 'canvas']) {
         });
     });
 }
+
+describe('a page of two results', { skip: missingBrowser }, () => {
+    const browser = browserFor('canvas');
+
+    test('draws each time course and spectrum with its own repetition time', async () => {
+        const first = madeUp('slow', { components: 2, volumes: 100, trMilliseconds: 2000 });
+        const second = madeUp('fast', { components: 2, volumes: 161, trMilliseconds: 1500 });
+        execFileSync(ZNICA, ['report', first.folder, '--compare', second.folder]);
+        const page = await openReport(browser, first.report, { at: '#/component/ICA_00' });
+        const ends = async (chart) =>
+            (await chartData(page, chart)).datasets.slice(0, 2).map(({ data }) => data.at(-1).x);
+        assert.deepEqual(await ends('course'), [99 * 2, 160 * 1.5]);
+        const [slow, fast] = await ends('spectrum');
+        assert.equal(slow, 0.25);
+        assert.ok(Math.abs(fast - 1 / 3) < 1e-9, `${fast}`);
+        const shown = (chart) =>
+            page.locator(CHART(chart)).evaluate((canvas) => [canvas.chart.scales.x.min, canvas.chart.scales.x.max]);
+        assert.deepEqual(await shown('course'), [0, 240]);
+        await page.close();
+    });
+});

@@ -12,23 +12,22 @@ export function spectrumOf(component: Component): Spectrum {
     return spectrum;
 }
 
+/** In Hz. */
+function nyquistOf({ trSeconds }: Component): number {
+    return 0.5 / trSeconds;
+}
+
 /**
  * Power over frequency in true Hz with the bands shaded. Returns a note on the method, and on the plug-in's own clock
  * where that differs: it takes the repetition time in whole seconds, so it gives the limits of the bands other names.
  */
-export function showSpectrum(
-    box: ChartBox,
-    bands: Bands,
-    trSeconds: number,
-    component: Component,
-    other: Component | null,
-): string {
-    const nyquist = 0.5 / trSeconds;
+export function showSpectrum(box: ChartBox, bands: Bands, component: Component, other: Component | null): string {
+    const nyquist = nyquistOf(component);
     const curve = (of: Component, name: string): object => {
         const spectrum = spectrumOf(of);
         return {
             label: of.title,
-            data: spectrum.position.map((position, k) => ({ x: position * nyquist, y: spectrum.percent[k] })),
+            data: spectrum.position.map((position, k) => ({ x: position * nyquistOf(of), y: spectrum.percent[k] })),
             borderColor: colour(name),
             backgroundColor: colour(`${name}-fill`),
             fill: other === null,
@@ -51,7 +50,12 @@ export function showSpectrum(
                 normalized: true,
                 interaction: { mode: 'index', intersect: false },
                 scales: {
-                    x: { ...wholeAxis('Frequency (Hz)'), type: 'linear', min: 0, max: nyquist },
+                    x: {
+                        ...wholeAxis('Frequency (Hz)'),
+                        type: 'linear',
+                        min: 0,
+                        max: Math.max(nyquist, other ? nyquistOf(other) : 0),
+                    },
                     y: { ...axis('Power (% of total)'), min: 0 },
                 },
                 plugins: {
@@ -71,7 +75,7 @@ export function showSpectrum(
     const { segmentVolumes, points } = spectrumOf(component);
     return (
         `Welch's method: ${segmentVolumes}-volume segments overlapping by half, Hamming window, `
-        + `${points} points.${clockNote(bands, trSeconds)}`
+        + `${points} points.${clockNote(bands, component.trSeconds)}`
     );
 }
 

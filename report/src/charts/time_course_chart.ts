@@ -9,6 +9,10 @@ interface Curve {
     values: number[];
 }
 
+function duration({ timeCourse, trSeconds }: Component): number {
+    return (timeCourse.length - 1) * trSeconds;
+}
+
 /** A predictor scaled to the range of the time course. */
 export function scaledPredictor({ predictor: { name, values } }: PredictorMatch): Curve {
     const low = Math.min(...values);
@@ -21,14 +25,12 @@ export function scaledPredictor({ predictor: { name, values } }: PredictorMatch)
 
 /** Time courses over seconds: the component, its best-matching predictor, and a second component. */
 export function showTimeCourse(box: ChartBox, run: Run, component: Component, other: Component | null): void {
-    const points = (values: number[]): { x: number; y: number }[] =>
-        values.map((y, t) => ({ x: Number((t * run.trSeconds).toFixed(3)), y }));
     const match = predictorMatch(run, component);
     const predictor = match && scaledPredictor(match);
-    const seconds = (component.timeCourse.length - 1) * run.trSeconds;
-    const line = (curve: Curve, name: string, width: number, dash: number[] = []): object => ({
+    const seconds = Math.max(duration(component), other ? duration(other) : 0);
+    const line = (curve: Curve, trSeconds: number, name: string, width: number, dash: number[] = []): object => ({
         label: curve.label,
-        data: points(curve.values),
+        data: curve.values.map((y, t) => ({ x: Number((t * trSeconds).toFixed(3)), y })),
         borderColor: colour(name),
         borderWidth: width,
         borderDash: dash,
@@ -37,16 +39,25 @@ export function showTimeCourse(box: ChartBox, run: Run, component: Component, ot
         tension: 0,
     });
     const text =
-        `Time course of ${component.title} over ${seconds.toFixed(0)} seconds`
+        `Time course of ${component.title} over ${duration(component).toFixed(0)} seconds`
         + (predictor ? `, with the predictor ${predictor.label}` : '')
         + (other ? `, and of ${other.title}` : '');
     box.show(text, () => ({
         type: 'line',
         data: {
             datasets: [
-                line({ label: component.title, values: shownCourse(run, component) }, 'curve', 1.6),
-                ...(other ? [line({ label: other.title, values: shownCourse(run, other) }, 'curve-other', 1.4)] : []),
-                ...(predictor ? [line(predictor, 'curve-predictor', 1.4, [5, 3])] : []),
+                line({ label: component.title, values: shownCourse(run, component) }, run.trSeconds, 'curve', 1.6),
+                ...(other
+                    ? [
+                          line(
+                              { label: other.title, values: shownCourse(run, other) },
+                              other.trSeconds,
+                              'curve-other',
+                              1.4,
+                          ),
+                      ]
+                    : []),
+                ...(predictor ? [line(predictor, run.trSeconds, 'curve-predictor', 1.4, [5, 3])] : []),
             ] as never,
         },
         options: {

@@ -35,6 +35,7 @@ export interface Component {
     measures: Measures;
     classification: string | null; // from the metrics table, if somebody filled it in
     timeCourse: number[];
+    trSeconds: number; // of the time course; a compared result may have another one than the run
     lowest: number; // value of the map
     highest: number;
     negativeTail: boolean; // the longer tail of the map is the negative one
@@ -100,11 +101,16 @@ function named(cell: string | undefined): string | null {
     return cell === undefined || cell === '' || cell === 'n/a' ? null : cell;
 }
 
+function secondsPerVolume(block: RunBlock): number {
+    return block.decomposition.Input.RepetitionTimeMilliseconds / 1000;
+}
+
 function readComponents(block: RunBlock): Component[] {
     const metrics = parseTable(block.metrics_tsv);
     const mixing = parseTable(block.mixing_tsv);
     const at = (column: string): number => metrics.columns.indexOf(column);
-    const bands = bandsFor(block.decomposition.Input.RepetitionTimeMilliseconds / 1000);
+    const trSeconds = secondsPerVolume(block);
+    const bands = bandsFor(trSeconds);
     return metrics.rows.map((row, index) => {
         const name = row[at('component')];
         const cells = METRICS.map((metric) => row[at(metric.column)] ?? 'n/a');
@@ -120,6 +126,7 @@ function readComponents(block: RunBlock): Component[] {
             measures: measuresIn((column) => row[at(column)]),
             classification: named(row[at('classification')]),
             timeCourse: columnOf(mixing, mixing.columns.indexOf(name)),
+            trSeconds,
             lowest: block.maps[index].lowest,
             highest: block.maps[index].highest,
             negativeTail: block.maps[index].negative_tail,
@@ -174,7 +181,7 @@ export async function readRun(): Promise<Run> {
         id,
         facts: block.decomposition,
         columns: block.columns,
-        trSeconds: block.decomposition.Input.RepetitionTimeMilliseconds / 1000,
+        trSeconds: secondsPerVolume(block),
         components,
         predictors: readPredictors(block),
         grid: new Grid(block.grid.size, block.grid.voxel_to_mm, block.grid.oriented),

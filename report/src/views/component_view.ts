@@ -121,13 +121,7 @@ export class ComponentView implements View {
         if (!component) return;
         const compared = this.compared();
         showTimeCourse(this.course, run, component, compared);
-        this.spectrumNote.textContent = showSpectrum(
-            this.spectrum,
-            bandsFor(run.trSeconds),
-            run.trSeconds,
-            component,
-            compared,
-        );
+        this.spectrumNote.textContent = showSpectrum(this.spectrum, bandsFor(run.trSeconds), component, compared);
         showFingerprint(this.fingerprint, component, compared);
         const shown = compared ? [component, compared] : [component];
         this.tables.replaceChildren();
