@@ -56,6 +56,29 @@ std::string unknownOption(const CLI::App& command) {
     return "";
 }
 
+bool isFlag(const CLI::Option& option) {
+    return option.get_items_expected_max() == 0;
+}
+
+// --quiet=1 would be read as a number, of which CLI11 converts only some without an exception of another kind.
+void refuseValuesOfFlags(CLI::App& command) {
+    for (CLI::Option* option : command.get_options([](const CLI::Option* o) { return isFlag(*o); })) {
+        option->disable_flag_override();
+    }
+}
+
+// The first flag that is given a value; empty when there is no such argument.
+std::string flagWithValue(const CLI::App& command, int count, const char* const* arguments) {
+    for (int i = 1; i < count; ++i) {
+        const std::string argument = arguments[i];
+        const std::string name = argument.substr(0, argument.find('='));
+        if (name == argument || !name.starts_with('-')) continue;
+        const CLI::Option* option = command.get_option_no_throw(name);
+        if (option && isFlag(*option)) return name;
+    }
+    return "";
+}
+
 // For the installation: the manual pages as files in an existing folder.
 [[noreturn]] void writeManualPages(const CLI::App& app, const std::filesystem::path& folder) {
     try {
@@ -79,6 +102,8 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     app.add_flag_callback("--bash-completion", [this] { throw CLI::CallForVersion(bashCompletion(app), 0); })
         ->group("");
     addCommands(app, action);
+    refuseValuesOfFlags(app);
+    for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) refuseValuesOfFlags(*command);
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {
@@ -90,6 +115,10 @@ std::string CommandLine::complaint(const CLI::ParseError& error, int count, cons
     if (!option.empty()) {
         return option + " is not an option of " + program + suggestion(nearestWord(option, optionNames(command))) +
                help;
+    }
+    if (error.get_name() == "ArgumentMismatch") {
+        const std::string flag = flagWithValue(command, count, arguments);
+        if (!flag.empty()) return flag + " takes no value" + help;
     }
     if (named || error.get_name() != "RequiredError") return error.what() + help;
     const auto names = commandNames(app);

@@ -141,6 +141,14 @@ TEST(Usage, AMisspeltOptionIsAnsweredWithTheNearestOne) {
     }
 }
 
+TEST(Usage, AFlagTakesNoValue) {
+    for (const char* flag : {"--quiet=0", "--quiet=no", "--quiet=99999999999999999999"}) {
+        const CommandResult result = znica({"run", "b.nii", "--out", "o", flag});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.err, "znica: --quiet takes no value (see znica run --help)\n");
+    }
+}
+
 TEST(Usage, ColumnsNeedConfoundsAndNames) {
     EXPECT_THAT(znica({"run", "b.nii", "--out", "o", "--columns", "a"}).err,
                 HasSubstr("--columns requires --confounds"));
