@@ -84,9 +84,9 @@ void scale(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
     }
 }
 
-void excludeUnusable(Run& run) {
+void excludeUnusable(Run& run, WorkerThreads& threads) {
     RunMask& mask = run.mask;
-    mask.excludedWhenPrepared = removeUnusable(summariseVoxels(run.session.series), mask.voxels);
+    mask.excludedWhenPrepared = removeUnusable(summariseVoxels(run.session.series, threads), mask.voxels);
     mask.count -= mask.excludedWhenPrepared.all();
     if (mask.count > 0) return;
     throw Failure(ExitStatus::kInput,
@@ -105,7 +105,7 @@ void prepareSeries(Run& run) {
     smooth(run, series, threads);
     filter(run, series, threads);
     scale(run, series, threads);
-    excludeUnusable(run);
+    excludeUnusable(run, threads);
     run.progress.clear();
 }
 
