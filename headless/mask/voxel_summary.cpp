@@ -7,6 +7,8 @@
 
 namespace zn::headless {
 
+using Flags = std::vector<unsigned char>; // [voxel]
+
 namespace {
 
 template <class Value> float meanOfFinite(const Value* course, int volumes) {
@@ -34,8 +36,8 @@ template <class Value> bool isConstant(const Value* course, int volumes) {
 
 template <class Value> class Summary {
 public:
-    Summary(const Value* values, std::int64_t voxels, int volumes, WorkerThreads& threads)
-        : values_(values), volumes_(volumes) {
+    Summary(const Value* values, std::int64_t voxels, int volumes, WorkerThreads& threads, const Flags& mask)
+        : values_(values), volumes_(volumes), mask_(mask) {
         result_.mean.resize(static_cast<std::size_t>(voxels));
         result_.finite.resize(result_.mean.size());
         result_.constant.resize(result_.mean.size());
@@ -52,8 +54,14 @@ public:
 private:
     const Value* course(std::int64_t voxel) const { return values_ + voxel * volumes_; }
 
+    bool anyInside(std::int64_t first, int count) const {
+        const auto begin = mask_.begin() + first;
+        return mask_.empty() || std::any_of(begin, begin + count, [](unsigned char inside) { return inside != 0; });
+    }
+
     // A few consecutive voxels; the values of each are added in the order of the volumes.
     template <int together> void add(std::int64_t first) {
+        if (!anyInside(first, together)) return;
         Sum<Value> sums[together] = {};
         int t = 0;
         for (; t + kRun <= volumes_; t += kRun) {
@@ -79,14 +87,15 @@ private:
 
     const Value* values_;
     int volumes_;
+    const Flags& mask_;
     VoxelSummary result_;
 };
 
 } // namespace
 
-VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads) {
-    if (series.isFloat()) return Summary(series.floats.get(), series.voxels, series.volumes, threads).result();
-    return Summary(series.shorts.get(), series.voxels, series.volumes, threads).result();
+VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads, const Flags& mask) {
+    if (series.isFloat()) return Summary(series.floats.get(), series.voxels, series.volumes, threads, mask).result();
+    return Summary(series.shorts.get(), series.voxels, series.volumes, threads, mask).result();
 }
 
 ExcludedVoxels removeUnusable(const VoxelSummary& summary, std::vector<unsigned char>& mask) {

@@ -86,7 +86,7 @@ void scale(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
 
 void excludeUnusable(Run& run, WorkerThreads& threads) {
     RunMask& mask = run.mask;
-    mask.excludedWhenPrepared = removeUnusable(summariseVoxels(run.session.series, threads), mask.voxels);
+    mask.excludedWhenPrepared = removeUnusable(summariseVoxels(run.session.series, threads, mask.voxels), mask.voxels);
     mask.count -= mask.excludedWhenPrepared.all();
     if (mask.count > 0) return;
     throw Failure(ExitStatus::kInput,

@@ -75,10 +75,26 @@ TEST(SummariseVoxels, MarksConstantAndNonFiniteCoursesAmongOthers) {
     expectLiteralMeans(summary, series.floats.get());
 
     std::vector<unsigned char> mask = {1, 0, 1, 1, 1, 0, 1, 1, 1, 1, 1, 1};
+    const std::vector<unsigned char> requested = mask;
     const ExcludedVoxels excluded = removeUnusable(summary, mask);
     EXPECT_EQ(excluded.notFinite, 2);
     EXPECT_EQ(excluded.constant, 1);
     EXPECT_EQ(mask, (std::vector<unsigned char>{1, 0, 0, 1, 0, 0, 1, 1, 1, 0, 1, 1}));
+
+    std::vector<unsigned char> again = requested;
+    EXPECT_EQ(removeUnusable(summariseVoxels(series, threads, requested), again).all(), 3);
+    EXPECT_EQ(again, mask);
+}
+
+TEST(SummariseVoxels, DoesNotReadGroupsOutsideTheMask) {
+    TimeSeries series{24, kVolumes, nullptr, coursesOf<float>(24)};
+    std::vector<unsigned char> mask(24);
+    mask[11] = 1;
+    WorkerThreads threads(1);
+    const VoxelSummary summary = summariseVoxels(series, threads, mask);
+    EXPECT_EQ(summary.mean[11], literalMean(series.floats.get() + 11 * kVolumes));
+    EXPECT_EQ(summary.mean[3], 0.0f);
+    EXPECT_EQ(summary.mean[16], 0.0f);
 }
 
 } // namespace
