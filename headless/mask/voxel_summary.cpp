@@ -1,9 +1,13 @@
 #include "headless/mask/voxel_summary.h"
 
+#include <algorithm>
 #include <cmath>
 #include <type_traits>
+#include <utility>
 
 namespace zn::headless {
+
+using Flags = std::vector<unsigned char>; // [voxel]
 
 namespace {
 
@@ -19,37 +23,79 @@ template <class Value> float meanOfFinite(const Value* course, int volumes) {
     return count > 0 ? static_cast<float>(sum / count) : 0.0f;
 }
 
+constexpr int kTogether = 8;              // sums of voxels side by side hide the latency of their additions
+constexpr int kRun = 4;                   // values of a voxel that are read together
+constexpr std::int64_t kPieceSize = 4096; // voxels that a thread takes at a time
+
 // Whole numbers may be added in any order, that is, several at a time.
 template <class Value> using Sum = std::conditional_t<std::is_integral_v<Value>, std::int64_t, double>;
 
-template <class Value> VoxelSummary summarise(const Value* values, std::int64_t voxels, int volumes) {
-    VoxelSummary result;
-    result.mean.resize(static_cast<std::size_t>(voxels));
-    result.finite.resize(result.mean.size());
-    result.constant.resize(result.mean.size());
-    for (std::size_t v = 0; v < result.mean.size(); ++v) {
-        const Value* course = values + v * static_cast<std::size_t>(volumes);
-        Sum<Value> exact = 0;
-        bool varies = false;
-        for (int t = 0; t < volumes; ++t) {
-            exact += course[t];
-            varies |= course[t] != course[0];
+template <class Value> bool isConstant(const Value* course, int volumes) {
+    return std::all_of(course, course + volumes, [first = *course](Value value) { return value == first; });
+}
+
+template <class Value> class Summary {
+public:
+    Summary(const Value* values, std::int64_t voxels, int volumes, WorkerThreads& threads, const Flags& mask)
+        : values_(values), volumes_(volumes), mask_(mask) {
+        result_.mean.resize(static_cast<std::size_t>(voxels));
+        result_.finite.resize(result_.mean.size());
+        result_.constant.resize(result_.mean.size());
+        threads.run(static_cast<int>((voxels + kPieceSize - 1) / kPieceSize), [&](int piece) {
+            const std::int64_t end = std::min(voxels, (piece + 1) * kPieceSize);
+            std::int64_t voxel = piece * kPieceSize;
+            for (; voxel + kTogether <= end; voxel += kTogether) add<kTogether>(voxel);
+            for (; voxel < end; ++voxel) add<1>(voxel);
+        });
+    }
+
+    VoxelSummary result() && { return std::move(result_); }
+
+private:
+    const Value* course(std::int64_t voxel) const { return values_ + voxel * volumes_; }
+
+    bool anyInside(std::int64_t first, int count) const {
+        const auto begin = mask_.begin() + first;
+        return mask_.empty() || std::any_of(begin, begin + count, [](unsigned char inside) { return inside != 0; });
+    }
+
+    // A few consecutive voxels; the values of each are added in the order of the volumes.
+    template <int together> void add(std::int64_t first) {
+        if (!anyInside(first, together)) return;
+        Sum<Value> sums[together] = {};
+        int t = 0;
+        for (; t + kRun <= volumes_; t += kRun) {
+            for (int i = 0; i < together; ++i) {
+                const Value* run = course(first + i) + t;
+                for (int j = 0; j < kRun; ++j) sums[i] += run[j];
+            }
         }
-        const auto sum = static_cast<double>(exact);
+        for (; t < volumes_; ++t) {
+            for (int i = 0; i < together; ++i) sums[i] += course(first + i)[t];
+        }
+        for (int i = 0; i < together; ++i) settle(first + i, static_cast<double>(sums[i]));
+    }
+
+    void settle(std::int64_t voxel, double sum) {
+        const auto v = static_cast<std::size_t>(voxel);
         // A sum of single-precision values cannot overflow double precision: it is finite if and only if they all are.
         const bool finite = std::isfinite(sum);
-        result.mean[v] = finite ? static_cast<float>(sum / volumes) : meanOfFinite(course, volumes);
-        result.finite[v] = finite ? 1 : 0;
-        result.constant[v] = finite && !varies ? 1 : 0;
+        result_.mean[v] = finite ? static_cast<float>(sum / volumes_) : meanOfFinite(course(voxel), volumes_);
+        result_.finite[v] = finite ? 1 : 0;
+        result_.constant[v] = finite && isConstant(course(voxel), volumes_) ? 1 : 0;
     }
-    return result;
-}
+
+    const Value* values_;
+    int volumes_;
+    const Flags& mask_;
+    VoxelSummary result_;
+};
 
 } // namespace
 
-VoxelSummary summariseVoxels(const TimeSeries& series) {
-    return series.isFloat() ? summarise(series.floats.get(), series.voxels, series.volumes)
-                            : summarise(series.shorts.get(), series.voxels, series.volumes);
+VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads, const Flags& mask) {
+    if (series.isFloat()) return Summary(series.floats.get(), series.voxels, series.volumes, threads, mask).result();
+    return Summary(series.shorts.get(), series.voxels, series.volumes, threads, mask).result();
 }
 
 ExcludedVoxels removeUnusable(const VoxelSummary& summary, std::vector<unsigned char>& mask) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/blas/worker_threads.h"
 #include "headless/nifti/time_series.h"
 
 #include <cstdint>
@@ -14,8 +15,13 @@ struct VoxelSummary {
     std::vector<unsigned char> constant; ///< 1: all values are finite and the same
 };
 
-/// One pass over the series; 6 bytes per voxel.
-VoxelSummary summariseVoxels(const TimeSeries& series);
+/// One pass over the series; 6 bytes per voxel. The same bits for any number of threads.
+///
+///   mask   one byte per voxel: the summary of a voxel with 0 is undefined, which saves reading most of them; empty:
+///   all
+///          voxels are summarised
+VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads,
+                             const std::vector<unsigned char>& mask = {});
 
 /// Voxels excluded from a mask.
 struct ExcludedVoxels {

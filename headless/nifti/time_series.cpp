@@ -21,17 +21,18 @@ constexpr auto kWhileReading = std::launch::deferred; // there are no threads
 constexpr auto kWhileReading = std::launch::async | std::launch::deferred;
 #endif
 
-// readVolume(target) stores the next volume as Value in target. Volumes already read are transposed while the next ones
-// are inflated: neither waits for the other, unless the machine has no thread to spare.
-template <class Value, class ReadVolume>
+template <class Value> std::unique_ptr<Value[]> room(std::int64_t values) {
+    return std::unique_ptr<Value[]>(new Value[static_cast<std::size_t>(values)]); // not initialised
+}
+
+// readVolume(target) stores the next volume as Read in target. Volumes already read are transposed, and converted to
+// Value, while the next ones are inflated: neither waits for the other, unless the machine has no thread to spare.
+template <class Value, class Read = Value, class ReadVolume>
 std::unique_ptr<Value[]> readTransposed(std::int64_t voxels, int volumes, ReadVolume readVolume) {
     const int together = std::min(volumes, kCacheLine / static_cast<int>(sizeof(Value)));
-    const auto room = [](std::int64_t values) {
-        return std::unique_ptr<Value[]>(new Value[static_cast<std::size_t>(values)]); // not initialised
-    };
-    auto series = room(voxels * volumes);
-    auto arriving = room(voxels * together);
-    auto arrived = together < volumes ? room(voxels * together) : nullptr;
+    auto series = room<Value>(voxels * volumes);
+    auto arriving = room<Read>(voxels * together);
+    auto arrived = together < volumes ? room<Read>(voxels * together) : nullptr;
     std::future<void> transposing; // its destructor waits for the work, so it is declared after the arrays
 
     for (int first = 0; first < volumes; first += together) {
@@ -61,10 +62,11 @@ TimeSeries readTimeSeries(const ImageHeader& header, int skip, bool asFloat) {
     VolumeStream stream(header);
     std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
     for (int volume = 0; volume < skip; ++volume) stream.read(stored.data());
-    if (staysShort(*header.image) && !asFloat) {
-        result.shorts = readTransposed<std::int16_t>(result.voxels, result.volumes, [&](std::int16_t* volume) {
-            stream.read(reinterpret_cast<std::byte*>(volume));
-        });
+    const auto readShorts = [&](std::int16_t* volume) { stream.read(reinterpret_cast<std::byte*>(volume)); };
+    if (staysShort(*header.image) && asFloat) {
+        result.floats = readTransposed<float, std::int16_t>(result.voxels, result.volumes, readShorts);
+    } else if (staysShort(*header.image)) {
+        result.shorts = readTransposed<std::int16_t>(result.voxels, result.volumes, readShorts);
     } else {
         result.floats = readTransposed<float>(result.voxels, result.volumes, [&](float* volume) {
             stream.read(stored.data());

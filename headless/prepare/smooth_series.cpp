@@ -42,14 +42,14 @@ struct LineCopy {
     bool isEmpty() const { return std::find(filled.begin(), filled.end(), 1) == filled.end(); }
 };
 
-// target[t] = sum over d of kernel[d] (line[at - d][t] + line[at + d][t]); rows beyond the line count as 0. False when
-// all of them are 0.
+// target[t] = sum over d of kernel[d] (line[at - d][t] + line[at + d][t]); rows beyond the line count as 0. False, and
+// nothing is written, when all of them are 0.
 bool convolve(const LineCopy& line, int at, const std::vector<float>& kernel, int columns, float* target) {
-    std::fill_n(target, columns, 0.0f);
     bool filled = false;
     const int radius = static_cast<int>(kernel.size()) - 1;
     for (int d = -radius; d <= radius; ++d) {
         if (!line.has(at + d)) continue;
+        if (!filled) std::fill_n(target, columns, 0.0f);
         filled = true;
         const float weight = kernel[static_cast<std::size_t>(std::abs(d))];
         const float* source = line.values.data() + std::ptrdiff_t{at + d} * columns;
@@ -119,11 +119,19 @@ void smoothSeries(const MaskedSeries& series, const std::array<double, 3>& sigma
     std::vector<float> weights(inside.begin(), inside.end());
     smoothGrid({weights.data(), 1, inside}, series, sigma, threads);
     smoothGrid({series.values, series.volumes, inside}, series, sigma, threads);
-    for (std::int64_t v = 0; v < voxels; ++v) {
-        float* course = series.course(v);
-        const float weight = weights[static_cast<std::size_t>(v)];
-        for (int t = 0; t < series.volumes; ++t) course[t] = series.has(v) ? course[t] / weight : 0.0f;
-    }
+    constexpr std::int64_t kVoxels = 4096; // per piece
+    threads.run(static_cast<int>((voxels + kVoxels - 1) / kVoxels), [&](int piece) {
+        const std::int64_t end = std::min(voxels, (piece + 1) * kVoxels);
+        for (std::int64_t v = piece * kVoxels; v < end; ++v) {
+            float* course = series.course(v);
+            const float weight = series.has(v) ? weights[static_cast<std::size_t>(v)] : 0.0f;
+            if (weight > 0.0f) {
+                for (int t = 0; t < series.volumes; ++t) course[t] /= weight;
+            } else {
+                std::fill_n(course, series.volumes, 0.0f);
+            }
+        }
+    });
 }
 
 } // namespace zn::headless

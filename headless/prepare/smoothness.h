@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/blas/worker_threads.h"
 #include "headless/prepare/masked_series.h"
 
 #include <array>
@@ -16,7 +17,7 @@ namespace zn::headless {
 ///
 ///     FWHM = sqrt(-2 ln 2 / ln rho)
 ///
-/// Method: Forman et al. (1995), Magnetic Resonance in Medicine 33, 636-647.
-std::array<double, 3> estimateSmoothness(const MaskedSeries& series);
+/// Bit-identical for any number of threads. Method: Forman et al. (1995), Magnetic Resonance in Medicine 33, 636-647.
+std::array<double, 3> estimateSmoothness(const MaskedSeries& series, WorkerThreads& threads);
 
 } // namespace zn::headless

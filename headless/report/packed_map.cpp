@@ -35,7 +35,9 @@ bool isSkewedDown(std::span<const float> values) {
     }
     double cubes = 0.0;
     for (const float value : values) {
-        if (std::isfinite(value)) cubes += std::pow(double{value} - sum / count, 3);
+        if (!std::isfinite(value)) continue;
+        const double deviation = double{value} - sum / count;
+        cubes += deviation * deviation * deviation;
     }
     return cubes < 0.0;
 }

@@ -36,10 +36,14 @@ ReportPage::ReportPage(const fs::path& templateFile) {
 }
 
 void ReportPage::add(std::string_view name, std::span<const std::byte> bytes) {
+    addPacked(name, packedText(bytes));
+}
+
+void ReportPage::addPacked(std::string_view name, std::string_view packed) {
     blocks_ += "<script type=\"text/plain\" data-block=\"";
     blocks_ += name;
     blocks_ += "\">";
-    blocks_ += base64(gzip(bytes));
+    blocks_ += packed;
     blocks_ += "</script>\n";
 }
 
@@ -49,6 +53,10 @@ void ReportPage::add(std::string_view name, std::string_view text) {
 
 void ReportPage::write(const fs::path& file) const {
     replaceTextFile(file, before_ + blocks_ + after_);
+}
+
+std::string packedText(std::span<const std::byte> bytes) {
+    return base64(gzip(bytes));
 }
 
 fs::path findReportTemplate(const char* name) {

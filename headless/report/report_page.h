@@ -19,6 +19,8 @@ public:
 
     void add(std::string_view name, std::span<const std::byte> bytes);
     void add(std::string_view name, std::string_view text);
+    /// A block whose packedText() is at hand.
+    void addPacked(std::string_view name, std::string_view packed);
 
     /// Throws Failure (kOther) when it cannot be written completely.
     void write(const std::filesystem::path& file) const;
@@ -28,6 +30,9 @@ private:
     std::string blocks_;
     std::string after_;
 };
+
+/// What the script element of a block contains: the bytes compressed and in base64.
+std::string packedText(std::span<const std::byte> bytes);
 
 /// The templates: of the page of a run, and of that of a study.
 inline constexpr char kRunTemplate[] = "report-template.html";

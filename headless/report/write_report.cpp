@@ -5,8 +5,8 @@
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/volume_stream.h"
 #include "headless/nifti/voxel_values.h"
+#include "headless/report/map_blocks.h"
 #include "headless/report/mean_image.h"
-#include "headless/report/packed_map.h"
 #include "headless/report/report_page.h"
 #include "headless/report/whole_result.h"
 #include "headless/result/component_pairs.h"
@@ -23,8 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
-
-constexpr std::int64_t kManyValues = 2'000'000; // beyond this, a third decimal would only make the page larger
 
 void forEachMap(const ImageHeader& components, const std::function<void(const std::vector<float>&)>& use) {
     VolumeStream stream(components);
@@ -52,25 +50,23 @@ std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageH
 }
 
 // `first`: number of the first map in the page.
-Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<unsigned char>& mask,
-             std::size_t first = 0) {
-    const auto voxels = std::count(mask.begin(), mask.end(), 1);
-    const int digits = voxels * components.volumes > kManyValues ? 2 : 3;
+Json addMaps(ReportPage& page, const std::vector<MapBlock>& blocks, std::size_t first = 0) {
     Json maps = Json::array();
-    std::vector<float> inside(static_cast<std::size_t>(voxels));
-    forEachMap(components, [&](const std::vector<float>& map) {
-        auto next = inside.begin();
-        for (std::size_t v = 0; v < map.size(); ++v) {
-            if (mask[v]) *next++ = map[v];
-        }
-        const PackedMap packed = packMap(inside, digits);
-        page.add("map-" + std::to_string(first + maps.size()), packed.bytes);
-        maps.push_back({{"decimals", packed.decimals},
-                        {"lowest", packed.lowest},
-                        {"highest", packed.highest},
-                        {"negative_tail", packed.negativeTail}});
-    });
+    for (const MapBlock& block : blocks) {
+        page.addPacked("map-" + std::to_string(first + maps.size()), block.packed);
+        maps.push_back({{"decimals", block.decimals},
+                        {"lowest", block.lowest},
+                        {"highest", block.highest},
+                        {"negative_tail", block.negativeTail}});
+    }
     return maps;
+}
+
+std::vector<MapBlock> blocksOf(const ImageHeader& components, const std::vector<unsigned char>& mask) {
+    const int digits = mapDigits(std::count(mask.begin(), mask.end(), 1), components.volumes);
+    std::vector<MapBlock> blocks;
+    forEachMap(components, [&](const std::vector<float>& map) { blocks.push_back(mapBlock(map, mask, digits)); });
+    return blocks;
 }
 
 bool addMean(ReportPage& page, const ResultFiles& files, const ImageHeader& components) {
@@ -107,14 +103,15 @@ Json addCompared(ReportPage& page, const fs::path& folder, const fs::path& compa
     }
     Json run = tablesOf(files, components);
     run["folder"] = fs::canonical(compared).filename().string();
-    run["maps"] = addMaps(page, components, mask, static_cast<std::size_t>(own.volumes));
+    run["maps"] = addMaps(page, blocksOf(components, mask), static_cast<std::size_t>(own.volumes));
     run["pairs"] = std::move(pairs);
     return run;
 }
 
 } // namespace
 
-ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile, const fs::path& compared) {
+ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile, const fs::path& compared,
+                      const std::optional<std::vector<MapBlock>>& maps) {
     const fs::path found = templateFile.empty() ? findReportTemplate() : templateFile;
     if (found.empty()) {
         throw Failure(ExitStatus::kOther,
@@ -130,7 +127,7 @@ ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile, co
     run["voxels_inside"] = std::count(mask.begin(), mask.end(), 1);
     run["has_mean"] = addMean(page, files, components);
     page.add("mask", std::as_bytes(std::span(mask)));
-    run["maps"] = addMaps(page, components, mask);
+    run["maps"] = addMaps(page, maps ? *maps : blocksOf(components, mask));
     if (!compared.empty()) run["compared"] = addCompared(page, files.folder(), compared, components, mask);
     page.add("run", run.dump(-1, ' ', false, Json::error_handler_t::replace));
     return page;

@@ -29,13 +29,14 @@ TemporalEigenpairs eigenpairsOf(const Run& run) {
 void measureComponents(Run& run) {
     const VolumeMaps& maps = run.session.maps;
     run.courses = fitCourses(run.session.series, run.mask.voxels, maps, *run.products);
+    run.measures.resize(maps.maps().size());
+    run.products->team().run(run.componentsFound(), [&](int number) {
+        const auto i = static_cast<std::size_t>(number);
+        run.measures[i].moments = momentsOf(maps.maps()[i].values, run.mask.voxels);
+    });
     for (std::size_t i = 0; i < maps.maps().size(); ++i) {
-        const VolumeMap& map = maps.maps()[i];
-        ComponentMeasures measures;
-        measures.explainedPercent = run.courses.explainedPercent[i];
-        measures.moments = momentsOf(map.values, run.mask.voxels);
-        if (run.confounds) measures.confound = strongestConfound(map.timeCourse, *run.confounds);
-        run.measures.push_back(measures);
+        run.measures[i].explainedPercent = run.courses.explainedPercent[i];
+        if (run.confounds) run.measures[i].confound = strongestConfound(maps.maps()[i].timeCourse, *run.confounds);
     }
     const TemporalEigenpairs eigen = eigenpairsOf(run);
     run.temporalEigenvalues = eigen.values;

@@ -38,9 +38,9 @@ double geometricMean(const std::array<double, 3>& widths, const std::array<int, 
 }
 
 // The width to smooth with, in millimetres, from the smoothness of the data.
-double chooseWidth(Run& run, const MaskedSeries& series) {
+double chooseWidth(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
     const std::array<double, 3> size = voxelSize(run.functional);
-    std::array<double, 3> smoothness = estimateSmoothness(series);
+    std::array<double, 3> smoothness = estimateSmoothness(series, threads);
     for (std::size_t axis = 0; axis < 3; ++axis) smoothness[axis] *= size[axis];
     run.preparation.smoothnessMm = smoothness;
     const std::array<int, 3>& grid = run.functional.size;
@@ -50,7 +50,7 @@ double chooseWidth(Run& run, const MaskedSeries& series) {
 
 void smooth(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
     const PreparationOptions& options = run.options.preparation;
-    const double width = options.smoothIfNeeded ? chooseWidth(run, series) : options.smoothMm;
+    const double width = options.smoothIfNeeded ? chooseWidth(run, series, threads) : options.smoothMm;
     run.preparation.smoothedMm = width;
     if (options.smoothIfNeeded) {
         run.notes.say("Preparation: the data are smooth by " +
@@ -84,9 +84,9 @@ void scale(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
     }
 }
 
-void excludeUnusable(Run& run) {
+void excludeUnusable(Run& run, WorkerThreads& threads) {
     RunMask& mask = run.mask;
-    mask.excludedWhenPrepared = removeUnusable(summariseVoxels(run.session.series), mask.voxels);
+    mask.excludedWhenPrepared = removeUnusable(summariseVoxels(run.session.series, threads, mask.voxels), mask.voxels);
     mask.count -= mask.excludedWhenPrepared.all();
     if (mask.count > 0) return;
     throw Failure(ExitStatus::kInput,
@@ -105,7 +105,7 @@ void prepareSeries(Run& run) {
     smooth(run, series, threads);
     filter(run, series, threads);
     scale(run, series, threads);
-    excludeUnusable(run);
+    excludeUnusable(run, threads);
     run.progress.clear();
 }
 

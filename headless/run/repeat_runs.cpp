@@ -99,6 +99,7 @@ void writeCentrotypes(const Run& run, const Collection& all, const std::vector<C
 void repeatSeparation(Run& run) {
     const int runs = run.options.control.repeats;
     if (runs == 1) return;
+    finishMaps(run); // before the maps make room for those of the other runs
     Session& session = run.session;
     const int components = run.eigenvalues.count();
     VolumeMaps first = std::move(session.maps);

@@ -22,6 +22,7 @@
 #include "headless/run/symmetric_separator.h"
 
 #include <cstdint>
+#include <future>
 #include <optional>
 #include <vector>
 
@@ -114,6 +115,7 @@ struct Run {
     std::uint32_t seed = 0;                  // of the plug-in's random numbers, or of the symmetric estimate
     std::optional<SymmetricFacts> symmetric; // nothing with deflation
     std::optional<RepeatFacts> repeats;      // nothing after a single run
+    std::future<double> mapsWriting;         // seconds it took; valid until finishMaps()
 
     // measureComponents
     ComponentCourses courses;

@@ -11,21 +11,26 @@ namespace zn::headless {
 
 namespace {
 
-void writeComponentImage(const Run& run, const VolumeMaps& maps) {
+double writeComponentImage(const Run& run, const VolumeMaps& maps) {
+    const Stopwatch writing;
     ImageWriter::Layout layout;
     layout.volumes = static_cast<int>(maps.maps().size());
     layout.description = "ICA component maps";
     ImageWriter writer((*run.files)[ResultFile::kComponents], *run.functional.image, layout);
     for (const VolumeMap& map : maps.maps()) writer.write(map.values);
     writer.close();
+    return writing.seconds();
 }
 
+// The image is compressed while the rest of the run goes on.
 void writeMaps(Run& run, const VolumeMaps& maps) {
     const Stopwatch writing;
     run.progress.stage("writing");
-    writeComponentImage(run, maps);
     writeMixingTable((*run.files)[ResultFile::kMixing], maps);
     run.seconds.writing = writing.seconds();
+    const bool alone = run.products->team().threads() == 1;
+    run.mapsWriting = std::async(alone ? std::launch::deferred : std::launch::async,
+                                 [&run, &maps] { return writeComponentImage(run, maps); });
 }
 
 void setEigenvalueRange(DialogFields& dialog, const EigenvalueRange& range) {
@@ -41,6 +46,10 @@ void requireApproach(const Run& run, const SymmetricSeparator& separator) {
 }
 
 } // namespace
+
+void finishMaps(Run& run) {
+    if (run.mapsWriting.valid()) run.seconds.writing += run.mapsWriting.get();
+}
 
 void separate(Run& run) {
     const RunControl& control = run.options.control;

@@ -100,7 +100,8 @@ void requireVoxelsForVolumes(const Run& run, std::int64_t expected) {
 }
 
 void settleMask(Run& run) {
-    const VoxelSummary summary = summariseVoxels(run.session.series);
+    WorkerThreads threads(run.options.control.threads.value_or(MatrixProducts::defaultThreads()));
+    const VoxelSummary summary = summariseVoxels(run.session.series, threads);
     if (run.options.control.report) writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);

@@ -66,10 +66,14 @@ void useMask(Run& run);
 /// "n/a" where a criterion was not evaluated.
 void settleComponents(Run& run);
 
-/// Runs the plug-in on the session, which then holds its maps, and writes them as an image, along with their time
-/// courses, while the plug-in waits; the log file begins with the notes. Throws Failure as runPlugin() does, and
-/// (kOther) when a file cannot be written.
+/// Runs the plug-in on the session, which then holds its maps, and writes their time courses; the log file begins with
+/// the notes. Starts writing the maps as an image on a thread of its own, unless the run has only one. Throws Failure
+/// as runPlugin() does, and (kOther) when a file cannot be written.
 void separate(Run& run);
+
+/// Waits until the image of the maps is complete. Until then the session's maps must stay. Throws Failure (kOther) when
+/// it cannot be written. Does nothing the second time.
+void finishMaps(Run& run);
 
 /// For --repeats R above 1: runs the plug-in again until there are R runs, the k-th one (from 0) with the first seed +
 /// k, and compares what they found. On entry and on return the session holds the maps of the first run; the maps of

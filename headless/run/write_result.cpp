@@ -2,6 +2,7 @@
 
 #include "headless/failure/as_failure.h"
 #include "headless/memory/available_memory.h"
+#include "headless/report/map_blocks.h"
 #include "headless/report/report_page.h"
 #include "headless/report/write_report.h"
 #include "headless/result/bids_files.h"
@@ -14,6 +15,9 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <optional>
+#include <span>
+#include <vector>
 
 namespace zn::headless {
 
@@ -42,7 +46,19 @@ void writeTimeSeries(const Run& run) {
     writeTimeSeriesDescription(files[ResultFile::kTimeSeriesDescription], run.componentsFound());
 }
 
-void addReport(const Run& run) {
+// Nothing without a page; a failure leaves the maps to addReport(), which reports it.
+std::optional<std::vector<MapBlock>> packMaps(Run& run) {
+    if (!run.options.control.report || findReportTemplate().empty()) return std::nullopt;
+    std::vector<std::span<const float>> maps;
+    for (const VolumeMap& map : run.session.maps.maps()) maps.emplace_back(map.values);
+    try {
+        return mapBlocks(maps, run.mask.voxels, run.products->team());
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
+void addReport(const Run& run, const std::optional<std::vector<MapBlock>>& maps) {
     const ResultFiles& files = *run.files;
     if (!run.session.design.names.empty()) writeDesignTable(files[ResultFile::kDesign], run.session.design);
     const auto page = findReportTemplate();
@@ -51,7 +67,7 @@ void addReport(const Run& run) {
         return;
     }
     try {
-        writeReport(files.folder(), page);
+        makeReport(files, page, {}, maps).write(files[ResultFile::kReport]);
     } catch (const std::exception& error) { // the analysis is complete without its page
         const std::string why = run.unfinished.asWanted(asFailure(error).what());
         std::fprintf(stderr, "znica: no report.html was written: %s\n", why.c_str());
@@ -98,10 +114,12 @@ ExitStatus writeResult(Run& run) {
     run.log->requireWritten();
     writeMetrics(run);
     writeTimeSeries(run);
+    const auto maps = packMaps(run);
+    finishMaps(run);
     writeDecomposition(run);
     writeStatus(run);
     writeBidsFiles(*run.files, ZNICA_VERSION, run.library->name(), run.library->version());
-    if (run.options.control.report) addReport(run);
+    if (run.options.control.report) addReport(run, maps);
     run.folder->commit();
     run.progress.clear();
     summarise(run);

@@ -1,5 +1,7 @@
 #include "fingerprint/heap_sort_ascending.h"
 
+#include "fingerprint/sort_by_digits.h"
+
 #include <cstddef>
 
 namespace zn {
@@ -7,6 +9,8 @@ namespace zn {
 namespace {
 
 using Position = std::ptrdiff_t; // four times a 32-bit position overflows 32 bits
+
+constexpr int kFew = 1000; // values for which the tables of digits cost more than they save
 
 constexpr Position kChildren = 4; // node i has the children 4 i + 1 .. 4 i + 4, counted from 0
 
@@ -59,6 +63,7 @@ void sink(float* heap, Position size, Position top, float value) {
 
 void heapSortAscending(int n, float* values) {
     if (n < 2) return;
+    if (n >= kFew && sortByDigits(n, values)) return;
     float* heap = values + 1;
     for (Position top = (n - 2) / kChildren; top >= 0; --top) sink(heap, n, top, heap[top]);
     for (Position last = n - 1; last > 0; --last) {

@@ -43,7 +43,8 @@ ExitStatus preview(RunOptions options, UnfinishedWork& unfinished) {
     readInputs(run);
     checkBudget(run);
     run.session.series = readTimeSeries(run.functional, options.dummyScans, run.options.preparation.any());
-    const VoxelSummary summary = summariseVoxels(run.session.series);
+    WorkerThreads alone(1);
+    const VoxelSummary summary = summariseVoxels(run.session.series, alone);
     settleMask(run);
     requireMemory(run, run.mask.count);
 

@@ -1,12 +1,17 @@
 #include "fingerprint/heap_sort_ascending.h"
 
+#include "unit/fingerprint/literal_heap_sort.h"
 #include "unit/fingerprint/test_series.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <limits>
+#include <vector>
 
 namespace zn::test {
 namespace {
@@ -27,6 +32,35 @@ Series sorted(const Series& series) {
 Series bySorting(Series series) {
     std::sort(series.begin(), series.end());
     return series;
+}
+
+std::vector<std::uint32_t> bitsOf(const Series& series) {
+    std::vector<std::uint32_t> bits(series.size());
+    std::transform(series.begin(), series.end(), bits.begin(),
+                   [](float value) { return std::bit_cast<std::uint32_t>(value); });
+    return bits;
+}
+
+// Every n-th value from `first` on becomes `value`.
+Series with(Series series, std::size_t first, std::size_t n, float value) {
+    for (std::size_t i = first; i < series.size(); i += n) series[i] = value;
+    return series;
+}
+
+TEST(HeapSortAscending, GivesTheBytesOfTheLiteralFormForAnyValues) {
+    const float kTiny = std::numeric_limits<float>::denorm_min();
+    for (const int n : {2, 5, 21, 999, 1000, 1001, 4096, 20001}) {
+        const Series plain = noise(n, static_cast<unsigned>(n));
+        const Series zeros = with(plain, 1, 5, 0.0f);
+        const Series signedZeros = with(zeros, 0, 3, -0.0f);
+        const Series edges = with(with(with(plain, 0, 4, kInfinity), 1, 6, -kInfinity), 2, 9, -kTiny);
+        const Series ties = with(with(plain, 0, 2, -1.5f), 1, 2, 2.5f);
+        for (const Series& series :
+             {plain, zeros, signedZeros, with(plain, 0, 3, -0.0f), edges, ties, with(plain, 1, 7, kNaN),
+              with(signedZeros, 1, 7, -kNaN), Series(plain.size(), 3.0f)}) {
+            ASSERT_EQ(bitsOf(sorted(series)), bitsOf(literalHeapSort(series))) << n;
+        }
+    }
 }
 
 TEST(HeapSortAscending, LeavesFewerThanTwoValuesAsTheyAre) {

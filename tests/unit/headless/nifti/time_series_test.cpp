@@ -66,6 +66,15 @@ TEST(TimeSeries, PutsEveryFloatInItsPlaceForAnyNumberOfVolumes) {
     }
 }
 
+TEST(TimeSeries, PutsEveryShortInItsPlaceAsFloat) {
+    for (const int volumes : {1, 16, 17, 39}) {
+        const TemporaryFolder folder;
+        const TimeSeries series = readTimeSeries(imageOf<std::int16_t>(folder, volumes, NIFTI_TYPE_INT16), 0, true);
+        ASSERT_TRUE(series.isFloat());
+        expectEveryValue(series.floats.get(), volumes, 0);
+    }
+}
+
 TEST(TimeSeries, OmitsTheFirstVolumes) {
     const TemporaryFolder folder;
     const TimeSeries series = readTimeSeries(imageOf<std::int16_t>(folder, 70, NIFTI_TYPE_INT16), 3);

@@ -1,10 +1,13 @@
 // Smoothing, high-pass filter and scaling, compared with scipy, numpy and closed forms.
+#include "headless/prepare/gaussian_kernel.h"
 #include "headless/prepare/high_pass.h"
 #include "headless/prepare/scale_voxels.h"
 #include "headless/prepare/smooth_series.h"
 #include "headless/prepare/smoothness.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <random>
 #include <vector>
 
@@ -64,6 +67,50 @@ TEST(SmoothSeries, IsTheNormalisedConvolutionOfScipy) {
     EXPECT_EQ(sample.values[6], 0.0f) << "a voxel outside the mask";
 }
 
+// Along one axis, voxel by voxel; the values outside the grid are 0.
+void smoothLiterally(Sample& sample, std::size_t axis, const std::vector<float>& kernel) {
+    const std::vector<float> before = sample.values;
+    const int radius = static_cast<int>(kernel.size()) - 1;
+    const int step = axis == 0 ? 1 : axis == 1 ? sample.size[0] : sample.size[0] * sample.size[1];
+    for (int v = 0; v < static_cast<int>(sample.mask.size()); ++v) {
+        const int at = v / step % sample.size[axis];
+        for (int t = 0; t < sample.volumes; ++t) {
+            float sum = 0.0f;
+            for (int d = std::max(-radius, -at); d <= std::min(radius, sample.size[axis] - 1 - at); ++d) {
+                sum += kernel[static_cast<std::size_t>(std::abs(d))] *
+                       before[static_cast<std::size_t>((v + d * step) * sample.volumes + t)];
+            }
+            sample.values[static_cast<std::size_t>(v * sample.volumes + t)] = sum;
+        }
+    }
+}
+
+// Few and many volumes, and a mask with edges everywhere.
+TEST(SmoothSeries, GivesTheBitsOfTheLiteralForm) {
+    const std::array<double, 3> sigma = {0.7, 0.5, 0.9};
+    for (const int volumes : {1, 31, 32, 70}) {
+        Sample sample = noise({9, 8, 7}, volumes);
+        for (std::size_t v = 0; v < sample.mask.size(); ++v) sample.mask[v] = v % 5 < 3 && v % 72 < 50;
+        Sample literal = sample;
+        Sample weights{sample.size, 1};
+        for (std::size_t i = 0; i < literal.values.size(); ++i) {
+            if (sample.mask[i / static_cast<std::size_t>(volumes)] == 0) literal.values[i] = 0.0f;
+        }
+        weights.values.assign(sample.mask.begin(), sample.mask.end());
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            smoothLiterally(literal, axis, gaussianKernel(sigma[axis]));
+            smoothLiterally(weights, axis, gaussianKernel(sigma[axis]));
+        }
+        for (std::size_t i = 0; i < literal.values.size(); ++i) {
+            const std::size_t v = i / static_cast<std::size_t>(volumes);
+            literal.values[i] = sample.mask[v] != 0 ? literal.values[i] / weights.values[v] : 0.0f;
+        }
+        WorkerThreads threads(2);
+        smoothSeries(sample.series(), sigma, threads);
+        EXPECT_EQ(sample.values, literal.values) << volumes;
+    }
+}
+
 TEST(SmoothSeries, DoesNotDarkenTheEdges) {
     Sample sample{{6, 5, 4}, 3};
     sample.values.assign(sample.values.size(), 250.0f);
@@ -97,7 +144,7 @@ TEST(Smoothness, OfFilteredWhiteNoiseIsThatOfTheFilter) {
     Sample sample = noise({32, 32, 32}, 6);
     WorkerThreads threads(2);
     smoothSeries(sample.series(), {1.5, 1.2, 1.0}, threads);
-    const auto fwhm = estimateSmoothness(sample.series());
+    const auto fwhm = estimateSmoothness(sample.series(), threads);
     EXPECT_NEAR(fwhm[0], 1.5 * 2.3548, 0.1);
     EXPECT_NEAR(fwhm[1], 1.2 * 2.3548, 0.1);
     EXPECT_NEAR(fwhm[2], 1.0 * 2.3548, 0.1);
@@ -105,12 +152,46 @@ TEST(Smoothness, OfFilteredWhiteNoiseIsThatOfTheFilter) {
 
 TEST(Smoothness, OfWhiteNoiseIsBelowAVoxel) {
     Sample sample = noise({32, 32, 32}, 6);
-    EXPECT_THAT(estimateSmoothness(sample.series()), Each(testing::Lt(0.7)));
+    WorkerThreads threads(1);
+    EXPECT_THAT(estimateSmoothness(sample.series(), threads), Each(testing::Lt(0.7)));
 }
 
 TEST(Smoothness, IsZeroAlongAnAxisOfOneVoxel) {
     Sample sample = noise({16, 16, 1}, 6);
-    EXPECT_EQ(estimateSmoothness(sample.series())[2], 0.0);
+    WorkerThreads threads(1);
+    EXPECT_EQ(estimateSmoothness(sample.series(), threads)[2], 0.0);
+}
+
+// The formula with all sums in double precision; few and many volumes.
+TEST(Smoothness, IsThatOfTheFormula) {
+    for (const int volumes : {2, 9, 10, 45}) {
+        Sample sample = noise({12, 6, 5}, volumes);
+        WorkerThreads threads(1);
+        smoothSeries(sample.series(), {1.0, 1.0, 1.0}, threads);
+        double differences = 0.0;
+        double squares = 0.0;
+        const std::vector<float>& values = sample.values;
+        for (std::size_t v = 0; v + 1 < sample.mask.size(); ++v) {
+            if (v % 12 == 11) continue;
+            for (std::size_t t = 1; t < static_cast<std::size_t>(volumes); ++t) {
+                const std::size_t i = v * static_cast<std::size_t>(volumes) + t;
+                const std::size_t j = i + static_cast<std::size_t>(volumes);
+                const double a = static_cast<double>(values[i]) - static_cast<double>(values[i - 1]);
+                const double b = static_cast<double>(values[j]) - static_cast<double>(values[j - 1]);
+                differences += (a - b) * (a - b);
+                squares += a * a + b * b;
+            }
+        }
+        const double expected = std::sqrt(-2.0 * std::log(2.0) / std::log(1.0 - differences / squares));
+        EXPECT_NEAR(estimateSmoothness(sample.series(), threads)[0], expected, 1e-4 * expected) << volumes;
+    }
+}
+
+TEST(Smoothness, HasTheSameBitsForAnyNumberOfThreads) {
+    Sample sample = noise({11, 7, 6}, 21);
+    WorkerThreads single(1);
+    WorkerThreads team(3);
+    EXPECT_EQ(estimateSmoothness(sample.series(), single), estimateSmoothness(sample.series(), team));
 }
 
 // Cosine k has the period 2 T TR / k: 600 s, 300 s, 200 s, 150 s, 120 s ...
