@@ -1,0 +1,57 @@
+/** An option of `znica run` that is not a file. */
+export interface Field {
+    option: string; // of znica run
+    title: string;
+    hint: string;
+    usual: string; // what is meant when the option is left out
+    choices?: [value: string, title: string][];
+    rare?: boolean;
+    later?: boolean; // has no part in what is read and checked before the run
+    shown?: boolean; // changes what is shown before the run
+}
+
+/** In the order of the form. */
+export const FIELDS: Field[] = [
+    { option: '--components', title: 'Components', hint: 'a number, auto or max', usual: '20' },
+    { option: '--tr', title: 'TR (s)', hint: 'from sidecar or header', usual: '', shown: true },
+    {
+        option: '--mask',
+        title: 'Mask without a mask file',
+        hint: '',
+        usual: 'auto',
+        choices: [
+            ['auto', 'brain (automatic)'],
+            ['none', 'none: all voxels'],
+        ],
+        shown: true,
+    },
+    { option: '--dummy-scans', title: 'First volumes to omit', hint: '', usual: '0', shown: true },
+    { option: '--smooth', title: 'Smoothing', hint: 'mm (FWHM) or auto; 0: none', usual: 'auto', rare: true },
+    { option: '--high-pass', title: 'High-pass filter', hint: 'cut-off in seconds; 0: none', usual: '0', rare: true },
+    {
+        option: '--scale',
+        title: 'Scaling',
+        hint: '',
+        usual: 'none',
+        choices: [
+            ['none', 'none'],
+            ['percent', 'percent of the mean'],
+            ['sd', 'unit variance'],
+        ],
+        rare: true,
+    },
+    {
+        option: '--approach',
+        title: 'Approach',
+        hint: '',
+        usual: 'symmetric',
+        later: true,
+        choices: [
+            ['symmetric', 'symmetric (all at once)'],
+            ['deflation', 'deflation (one by one)'],
+        ],
+        rare: true,
+    },
+    { option: '--repeats', title: 'Repeats, to measure stability', hint: '', usual: '1', rare: true, later: true },
+    { option: '--seed', title: 'Seed', hint: 'random', usual: '', rare: true, later: true },
+];
