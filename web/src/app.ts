@@ -180,6 +180,7 @@ export class App {
         const complaint = outcome.complaint.replace(/^znica: /gm, '').replace(/ the partial result is in .*\.$/, '');
         const facts = {
             files: outcome.files,
+            report: outcome.report,
             stem,
             seconds: progress.seconds,
             heapBytes: outcome.heapBytes,

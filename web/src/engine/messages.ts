@@ -1,3 +1,5 @@
+import type { ReportParts } from '../result/report_parts';
+
 /** A file of a result, by its path inside the folder. */
 export interface ResultFile {
     path: string;
@@ -23,5 +25,5 @@ export type Order =
 export type Answer =
     | { kind: 'progress'; text: string } // a state, which replaces the one before
     | { kind: 'line'; text: string; error: boolean } // of standard output or standard error
-    | { kind: 'done'; status: number; files: ResultFile[]; heapBytes: number }
+    | { kind: 'done'; status: number; files: ResultFile[]; report: ReportParts | null; heapBytes: number }
     | { kind: 'failed'; text: string };

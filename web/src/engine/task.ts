@@ -1,8 +1,10 @@
+import type { ReportParts } from '../result/report_parts';
 import type { Answer, Order, ResultFile } from './messages';
 
 export interface Outcome {
     status: number;
     files: ResultFile[];
+    report: ReportParts | null;
     heapBytes: number;
     /** What the command wrote on standard error. */
     complaint: string;

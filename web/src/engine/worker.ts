@@ -1,5 +1,6 @@
 // Runs in a worker of its own: one order, then the worker is ended, and all its memory with it.
 import { type Zippable, zipSync } from 'fflate';
+import { partsOf } from '../result/report_parts';
 import type { Answer, Order, ResultFile } from './messages';
 import { Terminal } from './terminal';
 import { startZnica, type Znica } from './znica';
@@ -48,8 +49,10 @@ async function runZnica(order: Order & { kind: 'znica' }): Promise<void> {
     mountInputs(znica, order.inputs);
     const status = znica.callMain([...order.command, '--out', order.folder]);
     const files = znica.FS.analyzePath(order.folder).exists ? filesIn(znica, order.folder) : [];
+    const page = files.find(({ path }) => path === 'report.html');
+    const report = page ? partsOf(page.bytes) : null;
     answer(
-        { kind: 'done', status, files, heapBytes: znica.HEAP8.length },
+        { kind: 'done', status, files, report, heapBytes: znica.HEAP8.length },
         files.map(({ bytes }) => bytes.buffer),
     );
 }
@@ -59,7 +62,7 @@ function zip(files: ResultFile[]): void {
     const entries: Zippable = {};
     for (const { path, bytes } of files) entries[path] = [bytes, { level: /\.(gz|html)$/.test(path) ? 0 : 6 }];
     const bytes = zipSync(entries);
-    answer({ kind: 'done', status: 0, files: [{ path: '', bytes }], heapBytes: 0 }, [bytes.buffer]);
+    answer({ kind: 'done', status: 0, files: [{ path: '', bytes }], report: null, heapBytes: 0 }, [bytes.buffer]);
 }
 
 addEventListener('message', async ({ data }: MessageEvent<Order>) => {
