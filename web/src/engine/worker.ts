@@ -11,14 +11,17 @@ function answer(message: Answer, transferred: Transferable[] = []): void {
     postMessage(message, { transfer: transferred });
 }
 
-function filesIn(znica: Znica, folder: string, inside = ''): ResultFile[] {
+// The files of a folder, which are removed from it one by one, so that no two copies of all of them exist.
+function takeFiles(znica: Znica, folder: string, inside = ''): ResultFile[] {
     const { FS } = znica;
     return FS.readdir(folder)
         .filter((name) => name !== '.' && name !== '..')
         .flatMap((name) => {
             const path = `${folder}/${name}`;
-            if (FS.isDir(FS.stat(path).mode)) return filesIn(znica, path, `${inside}${name}/`);
-            return [{ path: inside + name, bytes: FS.readFile(path) }];
+            if (FS.isDir(FS.stat(path).mode)) return takeFiles(znica, path, `${inside}${name}/`);
+            const file = { path: inside + name, bytes: FS.readFile(path) };
+            FS.unlink(path);
+            return [file];
         });
 }
 
@@ -48,7 +51,7 @@ async function runZnica(order: Order & { kind: 'znica' }): Promise<void> {
     installAt(znica, order.template);
     mountInputs(znica, order.inputs);
     const status = znica.callMain([...order.command, '--out', order.folder]);
-    const files = znica.FS.analyzePath(order.folder).exists ? filesIn(znica, order.folder) : [];
+    const files = znica.FS.analyzePath(order.folder).exists ? takeFiles(znica, order.folder) : [];
     const page = files.find(({ path }) => path === 'report.html');
     const report = page ? partsOf(page.bytes) : null;
     answer(

@@ -22,6 +22,7 @@ interface Files {
     stat(path: string): { mode: number };
     isDir(mode: number): boolean;
     readFile(path: string): Uint8Array<ArrayBuffer>;
+    unlink(path: string): void;
     writeFile(path: string, bytes: Uint8Array): void;
     analyzePath(path: string): { exists: boolean };
 }
