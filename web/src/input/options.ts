@@ -48,15 +48,12 @@ export class Options {
 
     /** Arguments of `znica preview` for these files. */
     forPreview(inputs: InputFile[]): string[] {
-        return [...this.files(inputs, ['mask']), ...this.arguments(this.used(inputs).filter(({ later }) => !later))];
+        return [...this.files(inputs), ...this.arguments(this.used(inputs).filter(({ later }) => !later))];
     }
 
     /** Arguments of `znica run` for these files. */
     forRun(inputs: InputFile[]): string[] {
-        return [
-            ...this.files(inputs, ['mask', 'design', 'confounds', 'regions']),
-            ...this.arguments(this.used(inputs)),
-        ];
+        return [...this.files(inputs), ...this.arguments(this.used(inputs))];
     }
 
     // A mask from a file stands in place of the choice.
@@ -64,8 +61,8 @@ export class Options {
         return FIELDS.filter(({ option }) => option !== '--mask' || !fileFor(inputs, 'mask'));
     }
 
-    private files(inputs: InputFile[], roles: ('mask' | 'design' | 'confounds' | 'regions')[]): string[] {
-        return roles.flatMap((role) => {
+    private files(inputs: InputFile[]): string[] {
+        return (['mask', 'design', 'confounds', 'regions'] as const).flatMap((role) => {
             const file = fileFor(inputs, role);
             return file ? [role === 'regions' ? '--rois' : `--${role}`, argumentFor(file)] : [];
         });

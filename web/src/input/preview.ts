@@ -43,6 +43,11 @@ function row(name: string, value: string): HTMLElement[] {
     return [h('dt', {}, name), h('dd', {}, value)];
 }
 
+// What was found in a file is not a warning.
+function noteItem(note: string): HTMLElement {
+    return h('li', { class: /^(Design|Confounds):/.test(note) && 'plain' }, note);
+}
+
 /** What is known of the input before the run, from the files that `znica preview` left. */
 export function previewOf(files: ResultFile[]): HTMLElement {
     const bytes = (name: string): Uint8Array<ArrayBuffer> => files.find(({ path }) => path === name)!.bytes;
@@ -66,7 +71,7 @@ export function previewOf(files: ResultFile[]): HTMLElement {
             ...row('Mask', maskText(facts)),
             ...row('Memory needed', `about ${sizeText(facts.needed_bytes)} of ${sizeText(facts.available_bytes)}`),
         ),
-        notes.length > 0 && h('ul', { class: 'notes' }, ...notes.map((note) => h('li', {}, note))),
+        notes.length > 0 && h('ul', { class: 'notes' }, ...notes.map(noteItem)),
         h('figure', {}, h('figcaption', {}, 'Mean image; the outline is the mask'), canvas),
     );
 }
