@@ -52,6 +52,7 @@ export const FIELDS: Field[] = [
         ],
         rare: true,
     },
+    { option: '--starts', title: 'Random starts, if symmetric', hint: '', usual: '3', rare: true },
     { option: '--repeats', title: 'Repeats, to measure stability', hint: '', usual: '1', rare: true, later: true },
     { option: '--seed', title: 'Seed', hint: 'random', usual: '', rare: true, later: true },
 ];
