@@ -109,6 +109,7 @@ export class App {
     }
 
     private update(): void {
+        this.options.take(this.inputs);
         this.list.replaceChildren(fileList(this.inputs, (name, role) => this.choose(name, role)));
         this.list.parentElement!.hidden = this.inputs.length === 0 && this.message.textContent === '';
     }
@@ -139,7 +140,7 @@ export class App {
         this.preview.replaceChildren(h('p', { class: 'muted' }, `Reading ${image.name} …`));
         const outcome = await this.carryOut(
             this.engine.start(
-                ['preview', argumentFor(image), ...this.options.forPreview(this.inputs)],
+                ['preview', argumentFor(image), ...this.options.forPreview()],
                 this.used(),
                 '/preview',
             ),
@@ -162,7 +163,7 @@ export class App {
         this.show(view);
         const outcome = await this.carryOut(
             this.engine.start(
-                ['run', argumentFor(image), ...this.options.forRun(this.inputs)],
+                ['run', argumentFor(image), ...this.options.forRun()],
                 this.used(),
                 '/result',
                 { progress: (text) => progress.show(text) },

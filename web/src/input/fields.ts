@@ -1,3 +1,11 @@
+import type { Role } from './roles';
+
+/** What decides whether an option applies. */
+export interface Circumstances {
+    has(role: Role): boolean; // there is a file for it
+    value(option: string): string;
+}
+
 /** An option of `znica run` that is not a file. */
 export interface Field {
     option: string; // of znica run
@@ -8,6 +16,7 @@ export interface Field {
     rare?: boolean;
     later?: boolean; // has no part in what is read and checked before the run
     shown?: boolean; // changes what is shown before the run
+    applies?: (now: Circumstances) => boolean; // always, if left out
 }
 
 /** In the order of the form. */
@@ -24,6 +33,7 @@ export const FIELDS: Field[] = [
             ['none', 'none: all voxels'],
         ],
         shown: true,
+        applies: ({ has }) => !has('mask'),
     },
     { option: '--dummy-scans', title: 'First volumes to omit', hint: '', usual: '0', shown: true },
     { option: '--smooth', title: 'Smoothing', hint: 'mm (FWHM) or auto; 0: none', usual: 'auto', rare: true },
@@ -45,14 +55,20 @@ export const FIELDS: Field[] = [
         title: 'Approach',
         hint: '',
         usual: 'symmetric',
-        later: true,
         choices: [
             ['symmetric', 'symmetric (all at once)'],
             ['deflation', 'deflation (one by one)'],
         ],
         rare: true,
     },
-    { option: '--starts', title: 'Random starts, if symmetric', hint: '', usual: '3', rare: true },
+    {
+        option: '--starts',
+        title: 'Random starts, if symmetric',
+        hint: '',
+        usual: '3',
+        rare: true,
+        applies: ({ value }) => value('--approach') === 'symmetric',
+    },
     { option: '--repeats', title: 'Repeats, to measure stability', hint: '', usual: '1', rare: true, later: true },
     { option: '--seed', title: 'Seed', hint: 'random', usual: '', rare: true, later: true },
 ];

@@ -1,12 +1,13 @@
 import { h } from '../../../report/src/dom';
 import { type Field, FIELDS } from './fields';
-import { argumentFor, fileFor, type InputFile } from './roles';
+import { argumentFor, fileFor, type InputFile, type Role } from './roles';
 
 /** The options of a run that are not files, as a form. */
 export class Options {
     readonly usual: HTMLElement;
     readonly rare: HTMLElement;
-    private readonly inputs = new Map<Field, HTMLInputElement | HTMLSelectElement>();
+    private readonly inputs = new Map<string, HTMLInputElement | HTMLSelectElement>();
+    private files: InputFile[] = [];
 
     /** `changed`: called after a change of an option that is checked before the run; says whether it changes the mask. */
     constructor(changed: (shown: boolean) => void) {
@@ -26,44 +27,59 @@ export class Options {
         const input = field.choices
             ? h('select', { id }, ...field.choices.map(([value, title]) => h('option', { value }, title)))
             : h('input', { id, type: 'text', value: field.usual, placeholder: field.hint, size: 8 });
-        if (!field.later) input.addEventListener('change', () => changed(field.shown ?? false));
-        this.inputs.set(field, input);
+        input.addEventListener('change', () => {
+            this.update();
+            if (!field.later) changed(field.shown ?? false);
+        });
+        this.inputs.set(field.option, input);
         const hint = !field.choices && field.hint !== '' && field.usual !== '' ? h('small', {}, field.hint) : null;
         return h('div', { class: 'option' }, h('label', { for: id }, field.title), input, hint);
     }
 
     /** Sets an option as if it had been typed. */
     set(option: string, value: string): void {
-        for (const [field, input] of this.inputs) {
-            if (field.option === option) input.value = value;
-        }
+        this.input(option).value = value;
     }
 
-    private arguments(fields: Field[]): string[] {
-        return fields.flatMap((field) => {
-            const value = this.inputs.get(field)!.value.trim();
-            return value === '' || value === field.usual ? [] : [field.option, value];
-        });
+    /** The files of the next preview or run. Options that do not apply with them cannot be used. */
+    take(files: InputFile[]): void {
+        this.files = files;
+        this.update();
     }
 
     /** Arguments of `znica preview` for these files. */
-    forPreview(inputs: InputFile[]): string[] {
-        return [...this.files(inputs), ...this.arguments(this.used(inputs).filter(({ later }) => !later))];
+    forPreview(): string[] {
+        return [...this.fileArguments(), ...this.arguments(FIELDS.filter(({ later }) => !later))];
     }
 
     /** Arguments of `znica run` for these files. */
-    forRun(inputs: InputFile[]): string[] {
-        return [...this.files(inputs), ...this.arguments(this.used(inputs))];
+    forRun(): string[] {
+        return [...this.fileArguments(), ...this.arguments(FIELDS)];
     }
 
-    // A mask from a file stands in place of the choice.
-    private used(inputs: InputFile[]): Field[] {
-        return FIELDS.filter(({ option }) => option !== '--mask' || !fileFor(inputs, 'mask'));
+    private input(option: string): HTMLInputElement | HTMLSelectElement {
+        return this.inputs.get(option)!;
     }
 
-    private files(inputs: InputFile[]): string[] {
+    private update(): void {
+        const now = {
+            has: (role: Role) => fileFor(this.files, role) !== null,
+            value: (option: string) => this.input(option).value,
+        };
+        for (const { option, applies } of FIELDS) this.input(option).disabled = applies?.(now) === false;
+    }
+
+    private arguments(fields: Field[]): string[] {
+        return fields.flatMap(({ option, usual }) => {
+            const input = this.input(option);
+            const value = input.value.trim();
+            return input.disabled || value === '' || value === usual ? [] : [option, value];
+        });
+    }
+
+    private fileArguments(): string[] {
         return (['mask', 'design', 'confounds', 'regions'] as const).flatMap((role) => {
-            const file = fileFor(inputs, role);
+            const file = fileFor(this.files, role);
             return file ? [role === 'regions' ? '--rois' : `--${role}`, argumentFor(file)] : [];
         });
     }
