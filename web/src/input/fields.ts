@@ -51,6 +51,14 @@ export const FIELDS: Field[] = [
         rare: true,
     },
     {
+        option: '--columns',
+        title: 'Columns of the confounds',
+        hint: 'all, or trans_x,rot_z',
+        usual: '',
+        rare: true,
+        applies: ({ has }) => has('confounds'),
+    },
+    {
         option: '--approach',
         title: 'Approach',
         hint: '',
