@@ -61,7 +61,8 @@ export class App {
                 h(
                     'p',
                     { class: 'muted' },
-                    'If you have them, add a mask, events.tsv or a design, confounds, and the JSON sidecar. '
+                    'If you have them, add a mask, events.tsv or a design, confounds, regions with their names, '
+                        + 'and the JSON sidecar. '
                         + 'Nothing leaves this computer: the page makes no requests, and the analysis runs in this tab.',
                 ),
             ),

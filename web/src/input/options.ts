@@ -2,6 +2,14 @@ import { h } from '../../../report/src/dom';
 import { type Field, FIELDS } from './fields';
 import { argumentFor, fileFor, type InputFile, type Role } from './roles';
 
+const FILE_OPTIONS: [Role, string][] = [
+    ['mask', '--mask'],
+    ['design', '--design'],
+    ['confounds', '--confounds'],
+    ['regions', '--rois'],
+    ['names', '--roi-names'],
+];
+
 /** The options of a run that are not files, as a form. */
 export class Options {
     readonly usual: HTMLElement;
@@ -78,9 +86,9 @@ export class Options {
     }
 
     private fileArguments(): string[] {
-        return (['mask', 'design', 'confounds', 'regions'] as const).flatMap((role) => {
+        return FILE_OPTIONS.flatMap(([role, option]) => {
             const file = fileFor(this.files, role);
-            return file ? [role === 'regions' ? '--rois' : `--${role}`, argumentFor(file)] : [];
+            return file ? [option, argumentFor(file)] : [];
         });
     }
 }
