@@ -13,11 +13,14 @@ export interface Field {
     hint: string;
     usual: string; // what is meant when the option is left out
     choices?: [value: string, title: string][];
+    flag?: boolean; // an option without a value, shown as a switch
     rare?: boolean;
     later?: boolean; // has no part in what is read and checked before the run
     shown?: boolean; // changes what is shown before the run
     applies?: (now: Circumstances) => boolean; // always, if left out
 }
+
+const prepared = ({ value }: Circumstances): boolean => value('--as-is') === '';
 
 /** In the order of the form. */
 export const FIELDS: Field[] = [
@@ -36,8 +39,29 @@ export const FIELDS: Field[] = [
         applies: ({ has }) => !has('mask'),
     },
     { option: '--dummy-scans', title: 'First volumes to omit', hint: '', usual: '0', shown: true },
-    { option: '--smooth', title: 'Smoothing', hint: 'mm (FWHM) or auto; 0: none', usual: 'auto', rare: true },
-    { option: '--high-pass', title: 'High-pass filter', hint: 'cut-off in seconds; 0: none', usual: '0', rare: true },
+    {
+        option: '--as-is',
+        title: 'As the desktop computes it',
+        hint: 'no preparation, components one by one',
+        usual: '',
+        flag: true,
+    },
+    {
+        option: '--smooth',
+        title: 'Smoothing',
+        hint: 'mm (FWHM) or auto; 0: none',
+        usual: 'auto',
+        rare: true,
+        applies: prepared,
+    },
+    {
+        option: '--high-pass',
+        title: 'High-pass filter',
+        hint: 'cut-off in seconds; 0: none',
+        usual: '0',
+        rare: true,
+        applies: prepared,
+    },
     {
         option: '--scale',
         title: 'Scaling',
@@ -49,6 +73,7 @@ export const FIELDS: Field[] = [
             ['sd', 'unit variance'],
         ],
         rare: true,
+        applies: prepared,
     },
     {
         option: '--columns',
@@ -68,6 +93,7 @@ export const FIELDS: Field[] = [
             ['deflation', 'deflation (one by one)'],
         ],
         rare: true,
+        applies: prepared,
     },
     {
         option: '--starts',
@@ -75,7 +101,7 @@ export const FIELDS: Field[] = [
         hint: '',
         usual: '3',
         rare: true,
-        applies: ({ value }) => value('--approach') === 'symmetric',
+        applies: (now) => prepared(now) && now.value('--approach') === 'symmetric',
     },
     { option: '--repeats', title: 'Repeats, to measure stability', hint: '', usual: '1', rare: true, later: true },
     { option: '--seed', title: 'Seed', hint: 'random', usual: '', rare: true, later: true },

@@ -34,13 +34,16 @@ export class Options {
         const id = `option${field.option}`;
         const input = field.choices
             ? h('select', { id }, ...field.choices.map(([value, title]) => h('option', { value }, title)))
-            : h('input', { id, type: 'text', value: field.usual, placeholder: field.hint, size: 8 });
+            : field.flag
+              ? h('input', { id, type: 'checkbox' })
+              : h('input', { id, type: 'text', value: field.usual, placeholder: field.hint, size: 8 });
         input.addEventListener('change', () => {
             this.update();
             if (!field.later) changed(field.shown ?? false);
         });
         this.inputs.set(field.option, input);
-        const hint = !field.choices && field.hint !== '' && field.usual !== '' ? h('small', {}, field.hint) : null;
+        const placeheld = field.choices || (field.usual === '' && !field.flag);
+        const hint = field.hint !== '' && !placeheld ? h('small', {}, field.hint) : null;
         return h('div', { class: 'option' }, h('label', { for: id }, field.title), input, hint);
     }
 
@@ -69,19 +72,26 @@ export class Options {
         return this.inputs.get(option)!;
     }
 
+    // Of a switch: "on", or nothing.
+    private value(option: string): string {
+        const input = this.input(option);
+        if (input.type === 'checkbox') return (input as HTMLInputElement).checked ? 'on' : '';
+        return input.value.trim();
+    }
+
     private update(): void {
         const now = {
             has: (role: Role) => fileFor(this.files, role) !== null,
-            value: (option: string) => this.input(option).value,
+            value: (option: string) => this.value(option),
         };
         for (const { option, applies } of FIELDS) this.input(option).disabled = applies?.(now) === false;
     }
 
     private arguments(fields: Field[]): string[] {
-        return fields.flatMap(({ option, usual }) => {
-            const input = this.input(option);
-            const value = input.value.trim();
-            return input.disabled || value === '' || value === usual ? [] : [option, value];
+        return fields.flatMap(({ option, usual, flag }) => {
+            const value = this.value(option);
+            if (this.input(option).disabled || value === '' || value === usual) return [];
+            return flag ? [option] : [option, value];
         });
     }
 
