@@ -1,5 +1,5 @@
 import { h } from '../../../report/src/dom';
-import { type Field, FIELDS } from './fields';
+import { FIELDS, type Field } from './fields';
 import { argumentFor, fileFor, type InputFile, type Role } from './roles';
 
 const FILE_OPTIONS: [Role, string][] = [

@@ -1,6 +1,6 @@
+import type { Keeper } from '../../../report/src/data/blocks';
 import { h } from '../../../report/src/dom';
 import type { Engine } from '../engine/engine';
-import type { Keeper } from '../../../report/src/data/blocks';
 import type { ResultFile } from '../engine/messages';
 import { downloads, save } from './downloads';
 import type { ReportParts } from './report_parts';
