@@ -4,13 +4,12 @@ import { execFileSync } from 'node:child_process';
 import { copyFileSync, existsSync, mkdirSync } from 'node:fs';
 import { join } from 'node:path';
 import { before, describe, test } from 'node:test';
-import { fileURLToPath } from 'node:url';
 import { browserFor, screenshot } from '../report/browser.mjs';
 import { ZNICA } from '../report/runs.mjs';
-import { choose, missingPage, openPage, PYTHON, run, scratchFolder, setOptions, unzip } from './page.mjs';
+import { assertAgree } from './agreement.mjs';
+import { choose, missingPage, openPage, run, scratchFolder, setOptions, unzip } from './page.mjs';
 
 const MEASURED = process.env.MEASURED_DATA_FOLDER ?? '';
-const COMPARE = fileURLToPath(new URL('compare_results.py', import.meta.url));
 const browser = browserFor('canvas');
 const scratch = scratchFolder();
 
@@ -18,16 +17,6 @@ function fresh(name) {
     const folder = join(scratch, name);
     mkdirSync(folder);
     return folder;
-}
-
-function compared(a, b) {
-    return JSON.parse(execFileSync(PYTHON, [COMPARE, a, b], { encoding: 'utf8' }));
-}
-
-function assertAgree(inTab, native) {
-    const { smallest_r, tables } = compared(inTab, native);
-    assert.ok(smallest_r > 0.9999, `|r| ${smallest_r}`);
-    for (const [table, difference] of Object.entries(tables)) assert.ok(difference <= 1e-5, `${table}: ${difference}`);
 }
 
 // The |r| that `znica score` prints for each source.
