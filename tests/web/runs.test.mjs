@@ -43,6 +43,7 @@ describe('a run in the tab', { skip: missingPage }, () => {
         const stem = `${sample}/sub-sim_task-blocks_`;
         execFileSync(ZNICA, ['simulate', '--out', sample]);
         const inputs = ['--mask', `${stem}desc-brain_mask.nii.gz`, '--design', `${stem}desc-task_design.tsv`];
+        inputs.push('--rois', `${stem}desc-sources_dseg.nii.gz`, '--roi-names', `${stem}desc-sources_dseg.tsv`);
         const settings = ['--components', '9', '--seed', '1', '--threads', '1'];
         execFileSync(ZNICA, ['run', `${stem}bold.nii.gz`, '--out', native, ...inputs, ...settings]);
         const [inTab, expected] = [scores(sample, result), scores(sample, native)];
