@@ -140,11 +140,7 @@ export class App {
         }
         this.preview.replaceChildren(h('p', { class: 'muted' }, `Reading ${image.name} …`));
         const outcome = await this.carryOut(
-            this.engine.start(
-                ['preview', argumentFor(image), ...this.options.forPreview()],
-                this.used(),
-                '/preview',
-            ),
+            this.engine.start(['preview', argumentFor(image), ...this.options.forPreview()], this.used(), '/preview'),
         );
         if (!outcome) return;
         this.preview.replaceChildren();
@@ -222,7 +218,10 @@ export class App {
     }
 
     private complain({ status, complaint }: Outcome): void {
-        const said = complaint.replace(/^znica: /gm, '').replace(', or allow more with --memory GIB', '');
+        const said = complaint
+            .replace(/^znica: /gm, '')
+            .replace(', or allow more with --memory GIB', '')
+            .replace(/ \(see znica .*--help\)$/, '');
         this.say(status === NO_MEMORY ? `${said} ${LIMIT}` : said);
     }
 }
