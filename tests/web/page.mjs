@@ -43,7 +43,7 @@ export async function refused(page, files) {
     return page.locator('.message').innerText();
 }
 
-/** Sets options such as { '--components': 8 }. */
+/** Sets options such as { '--components': 8, '--as-is': true }. */
 export async function setOptions(page, options) {
     await page.locator('details').evaluate((details) => {
         details.open = true;
@@ -51,6 +51,7 @@ export async function setOptions(page, options) {
     for (const [option, value] of Object.entries(options)) {
         const control = page.locator(`[id="option${option}"]`);
         if ((await control.evaluate(({ tagName }) => tagName)) === 'SELECT') await control.selectOption(String(value));
+        else if ((await control.getAttribute('type')) === 'checkbox') await control.setChecked(value);
         else {
             await control.fill(String(value));
             await control.blur(); // from here on it counts as changed
