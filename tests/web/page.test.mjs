@@ -159,6 +159,19 @@ describe('the page', { skip: missingPage }, () => {
         await page.close();
     });
 
+    test('does not have the browser parse the data of the report', async () => {
+        const page = await openPage(browser);
+        await choose(page, [at('small_bold.nii.gz')]);
+        await setOptions(page, { '--components': 4 });
+        const report = await run(page);
+        const parsed = await report.locator('script[data-block]').evaluateAll((scripts) => ({
+            blocks: scripts.length,
+            characters: scripts.reduce((sum, { textContent }) => sum + textContent.length, 0),
+        }));
+        assert.deepEqual(parsed, { blocks: 9, characters: 0 }); // app, NiiVue, mask, mean, run, and four maps
+        await page.close();
+    });
+
     test('works offline and makes no request', async () => {
         const page = await openPage(browser);
         await browser.context.setOffline(true);
