@@ -2,7 +2,7 @@
 import { execFileSync } from 'node:child_process';
 import { existsSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
-import { join } from 'node:path';
+import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { missingBrowser, watchedPage } from '../report/browser.mjs';
 
@@ -82,9 +82,14 @@ export async function unzip(page, folder) {
     const waiting = page.waitForEvent('download');
     await page.getByRole('button', { name: 'Everything' }).click();
     const download = await waiting;
-    const file = join(folder, 'result.zip');
+    const file = join(folder, download.suggestedFilename());
     await download.saveAs(file);
-    execFileSync(PYTHON, ['-m', 'zipfile', '-e', file, folder]);
-    rmSync(file);
-    return join(folder, download.suggestedFilename().replace(/\.zip$/, ''));
+    return unpacked(file);
+}
+
+/** Unpacks a zip beside itself, into the folder of its name. */
+export function unpacked(zip) {
+    execFileSync(PYTHON, ['-m', 'zipfile', '-e', zip, dirname(zip)]);
+    rmSync(zip);
+    return zip.replace(/\.zip$/, '');
 }

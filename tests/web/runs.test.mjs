@@ -6,7 +6,7 @@ import { join } from 'node:path';
 import { before, describe, test } from 'node:test';
 import { browserFor, screenshot } from '../report/browser.mjs';
 import { ZNICA } from '../report/runs.mjs';
-import { assertAgree } from './agreement.mjs';
+import { assertAgree, sampleByCommand } from './agreement.mjs';
 import { choose, missingPage, openPage, run, scratchFolder, setOptions, unzip } from './page.mjs';
 
 const MEASURED = process.env.MEASURED_DATA_FOLDER ?? '';
@@ -38,14 +38,7 @@ describe('a run in the tab', { skip: missingPage }, () => {
         assert.deepEqual(page.complaints, []);
         await page.close();
 
-        const sample = join(scratch, 'sample');
-        const native = join(scratch, 'sample-native');
-        const stem = `${sample}/sub-sim_task-blocks_`;
-        execFileSync(ZNICA, ['simulate', '--out', sample]);
-        const inputs = ['--mask', `${stem}desc-brain_mask.nii.gz`, '--design', `${stem}desc-task_design.tsv`];
-        inputs.push('--rois', `${stem}desc-sources_dseg.nii.gz`, '--roi-names', `${stem}desc-sources_dseg.tsv`);
-        const settings = ['--components', '9', '--seed', '1', '--threads', '1'];
-        execFileSync(ZNICA, ['run', `${stem}bold.nii.gz`, '--out', native, ...inputs, ...settings]);
+        const { sample, native } = sampleByCommand(scratch);
         const [inTab, expected] = [scores(sample, result), scores(sample, native)];
         assert.ok(inTab.length >= 8, 'one |r| per source');
         assert.deepEqual(inTab, expected);
