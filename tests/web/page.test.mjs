@@ -109,6 +109,27 @@ describe('the page', { skip: missingPage }, () => {
         await page.close();
     });
 
+    test('reads files itself where its worker may not, as from disk in WebKit', async () => {
+        const failing = `self.FileReaderSync = class { readAsArrayBuffer() { throw new Error('not readable'); } };`;
+        const first = `{
+            const create = URL.createObjectURL;
+            URL.createObjectURL = (blob) =>
+                create(blob.type === 'text/javascript' ? new Blob([${JSON.stringify(failing)}, blob], blob) : blob);
+            const read = Blob.prototype.arrayBuffer;
+            Blob.prototype.arrayBuffer = function () {
+                window.readByPage = true;
+                return read.call(this);
+            };
+        }`;
+        const page = await openPage(browser, { first });
+        await choose(page, [at('small_bold.nii.gz')]);
+        await setOptions(page, { '--components': 4 });
+        await run(page);
+        assert.equal(await page.evaluate('readByPage'), true);
+        assert.deepEqual(page.complaints, []);
+        await page.close();
+    });
+
     test('lets the reader correct what it refused', async () => {
         const page = await openPage(browser);
         await choose(page, [at('small_bold.nii.gz')]);

@@ -23,7 +23,8 @@ interface Files {
     isDir(mode: number): boolean;
     readFile(path: string): Uint8Array<ArrayBuffer>;
     unlink(path: string): void;
-    writeFile(path: string, bytes: Uint8Array): void;
+    /** `canOwn`: the bytes need not be copied. */
+    writeFile(path: string, bytes: Uint8Array, settings?: { canOwn: boolean }): void;
     analyzePath(path: string): { exists: boolean };
 }
 
