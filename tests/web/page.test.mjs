@@ -94,6 +94,18 @@ describe('the page', { skip: missingPage }, () => {
         await page.close();
     });
 
+    test('warns if the run needs much of the memory of the computer', async () => {
+        const shows = async (gib) => {
+            const first = `Object.defineProperty(Navigator.prototype, 'deviceMemory', { value: ${gib} })`;
+            const page = await openPage(browser, { first });
+            await choose(page, [at('small_bold.nii.gz')]);
+            const text = await page.locator('.preview').innerText();
+            await page.close();
+            return text.includes(`This computer has about ${gib} GiB of memory.`);
+        };
+        assert.deepEqual([await shows(0.001), await shows(4)], [true, false]);
+    });
+
     test('takes files that are dropped, and a name that begins with a dash', async () => {
         const page = await openPage(browser);
         const base64 = readFileSync(at('small_bold.nii.gz')).toString('base64');

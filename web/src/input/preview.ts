@@ -43,6 +43,15 @@ function row(name: string, value: string): HTMLElement[] {
     return [h('dt', {}, name), h('dd', {}, value)];
 }
 
+// Near the memory of the computer, the browser ends the tab. Chromium says about how much there is, others do not.
+function memoryNotes({ needed_bytes }: Facts): string[] {
+    const gib = (navigator as { deviceMemory?: number }).deviceMemory ?? Infinity;
+    if (needed_bytes < (gib / 2) * 2 ** 30) return [];
+    return [
+        `This computer has about ${gib} GiB of memory. If the tab ends, close other programs or use a smaller mask.`,
+    ];
+}
+
 // What was found in a file is not a warning.
 function noteItem(note: string): HTMLElement {
     return h('li', { class: /^(Design|Confounds):/.test(note) && 'plain' }, note);
@@ -58,7 +67,8 @@ export function previewOf(files: ResultFile[]): HTMLElement {
         'aria-label': 'Axial slices of the mean image with the outline of the mask',
     });
     drawMask(canvas, maskedImage(facts, bytes('mean'), bytes('mask')));
-    const notes = facts.notes.filter((note) => !/^(Input|Memory):/.test(note));
+    const said = facts.notes.filter((note) => !/^(Input|Memory):/.test(note));
+    const notes = [...memoryNotes(facts), ...said];
     return h(
         'div',
         { class: 'preview' },
