@@ -5,12 +5,12 @@
 //
 //   load           of the machine in the last minute
 //   read, run      seconds from choosing the image to its mask, and from Run to the result
-//   report         seconds from then to the first card of the report
-//   task, cpu      the longest task of the page's main thread in milliseconds: by the clock, and of processor time, which
-//                  does not depend on what else the machine does
+//   cpu            seconds of processor time of the workers, for both; it does not depend on what else the machine does
+//   report         seconds from the result to the first card of the report
+//   task, cpu ms   the longest task of the page's main thread in milliseconds: by the clock, and of processor time
 //   gap            the longest time between two frames, in milliseconds
 //   module         memory of the WebAssembly module, MiB; renderer: peak of the tab's process
-//   command        seconds and peak MiB of the command
+//   command        seconds of the command; cpu: its processor time; and its peak in MiB
 import { execFileSync } from 'node:child_process';
 import { readdirSync, readFileSync } from 'node:fs';
 import { loadavg } from 'node:os';
@@ -19,8 +19,8 @@ import { argv } from 'node:process';
 import { test } from 'node:test';
 import { browserFor } from '../report/browser.mjs';
 import { ZNICA } from '../report/runs.mjs';
-import { COUNT_FRAMES, recordMainThread } from './main_thread.mjs';
 import { choose, heapOf, openPage, scratchFolder, setOptions } from './page.mjs';
+import { COUNT_FRAMES, recordThreads } from './threads.mjs';
 
 const image = resolve(argv[2]);
 const components = argv[3] ?? '30';
@@ -51,16 +51,21 @@ function command(seed) {
     const out = join(scratch, `command-${seed}`);
     const options = ['--components', components, '--seed', String(seed), '--threads', '1', '--quiet'];
     const begun = performance.now();
-    execFileSync(ZNICA, ['run', image, '--out', out, ...options]);
+    const timed = ['-c', '"$@" && times', 'sh', ZNICA, 'run', image, '--out', out, ...options];
+    const times = execFileSync('sh', timed, { encoding: 'utf8' }).trim().split('\n').pop();
     const seconds = secondsSince(begun);
+    const processor = [...times.matchAll(/(\d+)m([\d.]+)s/g)].reduce(
+        (sum, [, min, s]) => sum + 60 * min + Number(s),
+        0,
+    );
     const record = readdirSync(out).find((name) => name.endsWith('_decomposition.json'));
     const { PeakMemoryBytes } = JSON.parse(readFileSync(join(out, record), 'utf8'));
-    return [seconds.toFixed(1), (PeakMemoryBytes / 2 ** 20).toFixed(0)];
+    return [seconds.toFixed(1), processor.toFixed(1), (PeakMemoryBytes / 2 ** 20).toFixed(0)];
 }
 
 async function inTab(seed) {
     const page = await openPage(browser, { first: COUNT_FRAMES });
-    const endRecord = await recordMainThread(browser, page);
+    const endRecord = await recordThreads(browser, page);
     const chosen = performance.now();
     await choose(page, [image]);
     const read = secondsSince(chosen);
@@ -72,29 +77,16 @@ async function inTab(seed) {
     await page.frameLocator('iframe.report').locator('.card[data-drawn]').first().waitFor();
     const report = secondsSince(begun) - run;
     await page.waitForTimeout(2000); // the other cards
-    const { clock, processor, gap } = await endRecord();
+    const { clock, processor, gap, workers } = await endRecord();
     const module = (await heapOf(page)) / 2 ** 20;
-    const row = [read.toFixed(1), run.toFixed(1), report.toFixed(1)];
+    const row = [read, run, workers, report].map((seconds) => seconds.toFixed(1));
     row.push(...[clock, processor, gap, module, peakOfRenderers()].map((number) => number.toFixed(0)));
     await page.close();
     return row;
 }
 
 test(`${components} components of ${basename(image)}`, async () => {
-    const names = [
-        'load',
-        'seed',
-        'read',
-        'run',
-        'report',
-        'task',
-        'cpu',
-        'gap',
-        'module',
-        'renderer',
-        'command',
-        'MiB',
-    ];
+    const names = 'load,seed,read,run,cpu,report,task,cpu ms,gap,module,renderer,command,cpu,MiB'.split(',');
     const print = (cells) => console.log(cells.map((cell) => String(cell).padStart(9)).join(''));
     print(names);
     for (let seed = 1; seed <= seeds; ++seed) {
