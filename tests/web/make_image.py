@@ -1,6 +1,9 @@
 """Writes an image for the tests of the page.
 
-    make_image.py KIND FILE    KIND: small (4D), volume (3D), regions (two labels on the grid of small), nan (a voxel of a 4D image is NaN), huge (sparse)
+    make_image.py KIND FILE
+
+KIND: small (4D), volume (3D), regions (two labels on the grid of small), nan (a voxel of a 4D image is NaN) or huge
+(sparse)
 """
 
 import sys
