@@ -24,6 +24,13 @@ endforeach()
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/package/copyright CONTENT "${copyright}" @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/copyright DESTINATION share/doc/znica)
 
+# What runs a study on a cluster. The modes are those of the files whatever the umask of the checkout was.
+set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+set(executable ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/workflow DESTINATION share/znica FILE_PERMISSIONS ${readable}
+        PATTERN array.sbatch PERMISSIONS ${executable}
+        PATTERN job-status PERMISSIONS ${executable})
+
 # The tarball: znica-2.0-linux-x86_64.tar.gz
 string(TOLOWER "znica-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" CPACK_PACKAGE_FILE_NAME)
 

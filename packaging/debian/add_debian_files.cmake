@@ -13,5 +13,5 @@ execute_process(COMMAND gzip -9n ${pages} ${share}/doc/znica/changelog ${share}/
                 COMMAND_ERROR_IS_FATAL ANY)
 
 # What was made here has the permissions that the umask left.
-file(CHMOD_RECURSE ${share} FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
+file(CHMOD_RECURSE ${share}/doc ${share}/lintian ${share}/man FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ
      DIRECTORY_PERMISSIONS ${CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS})

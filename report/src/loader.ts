@@ -1,12 +1,15 @@
 // Starts the page: unpacks the inlined parts and runs the app. Separate from the app, because it is the only script
 // that is not compressed.
-import type { Blocks } from './data/blocks';
+import type { Blocks, Keeper } from './data/blocks';
 import { unpacked } from './data/unpack';
+
+const keeper = frameElement as (Element & Partial<Keeper>) | null;
 
 const blocks: Blocks = {
     has: (name) => document.querySelector(`script[data-block="${name}"]`) !== null,
     async bytes(name) {
-        const base64 = document.querySelector(`script[data-block="${name}"]`)?.textContent;
+        const here = document.querySelector(`script[data-block="${name}"]`)?.textContent;
+        const base64 = keeper?.packedPart?.(name) ?? here;
         if (!base64) throw new Error(`its part "${name}" is missing; the file is incomplete`);
         return unpacked(base64);
     },

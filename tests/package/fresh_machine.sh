@@ -34,6 +34,23 @@ use() {
     [ -s "$machine/$2/result/report.html" ] || fail "$1 wrote no report"
 }
 
+# A study by the job array that is installed. $1: bin/znica in the machine; $2: share/znica; $3: a new folder
+use_workflow() {
+    for file in Snakefile profiles/slurm/config.yaml; do
+        [ -r "$machine/$2/workflow/$file" ] || fail "there is no $2/workflow/$file"
+    done
+    as_user test -x "$2/workflow/profiles/sbatch/job-status" || fail "job-status cannot be run"
+    as_user mkdir -p "$3/data/sub-01/func"
+    as_user "$1" simulate --size tiny --out "$3/sample"
+    for ending in bold.nii.gz bold.json; do
+        as_user mv "$3/sample/sub-sim_task-blocks_$ending" "$3/data/sub-01/func/sub-01_task-blocks_$ending"
+    done
+    as_user sh -c "'$1' bids '$3/data' '$3/study' participant --list > '$3/runs.tsv'"
+    as_user env ZNICA="$1" SLURM_ARRAY_TASK_ID=1 \
+        bash "$2/workflow/array.sbatch" "$3/runs.tsv" "$3/data" "$3/study" --components 3 --seed 1
+    [ -s "$machine/$3/study/sub-01_task-blocks.html" ] || fail "the job array left no report"
+}
+
 mmdebstrap --quiet --variant=apt --aptopt='Acquire::Retries "3"' --dpkgopt=force-unsafe-io \
     "$suite" "$machine" >"$log" 2>&1 ||
     { cat "$log"; fail "mmdebstrap"; }
@@ -52,6 +69,7 @@ use "/tmp/a place/bin/znica" /tmp/first
 as_user mv "/tmp/a place" /tmp/moved
 as_user ln -s moved/bin/znica /tmp/link
 use /tmp/link /tmp/second
+use_workflow /tmp/link /tmp/moved/share/znica /tmp/study
 as_user /tmp/link info | grep -x "file: /tmp/moved/lib/znica/ICAPlugin.so" || fail "another plug-in was loaded"
 # Libraries that a cluster's modules bring along are not used in place of those in the tarball.
 as_user mkdir /tmp/modules
@@ -68,6 +86,7 @@ as_root sh -c 'apt-get update -qq && apt-get install -y --no-install-recommends 
     { cat "$log"; fail "installing the package"; }
 as_root dpkg --verify znica
 use znica /tmp/installed
+use_workflow /usr/bin/znica /usr/share/znica /tmp/study
 commands=$(as_user znica --help | sed -n '/^Commands/,/^Exit/s/^  \([a-z]\{1,\}\) .*/\1/p')
 [ -n "$commands" ] || fail "znica --help lists no commands"
 for command in $commands; do

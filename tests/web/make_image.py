@@ -1,6 +1,9 @@
 """Writes an image for the tests of the page.
 
-    make_image.py KIND FILE    KIND: small (4D), volume (3D), nan (a voxel of a 4D image is NaN), huge (sparse)
+    make_image.py KIND FILE
+
+KIND: small (4D), volume (3D), regions (two labels on the grid of small), nan (a voxel of a 4D image is NaN) or huge
+(sparse)
 """
 
 import sys
@@ -27,6 +30,8 @@ else:
     data = brain * (1000 + 50 * random.standard_normal((16, 18, 12, 30)))
     if kind == "volume":
         data = data[..., 0]
+    if kind == "regions":
+        data = numpy.where(x < 0, 1, 2) * brain[..., 0]
     if kind == "nan":
         data[8, 9, 6, 3] = numpy.nan
     image = nibabel.Nifti1Image(data.astype(numpy.float32), numpy.diag([3, 3, 3, 1]))

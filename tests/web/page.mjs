@@ -2,7 +2,7 @@
 import { execFileSync } from 'node:child_process';
 import { existsSync, mkdtempSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
-import { join } from 'node:path';
+import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { missingBrowser, watchedPage } from '../report/browser.mjs';
 
@@ -43,7 +43,7 @@ export async function refused(page, files) {
     return page.locator('.message').innerText();
 }
 
-/** Sets options such as { '--components': 8 }. */
+/** Sets options such as { '--components': 8, '--as-is': true }. */
 export async function setOptions(page, options) {
     await page.locator('details').evaluate((details) => {
         details.open = true;
@@ -51,6 +51,7 @@ export async function setOptions(page, options) {
     for (const [option, value] of Object.entries(options)) {
         const control = page.locator(`[id="option${option}"]`);
         if ((await control.evaluate(({ tagName }) => tagName)) === 'SELECT') await control.selectOption(String(value));
+        else if ((await control.getAttribute('type')) === 'checkbox') await control.setChecked(value);
         else {
             await control.fill(String(value));
             await control.blur(); // from here on it counts as changed
@@ -81,9 +82,14 @@ export async function unzip(page, folder) {
     const waiting = page.waitForEvent('download');
     await page.getByRole('button', { name: 'Everything' }).click();
     const download = await waiting;
-    const file = join(folder, 'result.zip');
+    const file = join(folder, download.suggestedFilename());
     await download.saveAs(file);
-    execFileSync(PYTHON, ['-m', 'zipfile', '-e', file, folder]);
-    rmSync(file);
-    return join(folder, download.suggestedFilename().replace(/\.zip$/, ''));
+    return unpacked(file);
+}
+
+/** Unpacks a zip beside itself, into the folder of its name. */
+export function unpacked(zip) {
+    execFileSync(PYTHON, ['-m', 'zipfile', '-e', zip, dirname(zip)]);
+    rmSync(zip);
+    return zip.replace(/\.zip$/, '');
 }

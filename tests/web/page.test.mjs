@@ -94,6 +94,18 @@ describe('the page', { skip: missingPage }, () => {
         await page.close();
     });
 
+    test('warns if the run needs much of the memory of the computer', async () => {
+        const shows = async (gib) => {
+            const first = `Object.defineProperty(Navigator.prototype, 'deviceMemory', { value: ${gib} })`;
+            const page = await openPage(browser, { first });
+            await choose(page, [at('small_bold.nii.gz')]);
+            const text = await page.locator('.preview').innerText();
+            await page.close();
+            return text.includes(`This computer has about ${gib} GiB of memory.`);
+        };
+        assert.deepEqual([await shows(0.001), await shows(4)], [true, false]);
+    });
+
     test('takes files that are dropped, and a name that begins with a dash', async () => {
         const page = await openPage(browser);
         const base64 = readFileSync(at('small_bold.nii.gz')).toString('base64');
@@ -106,6 +118,27 @@ describe('the page', { skip: missingPage }, () => {
         }, base64);
         await page.locator('#run:visible').waitFor();
         assert.match(await page.locator('.facts').innerText(), /1\.5 s \(.*-dash_bold\.json\)/);
+        await page.close();
+    });
+
+    test('reads files itself where its worker may not, as from disk in WebKit', async () => {
+        const failing = `self.FileReaderSync = class { readAsArrayBuffer() { throw new Error('not readable'); } };`;
+        const first = `{
+            const create = URL.createObjectURL;
+            URL.createObjectURL = (blob) =>
+                create(blob.type === 'text/javascript' ? new Blob([${JSON.stringify(failing)}, blob], blob) : blob);
+            const read = Blob.prototype.arrayBuffer;
+            Blob.prototype.arrayBuffer = function () {
+                window.readByPage = true;
+                return read.call(this);
+            };
+        }`;
+        const page = await openPage(browser, { first });
+        await choose(page, [at('small_bold.nii.gz')]);
+        await setOptions(page, { '--components': 4 });
+        await run(page);
+        assert.equal(await page.evaluate('readByPage'), true);
+        assert.deepEqual(page.complaints, []);
         await page.close();
     });
 
@@ -156,6 +189,19 @@ describe('the page', { skip: missingPage }, () => {
         assert.ok(heaps[0] > 0);
         assert.equal(heaps[1], heaps[0]);
         assert.deepEqual(page.complaints, []);
+        await page.close();
+    });
+
+    test('does not have the browser parse the data of the report', async () => {
+        const page = await openPage(browser);
+        await choose(page, [at('small_bold.nii.gz')]);
+        await setOptions(page, { '--components': 4 });
+        const report = await run(page);
+        const parsed = await report.locator('script[data-block]').evaluateAll((scripts) => ({
+            blocks: scripts.length,
+            characters: scripts.reduce((sum, { textContent }) => sum + textContent.length, 0),
+        }));
+        assert.deepEqual(parsed, { blocks: 9, characters: 0 }); // app, NiiVue, mask, mean, run, and four maps
         await page.close();
     });
 

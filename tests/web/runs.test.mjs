@@ -4,13 +4,12 @@ import { execFileSync } from 'node:child_process';
 import { copyFileSync, existsSync, mkdirSync } from 'node:fs';
 import { join } from 'node:path';
 import { before, describe, test } from 'node:test';
-import { fileURLToPath } from 'node:url';
 import { browserFor, screenshot } from '../report/browser.mjs';
 import { ZNICA } from '../report/runs.mjs';
-import { choose, missingPage, openPage, PYTHON, run, scratchFolder, setOptions, unzip } from './page.mjs';
+import { assertAgree, sampleByCommand } from './agreement.mjs';
+import { choose, missingPage, openPage, run, scratchFolder, setOptions, unzip } from './page.mjs';
 
 const MEASURED = process.env.MEASURED_DATA_FOLDER ?? '';
-const COMPARE = fileURLToPath(new URL('compare_results.py', import.meta.url));
 const browser = browserFor('canvas');
 const scratch = scratchFolder();
 
@@ -18,16 +17,6 @@ function fresh(name) {
     const folder = join(scratch, name);
     mkdirSync(folder);
     return folder;
-}
-
-function compared(a, b) {
-    return JSON.parse(execFileSync(PYTHON, [COMPARE, a, b], { encoding: 'utf8' }));
-}
-
-function assertAgree(inTab, native) {
-    const { smallest_r, tables } = compared(inTab, native);
-    assert.ok(smallest_r > 0.9999, `|r| ${smallest_r}`);
-    for (const [table, difference] of Object.entries(tables)) assert.ok(difference <= 1e-5, `${table}: ${difference}`);
 }
 
 // The |r| that `znica score` prints for each source.
@@ -49,13 +38,7 @@ describe('a run in the tab', { skip: missingPage }, () => {
         assert.deepEqual(page.complaints, []);
         await page.close();
 
-        const sample = join(scratch, 'sample');
-        const native = join(scratch, 'sample-native');
-        const stem = `${sample}/sub-sim_task-blocks_`;
-        execFileSync(ZNICA, ['simulate', '--out', sample]);
-        const inputs = ['--mask', `${stem}desc-brain_mask.nii.gz`, '--design', `${stem}desc-task_design.tsv`];
-        const settings = ['--components', '9', '--seed', '1', '--threads', '1'];
-        execFileSync(ZNICA, ['run', `${stem}bold.nii.gz`, '--out', native, ...inputs, ...settings]);
+        const { sample, native } = sampleByCommand(scratch);
         const [inTab, expected] = [scores(sample, result), scores(sample, native)];
         assert.ok(inTab.length >= 8, 'one |r| per source');
         assert.deepEqual(inTab, expected);

@@ -1,7 +1,6 @@
 #include "preview.h"
 
-#include "headless/cli/input_options.h"
-#include "headless/cli/preparation_options.h"
+#include "headless/cli/analysis_options.h"
 #include "headless/nifti/time_series.h"
 #include "headless/report/mean_image.h"
 #include "headless/run/stages.h"
@@ -62,8 +61,7 @@ void addPreviewCommand(CLI::App& app, Action& action) {
     auto* command = app.add_subcommand("preview", "Read and check the input of a run, up to the mask.");
     command->add_option("BOLD", options->functional)->required();
     command->add_option("--out", options->out)->required();
-    addInputOptions(*command, *options);
-    addPreparationOptions(*command, options->preparation);
+    addAnalysisOptions(*command, *options);
     command->callback([options, &action] {
         action = [options](UnfinishedWork& unfinished) { return preview(*options, unfinished); };
     });

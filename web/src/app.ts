@@ -61,7 +61,8 @@ export class App {
                 h(
                     'p',
                     { class: 'muted' },
-                    'If you have them, add a mask, events.tsv or a design, confounds, and the JSON sidecar. '
+                    'If you have them, add a mask, events.tsv or a design, confounds, regions with their names, '
+                        + 'and the JSON sidecar. '
                         + 'Nothing leaves this computer: the page makes no requests, and the analysis runs in this tab.',
                 ),
             ),
@@ -109,6 +110,7 @@ export class App {
     }
 
     private update(): void {
+        this.options.take(this.inputs);
         this.list.replaceChildren(fileList(this.inputs, (name, role) => this.choose(name, role)));
         this.list.parentElement!.hidden = this.inputs.length === 0 && this.message.textContent === '';
     }
@@ -138,11 +140,7 @@ export class App {
         }
         this.preview.replaceChildren(h('p', { class: 'muted' }, `Reading ${image.name} …`));
         const outcome = await this.carryOut(
-            this.engine.start(
-                ['preview', argumentFor(image), ...this.options.forPreview(this.inputs)],
-                this.used(),
-                '/preview',
-            ),
+            this.engine.start(['preview', argumentFor(image), ...this.options.forPreview()], this.used(), '/preview'),
         );
         if (!outcome) return;
         this.preview.replaceChildren();
@@ -162,7 +160,7 @@ export class App {
         this.show(view);
         const outcome = await this.carryOut(
             this.engine.start(
-                ['run', argumentFor(image), ...this.options.forRun(this.inputs)],
+                ['run', argumentFor(image), ...this.options.forRun()],
                 this.used(),
                 '/result',
                 { progress: (text) => progress.show(text) },
@@ -180,6 +178,7 @@ export class App {
         const complaint = outcome.complaint.replace(/^znica: /gm, '').replace(/ the partial result is in .*\.$/, '');
         const facts = {
             files: outcome.files,
+            report: outcome.report,
             stem,
             seconds: progress.seconds,
             heapBytes: outcome.heapBytes,
@@ -219,7 +218,10 @@ export class App {
     }
 
     private complain({ status, complaint }: Outcome): void {
-        const said = complaint.replace(/^znica: /gm, '').replace(', or allow more with --memory GIB', '');
+        const said = complaint
+            .replace(/^znica: /gm, '')
+            .replace(', or allow more with --memory GIB', '')
+            .replace(/ \(see znica .*--help\)$/, '');
         this.say(status === NO_MEMORY ? `${said} ${LIMIT}` : said);
     }
 }

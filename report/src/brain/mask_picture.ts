@@ -2,7 +2,7 @@ import type { Run } from '../data/run';
 import { extentOfMask, frameOfMask, frameSize } from './extent';
 import { LIGHTEST_GREY } from './look';
 import { planeOf } from './plane';
-import { acrossAt } from './slice';
+import { acrossAt, staged } from './slice';
 
 const COLUMNS = 4;
 const MOST = 8; // slices
@@ -44,12 +44,14 @@ export function drawMask(canvas: HTMLCanvasElement, run: Run): void {
             + run.grid.offset(plane.across, acrossAt(plane, frame, column))
             + run.grid.offset(plane.up, frame.upTo - row);
         const outline = new Path2D();
+        const grey = new ImageData(frame.acrossTo - frame.acrossFrom + 1, frame.upTo - frame.upFrom + 1);
+        let pixel = 0;
         for (let row = 0; row <= frame.upTo - frame.upFrom; ++row) {
             for (let column = 0; column <= frame.acrossTo - frame.acrossFrom; ++column) {
                 const index = indexAt(column, row);
-                const level = Math.round(LIGHTEST_GREY * run.grey[index]);
-                context.fillStyle = `rgb(${level}, ${level}, ${level})`;
-                context.fillRect(column * cell, row * line, cell + 0.5, line + 0.5);
+                grey.data.fill(LIGHTEST_GREY * run.grey[index], pixel, pixel + 3);
+                grey.data[pixel + 3] = 255;
+                pixel += 4;
                 const inside = run.insideOf[index] >= 0;
                 const differs = (c: number, r: number): boolean => run.insideOf[indexAt(c, r)] >= 0 !== inside;
                 if (column > 0 && differs(column - 1, row)) {
@@ -62,6 +64,8 @@ export function drawMask(canvas: HTMLCanvasElement, run: Run): void {
                 }
             }
         }
+        context.imageSmoothingEnabled = false;
+        context.drawImage(staged(grey, 0), 0, 0, width, height);
         context.strokeStyle = OUTLINE;
         context.lineWidth = Math.max(1, canvas.width / 400);
         context.stroke(outline);

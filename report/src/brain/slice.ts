@@ -68,8 +68,8 @@ export function drawSlice(
 
 const stages: HTMLCanvasElement[] = [];
 
-// The pixels on a canvas, which can be drawn scaled. One scratch canvas per layer is enough, as each is drawn at once.
-function staged(pixels: ImageData, layer: number): HTMLCanvasElement {
+/** The pixels on a canvas, which can be drawn scaled. One scratch canvas per layer is enough: draw each at once. */
+export function staged(pixels: ImageData, layer: number): HTMLCanvasElement {
     stages[layer] ??= document.createElement('canvas');
     const stage = stages[layer];
     stage.width = pixels.width;

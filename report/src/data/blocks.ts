@@ -7,4 +7,9 @@ export interface Blocks {
     run(name: string): Promise<void>;
 }
 
+/** The element of a frame that shows a report whose parts are not in the file, but kept by the page around it. */
+export interface Keeper extends Element {
+    packedPart(name: string): string | null;
+}
+
 export const blocks = (window as unknown as { znBlocks: Blocks }).znBlocks;

@@ -3,9 +3,11 @@
 // The part of the CBLAS that the headless host uses, on top of Eigen: the same functions under the same names, so that
 // headless/blas compiles as it is. Everything runs on the calling thread.
 
+// NOLINTBEGIN(readability-identifier-naming): the names of the interface
 enum CBLAS_ORDER { CblasRowMajor = 101 };
 enum CBLAS_TRANSPOSE { CblasNoTrans = 111, CblasTrans = 112 };
 enum CBLAS_UPLO { CblasUpper = 121 };
+// NOLINTEND(readability-identifier-naming)
 
 extern "C" {
 

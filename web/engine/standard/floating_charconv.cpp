@@ -15,8 +15,7 @@ namespace {
 
 std::to_chars_result copied(const std::string& text, char* first, char* last) {
     if (static_cast<std::size_t>(last - first) < text.size()) return {last, std::errc::value_too_large};
-    std::memcpy(first, text.data(), text.size());
-    return {first + text.size(), std::errc()};
+    return {std::copy(text.begin(), text.end(), first), std::errc()};
 }
 
 template <class... Values> std::string formatted(const char* format, Values... values) {

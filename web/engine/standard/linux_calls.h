@@ -14,7 +14,7 @@ inline int renameat2(int, const char*, int, const char*, unsigned) {
     return -1;
 }
 
-struct statx {
+struct statx { // NOLINT(readability-identifier-naming): the name of the system
     std::uint64_t stx_attributes = 0;
     std::uint32_t stx_dev_major = 0;
     std::uint32_t stx_dev_minor = 0;

@@ -1,3 +1,5 @@
+import type { ReportParts } from '../result/report_parts';
+
 /** A file of a result, by its path inside the folder. */
 export interface ResultFile {
     path: string;
@@ -19,9 +21,13 @@ export type Order =
           folder: string;
       };
 
+/** The bytes of the inputs, for a worker that asked for them. */
+export type Contents = ArrayBuffer[];
+
 /** What a worker answers, the last message being `done` or `failed`. */
 export type Answer =
+    | { kind: 'unreadable' } // it may not read the inputs, and waits for their contents
     | { kind: 'progress'; text: string } // a state, which replaces the one before
     | { kind: 'line'; text: string; error: boolean } // of standard output or standard error
-    | { kind: 'done'; status: number; files: ResultFile[]; heapBytes: number }
+    | { kind: 'done'; status: number; files: ResultFile[]; report: ReportParts | null; heapBytes: number }
     | { kind: 'failed'; text: string };

@@ -1,8 +1,10 @@
-import type { Answer, Order, ResultFile } from './messages';
+import type { ReportParts } from '../result/report_parts';
+import type { Answer, Contents, Order, ResultFile } from './messages';
 
 export interface Outcome {
     status: number;
     files: ResultFile[];
+    report: ReportParts | null;
     heapBytes: number;
     /** What the command wrote on standard error. */
     complaint: string;
@@ -31,6 +33,7 @@ export class Task {
             this.worker.addEventListener('error', (event) => reject(new Error(event.message || 'the worker failed')));
             this.worker.addEventListener('message', ({ data }: MessageEvent<Answer>) => {
                 if (data.kind === 'progress') listener.progress?.(data.text);
+                else if (data.kind === 'unreadable') this.handOver(order).catch(reject);
                 else if (data.kind === 'failed') reject(new Error(data.text));
                 else if (data.kind === 'done') resolve({ ...data, complaint: complaints.join('\n') });
                 else if (data.error) complaints.push(data.text);
@@ -42,6 +45,12 @@ export class Task {
         });
         this.outcome.catch(() => {}); // whoever started the task handles it
         this.worker.postMessage(order);
+    }
+
+    private async handOver(order: Order): Promise<void> {
+        const inputs = order.kind === 'znica' ? order.inputs : [];
+        const contents: Contents = await Promise.all(inputs.map((file) => file.arrayBuffer()));
+        this.worker.postMessage(contents, contents);
     }
 
     cancel(): void {

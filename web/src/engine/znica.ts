@@ -22,7 +22,9 @@ interface Files {
     stat(path: string): { mode: number };
     isDir(mode: number): boolean;
     readFile(path: string): Uint8Array<ArrayBuffer>;
-    writeFile(path: string, bytes: Uint8Array): void;
+    unlink(path: string): void;
+    /** `canOwn`: the bytes need not be copied. */
+    writeFile(path: string, bytes: Uint8Array, settings?: { canOwn: boolean }): void;
     analyzePath(path: string): { exists: boolean };
 }
 

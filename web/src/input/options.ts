@@ -1,67 +1,21 @@
 import { h } from '../../../report/src/dom';
-import { argumentFor, fileFor, type InputFile } from './roles';
+import { FIELDS, type Field } from './fields';
+import { argumentFor, fileFor, type InputFile, type Role } from './roles';
 
-interface Field {
-    option: string; // of znica run
-    title: string;
-    hint: string;
-    usual: string; // what is meant when the option is left out
-    choices?: [value: string, title: string][];
-    rare?: boolean;
-    later?: boolean; // has no part in what is read and checked before the run
-    shown?: boolean; // changes what is shown before the run
-}
-
-const FIELDS: Field[] = [
-    { option: '--components', title: 'Components', hint: 'a number, auto or max', usual: '20' },
-    { option: '--tr', title: 'TR (s)', hint: 'from sidecar or header', usual: '', shown: true },
-    {
-        option: '--mask',
-        title: 'Mask without a mask file',
-        hint: '',
-        usual: 'auto',
-        choices: [
-            ['auto', 'brain (automatic)'],
-            ['none', 'none: all voxels'],
-        ],
-        shown: true,
-    },
-    { option: '--dummy-scans', title: 'First volumes to omit', hint: '', usual: '0', shown: true },
-    { option: '--smooth', title: 'Smoothing', hint: 'mm (FWHM) or auto; 0: none', usual: 'auto', rare: true },
-    { option: '--high-pass', title: 'High-pass filter', hint: 'cut-off in seconds; 0: none', usual: '0', rare: true },
-    {
-        option: '--scale',
-        title: 'Scaling',
-        hint: '',
-        usual: 'none',
-        choices: [
-            ['none', 'none'],
-            ['percent', 'percent of the mean'],
-            ['sd', 'unit variance'],
-        ],
-        rare: true,
-    },
-    {
-        option: '--approach',
-        title: 'Approach',
-        hint: '',
-        usual: 'symmetric',
-        later: true,
-        choices: [
-            ['symmetric', 'symmetric (all at once)'],
-            ['deflation', 'deflation (one by one)'],
-        ],
-        rare: true,
-    },
-    { option: '--repeats', title: 'Repeats, to measure stability', hint: '', usual: '1', rare: true, later: true },
-    { option: '--seed', title: 'Seed', hint: 'random', usual: '', rare: true, later: true },
+const FILE_OPTIONS: [Role, string][] = [
+    ['mask', '--mask'],
+    ['design', '--design'],
+    ['confounds', '--confounds'],
+    ['regions', '--rois'],
+    ['names', '--roi-names'],
 ];
 
 /** The options of a run that are not files, as a form. */
 export class Options {
     readonly usual: HTMLElement;
     readonly rare: HTMLElement;
-    private readonly inputs = new Map<Field, HTMLInputElement | HTMLSelectElement>();
+    private readonly inputs = new Map<string, HTMLInputElement | HTMLSelectElement>();
+    private files: InputFile[] = [];
 
     /** `changed`: called after a change of an option that is checked before the run; says whether it changes the mask. */
     constructor(changed: (shown: boolean) => void) {
@@ -80,49 +34,71 @@ export class Options {
         const id = `option${field.option}`;
         const input = field.choices
             ? h('select', { id }, ...field.choices.map(([value, title]) => h('option', { value }, title)))
-            : h('input', { id, type: 'text', value: field.usual, placeholder: field.hint, size: 8 });
-        if (!field.later) input.addEventListener('change', () => changed(field.shown ?? false));
-        this.inputs.set(field, input);
-        const hint = !field.choices && field.hint !== '' && field.usual !== '' ? h('small', {}, field.hint) : null;
+            : field.flag
+              ? h('input', { id, type: 'checkbox' })
+              : h('input', { id, type: 'text', value: field.usual, placeholder: field.hint, size: 8 });
+        input.addEventListener('change', () => {
+            this.update();
+            if (!field.later) changed(field.shown ?? false);
+        });
+        this.inputs.set(field.option, input);
+        const placeheld = field.choices || (field.usual === '' && !field.flag);
+        const hint = field.hint !== '' && !placeheld ? h('small', {}, field.hint) : null;
         return h('div', { class: 'option' }, h('label', { for: id }, field.title), input, hint);
     }
 
     /** Sets an option as if it had been typed. */
     set(option: string, value: string): void {
-        for (const [field, input] of this.inputs) {
-            if (field.option === option) input.value = value;
-        }
+        this.input(option).value = value;
     }
 
-    private arguments(fields: Field[]): string[] {
-        return fields.flatMap((field) => {
-            const value = this.inputs.get(field)!.value.trim();
-            return value === '' || value === field.usual ? [] : [field.option, value];
-        });
+    /** The files of the next preview or run. Options that do not apply with them cannot be used. */
+    take(files: InputFile[]): void {
+        this.files = files;
+        this.update();
     }
 
     /** Arguments of `znica preview` for these files. */
-    forPreview(inputs: InputFile[]): string[] {
-        return [...this.files(inputs, ['mask']), ...this.arguments(this.used(inputs).filter(({ later }) => !later))];
+    forPreview(): string[] {
+        return [...this.fileArguments(), ...this.arguments(FIELDS.filter(({ later }) => !later))];
     }
 
     /** Arguments of `znica run` for these files. */
-    forRun(inputs: InputFile[]): string[] {
-        return [
-            ...this.files(inputs, ['mask', 'design', 'confounds', 'regions']),
-            ...this.arguments(this.used(inputs)),
-        ];
+    forRun(): string[] {
+        return [...this.fileArguments(), ...this.arguments(FIELDS)];
     }
 
-    // A mask from a file stands in place of the choice.
-    private used(inputs: InputFile[]): Field[] {
-        return FIELDS.filter(({ option }) => option !== '--mask' || !fileFor(inputs, 'mask'));
+    private input(option: string): HTMLInputElement | HTMLSelectElement {
+        return this.inputs.get(option)!;
     }
 
-    private files(inputs: InputFile[], roles: ('mask' | 'design' | 'confounds' | 'regions')[]): string[] {
-        return roles.flatMap((role) => {
-            const file = fileFor(inputs, role);
-            return file ? [role === 'regions' ? '--rois' : `--${role}`, argumentFor(file)] : [];
+    // Of a switch: "on", or nothing.
+    private value(option: string): string {
+        const input = this.input(option);
+        if (input.type === 'checkbox') return (input as HTMLInputElement).checked ? 'on' : '';
+        return input.value.trim();
+    }
+
+    private update(): void {
+        const now = {
+            has: (role: Role) => fileFor(this.files, role) !== null,
+            value: (option: string) => this.value(option),
+        };
+        for (const { option, applies } of FIELDS) this.input(option).disabled = applies?.(now) === false;
+    }
+
+    private arguments(fields: Field[]): string[] {
+        return fields.flatMap(({ option, usual, flag }) => {
+            const value = this.value(option);
+            if (this.input(option).disabled || value === '' || value === usual) return [];
+            return flag ? [option] : [option, value];
+        });
+    }
+
+    private fileArguments(): string[] {
+        return FILE_OPTIONS.flatMap(([role, option]) => {
+            const file = fileFor(this.files, role);
+            return file ? [option, argumentFor(file)] : [];
         });
     }
 }

@@ -43,6 +43,20 @@ function row(name: string, value: string): HTMLElement[] {
     return [h('dt', {}, name), h('dd', {}, value)];
 }
 
+// Near the memory of the computer, the browser ends the tab. Chromium says about how much there is, others do not.
+function memoryNotes({ needed_bytes }: Facts): string[] {
+    const gib = (navigator as { deviceMemory?: number }).deviceMemory ?? Infinity;
+    if (needed_bytes < (gib / 2) * 2 ** 30) return [];
+    return [
+        `This computer has about ${gib} GiB of memory. If the tab ends, close other programs or use a smaller mask.`,
+    ];
+}
+
+// What was found in a file is not a warning.
+function noteItem(note: string): HTMLElement {
+    return h('li', { class: /^(Design|Confounds):/.test(note) && 'plain' }, note);
+}
+
 /** What is known of the input before the run, from the files that `znica preview` left. */
 export function previewOf(files: ResultFile[]): HTMLElement {
     const bytes = (name: string): Uint8Array<ArrayBuffer> => files.find(({ path }) => path === name)!.bytes;
@@ -53,7 +67,8 @@ export function previewOf(files: ResultFile[]): HTMLElement {
         'aria-label': 'Axial slices of the mean image with the outline of the mask',
     });
     drawMask(canvas, maskedImage(facts, bytes('mean'), bytes('mask')));
-    const notes = facts.notes.filter((note) => !/^(Input|Memory):/.test(note));
+    const said = facts.notes.filter((note) => !/^(Input|Memory):/.test(note));
+    const notes = [...memoryNotes(facts), ...said];
     return h(
         'div',
         { class: 'preview' },
@@ -66,7 +81,7 @@ export function previewOf(files: ResultFile[]): HTMLElement {
             ...row('Mask', maskText(facts)),
             ...row('Memory needed', `about ${sizeText(facts.needed_bytes)} of ${sizeText(facts.available_bytes)}`),
         ),
-        notes.length > 0 && h('ul', { class: 'notes' }, ...notes.map((note) => h('li', {}, note))),
+        notes.length > 0 && h('ul', { class: 'notes' }, ...notes.map(noteItem)),
         h('figure', {}, h('figcaption', {}, 'Mean image; the outline is the mask'), canvas),
     );
 }

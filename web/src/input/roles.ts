@@ -1,5 +1,5 @@
 /** What a file is for. `beside`: only found by its name, like the sidecar of an image. */
-export type Role = 'image' | 'mask' | 'design' | 'confounds' | 'regions' | 'beside' | 'unused';
+export type Role = 'image' | 'mask' | 'design' | 'confounds' | 'regions' | 'names' | 'beside' | 'unused';
 
 export const ROLES: { role: Role; title: string }[] = [
     { role: 'image', title: 'functional image (4D)' },
@@ -7,6 +7,7 @@ export const ROLES: { role: Role; title: string }[] = [
     { role: 'design', title: 'design: events or predictors' },
     { role: 'confounds', title: 'confounds' },
     { role: 'regions', title: 'regions (labels)' },
+    { role: 'names', title: 'names of the regions' },
     { role: 'beside', title: 'sidecar (JSON) or data (.img)' },
     { role: 'unused', title: 'not used' },
 ];
@@ -16,14 +17,17 @@ export interface InputFile {
     role: Role;
 }
 
+const REGIONS = /dseg|atlas|parcellation/;
+
 // By name and type alone; the reader can choose otherwise.
 function likelyRole(name: string): Role {
     const lower = name.toLowerCase();
     if (/\.(nii|nii\.gz)$/.test(lower)) {
         if (/mask/.test(lower)) return 'mask';
-        return /dseg|atlas|parcellation/.test(lower) ? 'regions' : 'image';
+        return REGIONS.test(lower) ? 'regions' : 'image';
     }
     if (/\.(json|img|img\.gz)$/.test(lower)) return 'beside';
+    if (REGIONS.test(lower) && /\.tsv$/.test(lower)) return 'names';
     if (/confounds/.test(lower)) return 'confounds';
     return /\.(tsv|csv|1d|mat|rtc|txt)$/.test(lower) ? 'design' : 'image';
 }

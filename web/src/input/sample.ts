@@ -1,7 +1,7 @@
 import type { Engine } from '../engine/engine';
 import type { Task } from '../engine/task';
 
-const WANTED = /_(bold\.nii\.gz|bold\.json|desc-brain_mask\.nii\.gz|desc-task_design\.tsv)$/;
+const WANTED = /_(bold\.(nii\.gz|json)|desc-(brain_mask\.nii\.gz|task_design\.tsv|sources_dseg\.(nii\.gz|tsv)))$/;
 
 /** Simulates a small measurement with known sources. */
 export function simulate(engine: Engine): Task {

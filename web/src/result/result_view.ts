@@ -1,10 +1,13 @@
+import type { Keeper } from '../../../report/src/data/blocks';
 import { h } from '../../../report/src/dom';
 import type { Engine } from '../engine/engine';
 import type { ResultFile } from '../engine/messages';
 import { downloads, save } from './downloads';
+import type { ReportParts } from './report_parts';
 
 export interface ResultFacts {
     files: ResultFile[];
+    report: ReportParts | null;
     stem: string;
     seconds: number;
     heapBytes: number;
@@ -12,10 +15,22 @@ export interface ResultFacts {
     complaint: string;
 }
 
+// A frame with the report. A blob could not store labels in a page from disk, so the page is its `srcdoc`.
+function reportFrame({ files, report }: ResultFacts): HTMLElement {
+    const frame = h('iframe', { class: 'report', title: 'Report' }) as HTMLIFrameElement & Partial<Keeper>;
+    if (!report) return frame;
+    const { bytes } = files.find(({ path }) => path === 'report.html')!;
+    frame.packedPart = (name) => {
+        const place = report.places.get(name);
+        return place ? new TextDecoder().decode(bytes.subarray(...place)) : null;
+    };
+    frame.srcdoc = report.page;
+    return frame;
+}
+
 /** The report of a run, as the file shows it, below a bar with the downloads. `close`: back to the input. */
 export function resultView(engine: Engine, result: ResultFacts, close: () => void): HTMLElement {
     const { files, stem } = result;
-    const report = files.find(({ path }) => path === 'report.html');
     const everything = h(
         'button',
         {
@@ -27,8 +42,6 @@ export function resultView(engine: Engine, result: ResultFacts, close: () => voi
         },
         'Everything (.zip)',
     );
-    const frame = h('iframe', { class: 'report', title: 'Report' });
-    if (report) frame.srcdoc = new TextDecoder().decode(report.bytes); // a blob could not store labels in a page from disk
     return h(
         'section',
         { class: 'result' },
@@ -45,6 +58,6 @@ export function resultView(engine: Engine, result: ResultFacts, close: () => voi
             downloads(files, stem, everything),
             h('button', { class: 'button', id: 'close', onclick: close }, 'Back to the input'),
         ),
-        frame,
+        reportFrame(result),
     );
 }
