@@ -23,7 +23,7 @@ constexpr const char* nameOf(DenoiseMethod method) {
 
 /// The options of `znica denoise`. Exactly one of `labels` and `rejected` is given.
 struct DenoiseOptions {
-    std::filesystem::path result;     ///< folder created by znica run
+    std::filesystem::path result;     ///< folder created by znica run, or one of znica bids with the image's run
     std::filesystem::path functional; ///< 4D image: that of the run, or another version of it on the same grid
     std::filesystem::path out;
     std::filesystem::path labels;      ///< table exported by the report; empty: none

@@ -96,7 +96,7 @@ void readCourseColumns(Denoising& run) {
 void readInputs(Denoising& run) {
     requireReadable(run.options.functional);
     requireInputsOutsideOutput(run.options);
-    run.result = ResultFiles::in(run.options.result);
+    run.result = ResultFiles::of(run.options.functional, run.options.result);
     const int analysed = readFacts(run);
     readFunctional(run, analysed);
     requireMemory(run);
