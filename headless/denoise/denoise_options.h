@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zn::headless {
@@ -19,6 +20,15 @@ constexpr const char* nameOf(DenoiseMethod method) {
     return method == DenoiseMethod::kAggressive       ? "aggr"
            : method == DenoiseMethod::kOrthogonalised ? "orthaggr"
                                                       : "nonaggr";
+}
+
+/// The method of that name; nothing when there is none.
+inline std::optional<DenoiseMethod> denoiseMethodNamed(std::string_view name) {
+    for (const DenoiseMethod method :
+         {DenoiseMethod::kNonAggressive, DenoiseMethod::kAggressive, DenoiseMethod::kOrthogonalised}) {
+        if (name == nameOf(method)) return method;
+    }
+    return std::nullopt;
 }
 
 /// The options of `znica denoise`. Exactly one of `labels` and `rejected` is given.
