@@ -19,6 +19,9 @@ public:
     void requirePossible(const PlannedRun& run) const override;
     std::vector<std::string> arguments(const PlannedRun& run, int threads, std::int64_t memory) const override;
     void keep(const PlannedRun& run, const RunOutcome& outcome, const std::filesystem::path& result) override;
+    std::string text(const PlannedRun& run, const RunOutcome& outcome) const override {
+        return outcomeText(run.name, outcome);
+    }
     void ended(const PlannedRun& run, const RunOutcome& outcome) override { summary_.add(run.name, outcome); }
     void notStarted(const PlannedRun& run) override { summary_.addNotStarted(run.name); }
 

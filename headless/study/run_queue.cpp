@@ -94,7 +94,7 @@ void RunQueue::conclude(const PlannedRun& run, RunOutcome outcome, const fs::pat
         outcome.message = failure.what();
     }
     task_.ended(run, outcome);
-    progress_.ended(outcomeText(run.name, outcome));
+    progress_.ended(task_.text(run, outcome));
     if (outcome.hasResult() || !options_.stopOnFirstCrash) return;
     for (const PlannedRun* left : waiting_) {
         if (left != &run) task_.notStarted(*left);

@@ -1,21 +1,23 @@
 #include "headless/study/run_study.h"
 
+#include "headless/bids/word_list.h"
 #include "headless/study/analysis_task.h"
+#include "headless/study/denoise_settings.h"
+#include "headless/study/denoising_task.h"
 #include "headless/study/run_queue.h"
 #include "headless/study/study_folder.h"
 #include "headless/study/study_summary.h"
 
 #include <cstdio>
 #include <deque>
+#include <utility>
+#include <vector>
 
 namespace zn::headless {
 
 namespace {
 
-bool isToDo(RunState state, Rerun rerun) {
-    if (rerun == Rerun::kAll || state == RunState::kMissing || state == RunState::kMayBeRepaired) return true;
-    return state == RunState::kFinal && rerun == Rerun::kFailed;
-}
+namespace fs = std::filesystem;
 
 class Study {
 public:
@@ -26,32 +28,75 @@ public:
         folder_.prepare(options_);
         AnalysisTask analysis(options_, summary_);
         carryOut(analysis, runsToAnalyse(), unfinished);
+        if (options_.denoise && !summary_.isStopped()) {
+            DenoisingTask denoising(options_, summary_);
+            carryOut(denoising, runsToDenoise(denoising), unfinished);
+        }
         std::printf("%s\n", summary_.text().c_str());
         return summary_.status();
     }
 
 private:
-    void carryOut(RunTask& task, std::deque<const PlannedRun*> runs, UnfinishedWork& unfinished) {
+    using Runs = std::deque<const PlannedRun*>;
+
+    void carryOut(RunTask& task, Runs runs, UnfinishedWork& unfinished) {
         RunQueue queue(task, std::move(runs), options_, [this] { return summary_.text(); });
         queue.carryOut(unfinished);
     }
 
-    std::deque<const PlannedRun*> runsToAnalyse() {
-        std::deque<const PlannedRun*> runs;
+    Runs runsToAnalyse() {
+        Runs runs;
+        std::size_t others = 0; // with a result that does not fit the options, but the labels
         for (const PlannedRun& run : plan_.runs) {
-            const RunState state = stateOf(run, folder_, options_);
+            const fs::path record = folder_.record(run.name);
+            const RunState state = stateOf(record, runSettings(run, options_), inputsOf(run, options_), options_.rerun);
+            const RunOutcome earlier = recordedOutcome(record).value_or(RunOutcome{-1, "", 0.0, 0});
+            const bool keepsAny = options_.denoise && options_.rerun != Rerun::kAll && earlier.hasResult();
+            if (isToDo(state, options_.rerun) && !keepsAny) {
+                runs.push_back(&run);
+                continue;
+            }
+            others += state == RunState::kMissing ? 1 : 0;
+            summary_.add(run.name, earlier);
+        }
+        sayKept(plan_.runs.size() - runs.size() - others, "have a record with the same settings and are not repeated");
+        sayKept(others, "keep a result of other settings, because labels belong to it (--rerun all replaces it)");
+        return runs;
+    }
+
+    Runs runsToDenoise(const DenoisingTask& task) {
+        Runs runs;
+        std::vector<std::string> older;
+        std::size_t done = 0;
+        for (const PlannedRun& run : plan_.runs) {
+            if (run.labels.empty() && run.labelsProblem.empty()) {
+                summary_.addUnlabelled(run.name);
+                continue;
+            }
+            const fs::path record = folder_.denoiseRecord(run.name);
+            const RunState state =
+                stateOf(record, denoiseSettings(run, options_), denoiseInputs(run, folder_), options_.rerun);
             if (isToDo(state, options_.rerun)) {
                 runs.push_back(&run);
+                if (task.hasOlderLabels(run)) older.push_back(run.name);
             } else {
-                summary_.add(run.name, recordedOutcome(run.name, folder_).value_or(RunOutcome()));
+                ++done;
+                summary_.addDenoised(run.name, recordedOutcome(record).value_or(RunOutcome()));
             }
         }
-        const std::size_t kept = plan_.runs.size() - runs.size();
-        if (kept > 0 && !options_.run.control.quiet) {
-            std::printf("%zu of %zu runs have a record with the same settings and are not repeated.\n", kept,
-                        plan_.runs.size());
+        sayKept(done, "have a record of denoising with the same settings and labels and are not repeated");
+        if (!older.empty()) {
+            std::fprintf(stderr,
+                         "znica: Labels that are older than the result, and valid only if it repeats the one "
+                         "that was labelled: %s.\n",
+                         wordList(older).c_str());
         }
         return runs;
+    }
+
+    void sayKept(std::size_t count, const char* why) const {
+        if (count == 0 || options_.run.control.quiet) return;
+        std::printf("%zu of %zu runs %s.\n", count, plan_.runs.size(), why);
     }
 
     const StudyPlan& plan_;

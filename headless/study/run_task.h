@@ -38,6 +38,9 @@ public:
     /// Moves what the process left in the folder `result` to its places, then writes the record. Throws Failure.
     virtual void keep(const PlannedRun& run, const RunOutcome& outcome, const std::filesystem::path& result) = 0;
 
+    /// A line about a run that has ended.
+    virtual std::string text(const PlannedRun& run, const RunOutcome& outcome) const = 0;
+
     /// Called once per run, after its record was written.
     virtual void ended(const PlannedRun& run, const RunOutcome& outcome) = 0;
     /// Called for the runs that are left when one has failed, if the study is to stop then.
