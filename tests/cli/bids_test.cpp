@@ -154,7 +154,7 @@ TEST_F(Bids, ListsRunsWithRepetitionTimeAndMemory) {
     const auto table = tableIn(folder / "list.tsv");
     ASSERT_EQ(table.size(), 3U);
     EXPECT_THAT(table[0], ElementsAre("run", "repetition_time", "volumes", "memory_mib", "dummy_scans", "mask",
-                                      "confounds", "events", "image", "problem"));
+                                      "confounds", "events", "image", "problem", "labels"));
     EXPECT_EQ(table[1][0] + " " + table[1][1] + " " + table[1][2], "sub-01_task-rest 2 80");
     EXPECT_GT(std::stoi(table[1][3]), 10);
     EXPECT_EQ(table[2][1], "n/a");
