@@ -1,6 +1,5 @@
 // `znica bids` on small simulated datasets: what it writes, what it repeats, and how it ends.
-#include "cli/command.h"
-#include "files.h"
+#include "cli/bids_study.h"
 
 #include <chrono>
 #include <csignal>
@@ -21,54 +20,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-std::string lastLine(const std::string& text) {
-    const std::size_t end = text.find_last_not_of('\n');
-    const std::size_t start = text.rfind('\n', end);
-    return text.substr(start == std::string::npos ? 0 : start + 1, end - start);
-}
-
-class Bids : public testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        samples = std::make_unique<TemporaryFolder>();
-        for (const char* seed : {"1", "2"}) {
-            const auto made = znica({"simulate", "--size", "tiny", "--seed", seed, "--out", *samples / seed});
-            ASSERT_EQ(made.status, 0) << made.err;
-        }
-    }
-    static void TearDownTestSuite() { samples.reset(); }
-
-    void SetUp() override {
-        addImage("sub-01", "1");
-        addImage("sub-02", "2");
-        writeFile(data / "task-rest_bold.json", R"({"RepetitionTime": 2})");
-    }
-
-    fs::path imageOf(const std::string& subject) const {
-        return data / subject / "func" / (subject + "_task-rest_bold.nii.gz");
-    }
-    void addImage(const std::string& subject, const char* sample) const {
-        fs::create_directories(data / subject / "func");
-        fs::copy_file(*samples / sample / "sub-sim_task-blocks_bold.nii.gz", imageOf(subject),
-                      fs::copy_options::overwrite_existing);
-    }
-    CommandResult analyse(std::vector<std::string> options = {}, const Surroundings& surroundings = {}) const {
-        options.insert(options.begin(), {"bids", data, out, "participant", "--components", "3", "--seed", "1"});
-        return znica(options, surroundings);
-    }
-    json record(const std::string& run) const { return json::parse(textOf(out / "logs" / (run + ".json"))); }
-    std::string components(const std::string& subject) const {
-        return textOf(out / subject / "func" / (subject + "_task-rest_desc-ICA_components.nii.gz"));
-    }
-
-    static std::unique_ptr<TemporaryFolder> samples;
-    TemporaryFolder folder;
-    const fs::path data = folder / "data";
-    const fs::path out = folder / "out";
-};
-
-std::unique_ptr<TemporaryFolder> Bids::samples;
 
 TEST_F(Bids, WritesADerivativeDataset) {
     const CommandResult result = analyse();
