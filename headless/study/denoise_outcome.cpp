@@ -30,11 +30,12 @@ Json qualityIn(const fs::path& file) {
 
 } // namespace
 
-Json denoiseRecordOf(const PlannedRun& run, const std::vector<std::string>& settings, const RunOutcome& outcome,
-                     const std::vector<std::string>& notes, const fs::path& result) {
+Json denoiseRecordOf(const PlannedRun& run, const std::string& method, const std::vector<std::string>& settings,
+                     const RunOutcome& outcome, const std::vector<std::string>& notes, const fs::path& result) {
     Json record = {{"Run", run.name},
                    {"Image", run.image.string()},
                    {"Labels", run.labels.string()},
+                   {"Method", method},
                    {"Version", ZNICA_VERSION},
                    {"Settings", settings},
                    {"ExitStatus", outcome.status},

@@ -15,8 +15,8 @@ namespace zn::headless {
 ///
 ///   notes    sentences that the process did not know
 ///   result   folder as `znica denoise` wrote it; empty when there is none
-nlohmann::ordered_json denoiseRecordOf(const PlannedRun& run, const std::vector<std::string>& settings,
-                                       const RunOutcome& outcome, const std::vector<std::string>& notes,
-                                       const std::filesystem::path& result);
+nlohmann::ordered_json denoiseRecordOf(const PlannedRun& run, const std::string& method,
+                                       const std::vector<std::string>& settings, const RunOutcome& outcome,
+                                       const std::vector<std::string>& notes, const std::filesystem::path& result);
 
 } // namespace zn::headless

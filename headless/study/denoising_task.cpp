@@ -53,8 +53,8 @@ std::vector<std::string> DenoisingTask::arguments(const PlannedRun& run, int thr
 void DenoisingTask::keep(const PlannedRun& run, const RunOutcome& outcome, const fs::path& result) {
     std::vector<std::string> notes;
     if (hasOlderLabels(run)) notes.emplace_back(kOlderLabels);
-    auto json =
-        denoiseRecordOf(run, denoiseSettings(run, options_), outcome, notes, outcome.hasResult() ? result : fs::path());
+    auto json = denoiseRecordOf(run, nameOf(*options_.denoise), denoiseSettings(run, options_), outcome, notes,
+                                outcome.hasResult() ? result : fs::path());
     if (outcome.hasResult()) json["Files"] = placeDenoised(run, result, folder_);
     replaceTextFile(record(run), json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
 }
