@@ -185,6 +185,32 @@ TEST_F(BidsDenoise, IsUndoneByANewResult) {
     EXPECT_TRUE(namesIn(out / "logs/denoise").empty());
 }
 
+TEST_F(BidsDenoise, IsInTheTableOfRuns) {
+    label("sub-01_task-rest_desc-ICA_labels.tsv");
+    label("sub-02_task-rest_desc-ICA_labels.tsv", "ICA_01\tbad\t\n");
+    EXPECT_EQ(denoise().status, 3);
+    const CommandResult group = znica({"bids", data, out, "group"});
+    EXPECT_THAT(group.out, StartsWith("2 of 2 runs done; 1 of 2 denoised, 1 failed: sub-02_task-rest; overview: "));
+    const auto table = tableIn(out / "runs.tsv");
+    const auto cell = [&](std::size_t row, const std::string& column) {
+        const auto found = std::find(table[0].begin(), table[0].end(), column);
+        return found == table[0].end() ? "no column" : table[row][static_cast<std::size_t>(found - table[0].begin())];
+    };
+    EXPECT_EQ(cell(1, "denoised"), "nonaggr");
+    const auto measures = tableIn(out / "sub-01/func/sub-01_task-rest_desc-denoise_qc.tsv");
+    EXPECT_THAT(measures[2], ElementsAre("dvars_median", cell(1, "dvars_before"), cell(1, "dvars_after"), testing::_));
+    EXPECT_THAT(measures[4], ElementsAre("tsnr_median", cell(1, "tsnr_before"), cell(1, "tsnr_after"), testing::_));
+    EXPECT_EQ(cell(1, "degrees_of_freedom_after"), "78"); // 80 volumes, less the mean and one component
+    EXPECT_EQ(cell(1, "framewise_displacement"), "n/a");
+    EXPECT_EQ(cell(2, "denoised"), "failed");
+    EXPECT_THAT(cell(2, "denoising_message"), HasSubstr("holds the label \"bad\""));
+    EXPECT_EQ(cell(2, "dvars_before"), "n/a");
+    const auto columns = nlohmann::json::parse(textOf(out / "runs.json"));
+    for (const std::string& column : {"denoised", "dvars_before", "dvars_fd_after", "denoising_message"}) {
+        EXPECT_TRUE(columns.contains(column)) << column;
+    }
+}
+
 TEST_F(BidsDenoise, UsesTheConfoundsOfEachRun) {
     const fs::path prep = folder / "prep/sub-01/func";
     fs::create_directories(prep);
