@@ -20,12 +20,13 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-// Those of denoising only if there is a denoised run.
+// Those of denoising only if some run has a value: many studies have no confounds.
 std::vector<std::size_t> shownColumns(const std::vector<OverviewRun>& runs) {
-    const bool denoised = std::any_of(runs.begin(), runs.end(), [](const auto& run) { return run.denoised; });
     std::vector<std::size_t> shown;
     for (std::size_t i = 0; i < kOverviewColumns.size(); ++i) {
-        if (denoised || kOverviewColumns[i].kind == OverviewKind::kAnalysis) shown.push_back(i);
+        const auto hasValue = [i](const OverviewRun& run) { return run.values[i].has_value(); };
+        const bool always = kOverviewColumns[i].kind == OverviewKind::kAnalysis;
+        if (always || std::any_of(runs.begin(), runs.end(), hasValue)) shown.push_back(i);
     }
     return shown;
 }

@@ -6,7 +6,7 @@ export interface Column {
     kind: Kind;
 }
 
-/** What a measure belongs to. Columns of denoising are there only if some run was denoised. */
+/** What a measure belongs to. A column of denoising is there only if some run has a value. */
 export type Kind = 'analysis' | 'denoising';
 
 export type Status = 'done' | 'fewer components' | 'no result' | 'no record';
