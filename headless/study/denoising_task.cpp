@@ -36,7 +36,7 @@ void DenoisingTask::requirePossible(const PlannedRun& run) const {
     if (!analysed->hasResult()) {
         throw Failure(static_cast<ExitStatus>(analysed->status), "there is no result to denoise: " + analysed->message);
     }
-    if (isNewer(run.image, analysis)) {
+    if (isNewer(run.image, analysis) && !isNewer(analysis, run.image)) { // not merely written within a tick
         throw Failure(ExitStatus::kInput, run.image.string() + " is newer than its result, to which the labels belong; "
                                                                "analyse it again (--rerun all), then label it.");
     }
