@@ -38,7 +38,8 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
     });
 
     test('has its sentence in the methods, with the papers', async () => {
-        const page = await openReport(browser, image.report, { at: '#/methods' });
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        await goTo(page, '#/methods');
         const text = await page.locator('#methods-text').textContent();
         const { before, after } = image.quality.find(({ measure }) => measure === 'degrees_of_freedom');
         const cosines = image.parts.find(({ component }) => component === 'high_pass').reason;
