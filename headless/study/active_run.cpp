@@ -67,9 +67,10 @@ std::optional<RunOutcome> ActiveRun::ended() {
     outcome.status = end->status;
     outcome.seconds = since_.seconds();
     outcome.peakBytes = end->peakBytes;
-    // Of a successful run: that it has no report, for instance. The name of the hidden folder means nothing to the
-    // user.
+    // The name of the hidden folder means nothing to the user.
     outcome.message = replaced(lastMessage(log_), result().string(), work_.parent_path().string());
+    // A successful run can only lack its report. Other lines in its log are what the plug-in asked and was answered.
+    if (outcome.status == 0 && !outcome.message.starts_with("no report.html was written")) outcome.message.clear();
     if (outcome.status != 0 && (outcome.status > 128 || outcome.message.empty()))
         outcome.message = signalText(outcome.status);
     return outcome;
