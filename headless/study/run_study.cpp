@@ -60,8 +60,9 @@ private:
             summary_.add(run.name, earlier);
         }
         sayKept(plan_.runs.size() - runs.size() - others, "have a record with the same settings and are not repeated");
-        sayKept(others, "keep a result of other settings or of an earlier image, because labels belong to it (--rerun "
-                        "all replaces it)");
+        sayKept(others,
+                "keep a result of other settings or of an earlier image, because labels may belong to it (--rerun "
+                "all replaces it)");
         return runs;
     }
 
