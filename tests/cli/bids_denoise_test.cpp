@@ -1,6 +1,8 @@
 // Denoising within `znica bids`: which images, from which labels, what is repeated.
 #include "cli/bids_study.h"
 
+#include <algorithm>
+#include <chrono>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -206,7 +208,7 @@ TEST_F(BidsDenoise, IsInTheTableOfRuns) {
     EXPECT_THAT(cell(2, "denoising_message"), HasSubstr("holds the label \"bad\""));
     EXPECT_EQ(cell(2, "dvars_before"), "n/a");
     const auto columns = nlohmann::json::parse(textOf(out / "runs.json"));
-    for (const std::string& column : {"denoised", "dvars_before", "dvars_fd_after", "denoising_message"}) {
+    for (const char* column : {"denoised", "dvars_before", "dvars_fd_after", "denoising_message"}) {
         EXPECT_TRUE(columns.contains(column)) << column;
     }
 }
