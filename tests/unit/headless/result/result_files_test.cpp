@@ -80,8 +80,9 @@ TEST(ResultFiles, OfAnImageAreTheOnlyOnesOrThoseWithItsName) {
         ResultFiles::of("smoothed.nii", folder.path());
         FAIL() << "accepted";
     } catch (const Failure& failure) {
-        EXPECT_THAT(failure.what(), HasSubstr(" holds the results of 2 runs, but none named smoothed after smoothed.nii; "
-                                              "give the image the name of its run."));
+        EXPECT_THAT(failure.what(),
+                    HasSubstr(" holds the results of 2 runs, but none named smoothed after smoothed.nii; "
+                              "give the image the name of its run."));
     }
 }
 
