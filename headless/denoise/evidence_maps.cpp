@@ -7,7 +7,15 @@
 
 namespace zn::headless {
 
+namespace {
+
 using Json = nlohmann::ordered_json;
+
+constexpr char kTsnr[] = "Mean over time by standard deviation over time; 0 in voxels that were not denoised.";
+constexpr char kRemoved[] = "Variance over time that denoising removed; negative where it grew, 0 in voxels that were "
+                            "not denoised.";
+
+} // namespace
 
 std::vector<EvidenceMap> evidenceMaps(const Denoising& run) {
     const Cleaning& cleaning = run.cleaning;
@@ -22,10 +30,6 @@ std::vector<EvidenceMap> evidenceMaps(const Denoising& run) {
         const float share = cleaning.sdAfter[v] / cleaning.sdBefore[v];
         removed[v] = 100.0f * (1.0f - share * share);
     }
-    constexpr char kTsnr[] = "Mean over time by standard deviation over time; 0 in voxels that were not denoised.";
-    constexpr char kRemoved[] =
-        "Variance over time that denoising removed; negative where the variance grew, 0 in voxels "
-        "that were not denoised.";
     return {{ResultFile::kTsnrBefore, ResultFile::kTsnrBeforeDescription, "Temporal SNR before", kTsnr, "",
              ratio(cleaning.sdBefore)},
             {ResultFile::kTsnrAfter, ResultFile::kTsnrAfterDescription, "Temporal SNR after", kTsnr, "",
