@@ -34,9 +34,9 @@ enum class RunState {
     kMayBeRepaired ///< without a result because of memory, a signal or the like
 };
 
-/// What a record says, given the settings of now and the files on which its result depends. Throws Failure (kInput) for
-/// a record of another version of znica, unless everything is repeated anyway.
-RunState stateOf(const std::filesystem::path& record, const std::vector<std::string>& settings,
+/// What the record in a file says, given the settings of now and the files on which its result depends. Throws Failure
+/// (kInput) for a record of another version of znica, unless everything is repeated anyway.
+RunState stateOf(const std::filesystem::path& file, const std::vector<std::string>& settings,
                  const std::vector<std::filesystem::path>& inputs, Rerun rerun);
 
 /// Whether a run in this state is to be done.
@@ -47,7 +47,7 @@ bool isToDo(RunState state, Rerun rerun);
 bool isNewer(const std::filesystem::path& file, const std::filesystem::path& than);
 
 /// The outcome in a record; nothing when there is none or it is damaged.
-std::optional<RunOutcome> recordedOutcome(const std::filesystem::path& record);
+std::optional<RunOutcome> recordedOutcome(const std::filesystem::path& file);
 
 /// "sub-01_task-rest: done in 34 s, 812 MiB"
 ///
