@@ -25,7 +25,7 @@ constexpr char kExamples[] = "All options of znica run (see --help-all) apply to
                              "  znica bids data out participant --task rest --components auto\n"
                              "  znica bids data out participant -d fmriprep --space MNI152NLin2009cAsym \\\n"
                              "      --design auto --confounds auto --dummy-scans confounds\n"
-                             "  znica bids data out participant --list\n"
+                             "  znica bids data out participant --labels-dir labels --denoise nonaggr\n"
                              "  znica bids data out group\n";
 
 struct Command {
@@ -65,7 +65,7 @@ void replaceOptions(CLI::App& command, StudyOptions& o) {
     command
         .add_option_function<std::string>(
             "--confounds", [&o](const std::string& text) { setConfounds(o, text); },
-            "compare time courses with the table of confounds of each run")
+            "compare time courses with each run's confounds")
         ->type_name("auto");
 }
 
@@ -136,8 +136,9 @@ void addBidsCommand(CLI::App& app, Action& action) {
         });
     addShared(*bids, *c);
     addSelectionOptions(*bids, c->options);
+    addDenoisingOptions(*bids, c->options);
     addSchedulingOptions(*bids, c->options);
-    bids->add_flag("--list", c->list, "print the runs with TR and predicted memory, then exit");
+    bids->add_flag("--list", c->list, "print the runs with TR and memory, then exit");
     bids->set_help_all_flag("--help-all", "also list options that are rarely needed");
     bids->footer(kExamples);
     bids->callback([bids, c, &action] {

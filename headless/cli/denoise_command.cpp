@@ -20,13 +20,9 @@ constexpr char kExamples[] = "Defaults are in parentheses.\n"
                              "      --confounds confounds.tsv --columns csf,white_matter --high-pass 128\n";
 
 void setMethod(DenoiseOptions& options, const std::string& name) {
-    for (const DenoiseMethod method :
-         {DenoiseMethod::kNonAggressive, DenoiseMethod::kAggressive, DenoiseMethod::kOrthogonalised}) {
-        if (name != nameOf(method)) continue;
-        options.method = method;
-        return;
-    }
-    throw CLI::ValidationError("--method", "needs nonaggr, aggr or orthaggr; got " + name);
+    const auto method = denoiseMethodNamed(name);
+    if (!method) throw CLI::ValidationError("--method", "needs nonaggr, aggr or orthaggr; got " + name);
+    options.method = *method;
 }
 
 void addRejection(CLI::App& command, DenoiseOptions& o) {

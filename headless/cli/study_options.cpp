@@ -33,6 +33,11 @@ void setRerun(StudyOptions& options, const std::string& text) {
     options.rerun = text == "all" ? Rerun::kAll : Rerun::kFailed;
 }
 
+void setDenoising(StudyOptions& options, const std::string& text) {
+    options.denoise = denoiseMethodNamed(text);
+    if (!options.denoise) throw CLI::ValidationError("--denoise", "needs nonaggr, aggr or orthaggr; got " + text);
+}
+
 CLI::Option* addLabels(CLI::App& command, const char* names, std::vector<std::string>& labels, const char* about) {
     return command.add_option(names, labels, about)->type_name("LABEL...");
 }
@@ -59,6 +64,16 @@ void addSelectionOptions(CLI::App& command, StudyOptions& o) {
             "--mask-from", [&o](const std::string& text) { setMaskFrom(o, text); },
             "masks of preprocessed images (theirs, if any)")
         ->type_name("derivatives|auto");
+}
+
+void addDenoisingOptions(CLI::App& command, StudyOptions& o) {
+    auto* labels = command.add_option_function<std::string>(
+        "--labels-dir", [&o](const std::string& text) { o.labelsFolder = absolutePath(text); },
+        "tables of labels, as the reports save them");
+    auto* method = command.add_option_function<std::string>(
+        "--denoise", [&o](const std::string& text) { setDenoising(o, text); }, "remove what they call noise");
+    labels->type_name("DIR")->needs(method);
+    method->type_name("nonaggr|aggr|orthaggr")->needs(labels);
 }
 
 void addSchedulingOptions(CLI::App& command, StudyOptions& o) {

@@ -9,6 +9,9 @@ namespace zn::headless {
 /// Adds the options that say which images of a dataset are analysed.
 void addSelectionOptions(CLI::App& command, StudyOptions& options);
 
+/// Adds the options that say whether images are denoised.
+void addDenoisingOptions(CLI::App& command, StudyOptions& options);
+
 /// Adds the options that say how many runs are under way at once, and which are repeated.
 void addSchedulingOptions(CLI::App& command, StudyOptions& options);
 

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zn::headless {
@@ -21,9 +22,18 @@ constexpr const char* nameOf(DenoiseMethod method) {
                                                       : "nonaggr";
 }
 
+/// The method of that name; nothing when there is none.
+inline std::optional<DenoiseMethod> denoiseMethodNamed(std::string_view name) {
+    for (const DenoiseMethod method :
+         {DenoiseMethod::kNonAggressive, DenoiseMethod::kAggressive, DenoiseMethod::kOrthogonalised}) {
+        if (name == nameOf(method)) return method;
+    }
+    return std::nullopt;
+}
+
 /// The options of `znica denoise`. Exactly one of `labels` and `rejected` is given.
 struct DenoiseOptions {
-    std::filesystem::path result;     ///< folder created by znica run
+    std::filesystem::path result;     ///< folder created by znica run, or one of znica bids with the image's run
     std::filesystem::path functional; ///< 4D image: that of the run, or another version of it on the same grid
     std::filesystem::path out;
     std::filesystem::path labels;      ///< table exported by the report; empty: none

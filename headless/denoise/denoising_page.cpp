@@ -88,6 +88,7 @@ ReportPage denoisingPage(const Denoising& run, const Quality& quality) {
     json["method"] = nameOf(run.options.method);
     json["tr_seconds"] = run.secondsPerVolume;
     json["dummy_scans"] = run.dummyScans;
+    json["high_pass_seconds"] = run.options.highPassSeconds;
     json["quality"] = rowsOf(quality);
     json["parts"] = partsOf(run);
     json["notes"] = run.notes;

@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+#include <nlohmann/json.hpp>
+
 namespace zn::headless {
 
 namespace {
@@ -90,6 +92,26 @@ void writeCarpet(const std::filesystem::path& file, const Denoising& run, const 
     writeTextFile(file, text + "\n");
 }
 
+void writeCarpets(const Denoising& run, const ResultFiles& files) {
+    struct Image {
+        ResultFile table;
+        ResultFile description;
+        const std::vector<float>& values;
+        const char* which;
+    };
+    for (const Image& image :
+         {Image{ResultFile::kCarpetBefore, ResultFile::kCarpetBeforeDescription, run.carpet.before, "as it was"},
+          Image{ResultFile::kCarpetAfter, ResultFile::kCarpetAfterDescription, run.carpet.after, "denoised"}}) {
+        writeCarpet(files[image.table], run, image.values);
+        const nlohmann::ordered_json json = {
+            {"Description", std::string("Carpet plot of the image ") + image.which +
+                                ": one row per analysed volume, one column per voxel, named x_y_z after its position "
+                                "counted from 0, in the order of its correlation with the global signal."},
+            {"Units", "standard deviations of the voxel before denoising, from its mean"}};
+        writeTextFile(files[image.description], json.dump(2) + "\n");
+    }
+}
+
 } // namespace
 
 void writeEvidence(const Denoising& run, const Quality& quality) {
@@ -97,8 +119,7 @@ void writeEvidence(const Denoising& run, const Quality& quality) {
     writeQuality(files, quality);
     writeVolumes(run, files);
     writeComponents(run, files);
-    writeCarpet(files[ResultFile::kCarpetBefore], run, run.carpet.before);
-    writeCarpet(files[ResultFile::kCarpetAfter], run, run.carpet.after);
+    writeCarpets(run, files);
     writeMaps(run);
 }
 

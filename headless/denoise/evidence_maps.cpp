@@ -1,8 +1,21 @@
 #include "headless/denoise/evidence_maps.h"
 
 #include "headless/nifti/image_writer.h"
+#include "headless/text/text_file.h"
+
+#include <nlohmann/json.hpp>
 
 namespace zn::headless {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr char kTsnr[] = "Mean over time by standard deviation over time; 0 in voxels that were not denoised.";
+constexpr char kRemoved[] = "Variance over time that denoising removed; negative where it grew, 0 in voxels that were "
+                            "not denoised.";
+
+} // namespace
 
 std::vector<EvidenceMap> evidenceMaps(const Denoising& run) {
     const Cleaning& cleaning = run.cleaning;
@@ -17,9 +30,12 @@ std::vector<EvidenceMap> evidenceMaps(const Denoising& run) {
         const float share = cleaning.sdAfter[v] / cleaning.sdBefore[v];
         removed[v] = 100.0f * (1.0f - share * share);
     }
-    return {{ResultFile::kTsnrBefore, "Temporal SNR before", ratio(cleaning.sdBefore)},
-            {ResultFile::kTsnrAfter, "Temporal SNR after", ratio(cleaning.sdAfter)},
-            {ResultFile::kRemovedVariance, "Variance removed, per cent", removed}};
+    return {{ResultFile::kTsnrBefore, ResultFile::kTsnrBeforeDescription, "Temporal SNR before", kTsnr, "",
+             ratio(cleaning.sdBefore)},
+            {ResultFile::kTsnrAfter, ResultFile::kTsnrAfterDescription, "Temporal SNR after", kTsnr, "",
+             ratio(cleaning.sdAfter)},
+            {ResultFile::kRemovedVariance, ResultFile::kRemovedVarianceDescription, "Variance removed, per cent",
+             kRemoved, "per cent of the variance before", removed}};
 }
 
 void writeMaps(const Denoising& run) {
@@ -28,6 +44,10 @@ void writeMaps(const Denoising& run) {
         ImageWriter writer(files[map.file], *run.functional.image, {1, NIFTI_TYPE_FLOAT32, 0.0, map.title});
         writer.write(map.values);
         writer.close();
+        Json json = {{"Description", map.meaning}};
+        if (*map.units) json["Units"] = map.units;
+        json["Sources"] = {run.functional.file.string()};
+        writeTextFile(files[map.description], json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
     }
 }
 

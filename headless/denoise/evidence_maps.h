@@ -9,14 +9,17 @@ namespace zn::headless {
 /// A map over the grid, 0 where nothing was cleaned.
 struct EvidenceMap {
     ResultFile file;
-    const char* title; ///< on the page
+    ResultFile description; ///< its JSON file
+    const char* title;      ///< on the page
+    const char* meaning;
+    const char* units; ///< empty: none
     std::vector<float> values;
 };
 
 /// Temporal signal-to-noise ratio before and after, and the variance removed, in per cent.
 std::vector<EvidenceMap> evidenceMaps(const Denoising& run);
 
-/// Writes the maps as images. Throws Failure (kOther).
+/// Writes the maps as images, each with a JSON file. Throws Failure (kOther).
 void writeMaps(const Denoising& run);
 
 } // namespace zn::headless

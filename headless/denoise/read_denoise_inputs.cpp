@@ -1,5 +1,6 @@
 #include "headless/denoise/denoise_stages.h"
 
+#include "headless/denoise/denoising_memory.h"
 #include "headless/denoise/note_texts.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
@@ -68,12 +69,8 @@ void readFunctional(Denoising& run, int analysed) {
     run.mask = readMask(mask);
 }
 
-// The series, the volumes that are read or written together, and the maps.
 void requireMemory(const Denoising& run) {
-    constexpr std::int64_t kTogether = 32;
-    constexpr std::int64_t kMapBytes = 40; // per voxel
-    const std::int64_t needed =
-        run.functional.voxels() * (4 * (run.functional.volumes + kTogether) + kMapBytes) + (std::int64_t{64} << 20);
+    const std::int64_t needed = denoisingBytes(run.functional);
     const auto available = availableMemoryBytes();
     if (!available || needed <= *available) return;
     char text[160];
@@ -96,7 +93,7 @@ void readCourseColumns(Denoising& run) {
 void readInputs(Denoising& run) {
     requireReadable(run.options.functional);
     requireInputsOutsideOutput(run.options);
-    run.result = ResultFiles::in(run.options.result);
+    run.result = ResultFiles::of(run.options.functional, run.options.result);
     const int analysed = readFacts(run);
     readFunctional(run, analysed);
     requireMemory(run);

@@ -1,6 +1,7 @@
 #include "headless/result/result_files.h"
 
 #include "headless/failure/failure.h"
+#include "headless/result/result_names.h"
 #include "headless/text/input_file.h"
 
 #include <algorithm>
@@ -62,6 +63,20 @@ ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
     const char* command = key == ResultFile::kComponents ? "znica run" : "znica simulate";
     throw Failure(ExitStatus::kInput, folder.string() + " has no file that ends in " + std::string(ending) +
                                           "; name a folder created by " + command + ".");
+}
+
+ResultFiles ResultFiles::of(const fs::path& image, const fs::path& folder) {
+    const ResultFiles first = in(folder);
+    const std::string_view ending = nameOf(ResultFile::kComponents);
+    std::error_code error;
+    const auto results = std::count_if(fs::directory_iterator(folder, error), fs::directory_iterator(),
+                                       [&](const auto& file) { return file.path().string().ends_with(ending); });
+    if (results < 2) return first;
+    const ResultFiles named(folder, resultStem(image));
+    if (named.has(ResultFile::kComponents)) return named;
+    throw Failure(ExitStatus::kInput, folder.string() + " holds the results of " + std::to_string(results) +
+                                          " runs, but none named " + named.stem() + " after " +
+                                          image.filename().string() + "; give the image the name of its run.");
 }
 
 fs::path ResultFiles::operator[](ResultFile file) const {

@@ -52,6 +52,10 @@ public:
     /// (kInput) when there is none.
     static ResultFiles in(const std::filesystem::path& folder, ResultFile key = ResultFile::kComponents);
 
+    /// The result of an image in such a folder, which may also be one of znica bids with the results of several runs:
+    /// the only result, or the one that is named after the image. Throws Failure (kInput) when there is none.
+    static ResultFiles of(const std::filesystem::path& image, const std::filesystem::path& folder);
+
     const std::filesystem::path& folder() const { return folder_; }
     const std::string& stem() const { return stem_; }
 

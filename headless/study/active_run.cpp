@@ -3,7 +3,6 @@
 #include "headless/result/hidden_folder.h"
 #include "headless/study/last_message.h"
 
-#include <charconv>
 #include <csignal>
 #include <cstring>
 #include <string>
@@ -16,18 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string gibText(std::int64_t bytes) {
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, static_cast<double>(bytes) / 1073741824.0).ptr;
-    return {text, end};
-}
-
-std::vector<std::string> argumentsOf(const PlannedRun& run, const StudyOptions& options, const fs::path& result,
-                                     int threads, std::int64_t memory) {
-    std::vector<std::string> arguments = {
-        "run",       run.image.string(),      "--out",    result.string(), "--verbose",
-        "--threads", std::to_string(threads), "--memory", gibText(memory)};
-    for (std::string& setting : runSettings(run, options)) arguments.push_back(std::move(setting));
+std::vector<std::string> withOutput(std::vector<std::string> arguments, const fs::path& result) {
+    arguments.emplace_back("--out");
+    arguments.push_back(result.string());
     return arguments;
 }
 
@@ -55,10 +45,10 @@ std::string signalText(int status) {
 
 } // namespace
 
-ActiveRun::ActiveRun(const PlannedRun& run, const StudyOptions& options, const StudyFolder& folder, int threads,
-                     std::int64_t memory, std::int64_t needed)
-    : run_(&run), log_(emptied(folder.log(run.name))), work_(makeHiddenFolder(folder.path(), run.name)),
-      needed_(needed), process_(argumentsOf(run, options, result(), threads, memory), log_) {}
+ActiveRun::ActiveRun(const PlannedRun& run, const StudyFolder& folder, const fs::path& log,
+                     std::vector<std::string> arguments, std::int64_t needed)
+    : run_(&run), log_(emptied(log)), work_(makeHiddenFolder(folder.path(), run.name)), needed_(needed),
+      process_(withOutput(std::move(arguments), result()), log_) {}
 
 ActiveRun::ActiveRun(ActiveRun&& other) noexcept
     : run_(other.run_), log_(std::move(other.log_)), work_(std::exchange(other.work_, fs::path())),
@@ -77,9 +67,10 @@ std::optional<RunOutcome> ActiveRun::ended() {
     outcome.status = end->status;
     outcome.seconds = since_.seconds();
     outcome.peakBytes = end->peakBytes;
-    // Of a successful run: that it has no report, for instance. The name of the hidden folder means nothing to the
-    // user.
+    // The name of the hidden folder means nothing to the user.
     outcome.message = replaced(lastMessage(log_), result().string(), work_.parent_path().string());
+    // A successful run can only lack its report. Other lines in its log are what the plug-in asked and was answered.
+    if (outcome.status == 0 && !outcome.message.starts_with("no report.html was written")) outcome.message.clear();
     if (outcome.status != 0 && (outcome.status > 128 || outcome.message.empty()))
         outcome.message = signalText(outcome.status);
     return outcome;

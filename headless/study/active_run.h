@@ -9,19 +9,20 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace zn::headless {
 
-/// A run under way: a process of `znica run` that works in a hidden folder of the study. Its output is the run's log.
+/// A run under way: a process of this command that works in a hidden folder of the study. Its output is the run's log.
 class ActiveRun {
 public:
     /// Starts it. Throws Failure.
     ///
-    ///   threads   of the run
-    ///   memory    bytes above which it refuses to work
-    ///   needed    bytes predicted
-    ActiveRun(const PlannedRun& run, const StudyOptions& options, const StudyFolder& folder, int threads,
-              std::int64_t memory, std::int64_t needed);
+    ///   arguments   of znica, without --out
+    ///   needed      bytes predicted
+    ActiveRun(const PlannedRun& run, const StudyFolder& folder, const std::filesystem::path& log,
+              std::vector<std::string> arguments, std::int64_t needed);
     ActiveRun(ActiveRun&& other) noexcept;
     ActiveRun(const ActiveRun&) = delete;
     ActiveRun& operator=(const ActiveRun&) = delete;

@@ -4,6 +4,7 @@
 #include "headless/bids/non_steady_state.h"
 #include "headless/bids/word_list.h"
 #include "headless/failure/failure.h"
+#include "headless/study/labels_file.h"
 
 #include <algorithm>
 #include <functional>
@@ -50,6 +51,16 @@ void addAll(const Candidate& candidate, const StudyOptions& options, PlannedRun&
     if (options.run.designBesideImage) run.events = eventsOf(candidate.image, *candidate.events);
 }
 
+// Without usable labels a run can still be analysed.
+void addLabels(const StudyOptions& options, PlannedRun& run) {
+    if (!options.denoise) return;
+    try {
+        run.labels = labelsOf(run, options.labelsFolder);
+    } catch (const Failure& failure) {
+        run.labelsProblem = failure.what();
+    }
+}
+
 void noteLack(const std::vector<PlannedRun>& runs, const std::string& what,
               const std::function<bool(const PlannedRun&)>& lacks, std::vector<std::string>& notes) {
     std::vector<std::string> names;
@@ -74,6 +85,7 @@ PlannedRun withBelongings(const Candidate& candidate, const StudyOptions& option
     } catch (const Failure& failure) {
         run.problem = failure.what();
     }
+    addLabels(options, run);
     return run;
 }
 
@@ -90,6 +102,11 @@ void noteMissing(const std::vector<PlannedRun>& runs, const StudyOptions& option
     if (options.confoundsFromDerivatives) {
         noteLack(
             runs, "a table of confounds", [](const auto& r) { return r.confounds.empty(); }, notes);
+    }
+    if (options.denoise) {
+        noteLack(
+            runs, "labels, and therefore not denoised",
+            [](const auto& r) { return r.labels.empty() && r.labelsProblem.empty(); }, notes);
     }
 }
 

@@ -5,8 +5,8 @@
 
 namespace zn::headless {
 
-/// An image with its mask, confounds, events and number of dummy scans, as far as the options ask for them. What makes
-/// the run impossible becomes its problem.
+/// An image with its mask, confounds, events, labels and number of dummy scans, as far as the options ask for them.
+/// What makes the run impossible becomes its problem.
 PlannedRun withBelongings(const Candidate& candidate, const StudyOptions& options);
 
 /// Adds a sentence for each kind of file that the options ask for and some runs do not have.

@@ -1,9 +1,11 @@
 #include "headless/study/list_runs.h"
 
+#include "headless/denoise/denoising_memory.h"
 #include "headless/failure/as_failure.h"
 #include "headless/run/run_driver.h"
 #include "headless/text/text_file.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -16,16 +18,23 @@ std::string cellOr(const std::filesystem::path& file) {
     return file.empty() ? "n/a" : cellText(file.string());
 }
 
+std::int64_t peakBytes(const PlannedRun& run, const RunForecast& forecast, const StudyOptions& options) {
+    if (!options.denoise) return forecast.peakBytes;
+    return std::max(forecast.peakBytes, denoisingBytes(readImageHeader(run.image)));
+}
+
 std::string line(const PlannedRun& run, const StudyOptions& options) {
     std::string problem = run.problem;
     std::optional<RunForecast> forecast;
     if (problem.empty()) {
         try {
             forecast = forecastRun(runOptions(run, options));
+            forecast->peakBytes = peakBytes(run, *forecast, options);
         } catch (const std::exception& error) {
             problem = asFailure(error).what();
         }
     }
+    if (problem.empty()) problem = run.labelsProblem;
     const auto number = [&](double value) { return forecast ? cellText(static_cast<float>(value)) : "n/a"; };
     const RunForecast known = forecast.value_or(RunForecast());
     constexpr std::int64_t kMebibyte = 1048576;
@@ -34,7 +43,8 @@ std::string line(const PlannedRun& run, const StudyOptions& options) {
          {number(known.secondsPerVolume), number(known.volumes),
           forecast ? std::to_string((known.peakBytes + kMebibyte - 1) / kMebibyte) : std::string("n/a"),
           std::to_string(run.dummyScans), cellOr(run.mask), cellOr(run.confounds), cellOr(run.events),
-          cellText(run.image.string()), problem.empty() ? std::string("n/a") : cellText(problem)}) {
+          cellText(run.image.string()), problem.empty() ? std::string("n/a") : cellText(problem),
+          cellOr(run.labelsProblem.empty() ? run.labels : options.labelsFolder)}) {
         text += "\t" + cell;
     }
     return text;
@@ -43,7 +53,8 @@ std::string line(const PlannedRun& run, const StudyOptions& options) {
 } // namespace
 
 void listRuns(const StudyPlan& plan, const StudyOptions& options) {
-    std::printf("run\trepetition_time\tvolumes\tmemory_mib\tdummy_scans\tmask\tconfounds\tevents\timage\tproblem\n");
+    std::printf(
+        "run\trepetition_time\tvolumes\tmemory_mib\tdummy_scans\tmask\tconfounds\tevents\timage\tproblem\tlabels\n");
     for (const PlannedRun& run : plan.runs) std::printf("%s\n", line(run, options).c_str());
 }
 

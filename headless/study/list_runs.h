@@ -6,10 +6,11 @@ namespace zn::headless {
 
 /// Prints the runs as a table separated by tabs, one line each after the header, without starting any:
 ///
-///   run  repetition_time  volumes  memory_mib  dummy_scans  mask  confounds  events  image  problem
+///   run  repetition_time  volumes  memory_mib  dummy_scans  mask  confounds  events  image  problem  labels
 ///
-/// memory_mib is the peak predicted; a run that cannot be analysed has n/a there and a sentence as its problem. What is
-/// missing is n/a.
+/// memory_mib is the peak predicted, of analysis or denoising, whichever is larger; a run that cannot be analysed has
+/// n/a there and a sentence as its problem. What is missing is n/a. In place of labels that cannot be used there is
+/// their folder, and a problem.
 void listRuns(const StudyPlan& plan, const StudyOptions& options);
 
 } // namespace zn::headless

@@ -6,8 +6,10 @@
 #include "headless/study/last_message.h"
 #include "headless/study/outliers.h"
 
+#include <algorithm>
 #include <fstream>
 #include <set>
+#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -27,22 +29,57 @@ std::string statusText(int status) {
     return status == 0 ? "done" : status == 4 ? "fewer components" : "no result";
 }
 
+void addMeasures(const Json& record, OverviewKind kind, OverviewRun& run) {
+    for (std::size_t i = 0; i < kOverviewColumns.size(); ++i) {
+        const OverviewColumn& column = kOverviewColumns[i];
+        const Json::json_pointer member(column.member);
+        if (column.kind != kind || !record.contains(member) || !record[member].is_number()) continue;
+        run.values[i] = record[member].get<double>() * column.scale;
+    }
+}
+
+std::vector<std::string> textsIn(const Json& record, const char* name) {
+    std::vector<std::string> texts;
+    for (const Json& text : record.value(name, Json::array())) {
+        if (text.is_string()) texts.push_back(text);
+    }
+    return texts;
+}
+
+bool hasFile(const Json& record, const std::string& name) {
+    const auto files = textsIn(record, "Files");
+    return std::find(files.begin(), files.end(), name) != files.end();
+}
+
 void addRecord(const Json& record, OverviewRun& run) {
     run.exitStatus = record["ExitStatus"].get<int>();
     run.status = statusText(*run.exitStatus);
     run.message = textOr(record, "Message");
-    for (const Json& note : record.value("Notes", Json::array())) {
-        if (note.is_string()) run.notes.push_back(note);
-    }
-    for (std::size_t column = 0; column < kOverviewColumns.size(); ++column) {
-        const auto value = record.find(kOverviewColumns[column].member);
-        if (value == record.end() || !value->is_number()) continue;
-        run.values[column] = value->get<double>() * kOverviewColumns[column].scale;
-    }
-    const Json files = record.value("Files", Json::array());
-    run.report = std::find(files.begin(), files.end(), run.name + ".html") != files.end();
+    run.notes = textsIn(record, "Notes");
+    addMeasures(record, OverviewKind::kAnalysis, run);
+    run.report = hasFile(record, run.name + ".html");
     const auto thumbnail = record.find("Thumbnail");
     if (thumbnail != record.end() && thumbnail->is_object()) run.thumbnail = textOr(*thumbnail, "Pixels");
+}
+
+bool isRecord(const Json& json) {
+    return json.is_object() && json.contains("ExitStatus") && json["ExitStatus"].is_number_integer();
+}
+
+Json recordIn(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return stream ? parseShallow<Json>(stream) : Json();
+}
+
+void addDenoised(const Json& record, OverviewRun& run) {
+    DenoisedRun denoised;
+    denoised.exitStatus = record["ExitStatus"].get<int>();
+    denoised.message = textOr(record, "Message");
+    denoised.method = textOr(record, "Method");
+    denoised.notes = textsIn(record, "Notes");
+    denoised.report = hasFile(record, run.name + "_denoised.html");
+    if (denoised.exitStatus == 0) addMeasures(record, OverviewKind::kDenoising, run);
+    run.denoised = denoised;
 }
 
 OverviewRun readRun(const fs::path& logs, const std::string& name) {
@@ -54,15 +91,17 @@ OverviewRun readRun(const fs::path& logs, const std::string& name) {
         run.task = entities->label("task").value_or("");
     }
     const fs::path file = logs / (name + ".json");
-    std::ifstream stream(file, std::ios::binary);
-    const Json record = stream ? parseShallow<Json>(stream) : Json();
-    if (record.is_object() && record.contains("ExitStatus") && record["ExitStatus"].is_number_integer()) {
+    const Json record = recordIn(file);
+    if (isRecord(record)) {
         addRecord(record, run);
+        const Json denoised = recordIn(logs / "denoise" / (name + ".json"));
+        if (isRecord(denoised)) addDenoised(denoised, run);
         return run;
     }
     run.status = "no record";
-    run.message = stream.is_open() ? "its record is damaged; analyse it again."
-                                   : "it is under way or was killed; analyse it again if nothing is running.";
+    std::error_code error;
+    run.message = fs::exists(file, error) ? "its record is damaged; analyse it again."
+                                          : "it is under way or was killed; analyse it again if nothing is running.";
     const std::string last = lastMessage(logs / (name + ".log"));
     if (!last.empty()) run.message += " Its log says: " + last;
     return run;

@@ -36,6 +36,20 @@ std::vector<Move> movesOf(const PlannedRun& run) {
     return moves;
 }
 
+// The courses of a denoised image have the name of those of the result, which stay.
+std::vector<Move> denoisedMovesOf(const PlannedRun& run) {
+    std::vector<Move> moves;
+    for (const ResultFileEntry& entry : resultFileList()) {
+        const std::string name = entry.in(run.name);
+        if (entry.place == ResultPlace::kDenoised) moves.push_back({name, run.folder / name});
+    }
+    for (const char* ending : {"timeseries.tsv", "timeseries.json"}) {
+        moves.push_back({run.name + "_desc-ICA_" + ending, run.folder / (run.name + "_desc-denoise_" + ending)});
+    }
+    moves.push_back({"report.html", run.name + "_denoised.html"});
+    return moves;
+}
+
 [[noreturn]] void fail(const fs::path& file, int error) {
     throw Failure(ExitStatus::kOther, file.string() + " cannot be written: " + std::strerror(error) + ".");
 }
@@ -50,15 +64,13 @@ void moveOver(const fs::path& from, const fs::path& to) {
     if (rename(from.c_str(), to.c_str()) != 0) fail(to, errno);
 }
 
-} // namespace
-
-std::vector<std::string> placeResult(const PlannedRun& run, const fs::path& result, const StudyFolder& study) {
-    writeDescriptions(run, result);
+std::vector<std::string> place(const std::vector<Move>& moves, const PlannedRun& run, const fs::path& result,
+                               const StudyFolder& study) {
     std::error_code error;
     fs::create_directories(study.path() / run.folder, error);
     if (error) fail(study.path() / run.folder, error.value());
     std::vector<std::string> files;
-    for (const Move& move : movesOf(run)) {
+    for (const Move& move : moves) {
         const fs::path place = study.path() / move.place;
         if (fs::exists(result / move.name, error)) {
             moveOver(result / move.name, place);
@@ -69,6 +81,26 @@ std::vector<std::string> placeResult(const PlannedRun& run, const fs::path& resu
     }
     syncFolder(study.path() / run.folder);
     return files;
+}
+
+// A new result has other components.
+void removeDenoised(const PlannedRun& run, const StudyFolder& study) {
+    std::error_code error;
+    fs::remove(study.denoiseRecord(run.name), error);
+    fs::remove(study.denoiseLog(run.name), error);
+    for (const Move& move : denoisedMovesOf(run)) fs::remove(study.path() / move.place, error);
+}
+
+} // namespace
+
+std::vector<std::string> placeResult(const PlannedRun& run, const fs::path& result, const StudyFolder& study) {
+    writeDescriptions(run, result);
+    removeDenoised(run, study);
+    return place(movesOf(run), run, result, study);
+}
+
+std::vector<std::string> placeDenoised(const PlannedRun& run, const fs::path& result, const StudyFolder& study) {
+    return place(denoisedMovesOf(run), run, result, study);
 }
 
 } // namespace zn::headless

@@ -11,9 +11,13 @@ namespace zn::headless {
 
 /// Moves a finished result, a folder as `znica run` writes it, to its places in the study, file by file, each in one
 /// step over an earlier one, and adds the JSON files that describe the images and tables. Files of an earlier result
-/// that the new one does not have are removed. The run must not have a record meanwhile. Returns the files relative to
-/// the study's folder. Throws Failure (kOther).
+/// that the new one does not have are removed, and so is an image that was denoised with it. The run must not have a
+/// record meanwhile. Returns the files relative to the study's folder. Throws Failure (kOther).
 std::vector<std::string> placeResult(const PlannedRun& run, const std::filesystem::path& result,
                                      const StudyFolder& study);
+
+/// The same for the folder of `znica denoise`: a denoised image and its evidence go beside the result of the run.
+std::vector<std::string> placeDenoised(const PlannedRun& run, const std::filesystem::path& result,
+                                       const StudyFolder& study);
 
 } // namespace zn::headless

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <system_error>
 
 namespace zn::headless {
 
@@ -15,6 +16,12 @@ namespace {
 
 [[noreturn]] void refuse(const std::string& text) {
     throw Failure(ExitStatus::kInput, text);
+}
+
+void requireLabelsFolder(const StudyOptions& options) {
+    std::error_code error;
+    if (!options.denoise || std::filesystem::is_directory(options.labelsFolder, error)) return;
+    refuse(options.labelsFolder.string() + " is not a folder; name the one that holds the tables of labels.");
 }
 
 void requireDifferentNames(const std::vector<PlannedRun>& runs) {
@@ -43,6 +50,7 @@ void notePassedOver(const PassedOver& passedOver, std::vector<std::string>& note
 } // namespace
 
 StudyPlan planStudy(const StudyOptions& options) {
+    requireLabelsFolder(options);
     StudyPlan plan;
     PassedOver passedOver;
     std::vector<Candidate> candidates = findCandidates(options, passedOver);

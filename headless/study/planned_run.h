@@ -20,8 +20,10 @@ struct PlannedRun {
     std::filesystem::path mask; ///< empty: none, also below
     std::filesystem::path confounds;
     std::filesystem::path events;
+    std::filesystem::path labels; ///< of its components, for denoising
     int dummyScans = 0;
-    std::string problem; ///< a sentence; such a run is recorded as unusable without being started
+    std::string problem;       ///< a sentence; such a run is recorded as unusable without being started
+    std::string labelsProblem; ///< the same for denoising it
 };
 
 /// The options of the run, without an output.

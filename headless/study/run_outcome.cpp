@@ -65,13 +65,6 @@ void addResult(const PlannedRun& run, const fs::path& work, Json& record) {
     record["Thumbnail"] = thumbnailOf(files);
 }
 
-// Equal times count as newer: clocks of file systems tick in milliseconds, some in seconds.
-bool isNewer(const fs::path& file, const fs::path& record) {
-    std::error_code error;
-    const auto changed = fs::last_write_time(file, error);
-    return !error && changed >= fs::last_write_time(record, error) && !error;
-}
-
 } // namespace
 
 Json recordOf(const PlannedRun& run, const std::vector<std::string>& settings, const RunOutcome& outcome,
@@ -96,20 +89,31 @@ Json recordOf(const PlannedRun& run, const std::vector<std::string>& settings, c
     return record;
 }
 
-RunState stateOf(const PlannedRun& run, const StudyFolder& folder, const StudyOptions& options) {
-    const fs::path file = folder.record(run.name);
+bool isNewer(const fs::path& file, const fs::path& than) {
+    std::error_code error;
+    const auto changed = fs::last_write_time(file, error);
+    return !error && changed >= fs::last_write_time(than, error) && !error;
+}
+
+bool isToDo(RunState state, Rerun rerun) {
+    if (rerun == Rerun::kAll || state == RunState::kMissing || state == RunState::kMayBeRepaired) return true;
+    return state == RunState::kFinal && rerun == Rerun::kFailed;
+}
+
+RunState stateOf(const fs::path& file, const std::vector<std::string>& settings, const std::vector<fs::path>& inputs,
+                 Rerun rerun) {
     const Json record = jsonIn(file);
     const Json status = member(record, {"ExitStatus"});
     if (!status.is_number_integer()) return RunState::kMissing;
     const Json version = member(record, {"Version"});
-    if (version != ZNICA_VERSION && options.rerun != Rerun::kAll) {
+    if (version != ZNICA_VERSION && rerun != Rerun::kAll) {
         throw Failure(ExitStatus::kInput, file.string() + " was written by znica " +
                                               (version.is_string() ? version.get<std::string>() : "?") + ", this is " +
                                               ZNICA_VERSION +
                                               "; repeat everything with --rerun all, or name another folder.");
     }
-    if (member(record, {"Settings"}) != Json(runSettings(run, options))) return RunState::kMissing;
-    for (const fs::path& input : inputsOf(run, options)) {
+    if (member(record, {"Settings"}) != Json(settings)) return RunState::kMissing;
+    for (const fs::path& input : inputs) {
         if (isNewer(input, file)) return RunState::kMissing;
     }
     const int code = status.get<int>();
@@ -117,8 +121,8 @@ RunState stateOf(const PlannedRun& run, const StudyFolder& folder, const StudyOp
     return code == 2 || code == 3 ? RunState::kFinal : RunState::kMayBeRepaired;
 }
 
-std::optional<RunOutcome> recordedOutcome(const std::string& run, const StudyFolder& folder) {
-    const Json record = jsonIn(folder.record(run));
+std::optional<RunOutcome> recordedOutcome(const fs::path& file) {
+    const Json record = jsonIn(file);
     const Json status = member(record, {"ExitStatus"});
     if (!status.is_number_integer()) return std::nullopt;
     RunOutcome outcome;
@@ -128,13 +132,13 @@ std::optional<RunOutcome> recordedOutcome(const std::string& run, const StudyFol
     return outcome;
 }
 
-std::string outcomeText(const std::string& run, const RunOutcome& outcome) {
+std::string outcomeText(const std::string& run, const RunOutcome& outcome, const char* done, const char* failed) {
     char used[64];
     std::snprintf(used, sizeof used, " in %.1f s, %.0f MiB", outcome.seconds,
                   static_cast<double>(outcome.peakBytes) / 1048576.0);
-    if (outcome.status == 0) return run + ": done" + used;
-    if (outcome.status == 4) return run + ": done with fewer components" + used;
-    return run + ": no result (exit status " + std::to_string(outcome.status) + "): " + outcome.message;
+    if (outcome.status == 0) return run + ": " + done + used;
+    if (outcome.status == 4) return run + ": " + done + " with fewer components" + used;
+    return run + ": " + failed + " (exit status " + std::to_string(outcome.status) + "): " + outcome.message;
 }
 
 } // namespace zn::headless

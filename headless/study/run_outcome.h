@@ -1,7 +1,6 @@
 #pragma once
 
 #include "headless/study/planned_run.h"
-#include "headless/study/study_folder.h"
 
 #include <optional>
 #include <string>
@@ -35,13 +34,26 @@ enum class RunState {
     kMayBeRepaired ///< without a result because of memory, a signal or the like
 };
 
-/// Throws Failure (kInput) for a record of another version of znica, unless everything is repeated anyway.
-RunState stateOf(const PlannedRun& run, const StudyFolder& folder, const StudyOptions& options);
+/// What the record in a file says, given the settings of now and the files on which its result depends. Throws Failure
+/// (kInput) for a record of another version of znica, unless everything is repeated anyway.
+RunState stateOf(const std::filesystem::path& file, const std::vector<std::string>& settings,
+                 const std::vector<std::filesystem::path>& inputs, Rerun rerun);
+
+/// Whether a run in this state is to be done.
+bool isToDo(RunState state, Rerun rerun);
+
+/// Whether a file was changed after another one was written. Equal times count as newer: clocks of file systems tick in
+/// milliseconds, some in seconds. False when one of them does not exist.
+bool isNewer(const std::filesystem::path& file, const std::filesystem::path& than);
 
 /// The outcome in a record; nothing when there is none or it is damaged.
-std::optional<RunOutcome> recordedOutcome(const std::string& run, const StudyFolder& folder);
+std::optional<RunOutcome> recordedOutcome(const std::filesystem::path& file);
 
 /// "sub-01_task-rest: done in 34 s, 812 MiB"
-std::string outcomeText(const std::string& run, const RunOutcome& outcome);
+///
+///   done     what a run without a failure is
+///   failed   what one with a failure is
+std::string outcomeText(const std::string& run, const RunOutcome& outcome, const char* done = "done",
+                        const char* failed = "no result");
 
 } // namespace zn::headless

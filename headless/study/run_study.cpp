@@ -1,42 +1,23 @@
 #include "headless/study/run_study.h"
 
-#include "headless/failure/as_failure.h"
-#include "headless/run/run_driver.h"
-#include "headless/study/active_run.h"
-#include "headless/study/capacity.h"
-#include "headless/study/place_result.h"
-#include "headless/study/study_progress.h"
+#include "headless/bids/word_list.h"
+#include "headless/study/analysis_task.h"
+#include "headless/study/denoise_settings.h"
+#include "headless/study/denoising_task.h"
+#include "headless/study/run_queue.h"
+#include "headless/study/study_folder.h"
 #include "headless/study/study_summary.h"
-#include "headless/text/text_file.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <deque>
-#include <exception>
-#include <list>
-#include <mutex>
-#include <system_error>
+#include <utility>
+#include <vector>
 
 namespace zn::headless {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-// Bytes predicted for a run; 0 where its input cannot be used, which the run itself will say.
-std::int64_t predictedBytes(const PlannedRun& run, const StudyOptions& options) {
-    if (!run.problem.empty()) return 0;
-    try {
-        return forecastRun(runOptions(run, options)).peakBytes;
-    } catch (const std::exception&) {
-        return 0;
-    }
-}
-
-bool isToDo(RunState state, Rerun rerun) {
-    if (rerun == Rerun::kAll || state == RunState::kMissing || state == RunState::kMayBeRepaired) return true;
-    return state == RunState::kFinal && rerun == Rerun::kFailed;
-}
 
 class Study {
 public:
@@ -45,131 +26,85 @@ public:
 
     ExitStatus carryOut(UnfinishedWork& unfinished) {
         folder_.prepare(options_);
-        chooseRuns();
-        StudyProgress progress(waiting_.size(), options_.run.control.quiet);
-        if (!waiting_.empty()) settleCapacity();
-        unfinished.atInterrupt([this] { return endRuns(); });
-        while (!waiting_.empty() || !active_.empty()) step(progress);
-        progress.clear();
-        unfinished.atInterrupt({});
+        AnalysisTask analysis(options_, summary_);
+        carryOut(analysis, runsToAnalyse(), unfinished);
+        if (options_.denoise && !summary_.isStopped()) {
+            DenoisingTask denoising(options_, summary_);
+            carryOut(denoising, runsToDenoise(denoising), unfinished);
+        }
         std::printf("%s\n", summary_.text().c_str());
         return summary_.status();
     }
 
 private:
-    void chooseRuns() {
+    using Runs = std::deque<const PlannedRun*>;
+
+    void carryOut(RunTask& task, Runs runs, UnfinishedWork& unfinished) {
+        RunQueue queue(task, std::move(runs), options_, [this] { return summary_.text(); });
+        queue.carryOut(unfinished);
+    }
+
+    Runs runsToAnalyse() {
+        Runs runs;
+        std::size_t others = 0; // with a result that does not fit the options, but the labels
         for (const PlannedRun& run : plan_.runs) {
-            const RunState state = stateOf(run, folder_, options_);
+            const fs::path record = folder_.record(run.name);
+            const RunState state = stateOf(record, runSettings(run, options_), inputsOf(run, options_), options_.rerun);
+            const RunOutcome earlier = recordedOutcome(record).value_or(RunOutcome{-1, "", 0.0, 0});
+            const bool keepsAny = options_.denoise && options_.rerun != Rerun::kAll && earlier.hasResult();
+            if (isToDo(state, options_.rerun) && !keepsAny) {
+                runs.push_back(&run);
+                continue;
+            }
+            others += state == RunState::kMissing ? 1 : 0;
+            summary_.add(run.name, earlier);
+        }
+        sayKept(plan_.runs.size() - runs.size() - others, "have a record with the same settings and are not repeated");
+        sayKept(others,
+                "keep a result of other settings or of an earlier image, because labels may belong to it (--rerun "
+                "all replaces it)");
+        return runs;
+    }
+
+    Runs runsToDenoise(const DenoisingTask& task) {
+        Runs runs;
+        std::vector<std::string> older;
+        std::size_t done = 0;
+        for (const PlannedRun& run : plan_.runs) {
+            if (run.labels.empty() && run.labelsProblem.empty()) {
+                summary_.addUnlabelled(run.name);
+                continue;
+            }
+            const fs::path record = folder_.denoiseRecord(run.name);
+            const RunState state =
+                stateOf(record, denoiseSettings(run, options_), denoiseInputs(run, folder_), options_.rerun);
             if (isToDo(state, options_.rerun)) {
-                waiting_.push_back(&run);
+                runs.push_back(&run);
+                if (task.hasOlderLabels(run)) older.push_back(run.name);
             } else {
-                summary_.add(run.name, recordedOutcome(run.name, folder_).value_or(RunOutcome()));
+                ++done;
+                summary_.addDenoised(run.name, recordedOutcome(record).value_or(RunOutcome()));
             }
         }
-        const std::size_t kept = plan_.runs.size() - waiting_.size();
-        if (kept == 0 || options_.run.control.quiet) return;
-        std::printf("%zu of %zu runs have a record with the same settings and are not repeated.\n", kept,
-                    plan_.runs.size());
-    }
-
-    void settleCapacity() {
-        next_ = predictedBytes(*waiting_.front(), options_);
-        capacity_ = capacityFor(options_, waiting_.size(), *next_);
-        if (options_.run.control.quiet) return;
-        std::printf("Runs to do: %zu; processors: %d; threads per run: %d; memory: %.1f GiB.\n", waiting_.size(),
-                    capacity_.processors, capacity_.threads, static_cast<double>(capacity_.memory) / 1073741824.0);
-        std::fflush(stdout);
-    }
-
-    void step(StudyProgress& progress) {
-        constexpr int kRedrawing = 1000; // milliseconds
-        std::vector<int> descriptors;
-        {
-            const std::scoped_lock lock(guard_);
-            startRuns(progress);
-            std::vector<std::string> names;
-            for (const ActiveRun& run : active_) {
-                descriptors.push_back(run.process().descriptor());
-                names.push_back(run.run().name);
-            }
-            progress.draw(names);
+        sayKept(done, "have a record of denoising with the same settings and labels and are not repeated");
+        if (!older.empty()) {
+            std::fprintf(stderr,
+                         "znica: Labels that are older than the result, and valid only if it repeats the one "
+                         "that was labelled: %s.\n",
+                         wordList(older).c_str());
         }
-        if (!descriptors.empty()) waitForAny(descriptors, kRedrawing);
-        const std::scoped_lock lock(guard_);
-        collect(progress);
+        return runs;
     }
 
-    void startRuns(StudyProgress& progress) {
-        while (!waiting_.empty()) {
-            if (!next_) next_ = predictedBytes(*waiting_.front(), options_);
-            std::int64_t reserved = 0;
-            for (const ActiveRun& run : active_) reserved += run.needed();
-            if (!capacity_.fits(active_.size(), reserved, *next_)) return;
-            const PlannedRun& run = *waiting_.front();
-            start(run, *next_, progress);
-            next_.reset();
-            if (!waiting_.empty() && waiting_.front() == &run) waiting_.pop_front();
-        }
-    }
-
-    void start(const PlannedRun& run, std::int64_t needed, StudyProgress& progress) {
-        std::error_code error;
-        fs::remove(folder_.record(run.name), error);
-        try {
-            if (!run.problem.empty()) throw Failure(ExitStatus::kInput, run.problem);
-            active_.emplace_back(run, options_, folder_, capacity_.threads, capacity_.memory, needed);
-        } catch (const std::exception& error_) {
-            const Failure failure = asFailure(error_);
-            record(run, {static_cast<int>(failure.status()), failure.what(), 0.0, 0}, {}, progress);
-        }
-    }
-
-    void collect(StudyProgress& progress) {
-        for (auto run = active_.begin(); run != active_.end();) {
-            const auto outcome = run->ended();
-            if (outcome) record(run->run(), *outcome, run->result(), progress);
-            run = outcome ? active_.erase(run) : std::next(run);
-        }
-    }
-
-    // The record is written last: a run without one has no result.
-    void record(const PlannedRun& run, RunOutcome outcome, const fs::path& result, StudyProgress& progress) {
-        try {
-            auto json = recordOf(run, runSettings(run, options_), outcome, outcome.hasResult() ? result : fs::path());
-            if (outcome.hasResult()) json["Files"] = placeResult(run, result, folder_);
-            replaceTextFile(folder_.record(run.name),
-                            json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
-        } catch (const std::exception& error) {
-            const Failure failure = asFailure(error);
-            outcome.status = static_cast<int>(failure.status());
-            outcome.message = failure.what();
-        }
-        summary_.add(run.name, outcome);
-        progress.ended(outcomeText(run.name, outcome));
-        if (outcome.hasResult() || !options_.stopOnFirstCrash) return;
-        for (const PlannedRun* left : waiting_) {
-            if (left != &run) summary_.addNotStarted(left->name);
-        }
-        waiting_.clear();
-    }
-
-    // On the thread that deals with signals; the process ends afterwards.
-    std::string endRuns() {
-        guard_.lock(); // for good
-        for (const ActiveRun& run : active_) run.process().terminate();
-        active_.clear();
-        return summary_.text() + "; give the same command again to continue.";
+    void sayKept(std::size_t count, const char* why) const {
+        if (count == 0 || options_.run.control.quiet) return;
+        std::printf("%zu of %zu runs %s.\n", count, plan_.runs.size(), why);
     }
 
     const StudyPlan& plan_;
     const StudyOptions& options_;
     StudyFolder folder_;
     StudySummary summary_;
-    Capacity capacity_;
-    std::deque<const PlannedRun*> waiting_;
-    std::optional<std::int64_t> next_; // predicted for the first that is waiting
-    std::mutex guard_;                 // of all that follows
-    std::list<ActiveRun> active_;
 };
 
 } // namespace

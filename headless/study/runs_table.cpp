@@ -28,6 +28,11 @@ std::string row(const OverviewRun& run) {
         text += "\t" + (run.values[column] ? cellText(static_cast<float>(*run.values[column])) : "n/a");
         if (run.outlying[column]) outliers.emplace_back(kOverviewColumns[column].name);
     }
+    const DenoisedRun denoised = run.denoised.value_or(DenoisedRun());
+    for (const std::string& cell : {denoised.exitStatus == 0 ? denoised.method : std::string("failed"),
+                                    joined(denoised.notes, " "), denoised.message}) {
+        text += "\t" + textCell(cell);
+    }
     for (const std::string& cell : {joined(outliers, ","), joined(run.notes, " "), run.message}) {
         text += "\t" + textCell(cell);
     }
@@ -39,7 +44,7 @@ std::string row(const OverviewRun& run) {
 std::string runsTable(const std::vector<OverviewRun>& runs) {
     std::string text = "run\tparticipant_id\tsession\ttask\tstatus\texit_status";
     for (const OverviewColumn& column : kOverviewColumns) text += std::string("\t") + column.name;
-    text += "\toutliers\tnotes\tmessage\n";
+    text += "\tdenoised\tdenoising_notes\tdenoising_message\toutliers\tnotes\tmessage\n";
     for (const OverviewRun& run : runs) text += row(run);
     return text;
 }
@@ -58,6 +63,9 @@ std::string runsDescription() {
         json[column.name] = {{"Description", column.description}};
         if (*column.units != '\0') json[column.name]["Units"] = column.units;
     }
+    json["denoised"] = {{"Description", "The method by which the image was denoised; failed: it was not"}};
+    json["denoising_notes"] = {{"Description", "Remarks on the labels"}};
+    json["denoising_message"] = {{"Description", "Why the image was not denoised, or has no report"}};
     json["outliers"] = {{"Description", "Columns whose value is more than three median absolute deviations (x 1.4826) "
                                         "from the median over all runs"}};
     json["notes"] = {{"Description", "Remarks on the input"}};

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kIgnored[] = "*_desc-ICA_*\n*.html\nlogs/\nruns.tsv\nruns.json\n";
+constexpr char kIgnored[] = "*_desc-ICA_*\n*_desc-denoise_*\n*.html\nlogs/\nruns.tsv\nruns.json\n";
 
 bool isIn(const fs::path& folder, const fs::path& above) {
     return std::mismatch(above.begin(), above.end(), folder.begin(), folder.end()).first == above.end();
@@ -92,6 +92,7 @@ void StudyFolder::prepare(const StudyOptions& options) const {
     requireOwn(folder_);
     makeFolder(folder_);
     makeFolder(logs());
+    if (options.denoise) makeFolder(denoiseRecord("").parent_path());
     for (const fs::path& leftover : leftoversIn(folder_)) fs::remove_all(leftover, error);
     replaceTextFile(folder_ / "dataset_description.json", description(options));
     replaceTextFile(folder_ / ".bidsignore", kIgnored);

@@ -13,6 +13,8 @@ namespace zn::headless {
 ///   sub-01/[ses-1/]func/      the results, "NAME_desc-ICA_components.nii.gz" with "NAME_desc-ICA_components.json", ...
 ///   sub-01_task-rest.html     the report of a run
 ///   logs/sub-01_task-rest.json, .log     its record, written last: a run without one has no result
+///   logs/denoise/             the same for its denoised image
+///   sub-01_task-rest_denoised.html       the report with the page on denoising
 ///   index.html  runs.tsv  runs.json      the overview
 class StudyFolder {
 public:
@@ -21,6 +23,8 @@ public:
     const std::filesystem::path& path() const { return folder_; }
     std::filesystem::path logs() const { return folder_ / "logs"; }
     std::filesystem::path record(const std::string& run) const { return logs() / (run + ".json"); }
+    std::filesystem::path denoiseRecord(const std::string& run) const { return logs() / "denoise" / (run + ".json"); }
+    std::filesystem::path denoiseLog(const std::string& run) const { return logs() / "denoise" / (run + ".log"); }
     std::filesystem::path log(const std::string& run) const { return logs() / (run + ".log"); }
 
     /// Creates the folder, removes what ended processes of this machine left in it, and writes the files that make it a

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/denoise/denoise_options.h"
 #include "headless/run/run_options.h"
 
 #include <cstdint>
@@ -50,6 +51,8 @@ struct StudyOptions {
     std::optional<int> processors;           ///< nothing: as many as this process may use
     std::optional<std::int64_t> memoryBytes; ///< for all runs together; nothing: what is free
     bool stopOnFirstCrash = false;
+    std::filesystem::path labelsFolder;   ///< tables of labels, for denoising
+    std::optional<DenoiseMethod> denoise; ///< nothing: images are only analysed
 };
 
 } // namespace zn::headless

@@ -7,6 +7,7 @@
 #include "headless/study/study_summary.h"
 #include "headless/text/text_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -19,10 +20,25 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-Json columnsOf() {
+// Those of denoising only if some run has a value: many studies have no confounds.
+std::vector<std::size_t> shownColumns(const std::vector<OverviewRun>& runs) {
+    std::vector<std::size_t> shown;
+    for (std::size_t i = 0; i < kOverviewColumns.size(); ++i) {
+        const auto hasValue = [i](const OverviewRun& run) { return run.values[i].has_value(); };
+        const bool always = kOverviewColumns[i].kind == OverviewKind::kAnalysis;
+        if (always || std::any_of(runs.begin(), runs.end(), hasValue)) shown.push_back(i);
+    }
+    return shown;
+}
+
+Json columnsOf(const std::vector<std::size_t>& shown) {
     Json columns = Json::array();
-    for (const OverviewColumn& column : kOverviewColumns) {
-        columns.push_back({{"title", column.title}, {"units", column.units}, {"description", column.description}});
+    for (const std::size_t i : shown) {
+        const OverviewColumn& column = kOverviewColumns[i];
+        columns.push_back({{"title", column.title},
+                           {"units", column.units},
+                           {"description", column.description},
+                           {"kind", column.kind == OverviewKind::kDenoising ? "denoising" : "analysis"}});
     }
     return columns;
 }
@@ -35,12 +51,21 @@ Json rounded(const std::optional<double>& value) {
     return std::round(*value / unit) * unit;
 }
 
-Json pageRun(const OverviewRun& run) {
+Json denoisedOf(const OverviewRun& run) {
+    if (!run.denoised) return nullptr;
+    return {{"failed", run.denoised->exitStatus != 0},
+            {"message", run.denoised->message},
+            {"method", run.denoised->method},
+            {"notes", run.denoised->notes},
+            {"report", run.denoised->report}};
+}
+
+Json pageRun(const OverviewRun& run, const std::vector<std::size_t>& shown) {
     Json values = Json::array();
     Json outlying = Json::array();
-    for (std::size_t column = 0; column < kOverviewColumns.size(); ++column) {
-        values.push_back(rounded(run.values[column]));
-        if (run.outlying[column]) outlying.push_back(column);
+    for (std::size_t column = 0; column < shown.size(); ++column) {
+        values.push_back(rounded(run.values[shown[column]]));
+        if (run.outlying[shown[column]]) outlying.push_back(column);
     }
     return {{"name", run.name},
             {"status", run.status},
@@ -50,6 +75,7 @@ Json pageRun(const OverviewRun& run) {
             {"outlying", outlying},
             {"report", run.report},
             {"thumbnail", run.thumbnail},
+            {"denoised", denoisedOf(run)},
             {"exitStatus", run.exitStatus ? Json(*run.exitStatus) : Json(nullptr)}};
 }
 
@@ -60,11 +86,12 @@ bool writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
         std::fprintf(stderr, "znica: no index.html was written because its template is not installed.\n");
         return false;
     }
+    const std::vector<std::size_t> shown = shownColumns(runs);
     Json list = Json::array();
-    for (const OverviewRun& run : runs) list.push_back(pageRun(run));
+    for (const OverviewRun& run : runs) list.push_back(pageRun(run, shown));
     const Json data = {{"name", fs::absolute(folder).filename().string()},
                        {"version", ZNICA_VERSION},
-                       {"columns", columnsOf()},
+                       {"columns", columnsOf(shown)},
                        {"runs", std::move(list)}};
     ReportPage report(page);
     report.add("study", data.dump(-1, ' ', false, Json::error_handler_t::replace));
@@ -78,6 +105,9 @@ std::string summaryOf(const std::vector<OverviewRun>& runs) {
         RunOutcome outcome;
         outcome.status = run.exitStatus.value_or(static_cast<int>(ExitStatus::kOther));
         summary.add(run.name, outcome);
+        if (!run.denoised) continue;
+        outcome.status = run.denoised->exitStatus;
+        summary.addDenoised(run.name, outcome);
     }
     return summary.text();
 }

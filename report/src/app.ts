@@ -80,7 +80,7 @@ class App {
             this.enter(this.component);
             await this.drawComponent(this.component, component, start, own);
         } else if (part === 'methods') {
-            this.methods ??= new Methods(this.run);
+            this.methods ??= new Methods(this.run, this.denoising);
             this.enter(this.methods);
         } else if (part === 'denoising' && this.denoising) {
             this.denoisingView ??= new DenoisingView(this.run, this.denoising, this.look);

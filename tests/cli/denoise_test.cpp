@@ -80,15 +80,22 @@ TEST_F(Denoise, WritesTheImageWithItsEvidence) {
     ASSERT_EQ(done.status, 0) << done.err;
     EXPECT_THAT(done.out, HasSubstr("Components: 2 of 4 rejected: ICA_01, ICA_03.\n"));
     EXPECT_THAT(done.out, HasSubstr("Dummy scans: 2 volumes copied unchanged.\n"));
-    EXPECT_THAT(namesIn(out()), ElementsAre(".bidsignore", "a_desc-ICA_timeseries.json", "a_desc-ICA_timeseries.tsv",
-                                            "a_desc-denoise_carpetAfter.tsv", "a_desc-denoise_carpetBefore.tsv",
-                                            "a_desc-denoise_components.json", "a_desc-denoise_components.tsv",
-                                            "a_desc-denoise_qc.json", "a_desc-denoise_qc.tsv",
-                                            "a_desc-denoise_removedVariance.nii.gz", "a_desc-denoise_tsnrAfter.nii.gz",
-                                            "a_desc-denoise_tsnrBefore.nii.gz", "a_desc-denoise_volumes.json",
-                                            "a_desc-denoise_volumes.tsv", "a_desc-nonaggrDenoised_bold.json",
-                                            "a_desc-nonaggrDenoised_bold.nii.gz", "dataset_description.json"));
+    EXPECT_THAT(
+        namesIn(out()),
+        ElementsAre(
+            ".bidsignore", "a_desc-ICA_timeseries.json", "a_desc-ICA_timeseries.tsv", "a_desc-denoise_carpetAfter.json",
+            "a_desc-denoise_carpetAfter.tsv", "a_desc-denoise_carpetBefore.json", "a_desc-denoise_carpetBefore.tsv",
+            "a_desc-denoise_components.json", "a_desc-denoise_components.tsv", "a_desc-denoise_qc.json",
+            "a_desc-denoise_qc.tsv", "a_desc-denoise_removedVariance.json", "a_desc-denoise_removedVariance.nii.gz",
+            "a_desc-denoise_tsnrAfter.json", "a_desc-denoise_tsnrAfter.nii.gz", "a_desc-denoise_tsnrBefore.json",
+            "a_desc-denoise_tsnrBefore.nii.gz", "a_desc-denoise_volumes.json", "a_desc-denoise_volumes.tsv",
+            "a_desc-nonaggrDenoised_bold.json", "a_desc-nonaggrDenoised_bold.nii.gz", "dataset_description.json"));
     EXPECT_EQ(textOf(folder / "out/.bidsignore"), "report.html\n*_desc-ICA_*\n*_desc-denoise_*\n");
+    const json map = json::parse(textOf(folder / "out/a_desc-denoise_removedVariance.json"));
+    EXPECT_EQ(map["Units"], "per cent of the variance before");
+    EXPECT_EQ(map["Sources"], json::array({bold()}));
+    const json carpet = json::parse(textOf(folder / "out/a_desc-denoise_carpetAfter.json"));
+    EXPECT_THAT(carpet["Description"].get<std::string>(), StartsWith("Carpet plot of the image denoised: "));
     const ReadNifti image(folder / "out/a_desc-nonaggrDenoised_bold.nii.gz");
     EXPECT_EQ(image.dim[4], kVolumes);
     EXPECT_EQ(image.dataType, 16); // single precision

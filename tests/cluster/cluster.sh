@@ -87,6 +87,15 @@ expect_statuses other "0 0 0"
 [ "$(grep -c '^rule analyse' other.log)" -eq 1 ] || fail "more than one run was repeated"
 [ "$before" = "$(stat -c %Y.%i other/logs/sub-01_task-blocks.json)" ] || fail "a finished run was touched"
 
+echo "a run with labels is denoised, and no analysis is repeated"
+mkdir labels
+printf 'component\tclassification\tnote\nICA_01\tnoise\trim\n' >labels/sub-02_task-blocks_desc-ICA_labels.tsv
+flow other sbatch labels="$work/labels"
+[ "$(grep -c '^rule denoise' other.log)" -eq 1 ] || fail "not exactly one image was denoised"
+[ "$(grep -c '^rule analyse' other.log)" -eq 0 ] || fail "an analysis was repeated"
+[ -f other/sub-02/func/sub-02_task-blocks_desc-nonaggrDenoised_bold.nii.gz ] || fail "there is no denoised image"
+[ "$before" = "$(stat -c %Y.%i other/logs/sub-01_task-blocks.json)" ] || fail "a finished run was touched"
+
 echo "a job that is killed for its memory is tried again with more"
 options="--participant-label 02 --repeats 200" # long enough for the memory to be sampled
 flow small sbatch memory_extra=20 memory_growth=12

@@ -37,6 +37,28 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('has its sentence in the methods, with the papers', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        await goTo(page, '#/methods');
+        const text = await page.locator('#methods-text').textContent();
+        const { before, after } = image.quality.find(({ measure }) => measure === 'degrees_of_freedom');
+        const cosines = image.parts.find(({ component }) => component === 'high_pass').reason;
+        assert.ok(
+            text.endsWith(
+                '2 of 6 components were rejected and removed from the image: the time course of every voxel was '
+                    + `regressed on the time courses of all components and ${cosines} with periods above 80 s, and the `
+                    + 'part of the fit that belongs to the rejected components and cosines was subtracted '
+                    + '(non-aggressive; Griffanti et al., 2014; Pruim et al., 2015). '
+                    + `This left ${after} of ${before} degrees of freedom.`,
+            ),
+            text,
+        );
+        const references = await page.locator('.references li').allTextContents();
+        assert.deepEqual([...references].sort(), references);
+        assert.equal(references.filter((reference) => /^(Griffanti|Pruim)/.test(reference)).length, 2);
+        await page.close();
+    });
+
     test('shows the measures of the table', async () => {
         const page = await openReport(browser, image.report, { at: '#/denoising' });
         for (const { measure, before, after } of image.quality) {

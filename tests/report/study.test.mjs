@@ -1,7 +1,7 @@
 // The page over all runs of a study, made by the real command from made-up records.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdirSync, mkdtempSync, rmSync, statSync, writeFileSync } from 'node:fs';
+import { mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
@@ -41,9 +41,33 @@ function record(i, changes = {}) {
 function study(name, records) {
     const out = join(folder, name);
     mkdirSync(join(out, 'logs'), { recursive: true });
-    for (const r of records) writeFileSync(join(out, 'logs', `${r.Run}.json`), JSON.stringify(r));
+    mkdirSync(join(out, 'logs', 'denoise'), { recursive: true });
+    for (const { Denoised, ...r } of records) {
+        writeFileSync(join(out, 'logs', `${r.Run}.json`), JSON.stringify(r));
+        if (Denoised) writeFileSync(join(out, 'logs', 'denoise', `${r.Run}.json`), JSON.stringify(Denoised));
+    }
     execFileSync(process.env.ZNICA, ['bids', 'nowhere', out, 'group']);
     return join(out, 'index.html');
+}
+
+/** The record of a denoised run. */
+function denoised(i, changes = {}) {
+    const measure = (before, after) => ({ Before: before, After: after });
+    return {
+        ExitStatus: 0,
+        Message: '',
+        Method: 'nonaggr',
+        Notes: [],
+        Quality: {
+            dvars_median: measure(8.19 + 0.1 * i, 5.11 + 0.1 * i),
+            tsnr_median: measure(68.9 + i, 105.1 + i),
+            framewise_displacement_mean: measure(0.12 + 0.01 * i, 0.12 + 0.01 * i),
+            dvars_fd_correlation: measure(0.61, 0.18),
+            degrees_of_freedom: measure(199, 180),
+        },
+        Files: [`sub-${String(i).padStart(4, '0')}_task-rest_denoised.html`],
+        ...changes,
+    };
 }
 
 const DAMAGED = {
@@ -153,4 +177,61 @@ describe('a study of a thousand runs', { skip: missingBrowser }, () => {
         await last.locator('canvas[data-drawn]').waitFor();
         assert.ok((await page.locator('canvas[data-drawn]').count()) < 200, 'pictures out of sight were drawn');
     });
+});
+
+describe('a study with denoised runs', { skip: missingBrowser }, () => {
+    const browser = browserFor('canvas');
+    let page;
+    before(async () => {
+        const records = Array.from({ length: 6 }, (_, k) => record(k + 1, { Denoised: denoised(k + 1) }));
+        records[2].Denoised = denoised(3, { ExitStatus: 3, Message: 'x.tsv holds the label "bad".', Files: [] });
+        records[3].Denoised = denoised(4, { Notes: ['The labels are older than the result.'] });
+        records[4].Denoised = undefined;
+        page = await open(browser, study('denoised', records));
+    });
+    const row = (i) => page.locator(`tr[data-run="sub-000${i}_task-rest"]`);
+
+    test('shows DVARS, temporal SNR and motion, before and after', async () => {
+        assert.equal(await page.locator('th', { hasText: 'df after' }).isVisible(), true);
+        assert.equal((await names(page))[0], 'sub-0003_task-rest'); // the failure first
+        const heads = await page.locator('th button').allTextContents();
+        const cells = await row(1).locator('td.number').allTextContents();
+        const shown = (title) => cells[heads.indexOf(title) - 2]; // after name and status
+        assert.equal(shown('DVARS before'), '8.29');
+        assert.equal(shown('DVARS after'), '5.21');
+        assert.equal(shown('tSNR before'), '69.9');
+        assert.equal(shown('tSNR after'), '106');
+        assert.equal(shown('FD (mm)'), '0.13');
+        assert.equal(shown('r(DVARS, FD) after'), '0.18');
+        await screenshot(page, 'study-denoised');
+    });
+
+    test('shows the measures of the analysis instead, if asked', async () => {
+        const head = (title) => page.locator('th', { hasText: title });
+        assert.equal(await head('voxels').isVisible(), false);
+        await page.locator('select[aria-label="Show these measures"]').selectOption('analysis');
+        assert.equal(await head('voxels').isVisible(), true);
+        assert.equal(await head('tSNR after').isVisible(), false);
+        await page.locator('select[aria-label="Show these measures"]').selectOption('denoising');
+    });
+
+    test('links to the report with the page on denoising', async () => {
+        const link = row(1).locator('.denoised a').first();
+        assert.equal(await link.textContent(), 'denoised (nonaggr)');
+        assert.equal(await link.getAttribute('href'), 'sub-0001_task-rest_denoised.html');
+    });
+
+    test('says why a run is not denoised, and what is doubtful about its labels', async () => {
+        assert.match(await row(3).textContent(), /not denoised.*holds the label "bad"/);
+        assert.equal(await row(3).locator('.denoised a').count(), 1); // the log
+        assert.match(await row(4).textContent(), /The labels are older/);
+        assert.equal(await row(5).locator('.denoised').count(), 0);
+    });
+
+    test('has no complaints', () => assert.deepEqual(page.complaints, []));
+});
+
+test('a study without denoised runs has no columns for them', { skip: missingBrowser }, async () => {
+    const text = readFileSync(study('plain', [record(1)]), 'utf8');
+    assert.ok(!text.includes('DVARS before'));
 });

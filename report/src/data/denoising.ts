@@ -24,6 +24,7 @@ interface DenoisingBlock {
     method: 'nonaggr' | 'aggr' | 'orthaggr';
     tr_seconds: number;
     dummy_scans: number;
+    high_pass_seconds: number; // cut-off period; 0: none
     quality: QualityRow[];
     parts: RemovedPart[];
     notes: string[];

@@ -4,10 +4,14 @@ import { STATUSES, type StudyRun } from './study';
 export type Key = 'status' | 'name' | number;
 
 function byStatus(a: StudyRun, b: StudyRun): number {
-    return STATUSES.indexOf(a.status) - STATUSES.indexOf(b.status) || b.outlying.length - a.outlying.length;
+    return (
+        STATUSES.indexOf(a.status) - STATUSES.indexOf(b.status)
+        || Number(b.denoised?.failed ?? false) - Number(a.denoised?.failed ?? false)
+        || b.outlying.length - a.outlying.length
+    );
 }
 
-/** The runs in order. By state: those without a result first, then those with most outliers. Missing values last. */
+/** The runs in order. By state: those without a result first, then those not denoised, then those with most outliers. Missing values last. */
 export function sorted(runs: StudyRun[], key: Key, descending: boolean): StudyRun[] {
     const direction = descending ? -1 : 1;
     return [...runs].sort((a, b) => {

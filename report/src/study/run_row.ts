@@ -14,10 +14,29 @@ export function numberText(value: number | null): string {
 }
 
 function cell(study: Study, run: StudyRun, column: number): HTMLElement {
-    const { title } = study.columns[column];
+    const { title, kind } = study.columns[column];
     const apart = run.outlying.includes(column);
     const about = apart ? `${title}: more than 3 median absolute deviations from the median` : null;
-    return h('td', { class: apart ? 'number outlying' : 'number', title: about }, numberText(run.values[column]));
+    return h(
+        'td',
+        { class: `number of-${kind}${apart ? ' outlying' : ''}`, title: about },
+        numberText(run.values[column]),
+    );
+}
+
+/** "denoised (nonaggr)", a link where there is a report, or why it failed. */
+function denoising(run: StudyRun): (HTMLElement | null)[] {
+    if (!run.denoised) return [];
+    const { failed, message, method, notes, report } = run.denoised;
+    const file = encodeURIComponent(run.name);
+    const what = failed ? 'not denoised' : `denoised (${method})`;
+    const title = report ? h('a', { href: `${file}_denoised.html` }, what) : what;
+    const log = h('a', { class: 'log', href: `logs/denoise/${file}.log` }, 'log');
+    return [
+        h('div', { class: 'denoised' }, title, ' ', log),
+        message ? h('p', { class: 'message' }, message) : null,
+        ...notes.map((note) => h('p', { class: 'note' }, note)),
+    ];
 }
 
 /** One row of the table: picture, name with messages and links, status, measures. */
@@ -35,6 +54,7 @@ export function runRow(study: Study, run: StudyRun): HTMLTableRowElement {
             h('div', { class: 'run-name' }, name, ' ', h('a', { class: 'log', href: `logs/${file}.log` }, 'log')),
             run.message && h('p', { class: 'message' }, run.message),
             ...run.notes.map((note) => h('p', { class: 'note' }, note)),
+            ...denoising(run),
         ),
         h('td', {}, h('span', { class: `chip chip-${KIND[run.status]}`, title: code }, run.status)),
         ...study.columns.map((_, column) => cell(study, run, column)),

@@ -10,6 +10,7 @@ const TITLES = { status: 'Status', name: 'Run' };
 export class StudyView {
     readonly element: HTMLElement;
     private readonly rows = new Map<StudyRun, HTMLTableRowElement>();
+    private readonly table = h('table', { class: 'runs' });
     private readonly body = h('tbody');
     private readonly count = h('span', { class: 'count', role: 'status' });
     private readonly heads = new Map<Key, HTMLElement>();
@@ -20,7 +21,8 @@ export class StudyView {
 
     constructor(private readonly study: Study) {
         for (const run of study.runs) this.rows.set(run, runRow(study, run));
-        this.element = h('div', { class: 'study' }, this.head(), this.table());
+        this.fillTable();
+        this.element = h('div', { class: 'study' }, this.head(), this.table);
         this.sort();
         this.filter();
     }
@@ -59,6 +61,7 @@ export class StudyView {
             ),
             search,
             status,
+            this.kinds(),
             this.count,
             h(
                 'div',
@@ -69,18 +72,34 @@ export class StudyView {
         );
     }
 
+    /** Chooses the measures that are shown: all of them are wider than a screen. */
+    private kinds(): HTMLElement | null {
+        if (!this.study.columns.some(({ kind }) => kind === 'denoising')) return null;
+        this.table.dataset.shown = 'denoising';
+        const select = h(
+            'select',
+            {
+                'aria-label': 'Show these measures',
+                onchange: () => {
+                    this.table.dataset.shown = select.value;
+                },
+            },
+            h('option', { value: 'denoising' }, 'measures of denoising'),
+            h('option', { value: 'analysis' }, 'measures of the analysis'),
+        );
+        return select;
+    }
+
     private kind(value: string, title: string, belongs: (run: StudyRun) => boolean): HTMLElement | null {
         const count = this.study.runs.filter(belongs).length;
         return count === 0 ? null : h('option', { value }, `${title} (${count})`);
     }
 
-    private table(): HTMLElement {
-        const columns = this.study.columns.map(({ title, units, description }, column) =>
-            this.headCell(column, units ? `${title} (${units})` : title, description),
+    private fillTable(): void {
+        const columns = this.study.columns.map(({ title, units, description, kind }, column) =>
+            this.headCell(column, units ? `${title} (${units})` : title, description, `number of-${kind}`),
         );
-        return h(
-            'table',
-            { class: 'runs' },
+        this.table.append(
             h(
                 'thead',
                 {},
@@ -101,9 +120,9 @@ export class StudyView {
         );
     }
 
-    private headCell(key: Key, title: string, about: string): HTMLElement {
+    private headCell(key: Key, title: string, about: string, style = ''): HTMLElement {
         const button = h('button', { type: 'button', title: about, onclick: () => this.sortBy(key) }, title);
-        const cell = h('th', { class: typeof key === 'number' ? 'number' : '' }, button);
+        const cell = h('th', { class: style }, button);
         this.heads.set(key, cell);
         return cell;
     }
@@ -123,7 +142,8 @@ export class StudyView {
     private shows(run: StudyRun): boolean {
         if (this.wanted === 'outliers' && run.outlying.length === 0) return false;
         if (this.wanted && this.wanted !== 'outliers' && run.status !== this.wanted) return false;
-        const text = [run.name, run.status, run.message, ...run.notes].join(' ').toLowerCase();
+        const denoised = run.denoised ? [run.denoised.message, run.denoised.method, ...run.denoised.notes] : [];
+        const text = [run.name, run.status, run.message, ...run.notes, ...denoised].join(' ').toLowerCase();
         return this.words.every((word) => text.includes(word));
     }
 

@@ -1,6 +1,8 @@
+import type { Denoising } from '../data/denoising';
 import { METRICS } from '../data/metrics';
 import type { Run } from '../data/run';
 import { h } from '../dom';
+import { denoisingReferences, denoisingText } from './denoising_text';
 import { methodsText } from './methods_text';
 import { referencesOf } from './references';
 import type { View } from './view';
@@ -9,9 +11,10 @@ import type { View } from './view';
 export class Methods implements View {
     readonly element: HTMLElement;
 
-    constructor(run: Run) {
-        const text = methodsText(run);
-        const references = referencesOf(run);
+    constructor(run: Run, denoising: Denoising | null) {
+        const text = [methodsText(run), ...(denoising ? [denoisingText(denoising)] : [])].join(' ');
+        const references = [...referencesOf(run), ...(denoising ? denoisingReferences(denoising) : [])];
+        references.sort((a, b) => a.localeCompare(b, 'en'));
         const paragraph = h('p', { class: 'methods-text', id: 'methods-text' }, text);
         const done = h('span', { class: 'label-message', role: 'status' });
         const copy = async (): Promise<void> => {

@@ -109,6 +109,8 @@ std::vector<Scenario::Plan> scenarioPlans() {
     const Arguments newRun = {"--seed", "2", "--no-report", "--out", "@/out"};
     const Arguments replace = {"--seed", "2", "--no-report", "--out", "@/out", "--force"};
     const Arguments sample = {"simulate", "--size", "tiny", "--sources", "1", "--seed", "2", "--out", "@/out"};
+    const Arguments denoise = {"denoise",   "@/out", "@/bold.nii.gz", "--reject", "1",      "--method", "aggr",
+                               "--threads", "1",     "--no-report",   "--out",    "@/clean"};
     Arguments replaceSample = sample;
     replaceSample.emplace_back("--force");
 
@@ -130,6 +132,7 @@ std::vector<Scenario::Plan> scenarioPlans() {
          "",
          {kEarlierRun, smallRun({"--seed", "2", "--no-report", "--out", "@/other"})},
          "earlier pairs\n"},
+        {"Denoise", denoise, "clean", "", {kEarlierRun}},
         {"Simulate", sample, "out", ""},
         {"SimulateInPlaceOfASample",
          replaceSample,

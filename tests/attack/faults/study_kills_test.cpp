@@ -71,5 +71,41 @@ TEST_F(StudyKills, AreRepairedByTheNextRunWhichRepeatsOnlyWhatIsMissing) {
     EXPECT_GE(kills, 14U); // the result's files, the record, the dataset's description
 }
 
+// The results of the analysis stay through all of it.
+TEST_F(StudyKills, DuringDenoisingAreCompletedByTheNextRun) {
+    const fs::path labels = folder / "labels";
+    fs::create_directory(labels);
+    writeFile(labels / "sub-02_task-rest_desc-ICA_labels.tsv", "component\tclassification\tnote\nICA_00\tnoise\t\n");
+    const std::vector<std::string> denoised = {"--labels-dir", labels, "--denoise", "nonaggr"};
+    const fs::path begun = folder / "begun";
+    ASSERT_EQ(analyse(begun, {}).status, 0);
+    const fs::path undisturbed = folder / "undisturbed";
+    fs::copy(begun, undisturbed, fs::copy_options::recursive);
+    ASSERT_EQ(analyse(undisturbed, {}, denoised).status, 0);
+    auto expected = contents(undisturbed);
+    // It names the folder of the study, whose name differs.
+    const std::string sidecar = "sub-02/func/sub-02_task-rest_desc-nonaggrDenoised_bold.json";
+    ASSERT_EQ(expected.count(sidecar), 1U);
+    expected[sidecar] = "";
+
+    const fs::path out = folder / "out";
+    std::uint64_t kills = 0;
+    for (std::uint64_t at = 1;; ++at) {
+        fs::remove_all(out);
+        fs::copy(begun, out, fs::copy_options::recursive);
+        const auto before = fs::last_write_time(out / "logs/sub-02_task-rest.json");
+        if (analyse(out, {Call::kRename, at, "kill"}, denoised).injected == 0) break;
+        ++kills;
+        const Ending repaired = analyse(out, {}, denoised);
+        EXPECT_EQ(repaired.status, 0) << at << repaired.err;
+        EXPECT_THAT(repaired.out, HasSubstr("1 of 2 denoised, 1 without labels")) << at;
+        EXPECT_EQ(fs::last_write_time(out / "logs/sub-02_task-rest.json"), before) << at;
+        auto found = contents(out);
+        found[sidecar] = "";
+        EXPECT_EQ(found, expected) << at;
+    }
+    EXPECT_GE(kills, 20U); // the image and its evidence, the record, the dataset's description
+}
+
 } // namespace
 } // namespace zn::test

@@ -70,6 +70,22 @@ TEST(ResultFiles, OfAFolderWithoutMapsAreRefused) {
     }
 }
 
+TEST(ResultFiles, OfAnImageAreTheOnlyOnesOrThoseWithItsName) {
+    const TemporaryFolder folder;
+    writeFile(folder / "sub-02_run-1_desc-ICA_components.nii.gz", "");
+    EXPECT_EQ(ResultFiles::of("smoothed.nii", folder.path()).stem(), "sub-02_run-1");
+    writeFile(folder / "sub-02_run-2_desc-ICA_components.nii.gz", "");
+    EXPECT_EQ(ResultFiles::of("in/sub-02_run-2_desc-preproc_bold.nii.gz", folder.path()).stem(), "sub-02_run-2");
+    try {
+        ResultFiles::of("smoothed.nii", folder.path());
+        FAIL() << "accepted";
+    } catch (const Failure& failure) {
+        EXPECT_THAT(failure.what(),
+                    HasSubstr(" holds the results of 2 runs, but none named smoothed after smoothed.nii; "
+                              "give the image the name of its run."));
+    }
+}
+
 TEST(ResultFiles, WithoutABidsNameAreIgnoredByValidators) {
     const TemporaryFolder folder;
     writeBidsFiles(ResultFiles(folder.path(), "sub-01"), "1", "plug-in", "2");
