@@ -63,6 +63,7 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     app.add_flag_callback("--bash-completion", [this] { throw CLI::CallForVersion(bashCompletion(app), 0); })
         ->group("");
     addRunCommand(app, action);
+    addGroupCommand(app, action);
     addSimulateCommand(app, action);
     addScoreCommand(app, action);
     addInfoCommand(app, action);
