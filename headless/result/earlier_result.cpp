@@ -87,8 +87,24 @@ std::string foreignNameInResult(const fs::path& folder, const std::set<std::stri
     return "";
 }
 
-std::string foreignNameInSample(const std::set<std::string>& names) {
+// The subjects of a simulated study: each has a folder "sub-01/func/" with a measurement.
+bool isSubject(const fs::path& folder, const std::string& name, const nlohmann::json& truth) {
+    const std::string subject = name.substr(0, name.find('/'));
+    if (!truth.contains("subjects") || !truth["subjects"].is_array()) return false;
+    const auto isIt = [&](const auto& known) { return known == subject; };
+    if (std::none_of(truth["subjects"].begin(), truth["subjects"].end(), isIt)) return false;
+    const std::set<std::string> inside = namesIn(folder / subject);
+    if (inside.empty()) return true;
+    if (inside != std::set<std::string>{"func/"}) return false;
+    return std::ranges::all_of(namesIn(folder / subject / "func"), [&](const std::string& file) {
+        return isListed(file, subject + "_task-rest", {ResultPlace::kSample});
+    });
+}
+
+std::string foreignNameInSample(const fs::path& folder, const std::set<std::string>& names) {
+    const auto truth = jsonIn(folder / nameOf(ResultFile::kTruth));
     for (const std::string& name : names) {
+        if (name.ends_with('/') && isSubject(folder, name, truth)) continue;
         if (!isListed(name, kSampleStem, {ResultPlace::kSample, ResultPlace::kRunAndSample})) return name;
     }
     return "";
@@ -100,7 +116,7 @@ std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     std::set<std::string> names = namesIn(folder);
     names.erase(but + "/");
     const bool sample = isSample(folder);
-    const std::string foreign = sample ? foreignNameInSample(names) : foreignNameInResult(folder, names);
+    const std::string foreign = sample ? foreignNameInSample(folder, names) : foreignNameInResult(folder, names);
     if (isUnfinishedName(foreign.substr(0, foreign.find('/')))) {
         return "holds " + foreign +
                ", the unfinished work of another process; wait for it, or remove it if it was killed";
