@@ -1,4 +1,4 @@
-"""group_analysis.py ZNICA PLUGIN: a whole group analysis of 12 simulated subjects, compared with the truth, with the
+"""group_analysis.py ZNICA: a whole group analysis of 12 simulated subjects, compared with the truth, with the
 exact PCA of all data in numpy and FastICA of scikit-learn, and with a dual regression in numpy and scipy.
 
 Ends with status 0 when all agree, 1 when they do not, 77 where a library is missing.
@@ -30,7 +30,7 @@ def znica(*arguments):
 
 
 def group(step, study, *arguments):
-    options = ("--plugin", sys.argv[2], "--components", SOURCES, "--repeats", 3)
+    options = ("--components", SOURCES, "--repeats", 3)
     znica("group", step, study, *arguments, *(options if step in ("ica", "all") else ()), "--quiet")
 
 
