@@ -2,6 +2,7 @@
 #include "headless/failure/failure.h"
 #include "headless/group/dual_regression.h"
 #include "headless/group/steps/dual_regression_files.h"
+#include "headless/group/steps/memory_need.h"
 #include "headless/group/steps/prepared_run.h"
 #include "headless/group/steps/run_metrics.h"
 #include "headless/group/steps/step_files.h"
@@ -91,6 +92,7 @@ void regressRuns(const GroupOptions& options, UnfinishedWork& unfinished) {
     const GroupStudy study = readStudy(options.folder);
     requireKnown(study, options.only);
     const GroupMaps maps = readGroupMaps(study);
+    requireFreeMemory("the dual regression", preparationBytes(study) + dualRegressionBytes(study, maps.count));
     WorkerThreads threads(options.threads.value_or(MatrixProducts::defaultThreads()));
     for (const GroupRun& run : study.runs) {
         const bool wanted = options.only.empty() || std::ranges::find(options.only, run.name) != options.only.end();

@@ -2,6 +2,7 @@
 #include "headless/compression/checksum.h"
 #include "headless/failure/failure.h"
 #include "headless/group/steps/batch_files.h"
+#include "headless/group/steps/memory_need.h"
 #include "headless/group/steps/odd_runs.h"
 #include "headless/group/steps/rows_file.h"
 #include "headless/group/steps/step_files.h"
@@ -88,6 +89,7 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
     StepFiles files(unfinished, folder, "group.json");
     WorkerThreads threads(options.threads.value_or(MatrixProducts::defaultThreads()));
     const int most = study.rows();
+    if (batches.size() > 1) requireFreeMemory("merging", 2 * reductionBytes(study, threads.threads()));
     GroupRows rows;
     for (const BatchRecord& batch : batches) {
         GroupRows next = readRows(folder / (batch.name + ".rows"), batch.record, most);

@@ -1,6 +1,7 @@
 #include "headless/blas/matrix_products.h"
 #include "headless/failure/failure.h"
 #include "headless/group/steps/batch_files.h"
+#include "headless/group/steps/memory_need.h"
 #include "headless/group/steps/prepared_run.h"
 #include "headless/group/steps/rows_file.h"
 #include "headless/group/steps/step_files.h"
@@ -41,8 +42,9 @@ void reduceBatch(const GroupOptions& options, UnfinishedWork& unfinished) {
         return;
     }
     const Stopwatch total;
-    StepFiles files(unfinished, reductionFolder(study.folder), name + ".json");
     WorkerThreads threads(options.threads.value_or(MatrixProducts::defaultThreads()));
+    requireFreeMemory("the reduction", preparationBytes(study) + reductionBytes(study, threads.threads()));
+    StepFiles files(unfinished, reductionFolder(study.folder), name + ".json");
     GroupRows rows;
     rows.voxels = study.voxels();
     auto names = nlohmann::ordered_json::array();
