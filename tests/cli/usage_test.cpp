@@ -94,9 +94,10 @@ TEST(Usage, TheVersionIsPrintedOnRequest) {
 
 TEST(Usage, AWrongCommandIsNamedWithTheValidOnes) {
     EXPECT_EQ(znica({"rum", "bold.nii"}).err,
-              "znica: rum is not a command; did you mean run?; the commands are run, simulate, score, info, "
+              "znica: rum is not a command; did you mean run?; the commands are run, group, simulate, score, info, "
               "compare, report (see znica --help)\n");
-    EXPECT_EQ(znica({}).err, "znica: name a command: run, simulate, score, info, compare, report (see znica --help)\n");
+    EXPECT_EQ(znica({}).err,
+              "znica: name a command: run, group, simulate, score, info, compare, report (see znica --help)\n");
 }
 
 TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithAHint) {
@@ -148,7 +149,8 @@ TEST(Usage, AMisspeltOptionIsAnsweredWithTheNearestOne) {
          "--thruth is not an option of znica score; did you mean --truth? (see znica score --help)"},
         {{"--vresion"}, "--vresion is not an option of znica; did you mean --version? (see znica --help)"},
         {{"simualte"},
-         "simualte is not a command; did you mean simulate?; the commands are run, simulate, score, info, compare, "
+         "simualte is not a command; did you mean simulate?; the commands are run, group, simulate, score, info, "
+         "compare, "
          "report (see znica --help)"}};
     for (const auto& [arguments, complaint] : wrong) {
         const CommandResult result = znica(arguments);

@@ -36,8 +36,13 @@ double fisherZ(const std::vector<float>& a, const std::vector<float>& b) {
 std::vector<CoursePair> courseCorrelations(const std::vector<std::filesystem::path>& tables) {
     std::vector<std::vector<double>> z; // [pair][run]
     std::vector<CoursePair> pairs;
+    std::size_t components = 0;
     for (const auto& table : tables) {
         const auto courses = coursesIn(table);
+        if (components == 0) components = courses.size();
+        if (courses.size() != components) {
+            refuseFile(table, "has other columns than the other runs; repeat znica group back --force.");
+        }
         std::size_t pair = 0;
         for (std::size_t a = 0; a < courses.size(); ++a) {
             for (std::size_t b = a + 1; b < courses.size(); ++b, ++pair) {
@@ -45,8 +50,6 @@ std::vector<CoursePair> courseCorrelations(const std::vector<std::filesystem::pa
                     z.emplace_back();
                     pairs.push_back({static_cast<int>(a), static_cast<int>(b), 0.0, 0.0});
                 }
-                if (pair >= z.size())
-                    refuseFile(table, "has other columns than the other runs; repeat znica group back.");
                 z[pair].push_back(fisherZ(courses[a], courses[b]));
             }
         }
