@@ -182,6 +182,16 @@ TEST_F(Group, NoticesAnImageThatChangedAfterThePlan) {
     EXPECT_FALSE(fs::exists(folder / "study/reduction")); // nothing half-written
 }
 
+TEST_F(Group, AFullDiskLeavesNothingOfTheStep) {
+    makeRuns();
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
+    const CommandResult result = znica({"group", "reduce", "study"}, {folder.path(), {}, "ulimit -f 4;"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("/study/reduction/batch-1of1.rows cannot be written"));
+    EXPECT_FALSE(fs::exists(folder / "study/reduction"));
+    EXPECT_EQ(group({"reduce", "study"}).status, 0);
+}
+
 TEST_F(Group, RefusesMoreComponentsThanRows) {
     makeRuns();
     ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);

@@ -15,8 +15,15 @@ using Json = nlohmann::ordered_json;
 
 StepFiles::StepFiles(UnfinishedWork& unfinished, const fs::path& folder, const std::string& record)
     : unfinished_(unfinished), folder_(outputPlace(folder)), record_(record) {
-    if (fs::is_directory(folder_)) removeLeftovers(folder_);
-    hidden_ = unfinished.begin(folder_, folder_ / record);
+    created_ = fs::create_directories(folder_);
+    removeLeftovers(folder_);
+    hidden_ = unfinished.begin(folder_, folder_); // messages name the files as they will be called
+}
+
+StepFiles::~StepFiles() {
+    unfinished_.discard();
+    std::error_code ignored;
+    if (created_) fs::remove(folder_, ignored); // unless it holds something
 }
 
 void StepFiles::commit(const std::string& record) {

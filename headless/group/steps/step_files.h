@@ -19,7 +19,7 @@ public:
     ///   folder   where the files will lie; created if need be
     ///   record   the name of the record
     StepFiles(UnfinishedWork& unfinished, const std::filesystem::path& folder, const std::string& record);
-    ~StepFiles() { unfinished_.discard(); }
+    ~StepFiles();
     StepFiles(const StepFiles&) = delete;
     StepFiles& operator=(const StepFiles&) = delete;
 
@@ -36,6 +36,7 @@ private:
     UnfinishedWork& unfinished_;
     std::filesystem::path folder_;
     std::string record_;
+    bool created_ = false; // the folder
     std::filesystem::path hidden_;
 };
 
