@@ -44,6 +44,7 @@ std::string amplitudeTable(const GroupStudy& study, const std::vector<std::vecto
     for (std::size_t c = 0; c < components; ++c) {
         text += '\t' + componentName(static_cast<int>(c));
         std::vector<double> values;
+        values.reserve(amplitudes.size());
         for (const auto& run : amplitudes) values.push_back(run[c]);
         outlying.push_back(outlyingValues(values));
     }
