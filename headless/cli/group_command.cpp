@@ -20,8 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kFooter[] = "Steps: plan, reduce, merge, ica, back, report; all: one after another. What is up\n"
-                           "to date is not repeated. Defaults are in parentheses.\n"
+constexpr char kFooter[] = "Steps, one after another with all: plan, reduce, merge, ica, back, report.\n"
+                           "What is up to date is not repeated. Defaults are in parentheses.\n"
                            "Examples:\n"
                            "  znica group all study sub-*_bold.nii.gz --components 20\n"
                            "  znica group plan study --runs runs.tsv; znica group reduce study --batch 1/4\n";

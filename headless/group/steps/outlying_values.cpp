@@ -20,9 +20,11 @@ std::vector<bool> outlyingValues(const std::vector<double>& values) {
     constexpr double kOfNormal = 1.4826; // standard deviations per median absolute deviation
     const double middle = median(values);
     std::vector<double> distances;
+    distances.reserve(values.size());
     for (const double value : values) distances.push_back(std::fabs(value - middle));
     const double limit = kDeviations * kOfNormal * median(distances);
     std::vector<bool> outlying;
+    outlying.reserve(values.size());
     for (const double distance : distances) outlying.push_back(limit > 0.0 && distance > limit);
     return outlying;
 }

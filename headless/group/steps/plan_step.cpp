@@ -126,6 +126,7 @@ std::string culprits(const CommonMask& mask, const std::vector<GroupRun>& runs) 
     std::stable_sort(order.begin(), order.end(),
                      [&](std::size_t a, std::size_t b) { return mask.lacking[a] > mask.lacking[b]; });
     std::vector<std::string> names;
+    names.reserve(order.size());
     for (const std::size_t i : order) {
         names.push_back(runs[i].name + " lacks " + std::to_string(mask.lacking[i]) + " voxels that most have");
     }

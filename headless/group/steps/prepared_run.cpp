@@ -87,7 +87,8 @@ void removeVolumeMeans(PreparedRun& run) {
     const auto volumes = static_cast<std::size_t>(run.volumes);
     std::vector<double> means(volumes);
     for (std::size_t i = 0; i < run.series.size(); ++i) means[i % volumes] += static_cast<double>(run.series[i]);
-    for (double& mean : means) mean /= static_cast<double>(run.series.size() / volumes);
+    const std::size_t voxels = run.series.size() / volumes;
+    for (double& mean : means) mean /= static_cast<double>(voxels);
     for (auto course = run.series.begin(); course != run.series.end(); course += run.volumes) {
         for (std::size_t t = 0; t < volumes; ++t) {
             course[static_cast<std::ptrdiff_t>(t)] -= static_cast<float>(means[t]);

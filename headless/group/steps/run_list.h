@@ -12,7 +12,7 @@ namespace zn::headless {
 ///
 ///   name    image                                   mask
 ///   sub-01  sub-01/func/sub-01_task-rest_bold.nii   masks/sub-01.nii
-std::vector<ListedRun> readRunList(const std::filesystem::path& table);
+std::vector<ListedRun> readRunList(const std::filesystem::path& file);
 
 /// An image named on the command line; the run is named after it.
 ListedRun listedRun(const std::filesystem::path& image);
