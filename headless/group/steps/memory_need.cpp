@@ -32,7 +32,8 @@ std::int64_t preparationBytes(const GroupStudy& study) {
 
 std::int64_t reductionBytes(const GroupStudy& study, int threads) {
     const std::int64_t order = study.rows() + longestRun(study);
-    return 4 * study.voxels() * study.rows() + (threads + 1) * 8 * order * order + threads * 2 * 16384 * order;
+    const std::int64_t blocks = 32768 * order;
+    return 4 * study.voxels() * study.rows() + 8 * order * order * (threads + 1) + blocks * threads;
 }
 
 std::int64_t dualRegressionBytes(const GroupStudy& study, int components) {

@@ -14,7 +14,7 @@ namespace zn::headless {
 std::int64_t preparationBytes(const GroupStudy& study);
 
 /// That of the reduction with m rows, on top: 4 V m for the rows, and per thread the inner products and blocks of 2048
-/// voxels: 8 (m + T)^2 + 16384 * 2 (m + T).
+/// voxels: 8 (m + T)^2 + 32768 (m + T).
 std::int64_t reductionBytes(const GroupStudy& study, int threads);
 
 /// That of the dual regression with K components, on top: 12 V K for the group's maps and the run's.
