@@ -13,7 +13,11 @@ set(ZN_KERNEL_OPTIONS_4 -mavx2)
 set(ZN_KERNEL_OPTIONS_8 -mavx512f -mavx512dq -mprefer-vector-width=512)
 
 function(zn_add_kernels library)
-    foreach(lanes 2 4 8)
+    set(forms 2 4 8)
+    if(EMSCRIPTEN)
+        set(forms 2) # the only vectors that WebAssembly has
+    endif()
+    foreach(lanes IN LISTS forms)
         set(options -DZN_LANES=${lanes} ${ZN_KERNEL_OPTIONS_${lanes}})
         if(WIN32 AND lanes GREATER 2)
             foreach(source IN LISTS ARGN)

@@ -5,6 +5,7 @@ set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
 # The compiler's runtime is linked in, so that users need not install it.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)

@@ -1,23 +1,15 @@
-# The archive for Windows users: the plug-in, installation instructions, its licence, and the notices of the runtime
-# linked into it. Our own texts get Windows line endings.
-if(NOT WIN32)
-    return()
-endif()
-
-configure_file(${PROJECT_SOURCE_DIR}/docs/install.md ${PROJECT_BINARY_DIR}/package/INSTALL.txt
-               @ONLY NEWLINE_STYLE CRLF)
-configure_file(${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_BINARY_DIR}/package/LICENSE.txt @ONLY NEWLINE_STYLE CRLF)
-find_file(ZN_MINGW_COPYRIGHT copyright PATHS /usr/share/doc/mingw-w64-common NO_CMAKE_FIND_ROOT_PATH)
-if(ZN_MINGW_COPYRIGHT)
-    install(FILES ${ZN_MINGW_COPYRIGHT} DESTINATION . RENAME LICENSE-MinGW-w64.txt)
-else()
-    message(WARNING "The archive will lack the notices of the MinGW-w64 runtime, which is linked into ICAPlugin.dll; "
-                    "Debian's package mingw-w64-common has them.")
-endif()
-install(TARGETS ICAPlugin LIBRARY DESTINATION .)
-install(FILES ${PROJECT_BINARY_DIR}/package/INSTALL.txt ${PROJECT_BINARY_DIR}/package/LICENSE.txt DESTINATION .)
-
-set(CPACK_GENERATOR ZIP)
-set(CPACK_PACKAGE_FILE_NAME ICAPlugin-${PROJECT_VERSION}-windows-x64)
+# What cpack makes: for Linux a Debian package and a tarball that needs no installation, for Windows a zip file.
+# packaging/README.md has the reasons; packaging/release makes all of them.
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR})
-include(CPack)
+set(CPACK_PACKAGE_CHECKSUM SHA256)
+set(CPACK_THREADS 1) # compressed in pieces by several threads, the bytes would depend on their number
+
+if(WIN32)
+    include(${PROJECT_SOURCE_DIR}/packaging/windows/package.cmake)
+elseif(ZN_HEADLESS)
+    include(${PROJECT_SOURCE_DIR}/packaging/linux.cmake)
+endif()
+if(CPACK_GENERATOR)
+    include(CPack)
+endif()

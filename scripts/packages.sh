@@ -1,6 +1,20 @@
 # shellcheck shell=sh
 # Sourced by the other scripts: installs the Debian packages that are missing.
 
+# $1: why the packages in $missing cannot be installed. Says what to do instead, and ends the script.
+cannot_install() {
+    cat >&2 <<TEXT
+$1.
+Missing packages (names as in Debian 12):$missing
+
+Either let an administrator run
+    apt-get install --no-install-recommends$missing
+and start this script again; or use a ready-made znica: the tarball znica-...-linux-x86_64.tar.gz needs neither root nor
+these packages, on any x86-64 Linux with glibc 2.36 or later. docs/installing.md says more.
+TEXT
+    exit 1
+}
+
 # need_packages PACKAGE...: does nothing if all are installed; uses sudo unless run as root.
 need_packages() {
     missing=""
@@ -10,12 +24,10 @@ need_packages() {
     done
     [ -n "$missing" ] || return 0
 
+    command -v apt-get >/dev/null 2>&1 || cannot_install "This is not Debian: there is no apt-get"
     as_root=""
     if [ "$(id -u)" -ne 0 ]; then
-        if ! command -v sudo >/dev/null 2>&1; then
-            echo "These Debian packages are missing:$missing. Install them as root, or install sudo, and try again." >&2
-            exit 1
-        fi
+        command -v sudo >/dev/null 2>&1 || cannot_install "Only root can install packages, and there is no sudo"
         as_root=sudo
     fi
     echo "Installing:$missing"
@@ -26,19 +38,20 @@ need_packages() {
         >"$log" 2>&1 || {
         cat "$log" >&2
         rm -f "$log"
-        echo "The packages could not be installed; see above." >&2
-        exit 1
+        cannot_install "The packages could not be installed; see above"
     }
     rm -f "$log"
 }
 
 # What every build needs.
 # shellcheck disable=SC2034 # for the scripts that source this one
-BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev liblapacke-dev libcli11-dev nlohmann-json3-dev libdeflate-dev libisal-dev zlib1g-dev"
+BUILD_PACKAGES="g++ cmake ninja-build libnifti-dev libopenblas-dev liblapacke-dev libcli11-dev nlohmann-json3-dev libdeflate-dev libisal-dev libssl-dev zlib1g-dev"
 
-# The report's page is built with Node.js 18 or later. A Node.js from elsewhere is as good as Debian's.
-need_node() {
-    if ! command -v node >/dev/null 2>&1 || ! command -v npm >/dev/null 2>&1; then
-        need_packages nodejs npm
-    fi
+# What the page that analyses data in a browser needs besides a Node.js.
+# shellcheck disable=SC2034 # for the scripts that source this one
+WEB_PACKAGES="emscripten node-acorn libeigen3-dev libcli11-dev nlohmann-json3-dev cmake ninja-build"
+
+# What builds the report's page: Node.js 18 or later. A Node.js from elsewhere is as good as Debian's.
+node_packages() {
+    if ! command -v node >/dev/null 2>&1 || ! command -v npm >/dev/null 2>&1; then echo nodejs npm; fi
 }

@@ -1,5 +1,7 @@
 #include "headless/blas/matrix_products.h"
 
+#include "headless/batch/batch_job.h"
+
 #include <cblas.h>
 
 #include <algorithm>
@@ -96,8 +98,12 @@ MatrixProducts::MatrixProducts(int threads) : team_(std::max(threads, 1)) {
     openblas_set_num_threads(1); // every block is one call on the thread that picks it up
 }
 
-int MatrixProducts::defaultThreads() {
+int MatrixProducts::blasThreads() {
     return openblas_get_num_threads();
+}
+
+int MatrixProducts::defaultThreads() {
+    return std::min(blasThreads(), batchJobProcessors().value_or(blasThreads()));
 }
 
 template <class Real>

@@ -16,8 +16,11 @@ public:
     /// At least one thread, counting the caller's own.
     explicit MatrixProducts(int threads);
 
-    /// As many threads as the BLAS would use: the number of processors, or OPENBLAS_NUM_THREADS. Call it before the
-    /// first object is made.
+    /// As many threads as the BLAS would use: the number of processors, or OPENBLAS_NUM_THREADS; call it before the
+    /// first object is made. It has started them already.
+    static int blasThreads();
+
+    /// The same, but no more than the batch job has processors.
     static int defaultThreads();
 
     int threads() const { return team_.threads(); }

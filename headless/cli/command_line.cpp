@@ -2,7 +2,12 @@
 
 #include "headless/cli/commands.h"
 #include "headless/cli/help_pages.h"
+#include "headless/cli/manual_pages.h"
 #include "headless/cli/nearest_word.h"
+#include "headless/failure/failure.h"
+#include "headless/text/text_file.h"
+
+#include <filesystem>
 
 namespace zn::headless {
 
@@ -51,6 +56,16 @@ std::string unknownOption(const CLI::App& command) {
     return "";
 }
 
+// For the installation: the manual pages as files in an existing folder.
+[[noreturn]] void writeManualPages(const CLI::App& app, const std::filesystem::path& folder) {
+    try {
+        for (const auto& [file, text] : manualPages(app, ZNICA_VERSION)) writeTextFile(folder / file, text);
+    } catch (const Failure& failure) {
+        throw CLI::ValidationError("--manual-pages", failure.what());
+    }
+    throw CLI::Success();
+}
+
 } // namespace
 
 CommandLine::CommandLine() : app(kAbout, "znica") {
@@ -58,17 +73,12 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
     app.set_version_flag("--version", "znica " ZNICA_VERSION);
     app.footer(kExitStatus);
     app.formatter(compactHelp()); // before the commands, which inherit it
-    app.add_flag_callback("--manual-page", [this] { throw CLI::CallForVersion(manualPage(app, ZNICA_VERSION), 0); })
+    app.add_option_function<std::string>("--manual-pages",
+                                         [this](const std::string& into) { writeManualPages(app, into); })
         ->group("");
     app.add_flag_callback("--bash-completion", [this] { throw CLI::CallForVersion(bashCompletion(app), 0); })
         ->group("");
-    addRunCommand(app, action);
-    addGroupCommand(app, action);
-    addSimulateCommand(app, action);
-    addScoreCommand(app, action);
-    addInfoCommand(app, action);
-    addCompareCommand(app, action);
-    addReportCommand(app, action);
+    addCommands(app, action);
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {

@@ -14,9 +14,6 @@ inline constexpr char kRareOptions[] = "rare";
 /// columns wide.
 std::shared_ptr<CLI::FormatterBase> compactHelp();
 
-/// The manual page (section 1, roff) of a command with all its subcommands, made from their help texts.
-std::string manualPage(const CLI::App& app, const std::string& version);
-
 /// The bash completion script: subcommands, their options, otherwise file names.
 std::string bashCompletion(const CLI::App& app);
 

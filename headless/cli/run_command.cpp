@@ -1,12 +1,13 @@
 #include "headless/cli/commands.h"
 
+#include "headless/cli/analysis_options.h"
 #include "headless/cli/help_pages.h"
 #include "headless/cli/input_options.h"
+#include "headless/cli/list_option.h"
 #include "headless/cli/number_checks.h"
 #include "headless/cli/preparation_options.h"
 #include "headless/run/run_driver.h"
 
-#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <map>
@@ -56,20 +57,6 @@ void setNonlinearity(Nonlinearity& nonlinearity, const std::string& name) {
 void setDesign(RunOptions& options, const std::string& text) {
     options.designBesideImage = text == "auto";
     if (!options.designBesideImage) options.design = text;
-}
-
-// Names in a list separated by commas.
-void setColumns(RunOptions& options, const std::string& text) {
-    options.confoundColumns.clear();
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find(',', start), text.size());
-        if (end == start) {
-            throw CLI::ValidationError("--columns",
-                                       "needs names separated by commas, such as trans_x,rot_z; got " + text);
-        }
-        options.confoundColumns.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
 }
 
 void setApproach(RunOptions& options, const std::string& name) {
@@ -142,7 +129,9 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
     confounds->type_name("TSV");
     command
         .add_option_function<std::string>(
-            "--columns", [&o](const std::string& text) { setColumns(o, text); }, "confounds to use (all)")
+            "--columns",
+            [&o](const std::string& text) { o.confoundColumns = listIn("--columns", text, "trans_x,rot_z"); },
+            "confounds to use (all)")
         ->type_name("A,B,...")
         ->needs(confounds)
         ->group(kRareOptions);
@@ -166,7 +155,21 @@ void addFingerprint(CLI::App& command, RunOptions& o) {
     command.add_option("--label", o.label, "subject or session, for the map names")->type_name("TEXT");
 }
 
-void addControl(CLI::App& command, RunControl& control) {
+} // namespace
+
+void addAnalysisOptions(CLI::App& run, RunOptions& o) {
+    auto* components = addInputOptions(run, o);
+    addPreparationOptions(run, o.preparation);
+    addApproach(run, o);
+    addAsIs(run, o);
+    addSeparation(run, o, components);
+    addFingerprint(run, o);
+    run.add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")
+        ->type_name("FILE")
+        ->group(kRareOptions);
+}
+
+void addControlOptions(CLI::App& command, RunControl& control) {
     command.add_option("--seed", control.seed, "random seed; the same one reproduces a run (random)")
         ->check(wholeNumber(std::numeric_limits<std::uint32_t>::max()))
         ->type_name("N");
@@ -182,8 +185,6 @@ void addControl(CLI::App& command, RunControl& control) {
     command.add_flag("--keep-partial", control.keepPartial, "keep the files of a run that fails")->group(kRareOptions);
 }
 
-} // namespace
-
 void addRunCommand(CLI::App& app, Action& action) {
     const auto options = std::make_shared<RunOptions>();
     RunOptions& o = *options;
@@ -191,17 +192,9 @@ void addRunCommand(CLI::App& app, Action& action) {
         app.add_subcommand("run", "Analyse a 4D image: component maps, time courses and sixteen parameters each.");
     run->add_option("BOLD", o.functional, "4D NIfTI image (.nii, .nii.gz)")->required();
     run->add_option("--out", o.out, "folder to create for the result")->required()->type_name("DIR");
-    auto* components = addInputOptions(*run, o);
-    addPreparationOptions(*run, o.preparation);
-    addApproach(*run, o);
-    addAsIs(*run, o);
-    addSeparation(*run, o, components);
-    addFingerprint(*run, o);
-    run->add_option("--plugin", o.plugin, "plug-in file (the one beside this command)")
-        ->type_name("FILE")
-        ->group(kRareOptions);
+    addAnalysisOptions(*run, o);
     run->add_flag("--force", o.force, "replace an earlier result in DIR");
-    addControl(*run, o.control);
+    addControlOptions(*run, o.control);
     run->set_help_all_flag("--help-all", "also list options that are rarely needed");
     run->footer(kExamples);
     run->callback([options, &action] {

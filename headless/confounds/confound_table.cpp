@@ -79,4 +79,12 @@ Confounds readConfounds(const std::filesystem::path& file, const std::vector<std
     return confounds;
 }
 
+std::optional<std::vector<float>> readConfoundIfAny(const std::filesystem::path& file, const std::string& column,
+                                                    const AnalysedVolumes& volumes) {
+    const TextTable table = parseTable(readLines(file), file.string());
+    const auto found = table.find(column);
+    if (!found) return std::nullopt;
+    return valuesOf(table, *found, firstRow(table, volumes));
+}
+
 } // namespace zn::headless

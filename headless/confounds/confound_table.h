@@ -3,6 +3,7 @@
 #include "headless/events/analysed_volumes.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,5 +28,10 @@ struct Confounds {
 /// when no column varies.
 Confounds readConfounds(const std::filesystem::path& file, const std::vector<std::string>& columns,
                         const AnalysedVolumes& volumes);
+
+/// One column of such a table, whether it varies or not: [analysed volume], NaN for a missing value. Nothing when there
+/// is no column of this name. Throws Failure (kInput) as above.
+std::optional<std::vector<float>> readConfoundIfAny(const std::filesystem::path& file, const std::string& column,
+                                                    const AnalysedVolumes& volumes);
 
 } // namespace zn::headless

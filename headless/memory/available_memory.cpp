@@ -1,5 +1,7 @@
 #include "headless/memory/available_memory.h"
 
+#include "headless/batch/batch_job.h"
+
 #include <algorithm>
 #include <fstream>
 #include <string>
@@ -93,6 +95,13 @@ std::optional<std::int64_t> availableMemoryBytes(const fs::path& root) {
     const auto group = controlGroupMemoryLeft(root);
     if (machine && group) return std::min(*machine, *group);
     return machine ? machine : group;
+}
+
+std::optional<std::int64_t> usableMemoryBytes() {
+    const auto available = availableMemoryBytes();
+    const auto job = batchJobMemoryBytes();
+    if (available && job) return std::min(*available, *job);
+    return available ? available : job;
 }
 
 std::optional<std::int64_t> addressSpaceLeftBytes() {

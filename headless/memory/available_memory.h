@@ -12,6 +12,9 @@ namespace zn::headless {
 ///   root   folder with /proc and /sys
 std::optional<std::int64_t> availableMemoryBytes(const std::filesystem::path& root = "/");
 
+/// The same, but no more than the batch job that this process belongs to is granted.
+std::optional<std::int64_t> usableMemoryBytes();
+
 /// Bytes of address space that a limit (ulimit -v) leaves this process; nothing without a limit.
 std::optional<std::int64_t> addressSpaceLeftBytes();
 

@@ -15,13 +15,19 @@ namespace {
 
 constexpr int kCacheLine = 64;
 
+#ifdef __wasm__
+constexpr auto kWhileReading = std::launch::deferred; // there are no threads
+#else
+constexpr auto kWhileReading = std::launch::async | std::launch::deferred;
+#endif
+
 // readVolume(target) stores the next volume as Value in target. Volumes already read are transposed while the next ones
 // are inflated: neither waits for the other, unless the machine has no thread to spare.
 template <class Value, class ReadVolume>
 std::unique_ptr<Value[]> readTransposed(std::int64_t voxels, int volumes, ReadVolume readVolume) {
     const int together = std::min(volumes, kCacheLine / static_cast<int>(sizeof(Value)));
     const auto room = [](std::int64_t values) {
-        return std::make_unique_for_overwrite<Value[]>(static_cast<std::size_t>(values));
+        return std::unique_ptr<Value[]>(new Value[static_cast<std::size_t>(values)]); // not initialised
     };
     auto series = room(voxels * volumes);
     auto arriving = room(voxels * together);
@@ -33,9 +39,10 @@ std::unique_ptr<Value[]> readTransposed(std::int64_t voxels, int volumes, ReadVo
         for (int c = 0; c < count; ++c) readVolume(arriving.get() + c * voxels);
         if (transposing.valid()) transposing.get();
         std::swap(arriving, arrived);
-        transposing = std::async([source = arrived.get(), target = series.get(), count, voxels, volumes, first] {
-            transposeVolumes(source, count, voxels, target, volumes, first);
-        });
+        transposing =
+            std::async(kWhileReading, [source = arrived.get(), target = series.get(), count, voxels, volumes, first] {
+                transposeVolumes(source, count, voxels, target, volumes, first);
+            });
     }
     if (transposing.valid()) transposing.get();
     return series;

@@ -7,9 +7,6 @@
 
 namespace zn::headless {
 
-namespace {
-
-// [count][volumes], of unit length each.
 std::vector<double> cosines(int count, int volumes) {
     std::vector<double> rows;
     rows.reserve(static_cast<std::size_t>(count) * static_cast<std::size_t>(volumes));
@@ -20,8 +17,6 @@ std::vector<double> cosines(int count, int volumes) {
     }
     return rows;
 }
-
-} // namespace
 
 int cosinesBelow(double cutOff, int volumes, double secondsPerVolume) {
     const double periods = 2.0 * volumes * secondsPerVolume / cutOff;

@@ -16,7 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kPlace = "<!-- the data of the run -->";
-constexpr char kTemplateName[] = "report-template.html";
 
 } // namespace
 
@@ -45,18 +44,18 @@ void ReportPage::add(std::string_view name, std::span<const std::byte> bytes) {
 }
 
 void ReportPage::add(std::string_view name, std::string_view text) {
-    add(name, std::as_bytes(std::span(text)));
+    add(name, std::as_bytes(std::span(text.data(), text.size())));
 }
 
 void ReportPage::write(const fs::path& file) const {
     replaceTextFile(file, before_ + blocks_ + after_);
 }
 
-fs::path findReportTemplate() {
+fs::path findReportTemplate(const char* name) {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
     for (const char* place : {".", "../share/znica"}) {
-        fs::path file = (folder / place / kTemplateName).lexically_normal();
+        fs::path file = (folder / place / name).lexically_normal();
         if (fs::exists(file, error)) return file;
     }
     return {};

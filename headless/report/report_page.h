@@ -29,8 +29,12 @@ private:
     std::string after_;
 };
 
-/// The template that belongs to the command: in the same folder, in share/znica of the same prefix, or in the build
+/// The templates: of the page of a run, and of that of a study.
+inline constexpr char kRunTemplate[] = "report-template.html";
+inline constexpr char kStudyTemplate[] = "study-template.html";
+
+/// A template that belongs to the command: in the same folder, in share/znica of the same prefix, or in the build
 /// folder. Empty when there is none.
-std::filesystem::path findReportTemplate();
+std::filesystem::path findReportTemplate(const char* name = kRunTemplate);
 
 } // namespace zn::headless

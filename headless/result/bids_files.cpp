@@ -6,21 +6,6 @@
 
 namespace zn::headless {
 
-namespace {
-
-// The distinct patterns of the list.
-std::string ignoredNames() {
-    std::string text;
-    std::string_view last;
-    for (const ResultFileEntry& entry : resultFileList()) {
-        if (!entry.ignored.empty() && entry.ignored != last) text += std::string(entry.ignored) + "\n";
-        last = entry.ignored;
-    }
-    return text;
-}
-
-} // namespace
-
 void writeBidsFiles(const ResultFiles& files, const std::string& version, const std::string& pluginName,
                     const std::string& pluginVersion) {
     using Json = nlohmann::ordered_json;
@@ -33,7 +18,8 @@ void writeBidsFiles(const ResultFiles& files, const std::string& version, const 
                               {"GeneratedBy", generators}};
     writeTextFile(files[ResultFile::kDatasetDescription],
                   description.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
-    writeTextFile(files[ResultFile::kBidsIgnore], ignoredNames());
+    writeTextFile(files[ResultFile::kBidsIgnore],
+                  ignoredNames({ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised}));
 }
 
 } // namespace zn::headless

@@ -20,24 +20,17 @@ namespace fs = std::filesystem;
 
 // Whether a file of this name belongs in one of the places. Names that follow a stem count only when there is a stem.
 bool isListed(const std::string& name, const std::string& stem, std::initializer_list<ResultPlace> places) {
-    return std::ranges::any_of(resultFileList(), [&](const ResultFileEntry& entry) {
+    const auto& list = resultFileList();
+    return std::any_of(list.begin(), list.end(), [&](const ResultFileEntry& entry) {
         const bool lacksStem = stem.empty() && entry.name.starts_with('_');
-        return !lacksStem && std::ranges::find(places, entry.place) != places.end() && name == entry.in(stem);
+        return !lacksStem && std::find(places.begin(), places.end(), entry.place) != places.end() &&
+               name == entry.in(stem);
     });
 }
 
 nlohmann::json jsonIn(const fs::path& file) {
     if (!fs::is_regular_file(file)) return nullptr; // opening a pipe would wait for a writer
     return nlohmann::json::parse(readWholeFile(file), nullptr, false);
-}
-
-bool isMadeByZnica(const fs::path& folder) {
-    const auto description = jsonIn(folder / nameOf(ResultFile::kDatasetDescription));
-    const auto generators = description.is_object() ? description.find("GeneratedBy") : description.end();
-    if (!description.is_object() || generators == description.end()) return false;
-    return std::any_of(generators->begin(), generators->end(), [](const auto& generator) {
-        return generator.is_object() && generator.contains("Name") && generator["Name"] == "znica";
-    });
 }
 
 bool isSample(const fs::path& folder) {
@@ -55,30 +48,47 @@ std::set<std::string> namesIn(const fs::path& folder) {
     return names;
 }
 
-// The common stem of a result's names, taken from the file that every result has.
-std::string stemOf(const std::set<std::string>& names) {
-    const std::string_view record = nameOf(ResultFile::kDecomposition);
+// The common stem of a result's names, taken from the file `key` that every result of its kind has; empty without it.
+std::string stemOf(const std::set<std::string>& names, ResultFile key) {
+    const std::string_view ending = nameOf(key);
     for (const std::string& name : names) {
-        if (name.ends_with(record)) return name.substr(0, name.size() - record.size());
+        if (name.ends_with(ending)) return name.substr(0, name.size() - ending.size());
     }
     return "";
 }
 
 // The plug-in names some files after the image; the names of the others are fixed.
 bool isPluginFile(const std::string& name, const std::string& stem) {
+    const auto& list = resultFileList();
     return isListed(name, "", {ResultPlace::kPlugin}) ||
-           std::ranges::any_of(resultFileList(), [&](const ResultFileEntry& entry) {
+           std::any_of(list.begin(), list.end(), [&](const ResultFileEntry& entry) {
                return entry.place == ResultPlace::kPluginImage && name.ends_with(entry.name) &&
                       resultStem(name.substr(0, name.size() - entry.name.size())) == stem;
            });
 }
 
-// The first name that does not belong to a result; empty when all do.
-std::string foreignNameInResult(const fs::path& folder, const std::set<std::string>& names) {
-    const std::string stem = stemOf(names);
+// The first name that does not belong in these places; empty when all do.
+std::string foreignNameIn(const std::set<std::string>& names, const std::string& stem,
+                          std::initializer_list<ResultPlace> places) {
     for (const std::string& name : names) {
-        if (!isListed(name, stem, {ResultPlace::kRun, ResultPlace::kRunAndSample})) return name;
+        if (!isListed(name, stem, places)) return name;
     }
+    return "";
+}
+
+// The same for a result of a run, with the plug-in's folder in it, or a denoised image.
+std::string foreignNameInResult(const fs::path& folder, const std::set<std::string>& names) {
+    const std::string stem = stemOf(names, ResultFile::kDecomposition);
+    const std::string denoised = stemOf(names, ResultFile::kDenoiseQc);
+    if (stem.empty() && !denoised.empty()) {
+        return foreignNameIn(
+            names, denoised,
+            {ResultPlace::kDenoised, ResultPlace::kRunAndDenoised, ResultPlace::kRunSampleAndDenoised});
+    }
+    std::string foreign = foreignNameIn(names, stem,
+                                        {ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised,
+                                         ResultPlace::kRunSampleAndDenoised});
+    if (!foreign.empty()) return foreign;
     const std::string plugin(nameOf(ResultFile::kPluginFolder));
     if (!names.contains(plugin)) return "";
     for (const std::string& name : namesIn(folder / plugin)) {
@@ -96,21 +106,30 @@ bool isSubject(const fs::path& folder, const std::string& name, const nlohmann::
     const std::set<std::string> inside = namesIn(folder / subject);
     if (inside.empty()) return true;
     if (inside != std::set<std::string>{"func/"}) return false;
-    return std::ranges::all_of(namesIn(folder / subject / "func"), [&](const std::string& file) {
-        return isListed(file, subject + "_task-rest", {ResultPlace::kSample});
-    });
+    return foreignNameIn(namesIn(folder / subject / "func"), subject + "_task-rest", {ResultPlace::kSample}).empty();
 }
 
 std::string foreignNameInSample(const fs::path& folder, const std::set<std::string>& names) {
     const auto truth = jsonIn(folder / nameOf(ResultFile::kTruth));
     for (const std::string& name : names) {
         if (name.ends_with('/') && isSubject(folder, name, truth)) continue;
-        if (!isListed(name, kSampleStem, {ResultPlace::kSample, ResultPlace::kRunAndSample})) return name;
+        if (!isListed(name, kSampleStem,
+                      {ResultPlace::kSample, ResultPlace::kRunAndSample, ResultPlace::kRunSampleAndDenoised}))
+            return name;
     }
     return "";
 }
 
 } // namespace
+
+bool isMadeByZnica(const fs::path& folder) {
+    const auto description = jsonIn(folder / nameOf(ResultFile::kDatasetDescription));
+    const auto generators = description.is_object() ? description.find("GeneratedBy") : description.end();
+    if (!description.is_object() || generators == description.end()) return false;
+    return std::any_of(generators->begin(), generators->end(), [](const auto& generator) {
+        return generator.is_object() && generator.contains("Name") && generator["Name"] == "znica";
+    });
+}
 
 std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     std::set<std::string> names = namesIn(folder);

@@ -17,4 +17,7 @@ namespace zn::headless {
 /// Throws when the folder or its record cannot be read.
 std::string whyNotAResult(const std::filesystem::path& folder, const std::string& but = {});
 
+/// Whether a folder has a "dataset_description.json" that names znica among its generators.
+bool isMadeByZnica(const std::filesystem::path& folder);
+
 } // namespace zn::headless

@@ -3,6 +3,7 @@
 #include "headless/failure/failure.h"
 #include "headless/text/input_file.h"
 
+#include <algorithm>
 #include <array>
 #include <system_error>
 #include <utility>
@@ -26,12 +27,29 @@ std::string ResultFileEntry::in(const std::string& stem) const {
     return (follows ? stem : "") + std::string(name);
 }
 
+bool ResultFileEntry::isOfRun() const {
+    constexpr std::array places = {ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised,
+                                   ResultPlace::kRunSampleAndDenoised};
+    return std::find(places.begin(), places.end(), place) != places.end();
+}
+
 std::span<const ResultFileEntry> resultFileList() {
     return kList;
 }
 
 std::string_view nameOf(ResultFile file) {
     return kList[static_cast<std::size_t>(file)].name;
+}
+
+std::string ignoredNames(std::initializer_list<ResultPlace> places) {
+    std::string text;
+    std::string_view last;
+    for (const ResultFileEntry& entry : kList) {
+        if (std::find(places.begin(), places.end(), entry.place) == places.end()) continue;
+        if (!entry.ignored.empty() && entry.ignored != last) text += std::string(entry.ignored) + "\n";
+        last = entry.ignored;
+    }
+    return text;
 }
 
 ResultFiles::ResultFiles(fs::path folder, std::string stem) : folder_(std::move(folder)), stem_(std::move(stem)) {}
@@ -57,8 +75,9 @@ bool ResultFiles::has(ResultFile file) const {
     return fs::exists((*this)[file], error);
 }
 
-void ResultFiles::requireShortNames() const {
+void ResultFiles::requireShortNames(ResultPlace kind) const {
     for (const ResultFileEntry& entry : kList) {
+        if ((entry.place == ResultPlace::kDenoised) != (kind == ResultPlace::kDenoised)) continue;
         std::error_code error;
         const std::string name = entry.in(stem_);
         (void)fs::symlink_status(folder_ / name, error);

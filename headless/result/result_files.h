@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,9 +15,19 @@ enum class ResultFile {
 #undef ZN_RESULT_FILE
 };
 
-/// Where a file belongs: the folder of a run, that of a simulated sample, either, or the plug-in's folder within that
-/// of a run, there either with a fixed name or with one that begins with the image's stem.
-enum class ResultPlace { kRun, kSample, kRunAndSample, kPlugin, kPluginImage };
+/// Where a file belongs: the folder of a run, that of a simulated sample, that of a denoised image, several of them, or
+/// the plug-in's folder within that of a run, there either with a fixed name or with one that begins with the image's
+/// stem.
+enum class ResultPlace {
+    kRun,
+    kSample,
+    kDenoised,
+    kRunAndSample,
+    kRunAndDenoised,
+    kRunSampleAndDenoised,
+    kPlugin,
+    kPluginImage
+};
 
 struct ResultFileEntry {
     std::string_view name; ///< the entire name, or from '_' or '.' what follows a stem; folders end in '/'
@@ -25,6 +36,8 @@ struct ResultFileEntry {
 
     /// The full name in a folder whose names begin with `stem`.
     std::string in(const std::string& stem) const;
+    /// Whether it may be in the folder of a run.
+    bool isOfRun() const;
 };
 
 /// The entire list, in the order of its file.
@@ -32,6 +45,9 @@ std::span<const ResultFileEntry> resultFileList();
 
 /// Name or ending of one file.
 std::string_view nameOf(ResultFile file);
+
+/// The patterns of .bidsignore for files of these places, each once, in the order of the list.
+std::string ignoredNames(std::initializer_list<ResultPlace> places);
 
 /// What the names of every simulated sample begin with.
 constexpr char kSampleStem[] = "sub-sim_task-blocks";
@@ -51,8 +67,9 @@ public:
 
     std::filesystem::path operator[](ResultFile file) const;
     bool has(ResultFile file) const;
-    /// Throws Failure (kInput) when the folder's file system cannot have one of the names of a run.
-    void requireShortNames() const;
+    /// Throws Failure (kInput) when the folder's file system cannot have one of the names of a run or a sample, or, for
+    /// kDenoised, of a denoised image.
+    void requireShortNames(ResultPlace kind = ResultPlace::kRun) const;
     /// The text of a file. Throws Failure (kInput) when it cannot be read.
     std::string text(ResultFile file) const;
     /// The same for a file that may be missing, in which case it is empty.

@@ -9,6 +9,7 @@
 #include <exception>
 #include <fstream>
 #include <system_error>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
@@ -103,9 +104,15 @@ std::string UnfinishedWork::end(const char* how, int exitStatus) {
 
 std::string UnfinishedWork::interrupt(int exitStatus) {
     guard_.lock(); // for good
+    if (stop_) return "interrupted; " + stop_();
     discardNow();
     const char* state = finished_ ? "the result had been written already." : "no result was written.";
     return std::string("interrupted; ") + state + partialFiles("interrupted", exitStatus);
+}
+
+void UnfinishedWork::atInterrupt(std::function<std::string()> stop) {
+    const std::scoped_lock lock(guard_);
+    stop_ = std::move(stop);
 }
 
 std::string UnfinishedWork::partialFiles(const char* how, int exitStatus) const {

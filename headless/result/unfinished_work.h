@@ -55,6 +55,10 @@ public:
     /// on in a folder that is gone, and end the process with another message and exit status.
     std::string interrupt(int exitStatus);
 
+    /// For work that consists of many results: from now on interrupt() calls `stop`, which ends what is under way, and
+    /// returns "interrupted; " with its sentence. An empty function ends this.
+    void atInterrupt(std::function<std::string()> stop);
+
     /// Writes a result that is a single file. An interruption waits until `write` returns or throws.
     void deliver(const std::function<void()>& write);
 
@@ -72,6 +76,7 @@ private:
     std::filesystem::path hidden_; // empty: nothing unfinished
     std::filesystem::path kept_;
     std::vector<std::filesystem::path> createdParents_; // outermost first
+    std::function<std::string()> stop_;
     bool keep_ = false;
     bool finished_ = false;
     std::string hiddenName_; // of the last hidden folder, and the name it was meant to get; empty once it is finished

@@ -1,5 +1,6 @@
 #include "headless/run/stages.h"
 
+#include "headless/batch/batch_job.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/memory/peak_prediction.h"
@@ -22,7 +23,7 @@ std::string gibText(std::int64_t bytes) {
 }
 
 std::optional<std::int64_t> budgetOf(const RunOptions& options) {
-    if (!options.memoryGib) return availableMemoryBytes();
+    if (!options.memoryGib) return usableMemoryBytes();
     return static_cast<std::int64_t>(std::min(*options.memoryGib, 1e9) * kGib);
 }
 
@@ -42,9 +43,16 @@ std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
     return predictedPeakBytes(size);
 }
 
+bool isLimitOfJob(const Run& run) {
+    return !run.options.memoryGib && run.budgetBytes && run.budgetBytes == batchJobMemoryBytes();
+}
+
 std::string budgetText(const Run& run) {
     if (!run.budgetBytes) return "the amount of free memory is unknown";
-    return gibText(*run.budgetBytes) + (run.options.memoryGib ? " are allowed by --memory" : " are free");
+    const char* who = run.options.memoryGib ? " are allowed by --memory"
+                      : isLimitOfJob(run)   ? " are granted to this batch job"
+                                            : " are free";
+    return gibText(*run.budgetBytes) + who;
 }
 
 // Beside the data a run maps the BLAS's buffers, and for every thread a stack and an arena of the allocator. Measured
@@ -55,8 +63,8 @@ constexpr std::int64_t kMappedBytesPerThread = 96 << 20;
 // Memory that it cannot map makes the BLAS wait for ever.
 void requireAddressSpace(const Run& run) {
     const auto left = addressSpaceLeftBytes();
-    const int blasThreads = MatrixProducts::defaultThreads();
-    const int threads = blasThreads + run.options.control.threads.value_or(blasThreads);
+    const int own = run.options.control.threads.value_or(MatrixProducts::defaultThreads());
+    const int threads = MatrixProducts::blasThreads() + own;
     const std::int64_t needed = run.predictedBytes + kMappedBytes + threads * kMappedBytesPerThread;
     if (!left || needed <= *left) return;
     throw Failure(ExitStatus::kMemory, run.functional.file.string() + " needs about " + gibText(needed) +
@@ -68,8 +76,9 @@ void requireBudget(const Run& run) {
     if (!run.budgetBytes || run.predictedBytes <= *run.budgetBytes) return;
     throw Failure(ExitStatus::kMemory, run.functional.file.string() + " needs about " + gibText(run.predictedBytes) +
                                            " of memory, but " + budgetText(run) +
-                                           "; use a smaller mask or fewer components, or allow more with "
-                                           "--memory GIB.");
+                                           (isLimitOfJob(run) ? "; request more memory for the job."
+                                                              : "; use a smaller mask or fewer components, or allow "
+                                                                "more with --memory GIB."));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
+#include "headless/result/require_outside.h"
 #include "headless/result/result_names.h"
 #include "headless/run/region_coordinates.h"
 #include "headless/text/input_file.h"
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <system_error>
 
 namespace zn::headless {
 
@@ -26,29 +26,11 @@ namespace fs = std::filesystem;
     throw Failure(ExitStatus::kInput, text);
 }
 
-bool isBelow(const fs::path& folder, const fs::path& file) {
-    return std::mismatch(folder.begin(), folder.end(), file.begin(), file.end()).first == folder.end();
-}
-
-bool liesIn(const fs::path& folder, const fs::path& file) {
-    std::error_code error;
-    const fs::path there = fs::canonical(folder, error);
-    if (error) return false; // a folder that does not exist yet
-    const fs::path target = fs::canonical(file, error);
-    if (!error && isBelow(there, target)) return true;
-    const fs::path beside = fs::canonical(fs::absolute(file).parent_path(), error);
-    return !error && isBelow(there, beside);
-}
-
 void requireInputsOutsideResult(const Run& run) {
     const RunOptions& options = run.options;
     if (!options.force) return;
-    for (const fs::path& file : {options.functional, options.mask, run.design.file, options.confounds, options.regions,
-                                 options.regionNames, options.plugin}) {
-        if (file.empty() || !liesIn(options.out, file)) continue;
-        refuse(file.string() + " lies in " + options.out.string() +
-               ", which --force would replace; name another folder with --out.");
-    }
+    requireOutside(options.out, {options.functional, options.mask, run.design.file, options.confounds, options.regions,
+                                 options.regionNames, options.plugin});
 }
 
 ImageHeader readFunctionalHeader(const RunOptions& options) {

@@ -1,5 +1,6 @@
 #include "headless/run/repetition_time.h"
 
+#include "headless/bids/sidecars.h"
 #include "headless/failure/failure.h"
 #include "headless/result/result_names.h"
 #include "headless/text/input_file.h"
@@ -52,10 +53,19 @@ std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
                       "; fix it, or specify the repetition time with --tr SECONDS.");
 }
 
+// The image's own sidecar, then those that it inherits from folders above; the nearest with a repetition time counts.
+std::optional<Candidate> fromSidecars(const fs::path& image, bool needed) {
+    if (auto own = fromSidecar(sidecarOf(image), needed)) return own; // without listing any folder
+    for (const fs::path& file : sidecarsOf(image)) {
+        if (auto found = fromSidecar(file, needed)) return found;
+    }
+    return std::nullopt;
+}
+
 std::vector<Candidate> candidates(const std::optional<double>& given, const ImageHeader& functional) {
     std::vector<Candidate> found;
     if (given) found.push_back({"--tr", *given});
-    if (const auto sidecar = fromSidecar(sidecarOf(functional.file), !given)) found.push_back(*sidecar);
+    if (const auto sidecar = fromSidecars(functional.file, !given)) found.push_back(*sidecar);
     if (functional.secondsPerVolume) found.push_back({"the header", *functional.secondsPerVolume});
     return found;
 }
@@ -72,8 +82,8 @@ RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHea
     const std::vector<Candidate> found = candidates(given, functional);
     if (found.empty()) {
         throw Failure(ExitStatus::kInput, functional.file.string() + " has no repetition time in its header and "
-                                                                     "no JSON file with one beside it; specify it "
-                                                                     "with --tr SECONDS.");
+                                                                     "no JSON file with one beside or above it; "
+                                                                     "specify it with --tr SECONDS.");
     }
     const Candidate& first = found.front();
     if (!(first.seconds >= kShortest && first.seconds <= kLongest)) {

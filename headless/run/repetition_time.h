@@ -16,7 +16,8 @@ struct RepetitionTime {
 };
 
 /// The TR of a functional image: as given, else `RepetitionTime` of the JSON file with the image's name in the same
-/// folder, else from the header. Throws Failure (kInput) that says what to do when the first of these that exists is
+/// folder, else of the nearest one that applies by the inheritance principle of BIDS (see sidecarsOf), else from the
+/// header. Throws Failure (kInput) that says what to do when the first of these that exists is
 /// not between 0.001 and 20 s, when there is none, and when a sidecar that is needed cannot be read as JSON.
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional);
 

@@ -8,6 +8,8 @@ namespace zn::headless {
 
 namespace {
 
+constexpr double kUnlimitedGib = 1e9;
+
 Progress::Display displayOf(const RunControl& control) {
     return control.quiet || control.verbose ? Progress::Display::kNone : Progress::suitable();
 }
@@ -54,6 +56,18 @@ ExitStatus runAnalysis(const RunOptions& options, UnfinishedWork& unfinished) {
     repeatSeparation(run);   // --repeats: the plug-in again -> stability
     measureComponents(run);  // maps, series -> time courses in the data's units, explained variance
     return writeResult(run); // tables, record, report; the folder takes its name
+}
+
+RunForecast forecastRun(const RunOptions& options) {
+    RunOptions quiet = options;
+    quiet.dryRun = false;
+    quiet.control.quiet = true;
+    quiet.memoryGib = kUnlimitedGib;
+    UnfinishedWork nothing;
+    Run run(quiet, nothing);
+    readInputs(run);
+    checkBudget(run);
+    return {run.repetition.seconds, run.volumes, run.predictedBytes};
 }
 
 } // namespace zn::headless

@@ -32,14 +32,21 @@ std::uint32_t freshSeed() {
 
 } // namespace zn::headless
 
+// As the C library declares them.
+#ifdef __GLIBC__
+#define ZN_NO_THROW noexcept
+#else
+#define ZN_NO_THROW
+#endif
+
 extern "C" {
 
-__attribute__((visibility("default"))) void srand(unsigned) noexcept {
+__attribute__((visibility("default"))) void srand(unsigned) ZN_NO_THROW {
     zn::headless::startSequence();
     ++zn::headless::sequence;
 }
 
-__attribute__((visibility("default"))) int rand() noexcept {
+__attribute__((visibility("default"))) int rand() ZN_NO_THROW {
     return static_cast<int>(zn::headless::generator() >> 1);
 }
 

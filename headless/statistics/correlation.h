@@ -2,13 +2,14 @@
 
 #include <cmath>
 #include <cstddef>
-#include <span>
 
 namespace zn::headless {
 
 /// Pearson correlation over the elements i of both for which uses(i), in double precision; NaN when one of the two does
 /// not vary there.
-template <class Uses> double correlation(std::span<const float> a, std::span<const float> b, Uses uses) {
+///
+///   a, b   equally many numbers
+template <class A, class B, class Uses> double correlation(const A& a, const B& b, Uses uses) {
     double count = 0.0;
     double meanA = 0.0;
     double meanB = 0.0;

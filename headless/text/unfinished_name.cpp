@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <fstream>
 #include <regex>
 #include <system_error>
 
@@ -37,10 +38,21 @@ std::string machine() {
 // NAME, MACHINE, PROCESS, NUMBER
 const std::regex kForm(R"(\..+\.unfinished-([0-9a-f]{8})-([0-9]{1,9})-[0-9]+)");
 
+// A process that was killed stays in the table as a zombie until its parent collects its status, which may be never:
+// the first process of a container often does not. "PID (NAME) STATE ...", where NAME may contain anything.
+bool isZombie(const std::string& process) {
+    std::ifstream file("/proc/" + process + "/stat");
+    std::string text;
+    std::getline(file, text, '\0');
+    const auto nameEnd = text.rfind(')');
+    return nameEnd != std::string::npos && text.compare(nameEnd, 4, ") Z ") == 0;
+}
+
 bool isLeftover(const std::string& name) {
     std::smatch parts;
     if (!std::regex_match(name, parts, kForm) || parts[1] != machine()) return false;
-    return kill(std::stoi(parts[2]), 0) != 0 && errno == ESRCH;
+    const bool isListed = kill(std::stoi(parts[2]), 0) == 0 || errno != ESRCH;
+    return !isListed || isZombie(parts[2]);
 }
 
 } // namespace

@@ -1,9 +1,11 @@
-import { Address } from './address';
+import { Address, followOwnLinks } from './address';
 import { defaultLook, type Look } from './brain/look';
+import { type Denoising, readDenoising } from './data/denoising';
 import { type Component, type Run, readRun } from './data/run';
 import { Labels, labelNamed } from './labels/labels';
 import { startTheme } from './theme';
 import { ComponentView } from './views/component_view';
+import { DenoisingView } from './views/denoising_view';
 import { showKeyHelp } from './views/key_help';
 import { Methods } from './views/methods';
 import { Overview } from './views/overview';
@@ -25,6 +27,7 @@ class App {
     private readonly overview: Overview;
     private component: ComponentView | null = null;
     private methods: Methods | null = null;
+    private denoisingView: DenoisingView | null = null;
     private view: View | null = null;
     private last: string; // name of the component shown last
     private routes = 0; // number of routes taken so far
@@ -34,6 +37,7 @@ class App {
 
     constructor(
         private readonly run: Run,
+        private readonly denoising: Denoising | null,
         private readonly place: HTMLElement,
     ) {
         this.labels = new Labels(
@@ -47,10 +51,11 @@ class App {
             if (!opened) void painted().then((end) => performance.measure('first view', { start: 0, end }));
             opened = true;
         });
-        this.head = pageHead(run, () => void this.print());
+        this.head = pageHead(run, denoising !== null, () => void this.print());
         place.dataset.run = run.id; // whose labels are in the storage
         document.title = `ICA report: ${run.name}`;
         addEventListener('hashchange', () => void this.route());
+        followOwnLinks();
         addEventListener('keydown', (event) => this.key(event));
     }
 
@@ -58,7 +63,8 @@ class App {
         const start = performance.now();
         const own = ++this.routes;
         this.address.forget();
-        const [, part = '', name = this.last] = location.hash.replace(/^#/, '').split('/');
+        const opened = this.denoising ? '/denoising' : '/'; // without a view in the address
+        const [, part = '', name = this.last] = (location.hash.replace(/^#/, '') || opened).split('/');
         const component = this.run.components.find((candidate) => candidate.name === name);
         this.head.mark(part === 'component' && !component ? '/' : `/${part}`);
         if (part === 'component' && component) {
@@ -76,6 +82,12 @@ class App {
         } else if (part === 'methods') {
             this.methods ??= new Methods(this.run);
             this.enter(this.methods);
+        } else if (part === 'denoising' && this.denoising) {
+            this.denoisingView ??= new DenoisingView(this.run, this.denoising, this.look);
+            this.enter(this.denoisingView);
+            this.drawing = this.denoisingView.draw();
+            await this.drawing;
+            document.body.dataset.shown = 'denoising';
         } else {
             this.enter(this.overview);
         }
@@ -138,7 +150,8 @@ class App {
 async function start(): Promise<void> {
     startTheme();
     const place = document.getElementById('app')!;
-    const app = new App(await readRun(), place);
+    const [run, denoising] = await Promise.all([readRun(), readDenoising()]);
+    const app = new App(run, denoising, place);
     await app.route();
 }
 

@@ -1,23 +1,14 @@
 // Starts the page: unpacks the inlined parts and runs the app. Separate from the app, because it is the only script
 // that is not compressed.
 import type { Blocks } from './data/blocks';
-
-function bytesOf(base64: string): Uint8Array<ArrayBuffer> {
-    const modern = Uint8Array as unknown as { fromBase64?: (text: string) => Uint8Array<ArrayBuffer> };
-    if (modern.fromBase64) return modern.fromBase64(base64);
-    const text = atob(base64);
-    const bytes = new Uint8Array(text.length);
-    for (let i = 0; i < text.length; ++i) bytes[i] = text.charCodeAt(i);
-    return bytes;
-}
+import { unpacked } from './data/unpack';
 
 const blocks: Blocks = {
     has: (name) => document.querySelector(`script[data-block="${name}"]`) !== null,
     async bytes(name) {
         const base64 = document.querySelector(`script[data-block="${name}"]`)?.textContent;
         if (!base64) throw new Error(`its part "${name}" is missing; the file is incomplete`);
-        const unpacked = new Blob([bytesOf(base64)]).stream().pipeThrough(new DecompressionStream('gzip'));
-        return new Uint8Array(await new Response(unpacked).arrayBuffer());
+        return unpacked(base64);
     },
     async text(name) {
         return new TextDecoder().decode(await blocks.bytes(name));

@@ -24,6 +24,8 @@ struct NRVMPsHeader {
     char hostTail[4096 - 400];
 };
 
+// In WebAssembly both sides of the interface are linked together, so any layout will do there.
+#ifndef __wasm__
 static_assert(sizeof(void*) == 8, "the host's records are those of its 64-bit build");
 static_assert(offsetof(NRVMPsHeader, parameterDisplayRange) == 316);
 static_assert(offsetof(NRVMPsHeader, firstName) == 336);
@@ -33,6 +35,7 @@ static_assert(offsetof(NRVMPsHeader, boundingBox) == 360);
 static_assert(offsetof(NRVMPsHeader, resolution) == 384);
 static_assert(offsetof(NRVMPsHeader, parameterNames) == 392);
 static_assert(sizeof(NRVMPsHeader) == 4096);
+#endif
 
 /// One volume map. Its voxel values are not a field: `znGetNRVMPOfCurrentVMR` returns them. The tail is as above.
 struct NRVMPMap {
@@ -44,10 +47,12 @@ struct NRVMPMap {
     char hostTail[4096 - 104];
 };
 
+#ifndef __wasm__
 static_assert(offsetof(NRVMPMap, name) == 0);
 static_assert(offsetof(NRVMPMap, type) == 8);
 static_assert(offsetof(NRVMPMap, timeCourse) == 88);
 static_assert(offsetof(NRVMPMap, parameters) == 96);
 static_assert(sizeof(NRVMPMap) == 4096);
+#endif
 
 } // namespace zn

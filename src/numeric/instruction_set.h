@@ -2,6 +2,15 @@
 
 namespace zn {
 
+#ifdef __wasm__
+
+inline int kernelLanes() {
+    return 2;
+}
+#define ZN_PICK_KERNEL(kernel) (&kernel<2>)
+
+#else
+
 /// Number of doubles that the kernels handle together on this processor: 2, 4 with AVX2, or 8 with AVX-512. All forms
 /// of a kernel compute the same bits.
 inline int kernelLanes() {
@@ -15,5 +24,7 @@ inline int kernelLanes() {
 
 /// Picks the kernel for the processor from the instantiations of a template over the number of lanes.
 #define ZN_PICK_KERNEL(kernel) (zn::kernelLanes() == 8 ? &kernel<8> : zn::kernelLanes() == 4 ? &kernel<4> : &kernel<2>)
+
+#endif
 
 } // namespace zn

@@ -5,6 +5,7 @@
 #include "host/vtc_header.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -158,6 +159,7 @@ public:
         }
         if (behaviour() == "none found") return log("// Plugin>  No components found. Exiting plugin."), true;
         if (behaviour() == "exit") std::exit(1);
+        if (behaviour() == "killed") std::raise(SIGKILL);
         if (behaviour() == "echo") return echoEverything();
         if (behaviour() == "small records") return runWithSmallRecords();
         if (behaviour() == "unavailable") {

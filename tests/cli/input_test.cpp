@@ -164,6 +164,24 @@ TEST_F(Input, TheRepetitionTimeComesFromTheOptionThenTheSidecarThenTheHeader) {
     EXPECT_THAT(echoed.out, HasSubstr("TR: --tr says 0.8 s and is used; the header says 2 s.\n"));
 }
 
+TEST_F(Input, TheRepetitionTimeIsInheritedFromTheFoldersAbove) {
+    const std::filesystem::path data = folder / "data";
+    std::filesystem::create_directories(data / "sub-01/func");
+    const auto image = data / "sub-01/func/sub-01_task-rest_bold.nii";
+    writeFile(image, plainSeries(24).bytes()); // 2 s
+    const auto said = [&] { return znica({"run", image, "--out", folder / "x", "--dry-run"}).out; };
+    writeFile(data / "task-nback_bold.json", R"({"RepetitionTime": 5})");
+    EXPECT_THAT(said(), HasSubstr("TR 2 s (the header)"));
+    writeFile(data / "task-rest_bold.json", R"({"RepetitionTime": 3})");
+    EXPECT_THAT(said(), HasSubstr("TR 3 s (task-rest_bold.json)"));
+    writeFile(data / "sub-01/sub-01_bold.json", R"({"RepetitionTime": 4})");
+    EXPECT_THAT(said(), HasSubstr("TR 4 s (sub-01_bold.json)"));
+    writeFile(data / "sub-01/func/sub-01_task-rest_bold.json", R"({"TaskName": "rest"})");
+    EXPECT_THAT(said(), HasSubstr("TR 4 s (sub-01_bold.json)"));
+    writeFile(data / "sub-01/func/sub-01_task-rest_bold.json", R"({"RepetitionTime": 1})");
+    EXPECT_THAT(said(), HasSubstr("TR 1 s (sub-01_task-rest_bold.json)"));
+}
+
 TEST_F(Input, ADifferenceOfOneMillisecondIsTolerated) {
     writeFile(folder / "a_bold.json", R"({"RepetitionTime": 2.001})");
     EXPECT_THAT(echo(plainSeries(24)).out, Not(HasSubstr("and is used")));
@@ -337,6 +355,15 @@ TEST_F(WholeRun, MeasuredDataWithoutAnyOptions) {
     const double sum = std::accumulate(ours.begin(), ours.end(), 0.0) + static_cast<double>(theirs.size()) -
                        static_cast<double>(std::count(theirs.begin(), theirs.end(), 0));
     EXPECT_GT(2.0 * both / sum, 0.9); // Dice overlap
+}
+
+TEST_F(Input, ABatchJobUsesNoMoreThanItIsGranted) {
+    writeFile(folder / "a_bold.nii", plainSeries(24).bytes());
+    const std::vector<std::string> dryRun = {"run", "--dry-run", folder / "a_bold.nii", "--out", folder / "out"};
+    const CommandResult refused = znica(dryRun, {{}, {"SLURM_JOB_ID=7", "SLURM_MEM_PER_NODE=1"}, {}});
+    EXPECT_EQ(refused.status, 5);
+    EXPECT_THAT(refused.err, HasSubstr("of memory, but 0.000977 GiB are granted to this batch job; request more"));
+    EXPECT_EQ(znica(dryRun, {{}, {"SLURM_JOB_ID=7", "SLURM_MEM_PER_NODE=500"}, {}}).status, 0);
 }
 
 } // namespace

@@ -48,26 +48,6 @@ TEST(Usage, TheFirstHelpFitsOnAScreenAndListsEveryExitStatus) {
     }
 }
 
-TEST(Usage, TheManualPageListsEveryOptionOfEveryCommand) {
-    const std::string page = znica({"--manual-page"}).out;
-    EXPECT_THAT(page, StartsWith(".TH ZNICA 1 "));
-    EXPECT_THAT(page, HasSubstr("\n.SH EXIT STATUS\n"));
-    EXPECT_THAT(page, HasSubstr("130  interrupted"));
-    for (const char* command : {"run", "simulate", "score", "info", "compare"}) {
-        const bool hasRareOptions = command == std::string("run");
-        std::istringstream help(znica({command, hasRareOptions ? "--help-all" : "--help"}).out);
-        int options = 0;
-        for (std::string line; std::getline(help, line);) {
-            if (!line.starts_with("  --")) continue;
-            ++options;
-            std::string name = line.substr(2, line.find(' ', 2) - 2);
-            for (std::size_t at = 0; (at = name.find('-', at)) != name.npos; at += 2) name.insert(at, "\\");
-            EXPECT_THAT(page, HasSubstr(".B " + name)) << command;
-        }
-        EXPECT_GE(options, 1) << command;
-    }
-}
-
 TEST(Usage, TheBashCompletionCompletesCommandsAndOptions) {
     const std::string script = znica({"--bash-completion"}).out;
     const auto completed = [&](const std::string& words, int position) {
@@ -93,11 +73,11 @@ TEST(Usage, TheVersionIsPrintedOnRequest) {
 }
 
 TEST(Usage, AWrongCommandIsNamedWithTheValidOnes) {
-    EXPECT_EQ(znica({"rum", "bold.nii"}).err,
-              "znica: rum is not a command; did you mean run?; the commands are run, group, simulate, score, info, "
-              "compare, report (see znica --help)\n");
-    EXPECT_EQ(znica({}).err,
-              "znica: name a command: run, group, simulate, score, info, compare, report (see znica --help)\n");
+    EXPECT_EQ(znica({"rum", "bold.nii"}).err, "znica: rum is not a command; did you mean run?; the commands are run, "
+                                              "bids, denoise, group, simulate, score, info, "
+                                              "compare, report (see znica --help)\n");
+    EXPECT_EQ(znica({}).err, "znica: name a command: run, bids, denoise, group, simulate, score, info, compare, report "
+                             "(see znica --help)\n");
 }
 
 TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithAHint) {
@@ -149,7 +129,9 @@ TEST(Usage, AMisspeltOptionIsAnsweredWithTheNearestOne) {
          "--thruth is not an option of znica score; did you mean --truth? (see znica score --help)"},
         {{"--vresion"}, "--vresion is not an option of znica; did you mean --version? (see znica --help)"},
         {{"simualte"},
-         "simualte is not a command; did you mean simulate?; the commands are run, group, simulate, score, info, "
+         "simualte is not a command; did you mean simulate?; the commands are run, bids, denoise, group, simulate, "
+         "score, "
+         "info, "
          "compare, "
          "report (see znica --help)"}};
     for (const auto& [arguments, complaint] : wrong) {

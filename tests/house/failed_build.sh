@@ -7,7 +7,7 @@ place=$(mktemp -d)
 trap 'rm -rf "$place"' EXIT
 mkdir -p "$place/scripts" "$place/bin"
 cp "$1/run" "$place/run"
-printf 'need_packages() { :; }\nneed_node() { :; }\nBUILD_PACKAGES=\n' >"$place/scripts/packages.sh"
+printf 'need_packages() { :; }\nnode_packages() { :; }\nBUILD_PACKAGES=\n' >"$place/scripts/packages.sh"
 # shellcheck disable=SC2016 # $1 is the argument of the fake cmake
 printf '#!/bin/sh\n[ "$1" != --build ] || { echo "a.cpp:1: error: no such thing"; exit 1; }\n' >"$place/bin/cmake"
 chmod +x "$place/bin/cmake"

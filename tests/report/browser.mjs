@@ -59,10 +59,10 @@ async function openBrowser(renderer) {
 }
 
 /**
- * Opens a report from disk, at the view `at` instead of the overview, and waits until that or the first card is drawn.
- * `first` runs in the page before the page's scripts. `page.complaints` collects errors and warnings.
+ * A new page whose `complaints` collect errors and warnings, and whose `requests` all that it asks for. `first` runs in
+ * the page before the page's scripts.
  */
-export async function openReport(browser, file, settings = {}) {
+export async function watchedPage(browser, settings = {}) {
     const page = await browser.context.newPage();
     page.complaints = [];
     page.requests = [];
@@ -75,6 +75,12 @@ export async function openReport(browser, file, settings = {}) {
     if (settings.viewport) await page.setViewportSize(settings.viewport);
     if (settings.first) await page.addInitScript(settings.first);
     await page.emulateMedia({ colorScheme: settings.dark ? 'dark' : 'light' });
+    return page;
+}
+
+/** Opens a report from disk, at the view `at` instead of the overview, and waits until that or the first card is drawn. */
+export async function openReport(browser, file, settings = {}) {
+    const page = await watchedPage(browser, settings);
     await page.goto(`file://${file}${settings.at ?? ''}`);
     await page
         .locator(settings.at ? 'body[data-shown]' : '.card[data-drawn]')

@@ -1,6 +1,6 @@
 // The reports that the tests open: made by the real command from made-up runs or from an actual analysis.
 import { execFileSync } from 'node:child_process';
-import { existsSync, mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -65,4 +65,32 @@ export function analysed() {
         folder,
     ]);
     return described(folder, 'sub-sim_task-blocks');
+}
+
+/** A simulated sample, analysed, with two of its six components removed by labels; confounds with displacement. */
+export function denoised() {
+    const [sample, result, folder] = ['tiny', 'tiny-result', 'denoised'].map((name) => join(scratch, name));
+    const stem = 'sub-sim_task-blocks';
+    const bold = `${sample}/${stem}_bold.nii.gz`;
+    execFileSync(ZNICA, ['simulate', '--out', sample, '--size', 'tiny', '--sources', '6']);
+    const mask = `${sample}/${stem}_desc-brain_mask.nii.gz`;
+    const options = ['--components', '6', '--seed', '3', '--as-is', '--no-report'];
+    execFileSync(ZNICA, ['run', bold, '--mask', mask, ...options, '--out', result]);
+    const labels = join(scratch, 'labels.tsv');
+    const lines = ['ICA_01\tnoise\trim <b>of</b> the brain', 'ICA_03\tnoise\tn/a', 'ICA_04\tsignal\ttask'];
+    writeFileSync(labels, `component\tclassification\tnote\n${lines.join('\n')}\n`);
+    const confounds = join(scratch, 'confounds.tsv');
+    const volumes = rows(`${result}/${stem}_desc-ICA_mixing.tsv`).length;
+    const shifts = Array.from({ length: volumes }, (_, t) => (t === 0 ? 'n/a' : ((t * t) % 11) / 10));
+    writeFileSync(confounds, `framewise_displacement\n${shifts.join('\n')}\n`);
+    const shown = ['--confounds', confounds, '--columns', 'none'];
+    execFileSync(ZNICA, ['denoise', result, bold, '--labels', labels, ...shown, '--high-pass', '80', '--out', folder]);
+    return {
+        folder,
+        report: join(folder, 'report.html'),
+        quality: rows(`${folder}/${stem}_desc-denoise_qc.tsv`),
+        parts: rows(`${folder}/${stem}_desc-denoise_components.tsv`),
+        volumes: rows(`${folder}/${stem}_desc-denoise_volumes.tsv`),
+        carpetBefore: rows(`${folder}/${stem}_desc-denoise_carpetBefore.tsv`),
+    };
 }

@@ -3,7 +3,8 @@ import { fixed } from '../numbers';
 import { colourMap, type Lut } from './colour_maps';
 import { ceilingOf, type Look } from './look';
 
-function gradient(lut: Lut, reversed: boolean): string {
+/** The colours of a scale as a background, the weak end first unless reversed. */
+export function gradient(lut: Lut, reversed = false): string {
     const stops = Array.from({ length: 9 }, (_, i) => {
         const at = 3 * Math.round((255 * (reversed ? 8 - i : i)) / 8);
         return `rgb(${lut[at]},${lut[at + 1]},${lut[at + 2]})`;

@@ -9,8 +9,8 @@ const MOST = 8; // slices
 const MARGIN = 5; // voxels around the mask, where something may be missing from it
 const OUTLINE = '#ffb000';
 
-// Axial positions from bottom to top; all slices of a thin mask.
-function positions(run: Run): number[] {
+/** Axial positions from bottom to top; all slices of a thin mask. */
+export function axialPositions(run: Run): number[] {
     const [from, to] = extentOfMask(run)[2];
     const count = Math.min(MOST, to - from + 1);
     return Array.from({ length: count }, (_, i) => Math.round(from + ((i + 0.5) / count) * (to - from + 1) - 0.5));
@@ -18,7 +18,7 @@ function positions(run: Run): number[] {
 
 /** Number of slices side by side in the picture of the mask. */
 export function maskColumns(run: Run): number {
-    return Math.min(COLUMNS, positions(run).length);
+    return Math.min(COLUMNS, axialPositions(run).length);
 }
 
 /** Draws axial slices of the mean image with the outline of the mask; the width of the canvas is given. */
@@ -26,7 +26,7 @@ export function drawMask(canvas: HTMLCanvasElement, run: Run): void {
     const plane = planeOf(run.grid, 'axial', false);
     const frame = frameOfMask(run, plane, MARGIN);
     const size = frameSize(frame, plane);
-    const all = positions(run);
+    const all = axialPositions(run);
     const columns = maskColumns(run);
     const width = canvas.width / columns;
     const height = (width * size.height) / size.width;

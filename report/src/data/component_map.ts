@@ -60,13 +60,14 @@ export function inverted(map: ComponentMap): ComponentMap {
     return made;
 }
 
-/** Unpacks maps on demand and keeps the most recently used ones. */
+/** Unpacks maps on demand, from the blocks `block`-0 and so on, and keeps the most recently used ones. */
 export class ComponentMaps {
     private readonly kept = new Map<number, Promise<ComponentMap>>();
 
     constructor(
         private readonly decimals: number[],
         private readonly limit = 24,
+        private readonly block = 'map',
     ) {}
 
     get(component: number): Promise<ComponentMap> {
@@ -75,7 +76,7 @@ export class ComponentMaps {
         const map =
             known
             ?? blocks
-                .bytes(`map-${component}`)
+                .bytes(`${this.block}-${component}`)
                 .then((bytes) => describe(unpackDifferences(bytes), this.decimals[component]));
         this.kept.set(component, map);
         if (this.kept.size > this.limit) this.kept.delete(this.kept.keys().next().value!);

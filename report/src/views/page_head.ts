@@ -3,8 +3,13 @@ import { h } from '../dom';
 import { currentTheme, onThemeChange, toggleTheme } from '../theme';
 
 /** The header: name of the run, links to the views, printing through `onPrint`, light or dark. */
-export function pageHead(run: Run, onPrint: () => void): { element: HTMLElement; mark: (path: string) => void } {
+export function pageHead(
+    run: Run,
+    denoised: boolean,
+    onPrint: () => void,
+): { element: HTMLElement; mark: (path: string) => void } {
     const links = [
+        ...(denoised ? [['#/denoising', 'Denoising']] : []),
         ['#/', 'Overview'],
         ['#/component', 'Component'],
         ['#/methods', 'Methods'],

@@ -5,6 +5,7 @@
 #include "headless/text/text_file.h"
 #include "headless/text/unfinished_name.h"
 
+#include <csignal>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -29,11 +30,15 @@ std::string idOfEndedProcess() {
     return std::to_string(process);
 }
 
-// The name that a process which has ended gave to unfinished work.
-std::string nameOfLeftover(const std::string& wanted) {
+// The name that another process gives to unfinished work.
+std::string nameGivenBy(const std::string& process, const std::string& wanted) {
     std::string name = unfinishedName(wanted, 0);
     const std::string own = "-" + std::to_string(getpid()) + "-";
-    return name.replace(name.rfind(own), own.size(), "-" + idOfEndedProcess() + "-");
+    return name.replace(name.rfind(own), own.size(), "-" + process + "-");
+}
+
+std::string nameOfLeftover(const std::string& wanted) {
+    return nameGivenBy(idOfEndedProcess(), wanted);
 }
 
 class Leftovers : public testing::Test {
@@ -57,6 +62,32 @@ TEST_F(Leftovers, OfEndedProcessesAreRemovedAndNothingElse) {
     write(nameOfLeftover("report.html"));
     removeLeftovers(folder.path());
     EXPECT_THAT(namesIn(folder.path()), testing::UnorderedElementsAre(ours, elsewhere, ".out.unfinished-notes", "out"));
+}
+
+// Ended, but its parent has not collected its status yet.
+TEST_F(Leftovers, OfAZombieAreRemoved) {
+    const pid_t zombie = fork();
+    if (zombie == 0) _exit(0);
+    siginfo_t ended{};
+    ASSERT_EQ(waitid(P_PID, static_cast<id_t>(zombie), &ended, WEXITED | WNOWAIT), 0);
+    write(fs::path(nameGivenBy(std::to_string(zombie), "out")) / "file");
+    removeLeftovers(folder.path());
+    EXPECT_THAT(namesIn(folder.path()), IsEmpty());
+    waitpid(zombie, nullptr, 0);
+}
+
+TEST_F(Leftovers, OfARunningProcessAreKept) {
+    const pid_t running = fork();
+    if (running == 0) {
+        pause();
+        _exit(0);
+    }
+    const std::string name = nameGivenBy(std::to_string(running), "out");
+    write(fs::path(name) / "file");
+    removeLeftovers(folder.path());
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre(name));
+    kill(running, SIGKILL);
+    waitpid(running, nullptr, 0);
 }
 
 // Killed while the earlier entries were moved away: they come back.

@@ -39,7 +39,7 @@ std::set<std::string> namesInReadme() {
 TEST(ResultFiles, AreThoseOfTheReadmesTable) {
     std::set<std::string> listed;
     for (const ResultFileEntry& entry : resultFileList()) {
-        if (entry.place == ResultPlace::kRun || entry.place == ResultPlace::kRunAndSample) {
+        if (entry.isOfRun()) {
             listed.insert(entry.in("..."));
         }
     }

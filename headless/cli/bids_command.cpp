@@ -1,0 +1,151 @@
+#include "headless/cli/commands.h"
+
+#include "headless/cli/absolute_path.h"
+#include "headless/cli/analysis_options.h"
+#include "headless/cli/forwarded_options.h"
+#include "headless/cli/help_pages.h"
+#include "headless/cli/standard_output.h"
+#include "headless/cli/study_options.h"
+#include "headless/study/list_runs.h"
+#include "headless/study/run_study.h"
+#include "headless/study/write_overview.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <memory>
+#include <set>
+
+namespace zn::headless {
+
+namespace {
+
+constexpr char kExamples[] = "All options of znica run (see --help-all) apply to every run.\n"
+                             "Examples:\n"
+                             "  znica bids data out participant --task rest --components auto\n"
+                             "  znica bids data out participant -d fmriprep --space MNI152NLin2009cAsym \\\n"
+                             "      --design auto --confounds auto --dummy-scans confounds\n"
+                             "  znica bids data out participant --list\n"
+                             "  znica bids data out group\n";
+
+struct Command {
+    StudyOptions options;
+    std::string level;
+    bool list = false;
+    std::vector<const CLI::Option*> shared; // with `znica run`, and passed on
+};
+
+void setDummyScans(StudyOptions& options, const std::string& text) {
+    options.dummyScansFromConfounds = text == "confounds";
+    if (options.dummyScansFromConfounds) return;
+    constexpr int kMost = 1000000;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), options.run.dummyScans);
+    const bool all = error == std::errc() && end == text.data() + text.size();
+    if (all && options.run.dummyScans >= 0 && options.run.dummyScans <= kMost) return;
+    throw CLI::ValidationError("--dummy-scans", "needs a number from 0, or confounds; got " + text);
+}
+
+void setConfounds(StudyOptions& options, const std::string& text) {
+    if (text != "auto") {
+        throw CLI::ValidationError("--confounds", "needs auto, which takes each run's own table; got " + text);
+    }
+    options.confoundsFromDerivatives = true;
+}
+
+// The options of `znica run` for which a study has its own meaning or none.
+void replaceOptions(CLI::App& command, StudyOptions& o) {
+    for (const char* name : {"--dry-run", "--dummy-scans", "--confounds", "--verbose", "--keep-partial"}) {
+        command.remove_option(command.get_option(name));
+    }
+    command
+        .add_option_function<std::string>(
+            "--dummy-scans", [&o](const std::string& text) { setDummyScans(o, text); },
+            "omit the first N volumes; confounds: as many as fMRIPrep found (0)")
+        ->type_name("N|confounds");
+    command
+        .add_option_function<std::string>(
+            "--confounds", [&o](const std::string& text) { setConfounds(o, text); },
+            "compare time courses with the table of confounds of each run")
+        ->type_name("auto");
+}
+
+void addShared(CLI::App& command, Command& c) {
+    RunOptions& run = c.options.run;
+    const auto before = command.get_options();
+    addAnalysisOptions(command, run);
+    addControlOptions(command, run.control);
+    replaceOptions(command, c.options);
+    const std::set<std::string> own = {"--threads", "--memory", "--quiet", "--dummy-scans", "--confounds"};
+    const std::set<std::string> usual = {"--components", "--design", "--seed", "--dummy-scans", "--confounds"};
+    for (CLI::Option* option : command.get_options()) {
+        if (std::find(before.begin(), before.end(), option) != before.end()) continue;
+        const std::string name = "--" + option->get_lnames().front();
+        if (!own.contains(name)) c.shared.push_back(option);
+        if (!usual.contains(name)) option->group(kRareOptions);
+    }
+}
+
+// `--design auto` is settled for each run.
+std::vector<std::string> forwarded(const Command& c) {
+    std::vector<const CLI::Option*> options = c.shared;
+    std::erase_if(options, [&](const CLI::Option* option) {
+        return c.options.run.designBesideImage && option->check_lname("design");
+    });
+    return forwardedOptions(options);
+}
+
+void settle(const CLI::App& command, Command& c) {
+    StudyOptions& o = c.options;
+    o.dataset = absolutePath(o.dataset);
+    o.out = absolutePath(o.out);
+    o.maskGiven = command.count("--mask") > 0;
+    o.runArguments = forwarded(c);
+    if (o.run.memoryGib) o.memoryBytes = static_cast<std::int64_t>(std::min(*o.run.memoryGib, 1e9) * 1073741824.0);
+    for (const char* ignored : {"--work-dir", "--skip-bids-validation"}) {
+        if (command.count(ignored) > 0) std::fprintf(stderr, "znica: %s has no effect.\n", ignored);
+    }
+}
+
+ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
+    const StudyPlan plan = planStudy(c.options);
+    for (const std::string& note : plan.notes) std::fprintf(stderr, "znica: %s\n", note.c_str());
+    if (c.list) {
+        listRuns(plan, c.options);
+        requirePrinted();
+        return ExitStatus::kDone;
+    }
+    return runStudy(plan, c.options, unfinished);
+}
+
+ExitStatus group(const Command& c) {
+    std::printf("%s\n", writeOverview(c.options.out).c_str());
+    return ExitStatus::kDone;
+}
+
+} // namespace
+
+void addBidsCommand(CLI::App& app, Action& action) {
+    const auto c = std::make_shared<Command>();
+    auto* bids = app.add_subcommand("bids", "Analyse every run of a BIDS dataset (participant); show all (group).");
+    bids->add_option("BIDS_DIR", c->options.dataset, "dataset, or preprocessed derivatives")->required();
+    bids->add_option("OUT_DIR", c->options.out, "folder for the results")->required();
+    bids->add_option("LEVEL", c->level, "participant: analyse; group: overview of all results")
+        ->required()
+        ->check([](const std::string& text) {
+            return text == "participant" || text == "group" ? "" : "needs participant or group; got " + text;
+        });
+    addShared(*bids, *c);
+    addSelectionOptions(*bids, c->options);
+    addSchedulingOptions(*bids, c->options);
+    bids->add_flag("--list", c->list, "print the runs with TR and predicted memory, then exit");
+    bids->set_help_all_flag("--help-all", "also list options that are rarely needed");
+    bids->footer(kExamples);
+    bids->callback([bids, c, &action] {
+        settle(*bids, *c);
+        action = [c](UnfinishedWork& unfinished) {
+            return c->level == "group" ? group(*c) : participants(*c, unfinished);
+        };
+    });
+}
+
+} // namespace zn::headless

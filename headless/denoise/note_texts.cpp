@@ -1,0 +1,17 @@
+#include "headless/denoise/note_texts.h"
+
+#include <cstdio>
+
+namespace zn::headless {
+
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+std::string shortNumber(double number) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6g", number);
+    return text;
+}
+
+} // namespace zn::headless

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace zn::headless {
+
+/// "1 column", "2 columns"
+std::string counted(std::size_t count, const std::string& what);
+
+/// At most six significant digits.
+std::string shortNumber(double number);
+
+} // namespace zn::headless

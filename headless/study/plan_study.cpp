@@ -1,0 +1,58 @@
+#include "headless/study/plan_study.h"
+
+#include "headless/bids/word_list.h"
+#include "headless/failure/failure.h"
+#include "headless/study/belongings.h"
+#include "headless/study/candidates.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace zn::headless {
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& text) {
+    throw Failure(ExitStatus::kInput, text);
+}
+
+void requireDifferentNames(const std::vector<PlannedRun>& runs) {
+    std::map<std::string, const PlannedRun*> byName;
+    for (const PlannedRun& run : runs) {
+        const auto [other, isNew] = byName.emplace(run.name, &run);
+        if (isNew) continue;
+        refuse(other->second->image.string() + " and " + run.image.string() + " would have the same result, " +
+               run.name + "; leave one of them out.");
+    }
+}
+
+void keepOnly(std::vector<PlannedRun>& runs, const std::string& name) {
+    if (name.empty()) return;
+    std::erase_if(runs, [&](const PlannedRun& run) { return run.name != name; });
+    if (runs.empty()) refuse("there is no run named " + name + "; --list prints the names.");
+}
+
+// "2 images were passed over, being single echoes: a_bold.nii.gz, b_bold.nii.gz."
+void notePassedOver(const PassedOver& passedOver, std::vector<std::string>& notes) {
+    for (const auto& [why, names] : passedOver) {
+        notes.push_back("Passed over (" + why + "): " + wordList(names) + ".");
+    }
+}
+
+} // namespace
+
+StudyPlan planStudy(const StudyOptions& options) {
+    StudyPlan plan;
+    PassedOver passedOver;
+    std::vector<Candidate> candidates = findCandidates(options, passedOver);
+    chooseCandidates(options.selection, candidates);
+    for (const Candidate& candidate : candidates) plan.runs.push_back(withBelongings(candidate, options));
+    keepOnly(plan.runs, options.selection.only);
+    requireDifferentNames(plan.runs);
+    notePassedOver(passedOver, plan.notes);
+    noteMissing(plan.runs, options, plan.notes);
+    return plan;
+}
+
+} // namespace zn::headless

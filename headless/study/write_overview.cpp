@@ -1,0 +1,95 @@
+#include "headless/study/write_overview.h"
+
+#include "headless/failure/failure.h"
+#include "headless/report/report_page.h"
+#include "headless/study/overview_runs.h"
+#include "headless/study/runs_table.h"
+#include "headless/study/study_summary.h"
+#include "headless/text/text_file.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include <nlohmann/json.hpp>
+
+namespace zn::headless {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+Json columnsOf() {
+    Json columns = Json::array();
+    for (const OverviewColumn& column : kOverviewColumns) {
+        columns.push_back({{"title", column.title}, {"units", column.units}, {"description", column.description}});
+    }
+    return columns;
+}
+
+// Four significant digits are what the page shows.
+Json rounded(const std::optional<double>& value) {
+    if (!value || !std::isfinite(*value)) return nullptr;
+    if (*value == std::floor(*value)) return *value;
+    const double unit = std::pow(10.0, std::floor(std::log10(std::fabs(*value))) - 3.0);
+    return std::round(*value / unit) * unit;
+}
+
+Json pageRun(const OverviewRun& run) {
+    Json values = Json::array();
+    Json outlying = Json::array();
+    for (std::size_t column = 0; column < kOverviewColumns.size(); ++column) {
+        values.push_back(rounded(run.values[column]));
+        if (run.outlying[column]) outlying.push_back(column);
+    }
+    return {{"name", run.name},
+            {"status", run.status},
+            {"message", run.message},
+            {"notes", run.notes},
+            {"values", values},
+            {"outlying", outlying},
+            {"report", run.report},
+            {"thumbnail", run.thumbnail},
+            {"exitStatus", run.exitStatus ? Json(*run.exitStatus) : Json(nullptr)}};
+}
+
+// False, with a message, where the template of the page is not installed.
+bool writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
+    const fs::path page = findReportTemplate(kStudyTemplate);
+    if (page.empty()) {
+        std::fprintf(stderr, "znica: no index.html was written because its template is not installed.\n");
+        return false;
+    }
+    Json list = Json::array();
+    for (const OverviewRun& run : runs) list.push_back(pageRun(run));
+    const Json data = {{"name", fs::absolute(folder).filename().string()},
+                       {"version", ZNICA_VERSION},
+                       {"columns", columnsOf()},
+                       {"runs", std::move(list)}};
+    ReportPage report(page);
+    report.add("study", data.dump(-1, ' ', false, Json::error_handler_t::replace));
+    report.write(folder / "index.html");
+    return true;
+}
+
+std::string summaryOf(const std::vector<OverviewRun>& runs) {
+    StudySummary summary(runs.size());
+    for (const OverviewRun& run : runs) {
+        RunOutcome outcome;
+        outcome.status = run.exitStatus.value_or(static_cast<int>(ExitStatus::kOther));
+        summary.add(run.name, outcome);
+    }
+    return summary.text();
+}
+
+} // namespace
+
+std::string writeOverview(const fs::path& folder) {
+    const std::vector<OverviewRun> runs = readOverviewRuns(folder);
+    replaceTextFile(folder / "runs.tsv", runsTable(runs));
+    replaceTextFile(folder / "runs.json", runsDescription());
+    const fs::path overview = folder / (writePage(folder, runs) ? "index.html" : "runs.tsv");
+    return summaryOf(runs) + "; overview: " + overview.string();
+}
+
+} // namespace zn::headless

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace zn::headless {
+
+/// `znica bids ... group`: writes runs.tsv, runs.json and the page index.html from the records in a study's folder
+/// alone, and returns a sentence about them. Throws Failure: kInput when there are no records, kOther when a file
+/// cannot be written.
+std::string writeOverview(const std::filesystem::path& folder);
+
+} // namespace zn::headless

@@ -1,0 +1,11 @@
+# Run by cpack before it packs: the SHA-256 sums of the files, as text with Windows line endings.
+set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY})
+file(GLOB files RELATIVE ${root} ${root}/*)
+list(SORT files)
+list(REMOVE_ITEM files SHA256SUMS.txt)
+set(sums "")
+foreach(file IN LISTS files)
+    file(SHA256 ${root}/${file} sum)
+    string(APPEND sums "${sum}  ${file}\r\n")
+endforeach()
+file(WRITE ${root}/SHA256SUMS.txt "${sums}")

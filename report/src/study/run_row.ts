@@ -1,0 +1,42 @@
+import { h } from '../dom';
+import type { Study, StudyRun } from './study';
+import { thumbnail } from './thumbnail';
+
+const KIND = { done: 'good', 'fewer components': 'partial', 'no result': 'bad', 'no record': 'bad' };
+
+/** 1234.5 as "1,235", 0.04567 as "0.0457"; a dash for what is missing. */
+export function numberText(value: number | null): string {
+    if (value === null) return '–';
+    return value.toLocaleString('en', {
+        maximumSignificantDigits: Math.abs(value) >= 1000 ? 12 : 3,
+        maximumFractionDigits: 3,
+    });
+}
+
+function cell(study: Study, run: StudyRun, column: number): HTMLElement {
+    const { title } = study.columns[column];
+    const apart = run.outlying.includes(column);
+    const about = apart ? `${title}: more than 3 median absolute deviations from the median` : null;
+    return h('td', { class: apart ? 'number outlying' : 'number', title: about }, numberText(run.values[column]));
+}
+
+/** One row of the table: picture, name with messages and links, status, measures. */
+export function runRow(study: Study, run: StudyRun): HTMLTableRowElement {
+    const file = encodeURIComponent(run.name);
+    const name = run.report ? h('a', { href: `${file}.html` }, run.name) : run.name;
+    const code = run.exitStatus === null ? '' : `exit status ${run.exitStatus}`;
+    return h(
+        'tr',
+        { 'data-run': run.name, 'data-status': run.status },
+        h('td', {}, thumbnail(run.thumbnail, `Mean image of ${run.name} with the outline of the mask`)),
+        h(
+            'td',
+            { class: 'about' },
+            h('div', { class: 'run-name' }, name, ' ', h('a', { class: 'log', href: `logs/${file}.log` }, 'log')),
+            run.message && h('p', { class: 'message' }, run.message),
+            ...run.notes.map((note) => h('p', { class: 'note' }, note)),
+        ),
+        h('td', {}, h('span', { class: `chip chip-${KIND[run.status]}`, title: code }, run.status)),
+        ...study.columns.map((_, column) => cell(study, run, column)),
+    );
+}

@@ -1,0 +1,141 @@
+// The page that shows what denoising did.
+import assert from 'node:assert/strict';
+import { before, describe, test } from 'node:test';
+import { browserFor, goTo, missingBrowser, openReport, screenshot } from './browser.mjs';
+import { chartData } from './page_contents.mjs';
+import { denoised, madeUp } from './runs.mjs';
+
+// The grey levels of a canvas, row by row.
+function greysOf(canvas) {
+    const { width, height } = canvas;
+    const { data } = canvas.getContext('2d').getImageData(0, 0, width, height);
+    return { width, height, greys: Array.from({ length: width * height }, (_, i) => data[4 * i]) };
+}
+
+describe('the page of a denoised image', { skip: missingBrowser }, () => {
+    const browser = browserFor('canvas');
+    let image;
+    before(() => {
+        if (!missingBrowser) image = denoised();
+    });
+
+    test('comes first, and leads to the others', async () => {
+        const page = await openReport(browser, image.report, { at: '#' });
+        assert.equal(await page.locator('h2').first().textContent(), '2 of 6 components removed');
+        assert.equal(await page.locator('.tab[aria-current]').textContent(), 'Denoising');
+        await page.getByRole('link', { name: 'IC 2' }).click();
+        await page.locator('body[data-shown=ICA_01]').waitFor();
+        await page.getByRole('link', { name: 'Overview' }).click();
+        await page.locator('.card[data-drawn]').first().waitFor();
+        await goTo(page, '#/denoising');
+        await page.locator('.carpet').first().waitFor();
+        assert.deepEqual(page.complaints, []);
+        assert.deepEqual(
+            page.requests.filter((url) => !/^(file|data|blob):/.test(url)),
+            [],
+        );
+        await page.close();
+    });
+
+    test('shows the measures of the table', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        for (const { measure, before, after } of image.quality) {
+            const cells = await page.locator(`tr[data-measure=${measure}] td`).allTextContents();
+            assert.deepEqual(
+                cells,
+                [before, after].map((cell) => String(Number(Number(cell).toPrecision(4)))),
+                measure,
+            );
+        }
+        assert.equal(await page.locator('tr[data-measure=dvars_fd_correlation]').count(), 1);
+        await page.close();
+    });
+
+    test('says what was removed and why, the largest part first, and what was kept', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const removed = image.parts.filter(({ classification }) => classification === 'rejected');
+        removed.sort((a, b) => b.variance_removed - a.variance_removed);
+        const names = (table) =>
+            page.locator(`${table} tbody tr`).evaluateAll((rows) => rows.map((row) => row.dataset.part));
+        assert.deepEqual(
+            await names('.fates-removed'),
+            removed.map(({ component }) => component),
+        );
+        assert.deepEqual(await names('.fates-kept'), ['ICA_00', 'ICA_02', 'ICA_04', 'ICA_05']);
+        const cells = await page.locator('tr[data-part=ICA_01] td').allTextContents();
+        assert.deepEqual(cells.slice(0, 2), ['noise', 'rim <b>of</b> the brain']);
+        const unlabelled = await page.locator('tr[data-part=ICA_00] td').first().textContent();
+        assert.equal(unlabelled, 'no label');
+        await page.close();
+    });
+
+    test('draws DVARS before and after, and framewise displacement', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const { datasets: dvars } = await chartData(page, 'dvars');
+        const drawn = dvars.map(({ data }) => data.map(({ y }) => y));
+        for (const [curve, column] of ['dvars_before', 'dvars_after'].entries()) {
+            assert.equal(drawn[curve].length, image.volumes.length);
+            image.volumes.slice(1).forEach((row, t) => {
+                assert.ok(Math.abs(drawn[curve][t + 1] - row[column]) < 1e-4 * row[column]);
+            });
+        }
+        const { datasets: displacement } = await chartData(page, 'fd');
+        assert.equal(displacement[0].data[4].y.toFixed(4), Number(image.volumes[4].framewise_displacement).toFixed(4));
+        await page.close();
+    });
+
+    test('draws the carpets of the tables, one pixel per voxel and volume', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const { width, height, greys } = await page.locator('.carpet').first().evaluate(greysOf);
+        const voxels = Object.keys(image.carpetBefore[0]);
+        assert.deepEqual([width, height], [image.carpetBefore.length, voxels.length]);
+        for (const [t, row] of image.carpetBefore.entries()) {
+            voxels.forEach((voxel, v) => {
+                const value = Math.min(3, Math.max(-3, Number(row[voxel])));
+                assert.ok(Math.abs(greys[v * width + t] - (255 * (value + 3)) / 6) <= 1);
+            });
+        }
+        await page.close();
+    });
+
+    test('draws three maps in colours', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const captions = await page.locator('.evidence-caption').allTextContents();
+        assert.match(
+            captions.join(),
+            /^Temporal SNR before0\d+,Temporal SNR after0\d+,Variance removed, per cent0\d+$/,
+        );
+        for (const canvas of await page.locator('.evidence-map').all()) {
+            await canvas.scrollIntoViewIfNeeded();
+            const coloured = await canvas.evaluate((element) => {
+                const { data } = element.getContext('2d').getImageData(0, 0, element.width, element.height);
+                let count = 0;
+                for (let i = 0; i < data.length; i += 4) count += Math.abs(data[i] - data[i + 2]) > 30 ? 1 : 0;
+                return count / (data.length / 4);
+            });
+            assert.ok(coloured > 0.1, `${coloured}`);
+        }
+        await screenshot(page, 'denoising');
+        await page.close();
+    });
+
+    test('fits into a narrow window, in the dark too', async () => {
+        const narrow = { at: '#/denoising', viewport: { width: 390, height: 800 }, dark: true };
+        const page = await openReport(browser, image.report, narrow);
+        const overflow = await page.evaluate(() => document.documentElement.scrollWidth - innerWidth);
+        assert.ok(overflow <= 0, `${overflow}`);
+        await screenshot(page, 'denoising-narrow');
+        assert.deepEqual(page.complaints, []);
+        await page.close();
+    });
+
+    test('is missing from the report of a run', async () => {
+        const run = madeUp('not-denoised', { components: 3 });
+        const page = await openReport(browser, run.report);
+        assert.deepEqual(await page.locator('.tab').allTextContents(), ['Overview', 'Component', 'Methods']);
+        await goTo(page, '#/denoising');
+        await page.locator('.card[data-drawn]').first().waitFor();
+        assert.deepEqual(page.complaints, []);
+        await page.close();
+    });
+});
