@@ -6,6 +6,7 @@ void addCommands(CLI::App& app, Action& action) {
     addRunCommand(app, action);
     addBidsCommand(app, action);
     addDenoiseCommand(app, action);
+    addGroupCommand(app, action);
     addSimulateCommand(app, action);
     addScoreCommand(app, action);
     addInfoCommand(app, action);

@@ -36,6 +36,9 @@ void addDenoiseCommand(CLI::App& app, Action& action);
 /// `znica report DIR`: recreates the report of a result.
 void addReportCommand(CLI::App& app, Action& action);
 
+/// `znica group`: the steps of a group analysis.
+void addGroupCommand(CLI::App& app, Action& action);
+
 /// How to create and score a sample; shared by `simulate` and `score`.
 extern const char kSimulateExamples[];
 

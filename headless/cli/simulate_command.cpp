@@ -2,6 +2,7 @@
 
 #include "headless/cli/number_checks.h"
 #include "headless/result/result_folder.h"
+#include "headless/simulate/write_group_sample.h"
 #include "headless/simulate/write_sample.h"
 
 #include <cstdint>
@@ -17,8 +18,21 @@ namespace {
 struct Options {
     SimulateOptions sample;
     std::filesystem::path out;
+    int subjects = 1;
     bool force = false;
 };
+
+ExitStatus simulateStudy(const Options& options, UnfinishedWork& unfinished) {
+    ResultFolder folder(unfinished, options.out, options.force);
+    const GroupSample group = makeGroupSample(options.sample, options.subjects);
+    writeGroupSample(ResultFiles(folder.path(), kSampleStem), group, options.sample);
+    folder.commit();
+    const Brain& brain = group.shared.brain;
+    std::printf("%d subjects, %d sources in %lld voxels x %d volumes each: %s\n", options.subjects,
+                options.sample.sources, static_cast<long long>(brain.voxelsInside()), brain.volumes,
+                options.out.c_str());
+    return ExitStatus::kDone;
+}
 
 ExitStatus simulate(const Options& options, UnfinishedWork& unfinished) {
     ResultFolder folder(unfinished, options.out, options.force);
@@ -54,10 +68,15 @@ void addSimulateCommand(CLI::App& app, Action& action) {
     command->add_option("--seed", o.seed, "seed of the random numbers (1)")
         ->check(wholeNumber(std::numeric_limits<std::uint64_t>::max()))
         ->type_name("N");
+    command->add_option("--subjects", options->subjects, "subjects of a study, as a BIDS dataset (1: one run)")
+        ->check(CLI::Range(1, 999).description(""))
+        ->type_name("N");
     command->add_flag("--force", options->force, "replace an earlier sample in DIR");
     command->footer(std::string("Defaults are in parentheses.\n") + kSimulateExamples);
     command->callback([options, &action] {
-        action = [options](UnfinishedWork& unfinished) { return simulate(*options, unfinished); };
+        action = [options](UnfinishedWork& unfinished) {
+            return options->subjects > 1 ? simulateStudy(*options, unfinished) : simulate(*options, unfinished);
+        };
     });
 }
 

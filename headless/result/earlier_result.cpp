@@ -81,15 +81,41 @@ std::string foreignNameInResult(const fs::path& folder, const std::set<std::stri
     const std::string stem = stemOf(names, ResultFile::kDecomposition);
     const std::string denoised = stemOf(names, ResultFile::kDenoiseQc);
     if (stem.empty() && !denoised.empty()) {
-        return foreignNameIn(names, denoised, {ResultPlace::kDenoised, ResultPlace::kRunAndDenoised});
+        return foreignNameIn(
+            names, denoised,
+            {ResultPlace::kDenoised, ResultPlace::kRunAndDenoised, ResultPlace::kRunSampleAndDenoised});
     }
-    std::string foreign =
-        foreignNameIn(names, stem, {ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised});
+    std::string foreign = foreignNameIn(names, stem,
+                                        {ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised,
+                                         ResultPlace::kRunSampleAndDenoised});
     if (!foreign.empty()) return foreign;
     const std::string plugin(nameOf(ResultFile::kPluginFolder));
     if (!names.contains(plugin)) return "";
     for (const std::string& name : namesIn(folder / plugin)) {
         if (!isPluginFile(name, stem)) return plugin + name;
+    }
+    return "";
+}
+
+// The subjects of a simulated study: each has a folder "sub-01/func/" with a measurement.
+bool isSubject(const fs::path& folder, const std::string& name, const nlohmann::json& truth) {
+    const std::string subject = name.substr(0, name.find('/'));
+    if (!truth.contains("subjects") || !truth["subjects"].is_array()) return false;
+    const auto isIt = [&](const auto& known) { return known == subject; };
+    if (std::none_of(truth["subjects"].begin(), truth["subjects"].end(), isIt)) return false;
+    const std::set<std::string> inside = namesIn(folder / subject);
+    if (inside.empty()) return true;
+    if (inside != std::set<std::string>{"func/"}) return false;
+    return foreignNameIn(namesIn(folder / subject / "func"), subject + "_task-rest", {ResultPlace::kSample}).empty();
+}
+
+std::string foreignNameInSample(const fs::path& folder, const std::set<std::string>& names) {
+    const auto truth = jsonIn(folder / nameOf(ResultFile::kTruth));
+    for (const std::string& name : names) {
+        if (name.ends_with('/') && isSubject(folder, name, truth)) continue;
+        if (!isListed(name, kSampleStem,
+                      {ResultPlace::kSample, ResultPlace::kRunAndSample, ResultPlace::kRunSampleAndDenoised}))
+            return name;
     }
     return "";
 }
@@ -109,9 +135,7 @@ std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     std::set<std::string> names = namesIn(folder);
     names.erase(but + "/");
     const bool sample = isSample(folder);
-    const std::string foreign =
-        sample ? foreignNameIn(names, kSampleStem, {ResultPlace::kSample, ResultPlace::kRunAndSample})
-               : foreignNameInResult(folder, names);
+    const std::string foreign = sample ? foreignNameInSample(folder, names) : foreignNameInResult(folder, names);
     if (isUnfinishedName(foreign.substr(0, foreign.find('/')))) {
         return "holds " + foreign +
                ", the unfinished work of another process; wait for it, or remove it if it was killed";

@@ -29,7 +29,9 @@ std::string ResultFileEntry::in(const std::string& stem) const {
 }
 
 bool ResultFileEntry::isOfRun() const {
-    return place == ResultPlace::kRun || place == ResultPlace::kRunAndSample || place == ResultPlace::kRunAndDenoised;
+    constexpr std::array places = {ResultPlace::kRun, ResultPlace::kRunAndSample, ResultPlace::kRunAndDenoised,
+                                   ResultPlace::kRunSampleAndDenoised};
+    return std::find(places.begin(), places.end(), place) != places.end();
 }
 
 std::span<const ResultFileEntry> resultFileList() {

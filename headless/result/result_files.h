@@ -15,9 +15,19 @@ enum class ResultFile {
 #undef ZN_RESULT_FILE
 };
 
-/// Where a file belongs: the folder of a run, that of a simulated sample, that of a denoised image, two of them, or the
-/// plug-in's folder within that of a run, there either with a fixed name or with one that begins with the image's stem.
-enum class ResultPlace { kRun, kSample, kDenoised, kRunAndSample, kRunAndDenoised, kPlugin, kPluginImage };
+/// Where a file belongs: the folder of a run, that of a simulated sample, that of a denoised image, several of them, or
+/// the plug-in's folder within that of a run, there either with a fixed name or with one that begins with the image's
+/// stem.
+enum class ResultPlace {
+    kRun,
+    kSample,
+    kDenoised,
+    kRunAndSample,
+    kRunAndDenoised,
+    kRunSampleAndDenoised,
+    kPlugin,
+    kPluginImage
+};
 
 struct ResultFileEntry {
     std::string_view name; ///< the entire name, or from '_' or '.' what follows a stem; folders end in '/'

@@ -28,6 +28,7 @@ fs::path UnfinishedWork::begin(const fs::path& place, const fs::path& wanted) {
         removeAll();
         throw;
     }
+    finished_ = false; // earlier work may have been
     hiddenName_ = hidden_.string();
     wantedName_ = wanted.string();
     return hidden_;

@@ -1,6 +1,5 @@
 #include "headless/simulate/write_sample.h"
 
-#include "headless/nifti/image_writer.h"
 #include "headless/text/text_file.h"
 
 #include <nlohmann/json.hpp>
@@ -11,6 +10,29 @@ namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
+
+void writeRegions(const ResultFiles& files, const Sample& sample, const nifti_image& grid) {
+    std::vector<std::int16_t> labels(sample.brain.mask.size());
+    std::vector<float> strongest(labels.size()); // where sources overlap, the label is that of the strongest
+    std::string names = "index\tname\n";
+    std::int16_t label = 0;
+    for (const Source& source : sample.sources) {
+        ++label;
+        for (const auto& entry : source.map.region()) {
+            const auto voxel = static_cast<std::size_t>(entry.voxel);
+            if (entry.weight <= strongest[voxel]) continue;
+            strongest[voxel] = entry.weight;
+            labels[voxel] = label;
+        }
+        names += std::to_string(label) + "\t" + source.timeCourse.kind + "\n";
+    }
+    ImageWriter writer(files[ResultFile::kSourceRegions], grid, {1, NIFTI_TYPE_INT16, 0.0, "regions of the sources"});
+    writer.write(labels);
+    writer.close();
+    writeTextFile(files[ResultFile::kSourceNames], names);
+}
+
+} // namespace
 
 void writeMeasurement(const fs::path& file, const Sample& sample, const nifti_image& grid) {
     ImageWriter::Layout layout;
@@ -42,28 +64,6 @@ void writeSourceMaps(const fs::path& file, const Sample& sample, const nifti_ima
     writer.close();
 }
 
-void writeRegions(const ResultFiles& files, const Sample& sample, const nifti_image& grid) {
-    std::vector<std::int16_t> labels(sample.brain.mask.size());
-    std::vector<float> strongest(labels.size()); // where sources overlap, the label is that of the strongest
-    std::string names = "index\tname\n";
-    std::int16_t label = 0;
-    for (const Source& source : sample.sources) {
-        ++label;
-        for (const auto& entry : source.map.region()) {
-            const auto voxel = static_cast<std::size_t>(entry.voxel);
-            if (entry.weight <= strongest[voxel]) continue;
-            strongest[voxel] = entry.weight;
-            labels[voxel] = label;
-        }
-        names += std::to_string(label) + "\t" + source.timeCourse.kind + "\n";
-    }
-    ImageWriter writer(files[ResultFile::kSourceRegions], grid, {1, NIFTI_TYPE_INT16, 0.0, "regions of the sources"});
-    writer.write(labels);
-    writer.close();
-    writeTextFile(files[ResultFile::kSourceNames], names);
-}
-
-// `tasksOnly`: only the time courses that follow a stimulus, as a design matrix; no file if there are none.
 void writeTimeCourses(const fs::path& file, const Sample& sample, bool tasksOnly) {
     std::vector<const SourceTimeCourse*> columns;
     for (const Source& source : sample.sources) {
@@ -100,8 +100,6 @@ Json truthOf(const SimulateOptions& options, const Sample& sample) {
             {"repetition_time_seconds", sample.secondsPerVolume},
             {"sources", sources}};
 }
-
-} // namespace
 
 void writeSample(const ResultFiles& files, const Sample& sample, const SimulateOptions& options) {
     const auto grid = newGrid(sample.brain.size, sample.brain.edge);

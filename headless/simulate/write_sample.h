@@ -1,7 +1,12 @@
 #pragma once
 
+#include "headless/nifti/image_writer.h"
 #include "headless/result/result_files.h"
 #include "headless/simulate/sample.h"
+
+#include <filesystem>
+
+#include <nlohmann/json.hpp>
 
 namespace zn::headless {
 
@@ -17,5 +22,17 @@ namespace zn::headless {
 ///
 /// Throws Failure (kOther).
 void writeSample(const ResultFiles& files, const Sample& sample, const SimulateOptions& options);
+
+// Its parts, of which a simulated study has some for every subject and some only once. Each throws Failure (kOther).
+
+void writeMeasurement(const std::filesystem::path& file, const Sample& sample, const nifti_image& grid);
+void writeMask(const std::filesystem::path& file, const Brain& brain, const nifti_image& grid);
+void writeSourceMaps(const std::filesystem::path& file, const Sample& sample, const nifti_image& grid);
+
+/// `tasksOnly`: only the time courses that follow a stimulus, as a design matrix; no file if there are none.
+void writeTimeCourses(const std::filesystem::path& file, const Sample& sample, bool tasksOnly);
+
+/// The contents of truth.json.
+nlohmann::ordered_json truthOf(const SimulateOptions& options, const Sample& sample);
 
 } // namespace zn::headless

@@ -16,6 +16,7 @@ namespace zn::headless {
 ///   logs/denoise/             the same for its denoised image
 ///   sub-01_task-rest_denoised.html       the report with the page on denoising
 ///   index.html  runs.tsv  runs.json      the overview
+///   group/                    a group analysis; what it has about single runs lies beside their results
 class StudyFolder {
 public:
     explicit StudyFolder(std::filesystem::path folder) : folder_(std::move(folder)) {}

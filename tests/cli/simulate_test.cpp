@@ -133,6 +133,47 @@ TEST_F(Simulate, TheDesignHasOnlyTheStimulusDrivenCourses) {
     }
 }
 
+TEST_F(Simulate, SubjectsShareTheirSourcesButNotTheirCourses) {
+    make("s", {"--size", "tiny", "--sources", "3", "--subjects", "2"});
+    EXPECT_THAT(namesIn(folder / "s"), ElementsAre("dataset_description.json", "desc-truth_amplitudes.tsv", "sub-01",
+                                                   "sub-02", "sub-sim_task-blocks_desc-brain_mask.nii.gz",
+                                                   "sub-sim_task-blocks_desc-truth_components.nii.gz", "truth.json"));
+    EXPECT_THAT(namesIn(folder / "s/sub-01/func"),
+                ElementsAre("sub-01_task-rest_bold.json", "sub-01_task-rest_bold.nii.gz",
+                            "sub-01_task-rest_desc-truth_mixing.tsv"));
+    EXPECT_NE(textOf(folder / "s/sub-01/func/sub-01_task-rest_desc-truth_mixing.tsv"),
+              textOf(folder / "s/sub-02/func/sub-02_task-rest_desc-truth_mixing.tsv"));
+}
+
+TEST_F(Simulate, ASubjectWithoutNoiseIsTheSumOfItsTruth) {
+    const std::string stem = make("s", {"--size", "tiny", "--sources", "3", "--noise", "0", "--subjects", "2"});
+    const auto bold = ReadNifti(folder / "s/sub-02/func/sub-02_task-rest_bold.nii.gz").values<std::int16_t>();
+    const auto mask = ReadNifti(stem + "desc-brain_mask.nii.gz").values<unsigned char>();
+    const auto maps = ReadNifti(stem + "desc-truth_components.nii.gz").values<float>();
+    const auto courses = tableIn(folder / "s/sub-02/func/sub-02_task-rest_desc-truth_mixing.tsv");
+    const auto strengths = tableIn(folder / "s/desc-truth_amplitudes.tsv");
+    EXPECT_EQ(strengths[2][0], "sub-02");
+    for (std::size_t v = 0; v < mask.size(); ++v) {
+        if (mask[v] == 0) continue;
+        double expected = 0.0; // volume 40 minus volume 0, without the baseline
+        for (std::size_t s = 0; s < 3; ++s) {
+            expected += static_cast<double>(maps[s * mask.size() + v]) * std::stod(strengths[2][s + 1]) *
+                        (std::stod(courses[41][s]) - std::stod(courses[1][s]));
+        }
+        ASSERT_NEAR(bold[40 * mask.size() + v] - bold[v], expected, 1.01); // both rounded to integers
+    }
+}
+
+TEST_F(Simulate, ReplacesAnEarlierStudyButNothingElse) {
+    make("s", {"--size", "tiny", "--subjects", "3"});
+    make("s", {"--size", "tiny", "--subjects", "2", "--force"});
+    EXPECT_FALSE(std::filesystem::exists(folder / "s/sub-03"));
+    writeFile(folder / "s/sub-01/func/notes.txt", "mine");
+    const CommandResult result = znica({"simulate", "--size", "tiny", "--out", (folder / "s").string(), "--force"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, testing::HasSubstr("sub-01/, which does not belong to a result"));
+}
+
 TEST_F(Simulate, ScoringAgainstTheWrongFoldersIsRefused) {
     make("s", {"--size", "tiny", "--sources", "2"});
     const CommandResult result = znica({"score", (folder / "s").string(), "--truth", (folder / "s").string()});

@@ -73,12 +73,11 @@ TEST(Usage, TheVersionIsPrintedOnRequest) {
 }
 
 TEST(Usage, AWrongCommandIsNamedWithTheValidOnes) {
-    EXPECT_EQ(
-        znica({"rum", "bold.nii"}).err,
-        "znica: rum is not a command; did you mean run?; the commands are run, bids, denoise, simulate, score, info, "
-        "compare, report (see znica --help)\n");
-    EXPECT_EQ(znica({}).err,
-              "znica: name a command: run, bids, denoise, simulate, score, info, compare, report (see znica --help)\n");
+    EXPECT_EQ(znica({"rum", "bold.nii"}).err, "znica: rum is not a command; did you mean run?; the commands are run, "
+                                              "bids, denoise, group, simulate, score, info, "
+                                              "compare, report (see znica --help)\n");
+    EXPECT_EQ(znica({}).err, "znica: name a command: run, bids, denoise, group, simulate, score, info, compare, report "
+                             "(see znica --help)\n");
 }
 
 TEST(Usage, ARepetitionTimeInMillisecondsIsRefusedWithAHint) {
@@ -130,7 +129,8 @@ TEST(Usage, AMisspeltOptionIsAnsweredWithTheNearestOne) {
          "--thruth is not an option of znica score; did you mean --truth? (see znica score --help)"},
         {{"--vresion"}, "--vresion is not an option of znica; did you mean --version? (see znica --help)"},
         {{"simualte"},
-         "simualte is not a command; did you mean simulate?; the commands are run, bids, denoise, simulate, score, "
+         "simualte is not a command; did you mean simulate?; the commands are run, bids, denoise, group, simulate, "
+         "score, "
          "info, "
          "compare, "
          "report (see znica --help)"}};
