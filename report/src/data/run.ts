@@ -5,6 +5,7 @@ import { ComponentMaps } from './component_map';
 import type { ComponentFacts, Decomposition } from './decomposition';
 import { Grid } from './grid';
 import { type Measures, measuresIn } from './measures';
+import type { MapSource } from './map_source';
 import { METRICS } from './metrics';
 import { Signs } from './signs';
 import { columnOf, numberIn, parseTable } from './table';
@@ -66,7 +67,7 @@ export interface Predictor {
 }
 
 /** A finished run, read from the blocks of this file. */
-export interface Run {
+export interface Run extends MapSource {
     name: string;
     /**
      * Identifies the labels of this run in the browser's storage. Derived from the numbers alone, so that filling in
@@ -78,15 +79,9 @@ export interface Run {
     trSeconds: number;
     components: Component[];
     predictors: Predictor[];
-    grid: Grid;
     voxelsInside: number;
-    insideOf: Int32Array; // grid index -> position inside the mask, -1 outside
-    gridOf: Int32Array; // position inside the mask -> grid index
-    grey: Uint8Array; // mean image for display; the shape of the mask if the run has none
-    hasMean: boolean;
+    hasMean: boolean; // otherwise `grey` shows the shape of the mask
     compared: ComparedRun | null;
-    maps: ComponentMaps; // of all components, with the sign of the files
-    signs: Signs;
 }
 
 // FNV-1a, 32 bits: enough to keep the labels of different runs apart.
