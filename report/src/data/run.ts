@@ -1,11 +1,11 @@
 import type { Affine, Vector } from './affine';
 import { bandsFor, isDefined } from './bands';
 import { blocks } from './blocks';
-import { ComponentMaps } from './component_map';
+import { componentMaps } from './component_map';
 import type { ComponentFacts, Decomposition } from './decomposition';
 import { Grid } from './grid';
-import { type Measures, measuresIn } from './measures';
 import type { MapSource } from './map_source';
+import { type Measures, measuresIn } from './measures';
 import { METRICS } from './metrics';
 import { Signs } from './signs';
 import { columnOf, numberIn, parseTable } from './table';
@@ -178,7 +178,7 @@ export async function readRun(): Promise<Run> {
         grey,
         hasMean: block.has_mean,
         compared: readCompared(block, components),
-        maps: new ComponentMaps([...block.maps, ...(block.compared?.maps ?? [])].map((map) => map.decimals)),
+        maps: componentMaps([...block.maps, ...(block.compared?.maps ?? [])].map((map) => map.decimals)),
         signs: new Signs(id),
     };
 }

@@ -1,6 +1,6 @@
 import { toMm, type Vector } from '../data/affine';
-import { type ComponentMap, NO_VALUE } from '../data/component_map';
 import type { Brain } from '../data/brain';
+import { type ComponentMap, NO_VALUE } from '../data/component_map';
 import { h } from '../dom';
 import { fixed } from '../numbers';
 
