@@ -51,7 +51,18 @@ class App {
             if (!opened) void painted().then((end) => performance.measure('first view', { start: 0, end }));
             opened = true;
         });
-        this.head = pageHead(run, denoising !== null, () => void this.print());
+        const { Label } = run.facts.Settings;
+        this.head = pageHead(
+            'ICA report',
+            Label ? `${Label} \u00b7 ${run.name}` : run.name,
+            [
+                ...(denoising ? [['#/denoising', 'Denoising'] as [string, string]] : []),
+                ['#/', 'Overview'],
+                ['#/component', 'Component'],
+                ['#/methods', 'Methods'],
+            ],
+            () => void this.print(),
+        );
         place.dataset.run = run.id; // whose labels are in the storage
         document.title = `ICA report: ${run.name}`;
         addEventListener('hashchange', () => void this.route());
