@@ -9,7 +9,7 @@ import { shownMap } from '../data/shown_component';
 import { h } from '../dom';
 import { BrainPanel } from './brain_panel';
 
-/** The maps of one component or of two side by side, with one crosshair and one colour scale. */
+/** Two maps or one, with one crosshair and, unless their values mean different things, one colour scale. */
 export class BrainPair {
     readonly element = h('div', { class: 'brains' });
     private readonly first: BrainPanel;
@@ -25,6 +25,7 @@ export class BrainPair {
     constructor(
         private readonly run: MapSource,
         private readonly look: Look,
+        private readonly oneScale = true,
     ) {
         this.first = this.addPanel();
     }
@@ -82,7 +83,7 @@ export class BrainPair {
     }
 
     private commonLook(): Look {
-        return { ...this.look, ceiling: ceilingOf(this.look, this.high) };
+        return this.oneScale ? { ...this.look, ceiling: ceilingOf(this.look, this.high) } : this.look;
     }
 
     private peakOf(map: ComponentMap): Vector {
