@@ -4,7 +4,9 @@ import { blocks } from './blocks';
 import { componentMaps } from './component_map';
 import type { ComponentFacts, Decomposition } from './decomposition';
 import { Grid } from './grid';
+import { hash } from './hash';
 import type { MapSource } from './map_source';
+import { indexMask } from './mask_index';
 import { type Measures, measuresIn } from './measures';
 import { METRICS } from './metrics';
 import { Signs } from './signs';
@@ -84,13 +86,6 @@ export interface Run extends MapSource {
     compared: ComparedRun | null;
 }
 
-// FNV-1a, 32 bits: enough to keep the labels of different runs apart.
-function hash(text: string): string {
-    let value = 0x811c9dc5;
-    for (let i = 0; i < text.length; ++i) value = Math.imul(value ^ text.charCodeAt(i), 0x01000193);
-    return (value >>> 0).toString(16);
-}
-
 function named(cell: string | undefined): string | null {
     return cell === undefined || cell === '' || cell === 'n/a' ? null : cell;
 }
@@ -128,18 +123,6 @@ function readPredictors(block: RunBlock): Predictor[] {
     if (!block.design_tsv) return [];
     const table = parseTable(block.design_tsv);
     return table.columns.map((name, position) => ({ name, values: columnOf(table, position) }));
-}
-
-function indexMask(mask: Uint8Array, inside: number): Pick<Run, 'insideOf' | 'gridOf'> {
-    const insideOf = new Int32Array(mask.length).fill(-1);
-    const gridOf = new Int32Array(inside);
-    let next = 0;
-    for (let i = 0; i < mask.length; ++i) {
-        if (!mask[i]) continue;
-        gridOf[next] = i;
-        insideOf[i] = next++;
-    }
-    return { insideOf, gridOf };
 }
 
 function readCompared(block: RunBlock, components: Component[]): ComparedRun | null {
