@@ -21,12 +21,7 @@ export function pageHead(
     const element = h(
         'header',
         { class: 'page-head' },
-        h(
-            'div',
-            { class: 'page-title' },
-            h('span', { class: 'page-kind' }, kind),
-            h('h1', {}, name),
-        ),
+        h('div', { class: 'page-title' }, h('span', { class: 'page-kind' }, kind), h('h1', {}, name)),
         h('nav', { 'aria-label': 'Parts of the report' }, ...links),
         h(
             'div',
