@@ -1,9 +1,9 @@
-import { short } from '../numbers';
 import type { Group } from './group';
 
 const UNITS = { none: '', percent: ' %', sd: ' SD' };
 
-/** "0.84 %": three digits, with the unit of the prepared data. */
+/** "0.840 %": three digits, with the unit of the prepared data. */
 export function amplitudeText({ plan }: Group, value: number): string {
-    return `${short(value)}${UNITS[plan.Preparation.Scaling]}`;
+    const digits = value >= 1e-4 && value < 1000 ? value.toPrecision(3) : value.toExponential(2);
+    return `${digits}${UNITS[plan.Preparation.Scaling]}`;
 }

@@ -1,7 +1,7 @@
 import { h } from '../dom';
 import { fixed } from '../numbers';
 import type { View } from '../views/view';
-import type { Group, GroupComponent } from './group';
+import type { Correlation, Group, GroupComponent } from './group';
 
 const MOST_WITH_NUMBERS = 24; // components; the cells of more would be too small
 
@@ -13,8 +13,12 @@ export class CorrelationsView implements View {
     readonly element: HTMLElement;
     private readonly readout = h('p', { class: 'matrix-readout', role: 'status' });
     private readonly place = h('div', { class: 'table-scroll' });
+    private readonly largest: Correlation; // magnitudes, which have the full colour
 
     constructor(private readonly group: Group) {
+        const all = group.correlations.flat();
+        const largest = (values: number[]): number => Math.max(0.01, ...values.filter((value) => !Number.isNaN(value)));
+        this.largest = { mean: largest(all.map(({ mean }) => Math.abs(mean))), sd: largest(all.map(({ sd }) => sd)) };
         group.signs.onChange(() => this.draw());
         this.element = h(
             'main',
@@ -28,7 +32,8 @@ export class CorrelationsView implements View {
                     { class: 'chart-note' },
                     'Below the diagonal: mean over the runs (of Fisher\u2019s z, as r). Above it: spread, the standard '
                         + 'deviation of Fisher\u2019s z over the runs. Signs follow the maps as this page shows them. The '
-                        + 'arrow keys go from cell to cell.',
+                        + `arrow keys go from cell to cell. The colours reach their full strength at |r| `
+                        + `${this.largest.mean.toFixed(2)} and at a spread of ${this.largest.sd.toFixed(2)}.`,
                 ),
                 this.readout,
                 this.place,
@@ -82,7 +87,8 @@ export class CorrelationsView implements View {
             },
             below ? fixed(r, 2) : Number.isNaN(sd) ? 'n/a' : fixed(sd, 2),
         );
-        cell.style.setProperty('--share', String(Math.min(1, Math.abs(below ? r : Number.isNaN(sd) ? 0 : sd))));
+        const share = below ? Math.abs(r) / this.largest.mean : (sd || 0) / this.largest.sd;
+        cell.style.setProperty('--share', share.toFixed(3));
         cell.className = below ? (r < 0 ? 'matrix-negative' : 'matrix-positive') : 'matrix-spread';
         return cell;
     }

@@ -25,7 +25,7 @@ export function showCourse(box: ChartBox, title: string, course: number[], trSec
             interaction: { mode: 'index', intersect: false },
             scales: {
                 x: { ...wholeAxis('Time (s)'), type: 'linear', min: 0, max: seconds },
-                y: axis('Standard deviations', 1),
+                y: axis('SD'),
             },
             plugins: {
                 legend: legend(false),

@@ -24,7 +24,7 @@ export function facts(group: Group): HTMLElement {
         tile(
             'Runs',
             grouped(runs.length),
-            `${least === most ? least : `${least}\u2013${most}`} volumes each, TR ${short(plan.RepetitionTime, 4)} s`,
+            `${least === most ? least : `${least}\u2013${most}`} volumes each, TR\u00a0${short(plan.RepetitionTime, 4)}\u00a0s`,
         ),
         tile('Voxels in all runs', grouped(group.voxelsInside), `${mm.join(' \u00d7 ')} mm`),
         tile(

@@ -31,7 +31,7 @@ function preparation({ plan: { Preparation: done } }: Group): string {
             && `high-pass filtered by removing discrete cosines with periods above ${short(done.HighPassCutOff)} s`,
         done.Scaling === 'percent' && 'scaled to per cent of the temporal mean of each voxel',
         done.Scaling === 'sd' && 'scaled to unit variance over time in each voxel',
-        'freed of the mean of each voxel and of each volume',
+        'centred over time in each voxel and over the voxels in each volume',
     ].filter((step) => step !== false);
     return `The data of each run were ${steps.join('; then ')}.`;
 }

@@ -37,7 +37,7 @@ export function runTable(group: Group, component: GroupComponent, run: GroupRun)
 export function spatialTable(component: GroupComponent): HTMLElement {
     const stability: Row[] = Number.isNaN(component.stability)
         ? []
-        : [['Stability index Iq', short(component.stability, 4), 'Over the repeats']];
+        : [['Stability index Iq', component.stability.toFixed(3), 'Over the repeats']];
     const spatial = component.spatial.map(({ title, value, about }): Row => [title, short(value), about]);
     return table('In the group', [...stability, ...spatial]);
 }

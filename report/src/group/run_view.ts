@@ -19,6 +19,7 @@ export class RunView implements View {
     readonly element: HTMLElement;
     private readonly components: Stepper;
     private readonly runs: Stepper;
+    private readonly title = h('h2', { class: 'visually-hidden', tabindex: -1 });
     private readonly amplitude = h('span', { class: 'run-amplitude', role: 'status' });
     private readonly brains: BrainPair;
     private readonly controls: ReturnType<typeof lookControls>;
@@ -68,6 +69,7 @@ export class RunView implements View {
             h(
                 'div',
                 { class: 'component-head' },
+                this.title,
                 h('a', { class: 'button', href: '#/' }, '\u2190 All components'),
                 this.components.element,
                 this.runs.element,
@@ -114,6 +116,7 @@ export class RunView implements View {
     /** Takes over what is to be shown, by number; keys act on it from now on. It is drawn by `draw`. */
     present(component: GroupComponent, run: GroupRun): void {
         [this.component, this.run] = [component, run];
+        this.title.textContent = `${component.title} in ${run.name}`;
         this.components.set(component.index);
         this.runs.set(run.index);
         const { select } = this.runs;
@@ -130,7 +133,7 @@ export class RunView implements View {
 
     enter(): void {
         scrollTo(0, 0);
-        this.components.select.focus({ preventScroll: true });
+        this.title.focus({ preventScroll: true });
         this.controls.refresh();
     }
 
