@@ -3,8 +3,6 @@
 #include "headless/failure/failure.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
-#include "headless/nifti/volume_stream.h"
-#include "headless/nifti/voxel_values.h"
 #include "headless/report/mean_image.h"
 #include "headless/report/packed_map.h"
 #include "headless/report/report_page.h"
@@ -13,7 +11,6 @@
 #include "headless/result/result_files.h"
 
 #include <algorithm>
-#include <functional>
 
 #include <nlohmann/json.hpp>
 
@@ -26,17 +23,6 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::int64_t kManyValues = 2'000'000; // beyond this, a third decimal would only make the page larger
 
-void forEachMap(const ImageHeader& components, const std::function<void(const std::vector<float>&)>& use) {
-    VolumeStream stream(components);
-    std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
-    std::vector<float> map(static_cast<std::size_t>(components.voxels()));
-    for (int i = 0; i < components.volumes; ++i) {
-        stream.read(stored.data());
-        toFloat(*components.image, stored.data(), components.voxels(), map.data());
-        use(map);
-    }
-}
-
 // The analysed voxels: the mask that the run wrote, or else the voxels where some map is not 0.
 std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageHeader& components) {
     if (files.has(ResultFile::kMask)) {
@@ -45,7 +31,7 @@ std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageH
         return readMask(mask);
     }
     std::vector<unsigned char> mask(static_cast<std::size_t>(components.voxels()));
-    forEachMap(components, [&](const std::vector<float>& map) {
+    forEachVolume(components, [&](const std::vector<float>& map) {
         for (std::size_t v = 0; v < mask.size(); ++v) mask[v] |= map[v] != 0.0f;
     });
     return mask;
@@ -58,7 +44,7 @@ Json addMaps(ReportPage& page, const ImageHeader& components, const std::vector<
     const int digits = voxels * components.volumes > kManyValues ? 2 : 3;
     Json maps = Json::array();
     std::vector<float> inside(static_cast<std::size_t>(voxels));
-    forEachMap(components, [&](const std::vector<float>& map) {
+    forEachVolume(components, [&](const std::vector<float>& map) {
         auto next = inside.begin();
         for (std::size_t v = 0; v < map.size(); ++v) {
             if (mask[v]) *next++ = map[v];
