@@ -32,7 +32,8 @@ ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished
 void regressRuns(const GroupOptions& options, UnfinishedWork& unfinished);
 
 /// Gathers the runs' records and courses -> desc-groupICA_amplitudes.tsv, .json and desc-groupICA_netmats.tsv, .json:
-/// every run's amplitudes, and the correlations between the components' courses, their mean and spread over runs.
+/// every run's amplitudes, and the correlations between the components' courses, their mean and spread over runs; and,
+/// unless its template is not installed, the page desc-groupICA_report.html.
 void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished);
 
 } // namespace zn::headless
