@@ -4,8 +4,8 @@
 
 namespace zn::headless {
 
-std::filesystem::path dualRegressionFolder(const std::filesystem::path& study) {
-    return study / "dualreg";
+std::filesystem::path dualRegressionFolder(const GroupStudy& study, const GroupRun& run) {
+    return (study.folder / run.results).lexically_normal();
 }
 
 DualRegressionFiles::DualRegressionFiles(const std::string& run)

@@ -8,8 +8,8 @@
 
 namespace zn::headless {
 
-/// The folder of the runs' dual regressions.
-std::filesystem::path dualRegressionFolder(const std::filesystem::path& study);
+/// The folder of a run's dual regression.
+std::filesystem::path dualRegressionFolder(const GroupStudy& study, const GroupRun& run);
 
 /// The names of a run's files there: "sub-01_task-rest_desc-dualreg_timeseries.tsv" and so on. The description of the
 /// courses is the record of the step.

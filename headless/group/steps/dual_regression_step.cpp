@@ -61,9 +61,10 @@ void regressRun(const GroupOptions& options, const GroupStudy& study, const Grou
                 WorkerThreads& threads, UnfinishedWork& unfinished) {
     const Stopwatch total;
     const DualRegressionFiles names(run.name);
+    const auto folder = dualRegressionFolder(study, run);
     const std::string basis = dualRegressionBasis(study, maps, run);
-    if (!options.force && recordOf(dualRegressionFolder(study.folder) / names.record, basis)) return;
-    StepFiles files(unfinished, dualRegressionFolder(study.folder), names.record);
+    if (!options.force && recordOf(folder / names.record, basis)) return;
+    StepFiles files(unfinished, folder, names.record);
     const PreparedRun prepared = prepareRun(study, run, threads);
     const double read = total.seconds();
     const DualRegression result = regress(prepared, study, maps, run.name, threads);

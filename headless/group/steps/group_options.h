@@ -14,7 +14,8 @@ namespace zn::headless {
 struct ListedRun {
     std::string name; ///< what its files are named after; unique
     std::filesystem::path image;
-    std::filesystem::path mask; ///< empty: from --mask, or computed from the mean image
+    std::filesystem::path mask;    ///< empty: from --mask, or computed from the mean image
+    std::filesystem::path results; ///< folder of its courses and maps; empty: "dualreg" in the study's folder
 };
 
 /// Some of the runs: part `number` of `of`, counted from 1.

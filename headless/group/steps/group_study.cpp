@@ -29,8 +29,8 @@ void fill(GroupStudy& study, const Json& json) {
     study.preparation.highPassSeconds = preparation.at("HighPassCutOff");
     study.preparation.scaling = scalingOf(preparation.at("Scaling").get<std::string>());
     for (const Json& run : json.at("Runs")) {
-        study.runs.push_back(
-            {run.at("Name"), run.at("Image").get<std::string>(), run.at("Volumes"), run.at("Checksum")});
+        study.runs.push_back({run.at("Name"), run.at("Image").get<std::string>(), run.at("Volumes"), run.at("Checksum"),
+                              run.value("Results", kDualRegression)});
     }
 }
 
@@ -55,6 +55,7 @@ std::string studyText(const GroupStudy& study, const std::string& basis) {
     for (const GroupRun& run : study.runs) {
         runs.push_back(
             {{"Name", run.name}, {"Image", run.image.string()}, {"Volumes", run.volumes}, {"Checksum", run.checksum}});
+        if (run.results != kDualRegression) runs.back()["Results"] = run.results.string();
     }
     const PreparationOptions& preparation = study.preparation;
     const Json json = {{"GeneratedBy", {{"Name", "znica"}, {"Version", ZNICA_VERSION}}},

@@ -10,12 +10,16 @@
 
 namespace zn::headless {
 
+/// Where the dual regressions lie in the study's folder, unless their runs have folders elsewhere.
+constexpr char kDualRegression[] = "dualreg";
+
 /// A run of a planned study.
 struct GroupRun {
     std::string name;
     std::filesystem::path image; ///< absolute
     int volumes = 0;             ///< without the dummy scans
     std::string checksum;        ///< of the stored values, by which a changed or duplicated image is recognised
+    std::filesystem::path results = kDualRegression; ///< folder of its courses and maps, relative to the study's
 };
 
 /// What `znica group plan` settles for all later steps. It lies in the study's folder:

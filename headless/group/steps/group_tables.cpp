@@ -24,7 +24,7 @@ std::vector<std::vector<double>> amplitudesOf(const GroupStudy& study, const Gro
     std::vector<std::vector<double>> amplitudes;
     std::vector<std::string> missing;
     for (const GroupRun& run : study.runs) {
-        const auto record = recordOf(dualRegressionFolder(study.folder) / DualRegressionFiles(run.name).record,
+        const auto record = recordOf(dualRegressionFolder(study, run) / DualRegressionFiles(run.name).record,
                                      dualRegressionBasis(study, maps, run));
         if (record) {
             amplitudes.push_back(record->at("Amplitudes").get<std::vector<double>>());
@@ -80,7 +80,7 @@ std::string amplitudeTable(const GroupStudy& study, const std::vector<std::vecto
 std::string correlationTable(const GroupStudy& study) {
     std::vector<fs::path> files;
     for (const GroupRun& run : study.runs) {
-        files.push_back(dualRegressionFolder(study.folder) / DualRegressionFiles(run.name).courses);
+        files.push_back(dualRegressionFolder(study, run) / DualRegressionFiles(run.name).courses);
     }
     std::string text = "a\tb\tmean_r\tsd_z\n";
     for (const CoursePair& pair : courseCorrelations(files)) {

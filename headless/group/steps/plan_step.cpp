@@ -45,6 +45,7 @@ std::string basisOf(const GroupOptions& options) {
     };
     for (const ListedRun& run : options.runs) {
         text += run.name + '\n';
+        if (!run.results.empty()) text += fs::absolute(run.results).string() + '\n';
         add(run.image);
         if (!run.mask.empty()) add(run.mask);
     }
@@ -106,6 +107,13 @@ std::vector<bool> maskOf(const RunHeader& run, const GroupOptions& options, cons
     refuse(run.listed.image.string() +
            " has no voxel that can be analysed: within its mask all are constant, not finite" +
            (percent ? " or without a positive mean" : "") + "; check the image, or leave the run out.");
+}
+
+// Relative to the study's folder, so that all may be moved together.
+fs::path resultsOf(const ListedRun& run, const fs::path& folder) {
+    if (run.results.empty()) return kDualRegression;
+    const auto absolute = [](const fs::path& path) { return fs::weakly_canonical(fs::absolute(path)); };
+    return absolute(run.results).lexically_relative(absolute(folder));
 }
 
 void requireDifferent(const std::vector<GroupRun>& runs) {
@@ -191,7 +199,8 @@ void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
         masks.push_back(maskOf(run, options, voxels));
         mean.add(voxels.mean, masks.back());
         study.runs.push_back({run.listed.name, fs::absolute(run.listed.image).lexically_normal(),
-                              run.header.volumes - options.dummyScans, voxels.checksum});
+                              run.header.volumes - options.dummyScans, voxels.checksum,
+                              resultsOf(run.listed, options.folder)});
     }
     requireDifferent(study.runs);
     const CommonMask mask = commonMask(masks);

@@ -21,12 +21,13 @@ std::string cellOf(const TextTable& table, std::size_t row, const char* column) 
 } // namespace
 
 ListedRun listedRun(const fs::path& image) {
-    return {resultStem(image), image, {}};
+    return {resultStem(image), image, {}, {}};
 }
 
 std::vector<ListedRun> readRunList(const fs::path& file) {
     const TextTable table = parseTable(readLines(file), file.string());
-    if (!table.find("image")) refuseFile(file, "has no column named image; it needs one, and may have name and mask.");
+    if (!table.find("image"))
+        refuseFile(file, "has no column named image; it needs one, and may have name, mask and results.");
     const fs::path folder = file.parent_path();
     std::vector<ListedRun> runs;
     for (std::size_t row = 0; row < table.rows.size(); ++row) {
@@ -35,6 +36,7 @@ std::vector<ListedRun> readRunList(const fs::path& file) {
         ListedRun run = listedRun(folder / image);
         if (const std::string name = cellOf(table, row, "name"); !name.empty()) run.name = name;
         if (const std::string mask = cellOf(table, row, "mask"); !mask.empty()) run.mask = folder / mask;
+        if (const std::string results = cellOf(table, row, "results"); !results.empty()) run.results = folder / results;
         runs.push_back(run);
     }
     return runs;

@@ -7,8 +7,8 @@
 
 namespace zn::headless {
 
-/// Reads a table of runs with the columns `image` and, if wanted, `name` and `mask`; other columns are ignored. Paths
-/// are relative to the table's folder. Throws Failure (kInput).
+/// Reads a table of runs with the columns `image` and, if wanted, `name`, `mask` and `results`, the folder of its
+/// own files; other columns are ignored. Paths are relative to the table's folder. Throws Failure (kInput).
 ///
 ///   name    image                                   mask
 ///   sub-01  sub-01/func/sub-01_task-rest_bold.nii   masks/sub-01.nii
