@@ -87,13 +87,14 @@ std::vector<std::size_t> byInterest(const std::vector<bool>& outlying) {
 }
 
 Json addRuns(ReportPage& page, const GroupStudy& study, const GroupTables& tables, std::size_t mostBytes) {
-    const fs::path folder = dualRegressionFolder(study.folder);
     Json runs = Json::array();
     for (std::size_t run = 0; run < study.runs.size(); ++run) {
+        const fs::path folder = dualRegressionFolder(study, study.runs[run]);
         const DualRegressionFiles files(study.runs[run].name);
         const Json record = anyRecord(folder / files.record).value_or(Json::object());
         runs.push_back({{"name", study.runs[run].name},
                         {"volumes", study.runs[run].volumes},
+                        {"map_file", (study.runs[run].results / files.z).generic_string()},
                         {"explained_percent", record.value("ExplainedPercent", Json())},
                         {"metrics_tsv", readWholeFile(folder / files.metrics)},
                         {"course_decimals", addCourses(page, folder / files.courses, run)},
@@ -104,7 +105,8 @@ Json addRuns(ReportPage& page, const GroupStudy& study, const GroupTables& table
     for (const std::size_t run : byInterest(tables.outlying)) {
         const std::size_t before = page.size();
         if (before + largest > most) break;
-        runs[run]["map_steps"] = addRunMaps(page, study, folder / DualRegressionFiles(study.runs[run].name).z, run);
+        const fs::path file = study.runs[run].results / DualRegressionFiles(study.runs[run].name).z;
+        runs[run]["map_steps"] = addRunMaps(page, study, study.folder / file, run);
         largest = std::max(largest, page.size() - before);
     }
     return runs;

@@ -52,7 +52,7 @@ export function leftOut({ runs, mostMapBytes }: Group): string | null {
     if (missing === 0) return null;
     return (
         `This page holds the maps of ${runs.length - missing} of ${plural(runs.length, 'run')}, as many as fit into `
-        + `${Math.round(mostMapBytes / 2 ** 20)} MiB, those with outlying amplitudes first. The maps of the others are in `
-        + 'the folder dualreg of the study.'
+        + `${Math.round(mostMapBytes / 2 ** 20)} MiB, those with outlying amplitudes first. For the others it names the `
+        + 'files of the maps.'
     );
 }

@@ -26,6 +26,7 @@ interface GroupBlock {
     runs: {
         name: string;
         volumes: number;
+        map_file: string; // from the folder of the study
         explained_percent: number | null;
         metrics_tsv: string;
         course_decimals: number;
@@ -66,6 +67,7 @@ export interface GroupRun {
     volumes: number;
     explainedPercent: number; // NaN: unknown
     hasMaps: boolean;
+    mapFile: string; // of the exact maps, from the folder of the study
     similarity: number[]; // one per component: correlation of its effect map with the group's map
     lag1: number[]; // one per component: autocorrelation of its course
 }
@@ -158,6 +160,7 @@ function readRuns(block: GroupBlock): GroupRun[] {
             volumes: run.volumes,
             explainedPercent: run.explained_percent ?? NaN,
             hasMaps: run.map_steps !== null,
+            mapFile: run.map_file,
             similarity: column('group_similarity'),
             lag1: column('lag1_autocorr'),
         };

@@ -12,8 +12,8 @@ export class MethodsView implements View {
     constructor(group: Group) {
         const notes = [
             'The group\u2019s maps are stored in this file rounded to the decimals shown. The maps of the runs are '
-                + 'rounded to steps of 0.2, or wider ones where a value exceeds 25.4, so that more of them fit; the '
-                + 'files in the folder dualreg are exact.',
+                + 'rounded to steps of 0.2, or wider ones where a value exceeds 25.4, so that more of them fit; '
+                + 'their files are exact.',
             'z of a run\u2019s map comes from an ordinary regression without a model of temporal autocorrelation: it is '
                 + 'meant for display. Compare runs with the effect maps.',
             leftOut(group),

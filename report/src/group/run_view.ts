@@ -141,9 +141,7 @@ export class RunView implements View {
     async draw(): Promise<void> {
         const { component, group, run } = this;
         this.missing.hidden = run.hasMaps;
-        this.missing.textContent =
-            `The maps of ${run.name} did not fit into this page; open `
-            + `dualreg/${run.name}_desc-dualreg_stat-z_statmap.nii.gz in the folder of the study.`;
+        this.missing.textContent = `The maps of ${run.name} did not fit into this page; open ${run.mapFile} in the folder of the study.`;
         this.numbers.replaceChildren(runTable(group, component, run), spatialTable(component));
         this.drawDots();
         const [course] = await Promise.all([
