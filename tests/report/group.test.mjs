@@ -1,6 +1,9 @@
 // The page of a group analysis, made by the real command from simulated subjects.
 import assert from 'node:assert/strict';
+import { readFileSync, writeFileSync } from 'node:fs';
+import { join } from 'node:path';
 import { before, describe, test } from 'node:test';
+import { gunzipSync, gzipSync } from 'node:zlib';
 import { browserFor, goTo, missingBrowser, painted, screenshot, watchedPage } from './browser.mjs';
 import { cutOff } from './cut_off.mjs';
 import { chartData, numberOf } from './page_contents.mjs';
@@ -23,6 +26,18 @@ async function openRun(browser, component, run, settings) {
     const page = await open(browser, `#/component/${component}/${run}`, settings);
     await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
     return page;
+}
+
+/** The page as it is when the maps of a run were left out. */
+function withoutMaps(run) {
+    const html = readFileSync(study.report, 'utf8').replace(/(data-block="group">)([^<]+)/, (_, start, block) => {
+        const group = JSON.parse(gunzipSync(Buffer.from(block, 'base64')));
+        group.runs.find(({ name }) => name === run).map_steps = null;
+        return start + gzipSync(JSON.stringify(group)).toString('base64');
+    });
+    const file = join(study.folder, 'without.html');
+    writeFileSync(file, html);
+    return file;
 }
 
 const shown = (page) => page.locator('body').getAttribute('data-shown');
@@ -121,6 +136,21 @@ describe('the page of a group analysis', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('inverts the correlations of a component that is flipped', async () => {
+        const page = await openRun(browser, 'ICA_02', study.names[0]);
+        const mean = async () => {
+            await goTo(page, '#/correlations');
+            return numberOf(await page.locator('td[data-pair="ICA_02 ICA_00"]').textContent());
+        };
+        const first = await mean();
+        await goTo(page, '#/component');
+        await page.locator(`body[data-shown="ICA_02 ${study.names[0]}"]`).waitFor();
+        await page.keyboard.press('f');
+        assert.notEqual(first, 0);
+        assert.equal(await mean(), -first);
+        await page.close();
+    });
+
     test('goes from cell to cell by keyboard', async () => {
         const page = await open(browser, '#/correlations');
         await page.locator('td[tabindex="0"]').focus();
@@ -157,7 +187,8 @@ describe('the page of a group analysis', { skip: missingBrowser }, () => {
         await goes('ArrowRight', `ICA_01 ${study.names[1]}`);
         await goes('k', `ICA_01 ${study.names[0]}`);
         await goes('k', `ICA_01 ${study.names.at(-1)}`);
-        assert.ok(page.url().endsWith(`#/component/ICA_01/${study.names.at(-1)}`));
+        const address = `#/component/ICA_01/${study.names.at(-1)}`;
+        await page.waitForFunction((hash) => location.hash === hash, address); // follows with a delay
         await page.keyboard.press('Escape');
         await page.locator('body[data-shown=components]').waitFor();
         await page.close();
@@ -200,6 +231,20 @@ describe('the page of a group analysis', { skip: missingBrowser }, () => {
             maps.map((value) => -value),
         );
         assert.equal(await first(), -course);
+        await page.close();
+    });
+
+    test('says which maps did not fit and where they are', async () => {
+        const page = await watchedPage(browser);
+        await page.goto(`file://${withoutMaps(study.names[0])}#/component/ICA_00/${study.names[0]}`);
+        await page.locator(`body[data-shown="ICA_00 ${study.names[0]}"]`).waitFor();
+        const file = `dualreg/${study.names[0]}_desc-dualreg_stat-z_statmap.nii.gz`;
+        assert.ok(
+            (await page.locator('.run-missing').textContent()).includes(`did not fit into this page; open ${file} `),
+        );
+        assert.equal(await page.locator('.brain:visible').count(), 1);
+        await goTo(page, '#/');
+        assert.match(await page.locator('.group-facts .notes').textContent(), /maps of 5 of 6 runs/);
         await page.close();
     });
 
