@@ -5,6 +5,8 @@ import { dotHint } from './dot_hint';
 import { dotRow, runAddress } from './dot_row';
 import { amplitudeUnit, type Group, type GroupComponent } from './group';
 
+const MOST_NAMED = 6; // outliers beside a row; the others are named by their dots
+
 /** The amplitudes of all runs: a row of dots per component, with the outliers named. */
 export class AmplitudesView implements View {
     readonly element: HTMLElement;
@@ -60,6 +62,7 @@ export class AmplitudesView implements View {
 
     private row(component: GroupComponent, most: number): HTMLElement {
         const outliers = this.group.runs.filter(({ index }) => component.outlying[index]);
+        const more = outliers.length - MOST_NAMED;
         return h(
             'div',
             { class: 'dot-line' },
@@ -68,7 +71,10 @@ export class AmplitudesView implements View {
             h(
                 'span',
                 { class: 'dot-outliers' },
-                ...outliers.map((run) => h('a', { href: runAddress(component, run) }, `\u25c6 ${run.name}`)),
+                ...outliers
+                    .slice(0, MOST_NAMED)
+                    .map((run) => h('a', { href: runAddress(component, run) }, `\u25c6 ${run.name}`)),
+                more > 0 && `and ${more} more`,
             ),
         );
     }
