@@ -3,17 +3,22 @@
 #include "headless/cli/absolute_path.h"
 #include "headless/cli/analysis_options.h"
 #include "headless/cli/forwarded_options.h"
+#include "headless/cli/group_components.h"
+#include "headless/cli/group_of_study.h"
 #include "headless/cli/help_pages.h"
 #include "headless/cli/standard_output.h"
 #include "headless/cli/study_options.h"
+#include "headless/group/steps/group_driver.h"
 #include "headless/study/list_runs.h"
 #include "headless/study/run_study.h"
+#include "headless/study/runs_together.h"
 #include "headless/study/write_overview.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <set>
 
 namespace zn::headless {
@@ -26,12 +31,16 @@ constexpr char kExamples[] = "All options of znica run (see --help-all) apply to
                              "  znica bids data out participant -d fmriprep --space MNI152NLin2009cAsym \\\n"
                              "      --design auto --confounds auto --dummy-scans confounds\n"
                              "  znica bids data out participant --list\n"
-                             "  znica bids data out group\n";
+                             "  znica bids data out group\n"
+                             "  znica bids data out group --ica 20\n";
 
 struct Command {
     StudyOptions options;
     std::string level;
     bool list = false;
+    bool together = false;         // a group analysis
+    std::optional<int> components; // nothing: estimated
+    GroupOptions group;
     std::vector<const CLI::Option*> shared; // with `znica run`, and passed on
 };
 
@@ -94,6 +103,14 @@ std::vector<std::string> forwarded(const Command& c) {
     return forwardedOptions(options);
 }
 
+void settleGroup(const CLI::App& command, Command& c) {
+    c.together = command.count("--ica") > 0;
+    if (!c.together) return;
+    if (c.level != "group") throw CLI::ValidationError("--ica", "belongs to the level group");
+    c.group = groupOfStudy(command, c.shared, c.options);
+    c.group.components = c.components;
+}
+
 void settle(const CLI::App& command, Command& c) {
     StudyOptions& o = c.options;
     o.dataset = absolutePath(o.dataset);
@@ -101,14 +118,20 @@ void settle(const CLI::App& command, Command& c) {
     o.maskGiven = command.count("--mask") > 0;
     o.runArguments = forwarded(c);
     if (o.run.memoryGib) o.memoryBytes = static_cast<std::int64_t>(std::min(*o.run.memoryGib, 1e9) * 1073741824.0);
+    settleGroup(command, c);
     for (const char* ignored : {"--work-dir", "--skip-bids-validation"}) {
         if (command.count(ignored) > 0) std::fprintf(stderr, "znica: %s has no effect.\n", ignored);
     }
 }
 
-ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
-    const StudyPlan plan = planStudy(c.options);
+StudyPlan planOf(const Command& c) {
+    StudyPlan plan = planStudy(c.options);
     for (const std::string& note : plan.notes) std::fprintf(stderr, "znica: %s\n", note.c_str());
+    return plan;
+}
+
+ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
+    const StudyPlan plan = planOf(c);
     if (c.list) {
         listRuns(plan, c.options);
         requirePrinted();
@@ -117,7 +140,21 @@ ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
     return runStudy(plan, c.options, unfinished);
 }
 
-ExitStatus group(const Command& c) {
+ExitStatus together(const Command& c, UnfinishedWork& unfinished) {
+    const StudyPlan plan = planOf(c);
+    if (c.list) {
+        listRunsTogether(plan, c.options);
+        requirePrinted();
+        return ExitStatus::kDone;
+    }
+    const StudyFolder study(c.options.out);
+    GroupOptions options = c.group;
+    options.runs = runsTogether(plan, study);
+    study.prepare(c.options);
+    return analyseGroup(options, unfinished);
+}
+
+ExitStatus overview(const Command& c) {
     std::printf("%s\n", writeOverview(c.options.out).c_str());
     return ExitStatus::kDone;
 }
@@ -129,7 +166,8 @@ void addBidsCommand(CLI::App& app, Action& action) {
     auto* bids = app.add_subcommand("bids", "Analyse every run of a BIDS dataset (participant); show all (group).");
     bids->add_option("BIDS_DIR", c->options.dataset, "dataset, or preprocessed derivatives")->required();
     bids->add_option("OUT_DIR", c->options.out, "folder for the results")->required();
-    bids->add_option("LEVEL", c->level, "participant: analyse; group: overview of all results")
+    bids->add_option("LEVEL", c->level,
+                     "participant: analyse; group: overview of all results, or with --ica a group analysis")
         ->required()
         ->check([](const std::string& text) {
             return text == "participant" || text == "group" ? "" : "needs participant or group; got " + text;
@@ -137,13 +175,15 @@ void addBidsCommand(CLI::App& app, Action& action) {
     addShared(*bids, *c);
     addSelectionOptions(*bids, c->options);
     addSchedulingOptions(*bids, c->options);
+    addGroupComponents(*bids, "--ica", "group: components of all runs together; auto: estimated", c->components);
     bids->add_flag("--list", c->list, "print the runs with TR and predicted memory, then exit");
     bids->set_help_all_flag("--help-all", "also list options that are rarely needed");
     bids->footer(kExamples);
     bids->callback([bids, c, &action] {
         settle(*bids, *c);
         action = [c](UnfinishedWork& unfinished) {
-            return c->level == "group" ? group(*c) : participants(*c, unfinished);
+            if (c->level == "participant") return participants(*c, unfinished);
+            return c->together ? together(*c, unfinished) : overview(*c);
         };
     });
 }

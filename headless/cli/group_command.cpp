@@ -1,5 +1,6 @@
 #include "headless/cli/commands.h"
 
+#include "headless/cli/group_components.h"
 #include "headless/cli/help_pages.h"
 #include "headless/cli/number_checks.h"
 #include "headless/cli/preparation_options.h"
@@ -94,9 +95,7 @@ void addStepOptions(CLI::App& command, GroupOptions& o) {
             "--batch", [&o](const std::string& text) { setBatch(o.batch, text); },
             "reduce: part I of N of the runs (1/1)")
         ->type_name("I/N");
-    command.add_option("--components", o.components, "ica: components to extract (20)")
-        ->check(CLI::Range(2, 1000).description(""))
-        ->type_name("K");
+    addGroupComponents(command, "--components", "ica: components to extract; auto: estimated (20)", o.components);
     command.add_option("--repeats", o.repeats, "ica: runs of the plug-in, for stability (10)")
         ->check(CLI::Range(1, 1000).description(""))
         ->type_name("R");

@@ -46,9 +46,11 @@ using Sums = std::array<CrossProducts, 4>;
 
 template <class Value> class Summation {
 public:
-    Summation(const Value* values, int volumes, const std::array<int, 3>& size, const std::vector<unsigned char>& mask)
-        : values_(values), volumes_(volumes), size_(size),
-          mask_(mask), step_{1, size[0], std::int64_t{1} * size[0] * size[1]} {}
+    // rows: [voxel of the grid], where its course is among the values; empty: they are those of the entire grid
+    Summation(const Value* values, int volumes, const std::array<int, 3>& size, const std::vector<unsigned char>& mask,
+              std::vector<std::int64_t> rows = {})
+        : values_(values), volumes_(volumes), size_(size), mask_(mask),
+          rows_(std::move(rows)), step_{1, size[0], std::int64_t{1} * size[0] * size[1]} {}
 
     // Calls use(v) for the voxels of a piece that are inside the mask.
     template <class Use> void forPiece(int piece, Use use) const {
@@ -60,30 +62,37 @@ public:
 
     void addMeans(int piece, std::vector<double>& sums) const {
         forPiece(piece, [&](std::int64_t v) {
-            for (int t = 0; t < volumes_; ++t) sums[static_cast<std::size_t>(t)] += value(v, t);
+            const Value* course = courseOf(v);
+            for (int t = 0; t < volumes_; ++t) sums[static_cast<std::size_t>(t)] += static_cast<double>(course[t]);
         });
     }
 
     void addProducts(int piece, const std::vector<double>& mean, Sums& sums) const {
         forPiece(piece, [&](std::int64_t v) {
-            sums[0].add([&](int t) { return value(v, t) - mean[static_cast<std::size_t>(t)]; });
+            const Value* course = courseOf(v);
+            sums[0].add([&](int t) { return static_cast<double>(course[t]) - mean[static_cast<std::size_t>(t)]; });
             const std::array<std::int64_t, 3> at = {v % size_[0], v / step_[1] % size_[1], v / step_[2]};
             const auto axis = static_cast<std::size_t>((at[0] + at[1] + at[2]) % 3);
             const std::int64_t next = v + step_[axis];
             if (at[axis] + 1 == size_[axis] || !inside(next)) return;
-            sums[axis + 1].add([&](int t) { return value(next, t) - value(v, t); });
+            const Value* neighbour = courseOf(next);
+            sums[axis + 1].add(
+                [&](int t) { return static_cast<double>(neighbour[t]) - static_cast<double>(course[t]); });
         });
         for (CrossProducts& products : sums) products.flush();
     }
 
 private:
     bool inside(std::int64_t v) const { return mask_[static_cast<std::size_t>(v)] != 0; }
-    double value(std::int64_t v, int t) const { return static_cast<double>(values_[v * volumes_ + t]); }
+    const Value* courseOf(std::int64_t v) const {
+        return values_ + (rows_.empty() ? v : rows_[static_cast<std::size_t>(v)]) * volumes_;
+    }
 
     const Value* values_;
     int volumes_;
     std::array<int, 3> size_;
     const std::vector<unsigned char>& mask_;
+    std::vector<std::int64_t> rows_;
     std::array<std::int64_t, 3> step_;
 };
 
@@ -134,16 +143,30 @@ SeriesCovariances covariancesOf(const Summation<Value>& summation, SeriesCovaria
     return result;
 }
 
+SeriesCovariances emptyCovariances(int volumes, const std::vector<unsigned char>& mask) {
+    SeriesCovariances result;
+    result.volumes = volumes;
+    result.voxels = static_cast<std::int64_t>(mask.size()) - std::count(mask.begin(), mask.end(), 0);
+    return result;
+}
+
 } // namespace
 
 SeriesCovariances seriesCovariances(const TimeSeries& series, const std::array<int, 3>& size,
                                     const std::vector<unsigned char>& mask, WorkerThreads& threads) {
-    SeriesCovariances result;
-    result.volumes = series.volumes;
-    result.voxels = static_cast<std::int64_t>(mask.size()) - std::count(mask.begin(), mask.end(), 0);
+    SeriesCovariances result = emptyCovariances(series.volumes, mask);
     return series.isFloat()
                ? covariancesOf(Summation(series.floats.get(), series.volumes, size, mask), std::move(result), threads)
                : covariancesOf(Summation(series.shorts.get(), series.volumes, size, mask), std::move(result), threads);
+}
+
+SeriesCovariances seriesCovariances(const std::vector<float>& courses, int volumes, const std::array<int, 3>& size,
+                                    const std::vector<unsigned char>& mask, WorkerThreads& threads) {
+    std::vector<std::int64_t> rows(mask.size());
+    std::int64_t row = 0;
+    for (std::size_t v = 0; v < mask.size(); ++v) rows[v] = mask[v] != 0 ? row++ : 0;
+    return covariancesOf(Summation(courses.data(), volumes, size, mask, std::move(rows)),
+                         emptyCovariances(volumes, mask), threads);
 }
 
 } // namespace zn::headless

@@ -31,4 +31,8 @@ struct SeriesCovariances {
 SeriesCovariances seriesCovariances(const TimeSeries& series, const std::array<int, 3>& size,
                                     const std::vector<unsigned char>& mask, WorkerThreads& threads);
 
+/// The same for courses of the voxels in the mask alone, in the order of the grid: [voxel in the mask][volume].
+SeriesCovariances seriesCovariances(const std::vector<float>& courses, int volumes, const std::array<int, 3>& size,
+                                    const std::vector<unsigned char>& mask, WorkerThreads& threads);
+
 } // namespace zn::headless

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kIgnored[] = "*_desc-ICA_*\n*.html\nlogs/\nruns.tsv\nruns.json\n";
+constexpr char kIgnored[] = "*_desc-ICA_*\n*_desc-dualreg_*\ngroup/\n*.html\nlogs/\nruns.tsv\nruns.json\n";
 
 bool isIn(const fs::path& folder, const fs::path& above) {
     return std::mismatch(above.begin(), above.end(), folder.begin(), folder.end()).first == above.end();

@@ -14,6 +14,7 @@ namespace zn::headless {
 ///   sub-01_task-rest.html     the report of a run
 ///   logs/sub-01_task-rest.json, .log     its record, written last: a run without one has no result
 ///   index.html  runs.tsv  runs.json      the overview
+///   group/                    a group analysis; what it has about single runs lies beside their results
 class StudyFolder {
 public:
     explicit StudyFolder(std::filesystem::path folder) : folder_(std::move(folder)) {}

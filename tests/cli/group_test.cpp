@@ -130,6 +130,18 @@ TEST_F(Group, NamesTheRunsThatShareTooFewVoxels) {
                   "voxels that most have");
 }
 
+TEST_F(Group, RefusesRunsWithoutACommonVoxel) {
+    makeRuns();
+    for (const int half : {0, 1}) {
+        NiftiBytes mask = plainMask();
+        mask.data.replace(static_cast<std::size_t>(half) * 60, 60, std::string(60, '\0'));
+        write("half" + std::to_string(half) + ".nii", mask);
+    }
+    writeFile(folder / "runs.tsv", "image\tmask\nsub-01_bold.nii\thalf0.nii\nsub-02_bold.nii\thalf1.nii\n");
+    expectRefused(group({"plan", "study", "--runs", "runs.tsv"}), "the runs have only 0 voxels in common");
+    EXPECT_FALSE(fs::exists(folder / "study"));
+}
+
 TEST_F(Group, NeedsAColumnOfImages) {
     writeFile(folder / "runs.tsv", "file\tmask\na\tb\n");
     expectRefused(group({"plan", "study", "--runs", "runs.tsv"}), "runs.tsv has no column named image");
@@ -160,6 +172,22 @@ TEST_F(Group, ARunThatIsAddedMakesEarlierBatchesForeign) {
     ASSERT_EQ(group({"reduce", "study"}).status, 0);
     ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii", "sub-03_bold.nii"}).status, 0);
     expectRefused(group({"merge", "study"}), "batch-1of1 was reduced for another plan of this study");
+}
+
+TEST_F(Group, ABatchOfAnotherStudyIsForeign) {
+    makeRuns();
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
+    ASSERT_EQ(group({"reduce", "study"}).status, 0);
+    ASSERT_EQ(group({"plan", "other", "--mask", "mask.nii", "sub-01_bold.nii", "sub-03_bold.nii"}).status, 0);
+    fs::copy(folder / "study/reduction", folder / "other/reduction");
+    expectRefused(group({"merge", "other"}), "batch-1of1 was reduced for another plan of this study");
+}
+
+TEST_F(Group, NoticesADamagedPlan) {
+    makeRuns();
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
+    writeFile(folder / "study/study.json", textOf(folder / "study/study.json").substr(0, 300));
+    expectRefused(group({"reduce", "study"}), "study/study.json is damaged; plan the study again");
 }
 
 TEST_F(Group, NoticesADamagedReduction) {
@@ -198,6 +226,16 @@ TEST_F(Group, RefusesMoreComponentsThanRows) {
     ASSERT_EQ(group({"reduce", "study"}).status, 0);
     ASSERT_EQ(group({"merge", "study"}).status, 0);
     expectRefused(group({"ica", "study", "--components", "24"}), "24 components are more than the");
+}
+
+TEST_F(Group, RefusesMoreComponentsThanARunHasVolumes) {
+    makeRuns();
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii", "--high-pass", "0"}).status, 0);
+    ASSERT_EQ(group({"reduce", "study"}).status, 0);
+    ASSERT_EQ(group({"merge", "study"}).status, 0);
+    EXPECT_LE(group({"ica", "study", "--components", "15", "--repeats", "1"}).status, 4);
+    expectRefused(group({"back", "study"}), "sub-01 cannot be regressed on");
+    EXPECT_FALSE(fs::exists(folder / "study/dualreg"));
 }
 
 TEST_F(Group, OptionsBelongToTheirSteps) {
@@ -293,6 +331,21 @@ TEST_F(GroupAnalysis, StepsAndBatchesFindTheSameComponents) {
     const auto theirs = tableIn(folder / "steps/desc-groupICA_amplitudes.tsv");
     ASSERT_EQ(ours.size(), 5U);
     EXPECT_NEAR(std::stod(ours[1][1]), std::stod(theirs[1][1]), 1e-3);
+}
+
+TEST_F(GroupAnalysis, EstimatesTheNumberOfComponents) {
+    const CommandResult result = group(with({"all", "study", "--components", "auto", "--repeats", "2"}));
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr(", the median of the runs' estimates ("));
+    const auto record = nlohmann::json::parse(textOf(folder / "study/desc-groupICA_decomposition.json"));
+    EXPECT_EQ(record["ComponentsOfRuns"].size(), 4U);
+    // Four sources, and the fluctuations of at most 14 axial slices that hold brain.
+    EXPECT_GE(record["ComponentsRequested"], 4);
+    EXPECT_LE(record["ComponentsRequested"], 4 + 14);
+    const auto recovery = znica({"score", folder / "study/ica", "--truth", folder / "sample"});
+    const std::string lowest = "lowest: ";
+    ASSERT_THAT(recovery.out, HasSubstr(lowest));
+    EXPECT_GE(std::stod(recovery.out.substr(recovery.out.find(lowest) + lowest.size())), 0.95);
 }
 
 TEST_F(GroupAnalysis, TemporalValuesOfTheGroupAreMissing) {

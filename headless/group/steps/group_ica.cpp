@@ -1,5 +1,6 @@
 #include "headless/compression/checksum.h"
 #include "headless/group/steps/batch_files.h"
+#include "headless/group/steps/component_count.h"
 #include "headless/group/steps/group_maps.h"
 #include "headless/group/steps/rows_file.h"
 #include "headless/group/steps/spatial_metrics.h"
@@ -8,7 +9,9 @@
 #include "headless/run/run_driver.h"
 #include "headless/run/stopwatch.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 
 namespace zn::headless {
 
@@ -34,24 +37,38 @@ Json mergedRecord(const GroupStudy& study) {
     return *record;
 }
 
-void requireRows(const GroupOptions& options, const Json& merged) {
+void requireRows(int components, const Json& merged) {
     const int rows = merged.at("Rows");
-    if (options.components <= rows) return;
-    refuse(std::to_string(options.components) + " components are more than the " + std::to_string(rows) +
+    if (components <= rows) return;
+    refuse(std::to_string(components) + " components are more than the " + std::to_string(rows) +
            " rows to which the group was reduced; request fewer with --components, or list more runs.");
 }
 
-// The leading rows as an image, which the host takes for volumes.
-void writeLeadingRows(const GroupStudy& study, const GroupOptions& options, const Json& merged,
-                      UnfinishedWork& unfinished) {
-    const fs::path folder = reductionFolder(study.folder);
-    const GroupRows rows = readRows(folder / "group.rows", merged, options.components);
-    StepFiles files(unfinished, folder, "leading.json");
-    writeMaps(files[kLeadingRows], study, rows.values, "leading rows of the group");
-    files.commit({{"Basis", merged.at("Checksum")}, {"Rows", options.components}});
+// The number of components: as requested, or the median of the runs' estimates.
+int componentsFor(const GroupOptions& options, const Json& merged) {
+    if (options.components) {
+        requireRows(*options.components, merged);
+        return *options.components;
+    }
+    const auto estimates = merged.at("ComponentsOfRuns").get<std::vector<int>>();
+    const int components = componentsOfGroup(estimates, merged.at("Rows"));
+    const auto [least, most] = std::minmax_element(estimates.begin(), estimates.end());
+    if (!options.quiet) {
+        std::printf("Components: %d, the median of the runs' estimates (%d to %d).\n", components, *least, *most);
+    }
+    return components;
 }
 
-RunOptions pluginOptions(const GroupStudy& study, const GroupOptions& options) {
+// The leading rows as an image, which the host takes for volumes.
+void writeLeadingRows(const GroupStudy& study, int components, const Json& merged, UnfinishedWork& unfinished) {
+    const fs::path folder = reductionFolder(study.folder);
+    const GroupRows rows = readRows(folder / "group.rows", merged, components);
+    StepFiles files(unfinished, folder, "leading.json");
+    writeMaps(files[kLeadingRows], study, rows.values, "leading rows of the group");
+    files.commit({{"Basis", merged.at("Checksum")}, {"Rows", components}});
+}
+
+RunOptions pluginOptions(const GroupStudy& study, const GroupOptions& options, int components) {
     RunOptions run;
     run.functional = reductionFolder(study.folder) / kLeadingRows;
     run.out = study.folder / "ica";
@@ -59,7 +76,7 @@ RunOptions pluginOptions(const GroupStudy& study, const GroupOptions& options) {
     run.mask = studyMask(study.folder);
     run.plugin = options.plugin;
     run.preparation = {};
-    run.eigenvalues = {1, options.components};
+    run.eigenvalues = {1, components};
     run.starts = options.starts;
     run.maxIterations = options.maxIterations;
     run.secondsPerVolume = 1.0; // rows have no time; what depends on it is dropped
@@ -80,7 +97,8 @@ void writeGroupFiles(const GroupStudy& study, const GroupOptions& options, Json 
     copySpatialMetrics(result, files["desc-groupICA_metrics.tsv"], files["desc-groupICA_metrics.json"]);
     record["ComponentsFound"] = maps.count;
     files.commit(record);
-    if (!options.quiet) std::printf("%d of %d group components found.\n", maps.count, options.components);
+    if (options.quiet) return;
+    std::printf("%d of %d group components found.\n", maps.count, record["ComponentsRequested"].get<int>());
 }
 
 ExitStatus statusOf(const Json& record) {
@@ -93,23 +111,24 @@ ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished
     const Stopwatch total;
     const GroupStudy study = readStudy(options.folder);
     const Json merged = mergedRecord(study);
-    requireRows(options, merged);
+    const int components = componentsFor(options, merged);
     Json record = {{"Basis", ""},
                    {"Study", study.id},
                    {"Reduction", merged.at("Checksum")},
-                   {"ComponentsRequested", options.components},
+                   {"ComponentsRequested", components},
                    {"Repeats", options.repeats},
                    {"Starts", options.starts},
                    {"MaxIterations", options.maxIterations},
                    {"Seed", options.seed},
                    {"PlugIn", options.plugin.string()}};
+    if (!options.components) record["ComponentsOfRuns"] = merged.at("ComponentsOfRuns");
     record["Basis"] = checksumOf(record.dump());
     if (const auto done = recordOf(groupRecordFile(study.folder), record["Basis"]); done && !options.force) {
         if (!options.quiet) std::printf("The group components are estimated already.\n");
         return statusOf(*done);
     }
-    writeLeadingRows(study, options, merged, unfinished);
-    const ExitStatus status = runAnalysis(pluginOptions(study, options), unfinished);
+    writeLeadingRows(study, components, merged, unfinished);
+    const ExitStatus status = runAnalysis(pluginOptions(study, options, components), unfinished);
     record["Seconds"] = total.seconds();
     writeGroupFiles(study, options, record, unfinished);
     return status;

@@ -39,7 +39,7 @@ struct GroupOptions {
     Batch batch;
 
     // ica
-    int components = 20;
+    std::optional<int> components = 20; ///< nothing: the median of the runs' estimates
     int repeats = 10;
     int starts = 3;
     int maxIterations = 500;

@@ -77,9 +77,11 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
     const std::vector<BatchRecord> batches = completeBatches(study);
     std::string parts = study.id;
     Json names = Json::array();
+    Json estimates = Json::array(); // of the runs, in their order
     for (const BatchRecord& batch : batches) {
         parts += ' ' + batch.record.at("Checksum").get<std::string>();
         names.push_back(batch.name);
+        for (const Json& estimate : batch.record.at("ComponentsOfRuns")) estimates.push_back(estimate);
     }
     const std::string basis = checksumOf(parts);
     if (!options.force && recordOf(folder / "group.json", basis)) {
@@ -99,7 +101,7 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
             absorbGroup(rows, next, most, threads);
         }
     }
-    Json json = {{"Basis", basis}, {"Study", study.id}, {"Batches", names}};
+    Json json = {{"Basis", basis}, {"Study", study.id}, {"Batches", names}, {"ComponentsOfRuns", estimates}};
     json.update(writeRows(files["group.rows"], rows));
     json["Seconds"] = total.seconds();
     json["PeakMemoryBytes"] = peakMemoryBytes();

@@ -1,6 +1,7 @@
 #include "headless/blas/matrix_products.h"
 #include "headless/failure/failure.h"
 #include "headless/group/steps/batch_files.h"
+#include "headless/group/steps/component_count.h"
 #include "headless/group/steps/memory_need.h"
 #include "headless/group/steps/prepared_run.h"
 #include "headless/group/steps/rows_file.h"
@@ -48,10 +49,12 @@ void reduceBatch(const GroupOptions& options, UnfinishedWork& unfinished) {
     GroupRows rows;
     rows.voxels = study.voxels();
     auto names = nlohmann::ordered_json::array();
+    auto estimates = nlohmann::ordered_json::array();
     for (const GroupRun& run : runs) {
         const Stopwatch reading;
         const PreparedRun prepared = prepareRun(study, run, threads);
         const double read = reading.seconds();
+        estimates.push_back(componentsOfRun(study, prepared, threads));
         absorbRun(rows, prepared.series.data(), prepared.volumes, study.rows(), threads);
         names.push_back(run.name);
         if (options.quiet) continue;
@@ -59,7 +62,8 @@ void reduceBatch(const GroupOptions& options, UnfinishedWork& unfinished) {
                     reading.seconds() - read);
         std::fflush(stdout);
     }
-    nlohmann::ordered_json json = {{"Basis", basis}, {"Study", study.id}, {"Runs", names}};
+    nlohmann::ordered_json json = {
+        {"Basis", basis}, {"Study", study.id}, {"Runs", names}, {"ComponentsOfRuns", estimates}};
     json.update(writeRows(files[name + ".rows"], rows));
     json["Seconds"] = total.seconds();
     json["PeakMemoryBytes"] = peakMemoryBytes();

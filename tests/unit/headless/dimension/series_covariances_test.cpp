@@ -119,6 +119,22 @@ TEST(SeriesCovariances, AreTheSameBitsForEveryNumberOfThreadsAndStoredType) {
     }
 }
 
+TEST(SeriesCovariances, AreTheSameBitsForTheCoursesInTheMaskAlone) {
+    const Example example = makeExample(true);
+    std::vector<float> courses;
+    for (std::size_t v = 0; v < example.mask.size(); ++v) {
+        if (example.mask[v] == 0) continue;
+        const float* course = example.series.floats.get() + v * kVolumes;
+        courses.insert(courses.end(), course, course + kVolumes);
+    }
+    WorkerThreads workers(2);
+    const SeriesCovariances inside = seriesCovariances(courses, kVolumes, kSize, example.mask, workers);
+    const SeriesCovariances whole = covariancesOf(example, 1);
+    EXPECT_EQ(inside.voxels, whole.voxels);
+    EXPECT_EQ(inside.total, whole.total);
+    EXPECT_EQ(inside.differences, whole.differences);
+}
+
 TEST(SeriesCovariances, AnAxisWithoutNeighboursHasNoDifferences) {
     Example example = makeExample(true);
     WorkerThreads workers(1);

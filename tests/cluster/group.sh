@@ -1,0 +1,111 @@
+#!/bin/bash
+# A group analysis as jobs of a real Slurm on this machine: the files are those of the same analysis in one process,
+# also when a job is killed and everything is submitted again.
+#
+#   group.sh ZNICA
+#
+# Ends with 77 (skipped) and the reason where Slurm is missing or cannot be started, except in CI.
+set -euo pipefail
+znica=$(realpath "$1")
+here=$(realpath "$(dirname "$0")")
+workflow=$(realpath "$here/../../workflow")
+
+skip() {
+    echo "skipped: $1"
+    [ -z "${CI:-}" ] || exit 1
+    exit 77
+}
+for program in slurmctld slurmd munged sbatch; do
+    [ -n "$(PATH=$PATH:/usr/sbin type -P "$program")" ] || skip "$program is not installed (slurm-wlm, munge)"
+done
+[ "$(id -u)" -eq 0 ] || skip "only root can start Slurm's daemons"
+
+export PATH=$PATH:/usr/sbin USER=${USER:-root}
+unset SLURM_JOB_ID
+work=$(mktemp -d)
+finish() {
+    status=$?
+    "$here/slurm_here.sh" stop "$work/slurm"
+    if [ $status -ne 0 ] && [ -f "$work/slurm/jobs.txt" ]; then cut -d ' ' -f 1-5 "$work/slurm/jobs.txt"; fi
+    rm -rf "$work"
+    exit $status
+}
+trap finish EXIT
+cd "$work"
+
+fail() {
+    echo "FAILED: $1"
+    exit 1
+}
+# Submits everything and waits until no job is left.
+jobs_into() {
+    "$workflow/group.sh" "$work/$1.tsv" "$work/$1/group" 3 --components 4 --repeats 2 >"$1.job"
+    for _ in $(seq 240); do
+        [ -n "$(squeue --noheader)" ] || return 0
+        sleep 0.5
+    done
+    fail "the jobs into $1 did not end"
+}
+# Everything but records of times and memory.
+expect_same() {
+    local file
+    (cd local && find . \( -name '*.nii.gz' -o -name '*.tsv' \) -not -path '*/ica/*') >files.txt
+    [ "$(wc -l <files.txt)" -eq $((5 + 4 * 4)) ] || fail "there are $(wc -l <files.txt) files instead of 21"
+    while read -r file; do
+        cmp "local/$file" "$1/$file" || fail "$1/$file differs from the one computed in one process"
+    done <files.txt
+}
+
+"$znica" simulate --subjects 4 --size tiny --sources 4 --out data >/dev/null
+for out in jobs killed; do "$znica" bids data $out group --ica 4 --list >$out.tsv; done
+
+"$here/slurm_here.sh" start "$work/slurm" || skip "Slurm does not start on this machine"
+export SLURM_CONF=$work/slurm/slurm.conf ZNICA=$znica ZNICA_SBATCH="--mem=300M --time=10"
+
+echo "plan, three batches, merge, ica, four runs and report as jobs"
+jobs_into jobs
+
+# The same batches in one process after another; they change the last digits.
+mkdir local
+sed "s,$work/jobs/,$work/local/," jobs.tsv >local.tsv
+step() { "$znica" group "$1" local/group --quiet "${@:2}"; }
+step plan --runs local.tsv
+for batch in 1 2 3; do step reduce --batch $batch/3; done
+step merge
+step ica --components 4 --repeats 2
+step back
+step report
+expect_same jobs
+
+echo "a batch and a run are killed, then everything is submitted again"
+cat >dying <<END
+#!/bin/bash
+# Kills znica in the second batch and in the third run, once each.
+case "\$*" in
+*reduce*2/3*) mark=$work/reduce ;;
+*back*sub-03*) mark=$work/back ;;
+*) exec $znica "\$@" ;;
+esac
+[ ! -e "\$mark" ] || exec $znica "\$@"
+touch "\$mark"
+$znica "\$@" &
+sleep 0.02
+kill -KILL \$!
+exit 137
+END
+chmod +x dying
+export ZNICA=$work/dying
+jobs_into killed
+[ -e reduce ] || fail "no batch was killed"
+[ ! -e killed/group/reduction/group.json ] || fail "merged although a batch is missing"
+jobs_into killed
+[ -e back ] || fail "no run was killed"
+[ ! -e killed/group/desc-groupICA_netmats.json ] || fail "the tables were written although a run is missing"
+finished() { stat -c %Y.%i killed/group/reduction/group.rows killed/sub-01/func/*.tsv; }
+before=$(finished)
+jobs_into killed
+expect_same killed
+[ "$before" = "$(finished)" ] || fail "finished steps were repeated"
+
+echo "jobs and how they ended:"
+grep -o 'JobState=[A-Z_]*' slurm/jobs.txt | sort | uniq -c
