@@ -45,6 +45,7 @@ export interface Plan {
 export interface Separation {
     ComponentsRequested: number;
     ComponentsFound: number;
+    ComponentsOfRuns?: number[]; // only if the number was estimated
     Repeats: number;
     Starts: number;
     Seed: number;

@@ -1,6 +1,6 @@
 import { edges } from '../data/affine';
 import { plural, short } from '../numbers';
-import { FASTICA, ICASSO } from '../views/references';
+import { FASTICA, ICASSO, PARALLEL_ANALYSIS } from '../views/references';
 import type { Group } from './group';
 
 /** A paragraph for the methods section of a paper, with the numbers of this study. */
@@ -36,11 +36,16 @@ function preparation({ plan: { Preparation: done } }: Group): string {
     return `The data of each run were ${steps.join('; then ')}.`;
 }
 
-function reduction({ plan, separation: { ComponentsRequested } }: Group): string {
+function reduction({ plan, separation: { ComponentsRequested, ComponentsOfRuns } }: Group): string {
+    const estimate =
+        ComponentsOfRuns === undefined
+            ? ''
+            : ' This number is the median of those of the single runs, each estimated by parallel analysis (Dobriban & '
+              + 'Owen, 2019).';
     return (
         'The runs were concatenated over time and reduced by incremental group principal component analysis (Smith et '
         + `al., 2014), which kept ${plan.RowsKept} components; the ${ComponentsRequested} leading ones entered the `
-        + 'separation.'
+        + `separation.${estimate}`
     );
 }
 
@@ -74,7 +79,14 @@ function tables(): string {
 
 /** The references of the paragraph, by author. */
 export function references({ separation: facts }: Group): string[] {
-    return [...(facts.Repeats > 1 ? [ICASSO] : []), FASTICA, DUAL_REGRESSION, GROUP_PCA];
+    const estimated = facts.ComponentsOfRuns !== undefined;
+    return [
+        ...(estimated ? [PARALLEL_ANALYSIS] : []),
+        ...(facts.Repeats > 1 ? [ICASSO] : []),
+        FASTICA,
+        DUAL_REGRESSION,
+        GROUP_PCA,
+    ];
 }
 
 const DUAL_REGRESSION =
