@@ -125,17 +125,17 @@ ReportPage makeGroupPage(const fs::path& templateFile, const GroupStudy& study, 
                          const GroupTables& tables, std::size_t mostBytes) {
     ReportPage page(templateFile);
     page.add("mask", std::as_bytes(std::span(study.mask)));
-    Json data = {{"name", fs::absolute(study.folder).lexically_normal().filename().string()},
-                 {"version", ZNICA_VERSION},
-                 {"grid",
-                  {{"size", study.grid.size}, {"voxel_to_mm", study.grid.affine}, {"oriented", study.grid.oriented}}},
-                 {"voxels_inside", study.inside.size()},
-                 {"study", planOf(study)},
-                 {"decomposition", anyRecord(groupRecordFile(study.folder)).value_or(Json::object())},
-                 {"metrics_tsv", readWholeFile(study.folder / "desc-groupICA_metrics.tsv")},
-                 {"columns", Json::parse(readWholeFile(study.folder / "desc-groupICA_metrics.json"))},
-                 {"amplitudes_tsv", tables.amplitudes},
-                 {"netmats_tsv", tables.correlations}};
+    Json data = {
+        {"name", fs::absolute(study.folder).lexically_normal().filename().string()},
+        {"version", ZNICA_VERSION},
+        {"grid", {{"size", study.grid.size}, {"voxel_to_mm", study.grid.affine}, {"oriented", study.grid.oriented}}},
+        {"voxels_inside", study.inside.size()},
+        {"study", planOf(study)},
+        {"decomposition", anyRecord(groupRecordFile(study.folder)).value_or(Json::object())},
+        {"metrics_tsv", readWholeFile(study.folder / "desc-groupICA_metrics.tsv")},
+        {"columns", Json::parse(readWholeFile(study.folder / "desc-groupICA_metrics.json"))},
+        {"amplitudes_tsv", tables.amplitudes},
+        {"netmats_tsv", tables.correlations}};
     data["has_mean"] = addMean(page, study);
     data["maps"] = addGroupMaps(page, study, maps);
     data["runs"] = addRuns(page, study, tables, mostBytes);
