@@ -1,13 +1,14 @@
 // The page of a group analysis, made by the real command from simulated subjects.
 import assert from 'node:assert/strict';
-import { readFileSync, writeFileSync } from 'node:fs';
-import { join } from 'node:path';
+import { execFileSync, spawnSync } from 'node:child_process';
+import { cpSync, existsSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { dirname, join } from 'node:path';
 import { before, describe, test } from 'node:test';
 import { gunzipSync, gzipSync } from 'node:zlib';
 import { browserFor, goTo, missingBrowser, painted, screenshot, watchedPage } from './browser.mjs';
 import { cutOff } from './cut_off.mjs';
 import { chartData, numberOf } from './page_contents.mjs';
-import { groupStudy } from './runs.mjs';
+import { groupStudy, ZNICA } from './runs.mjs';
 
 let study;
 before(() => {
@@ -269,6 +270,22 @@ describe('the page of a group analysis', { skip: missingBrowser }, () => {
             await page.close();
         });
     }
+});
+
+test('the step without the template of the page writes the tables and says so', { skip: missingBrowser }, () => {
+    const bare = join(study.folder, 'bare', 'bin');
+    cpSync(dirname(ZNICA), bare, { recursive: true }); // without share/ beside it
+    rmSync(study.report);
+    rmSync(join(study.folder, 'desc-groupICA_netmats.tsv'));
+    const { status, stderr } = spawnSync(join(bare, 'znica'), ['group', 'report', study.folder, '--force']);
+    assert.equal(
+        stderr.toString(),
+        'znica: no desc-groupICA_report.html was written because its template is not installed.\n',
+    );
+    assert.equal(status, 0);
+    assert.ok(existsSync(join(study.folder, 'desc-groupICA_netmats.tsv')));
+    execFileSync(ZNICA, ['group', 'report', study.folder]);
+    assert.ok(existsSync(study.report), 'written by the next command that has the template');
 });
 
 describe('the page of a group analysis with WebGL2', { skip: missingBrowser }, () => {
