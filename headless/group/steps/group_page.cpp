@@ -11,6 +11,7 @@
 #include "headless/report/packed_map.h"
 #include "headless/text/input_file.h"
 
+#include <algorithm>
 #include <numeric>
 #include <span>
 
@@ -82,7 +83,7 @@ Json addRunMaps(ReportPage& page, const GroupStudy& study, const fs::path& file,
 std::vector<std::size_t> byInterest(const std::vector<bool>& outlying) {
     std::vector<std::size_t> order(outlying.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_partition(order, [&](std::size_t run) { return outlying[run]; });
+    std::stable_partition(order.begin(), order.end(), [&](std::size_t run) { return outlying[run]; });
     return order;
 }
 
