@@ -1,5 +1,6 @@
-// Builds the templates of the report and, in the same folder, of the page over all runs of a study: HTML files with the
-// styles, the app and, in the first, NiiVue inlined, and the scripts compressed as the data will be.
+// Builds the templates of the report and, in the same folder, of the page over all runs of a study and of that of a group
+// analysis: HTML files with the styles, the app and, in those with maps, NiiVue inlined, and the scripts compressed as
+// the data will be.
 // `node build.mjs FILE` (dist/report-template.html); beside it, the licences of what was inlined: report-notices.txt.
 //
 // esbuild rather than a bundler for websites, because the result is two scripts as text, not a folder to serve.
@@ -34,13 +35,15 @@ async function bundle(entry, extra = {}) {
 
 const packed = (text) => gzipSync(text, { level: 9 }).toString('base64');
 
-const [loader, app, study, niivue, styles, studyStyles, page] = await Promise.all([
+const [loader, app, study, group, niivue, styles, studyStyles, groupStyles, page] = await Promise.all([
     bundle('loader.ts'),
     bundle('app.ts'),
     bundle('study_app.ts'),
+    bundle('group_app.ts'),
     bundle('niivue_bundle.ts', { globalName: 'znNiivue' }),
     bundle('style/page.css', { format: undefined }),
     bundle('style/study_page.css', { format: undefined }),
+    bundle('style/group_page.css', { format: undefined }),
     readFile(`${here}/src/page.html`, 'utf8'),
 ]);
 const template = (css, script, library) =>
@@ -54,6 +57,7 @@ await mkdir(dirname(target), { recursive: true });
 await writeFile(target, html);
 await writeFile(`${dirname(target)}/report-notices.txt`, await notices(metafiles));
 await writeFile(resolve(dirname(target), 'study-template.html'), template(studyStyles, study, ''));
+await writeFile(resolve(dirname(target), 'group-template.html'), template(groupStyles, group, niivue));
 console.log(
     `${target}: ${(html.length / 1024).toFixed(0)} KiB (app ${(app.length / 1024).toFixed(0)}, `
         + `NiiVue ${(niivue.length / 1024).toFixed(0)}, before compression)`,

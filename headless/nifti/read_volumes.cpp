@@ -36,6 +36,17 @@ std::vector<float> readAllVolumes(const ImageHeader& header) {
     return values;
 }
 
+void forEachVolume(const ImageHeader& header, const std::function<void(const std::vector<float>&)>& use) {
+    VolumeStream stream(header);
+    std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
+    std::vector<float> values(static_cast<std::size_t>(header.voxels()));
+    for (int t = 0; t < header.volumes; ++t) {
+        stream.read(stored.data());
+        toFloat(*header.image, stored.data(), header.voxels(), values.data());
+        use(values);
+    }
+}
+
 std::vector<float> readSingleVolume(const ImageHeader& header) {
     if (header.volumes != 1) {
         throw Failure(ExitStatus::kInput, header.file.string() + " holds " + std::to_string(header.volumes) +

@@ -3,6 +3,7 @@
 #include "headless/nifti/image_header.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -16,6 +17,9 @@ std::vector<float> readVolume(const ImageHeader& header, int index);
 
 /// Reads all volumes of an image as single-precision values, [volume][voxel]. Throws Failure (kInput).
 std::vector<float> readAllVolumes(const ImageHeader& header);
+
+/// The same one after another, with one of them in memory.
+void forEachVolume(const ImageHeader& header, const std::function<void(const std::vector<float>&)>& use);
 
 /// Reads a mask: 1 where the image is nonzero, 0 where it is zero or NaN; x fastest. Throws Failure (kInput), also when
 /// no voxel is selected.

@@ -22,6 +22,9 @@ public:
     /// A block whose packedText() is at hand.
     void addPacked(std::string_view name, std::string_view packed);
 
+    /// Bytes of the blocks so far.
+    std::size_t size() const { return blocks_.size(); }
+
     /// Throws Failure (kOther) when it cannot be written completely.
     void write(const std::filesystem::path& file) const;
 
@@ -34,9 +37,10 @@ private:
 /// What the script element of a block contains: the bytes compressed and in base64.
 std::string packedText(std::span<const std::byte> bytes);
 
-/// The templates: of the page of a run, and of that of a study.
+/// The templates: of the page of a run, of that of a study, and of that of a group analysis.
 inline constexpr char kRunTemplate[] = "report-template.html";
 inline constexpr char kStudyTemplate[] = "study-template.html";
+inline constexpr char kGroupTemplate[] = "group-template.html";
 
 /// A template that belongs to the command: in the same folder, in share/znica of the same prefix, or in the build
 /// folder. Empty when there is none.

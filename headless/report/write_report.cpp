@@ -3,8 +3,6 @@
 #include "headless/failure/failure.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
-#include "headless/nifti/volume_stream.h"
-#include "headless/nifti/voxel_values.h"
 #include "headless/report/map_blocks.h"
 #include "headless/report/mean_image.h"
 #include "headless/report/report_page.h"
@@ -13,7 +11,6 @@
 #include "headless/result/result_files.h"
 
 #include <algorithm>
-#include <functional>
 
 #include <nlohmann/json.hpp>
 
@@ -24,17 +21,6 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-void forEachMap(const ImageHeader& components, const std::function<void(const std::vector<float>&)>& use) {
-    VolumeStream stream(components);
-    std::vector<std::byte> stored(static_cast<std::size_t>(stream.bytesPerVolume()));
-    std::vector<float> map(static_cast<std::size_t>(components.voxels()));
-    for (int i = 0; i < components.volumes; ++i) {
-        stream.read(stored.data());
-        toFloat(*components.image, stored.data(), components.voxels(), map.data());
-        use(map);
-    }
-}
-
 // The analysed voxels: the mask that the run wrote, or else the voxels where some map is not 0.
 std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageHeader& components) {
     if (files.has(ResultFile::kMask)) {
@@ -43,7 +29,7 @@ std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageH
         return readMask(mask);
     }
     std::vector<unsigned char> mask(static_cast<std::size_t>(components.voxels()));
-    forEachMap(components, [&](const std::vector<float>& map) {
+    forEachVolume(components, [&](const std::vector<float>& map) {
         for (std::size_t v = 0; v < mask.size(); ++v) mask[v] |= map[v] != 0.0f;
     });
     return mask;
@@ -65,7 +51,7 @@ Json addMaps(ReportPage& page, const std::vector<MapBlock>& blocks, std::size_t 
 std::vector<MapBlock> blocksOf(const ImageHeader& components, const std::vector<unsigned char>& mask) {
     const int digits = mapDigits(std::count(mask.begin(), mask.end(), 1), components.volumes);
     std::vector<MapBlock> blocks;
-    forEachMap(components, [&](const std::vector<float>& map) { blocks.push_back(mapBlock(map, mask, digits)); });
+    forEachVolume(components, [&](const std::vector<float>& map) { blocks.push_back(mapBlock(map, mask, digits)); });
     return blocks;
 }
 

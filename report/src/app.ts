@@ -2,24 +2,17 @@ import { Address, followOwnLinks } from './address';
 import { defaultLook, type Look } from './brain/look';
 import { type Denoising, readDenoising } from './data/denoising';
 import { type Component, type Run, readRun } from './data/run';
+import { nextFrame, painted } from './frames';
 import { Labels, labelNamed } from './labels/labels';
 import { startTheme } from './theme';
 import { ComponentView } from './views/component_view';
 import { DenoisingView } from './views/denoising_view';
 import { showKeyHelp } from './views/key_help';
+import { isForPage } from './views/key_target';
 import { Methods } from './views/methods';
 import { Overview } from './views/overview';
 import { pageHead } from './views/page_head';
 import type { View } from './views/view';
-
-/** Resolves with the time when the next frame is on the screen. */
-function painted(): Promise<number> {
-    return new Promise((resolve) => requestAnimationFrame(() => setTimeout(() => resolve(performance.now()))));
-}
-
-function nextFrame(): Promise<number> {
-    return new Promise((resolve) => requestAnimationFrame(resolve));
-}
 
 class App {
     private readonly labels: Labels;
@@ -51,7 +44,18 @@ class App {
             if (!opened) void painted().then((end) => performance.measure('first view', { start: 0, end }));
             opened = true;
         });
-        this.head = pageHead(run, denoising !== null, () => void this.print());
+        const { Label } = run.facts.Settings;
+        this.head = pageHead(
+            'ICA report',
+            Label ? `${Label} \u00b7 ${run.name}` : run.name,
+            [
+                ...(denoising ? [['#/denoising', 'Denoising'] as [string, string]] : []),
+                ['#/', 'Overview'],
+                ['#/component', 'Component'],
+                ['#/methods', 'Methods'],
+            ],
+            () => void this.print(),
+        );
         place.dataset.run = run.id; // whose labels are in the storage
         document.title = `ICA report: ${run.name}`;
         addEventListener('hashchange', () => void this.route());
@@ -137,11 +141,7 @@ class App {
             void this.print();
             return;
         }
-        const target = event.target as HTMLElement;
-        const sliding = target.matches('input[type=range]') && event.key.startsWith('Arrow');
-        const typing = sliding || target.matches('input:not([type=checkbox], [type=range]), select, textarea');
-        if (typing || event.ctrlKey || event.altKey || event.metaKey) return;
-        if (document.querySelector('dialog[open]')) return;
+        if (!isForPage(event)) return;
         if (event.key === '?') showKeyHelp();
         else if (this.view?.key?.(event)) event.preventDefault();
     }

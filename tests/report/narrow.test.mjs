@@ -2,25 +2,8 @@
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, goTo, missingBrowser, openReport, painted, screenshot, showComponent } from './browser.mjs';
+import { cutOff } from './cut_off.mjs';
 import { madeUp } from './runs.mjs';
-
-/** Visible elements that extend past the right edge of the window or of the box that clips them. */
-const cutOff = (page) =>
-    page.evaluate(() => {
-        const scrolls = (element) => element.closest('.table-scroll, .visually-hidden, .page-title');
-        return [...document.querySelectorAll('#app *')]
-            .filter((element) => {
-                const { right, width, height } = element.getBoundingClientRect();
-                if (width === 0 || height === 0 || scrolls(element) || element.closest('[hidden]')) return false;
-                const clip = element.parentElement.closest('.panel, .card') ?? document.documentElement;
-                const edge = Math.min(innerWidth, clip.getBoundingClientRect().right);
-                return right > edge + 0.5;
-            })
-            .map(
-                (element) =>
-                    `${element.tagName} ${element.className} ${element.id}: ${element.getBoundingClientRect().right}`,
-            );
-    });
 
 describe('in a narrow window', { skip: missingBrowser }, () => {
     const browser = browserFor('canvas');

@@ -94,3 +94,24 @@ export function denoised() {
         carpetBefore: rows(`${folder}/${stem}_desc-denoise_carpetBefore.tsv`),
     };
 }
+
+/** A group analysis of six simulated subjects, one of which has an outlying amplitude, with its tables and maps. */
+export function groupStudy() {
+    const [sample, folder] = [join(scratch, 'subjects'), join(scratch, 'group')];
+    const names = [1, 2, 3, 4, 5, 6].map((subject) => `sub-0${subject}_task-rest`);
+    const images = names.map((name) => `${sample}/${name.slice(0, 6)}/func/${name}_bold.nii.gz`);
+    const seed = ['--seed', '2'];
+    execFileSync(ZNICA, ['simulate', '--subjects', '6', '--size', 'tiny', '--sources', '4', ...seed, '--out', sample]);
+    execFileSync(ZNICA, ['group', 'all', folder, ...images, '--components', '4', '--repeats', '2']);
+    return {
+        folder,
+        names,
+        report: join(folder, 'desc-groupICA_report.html'),
+        metrics: rows(`${folder}/desc-groupICA_metrics.tsv`),
+        amplitudes: rows(`${folder}/desc-groupICA_amplitudes.tsv`),
+        correlations: rows(`${folder}/desc-groupICA_netmats.tsv`),
+        groupMaps: () => readNifti(`${folder}/desc-groupICA_components.nii.gz`),
+        runMaps: (run) => readNifti(`${folder}/dualreg/${run}_desc-dualreg_stat-z_statmap.nii.gz`),
+        courses: (run) => rows(`${folder}/dualreg/${run}_desc-dualreg_timeseries.tsv`),
+    };
+}

@@ -1,9 +1,8 @@
 #include "headless/group/steps/course_correlations.h"
 
+#include "headless/group/steps/course_table.h"
 #include "headless/statistics/correlation.h"
 #include "headless/text/input_file.h"
-#include "headless/text/text_lines.h"
-#include "headless/text/text_table.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,18 +12,6 @@ namespace zn::headless {
 namespace {
 
 constexpr double kLargestZ = 18.0; // of courses that are the same: tanh(18) is 1 in double precision
-
-// [component][volume]
-std::vector<std::vector<float>> coursesIn(const std::filesystem::path& file) {
-    const TextTable table = parseTable(readLines(file), file.string());
-    std::vector<std::vector<float>> courses(table.columns.size());
-    for (std::size_t row = 0; row < table.rows.size(); ++row) {
-        for (std::size_t c = 0; c < courses.size(); ++c) {
-            courses[c].push_back(static_cast<float>(table.number(row, c)));
-        }
-    }
-    return courses;
-}
 
 double fisherZ(const std::vector<float>& a, const std::vector<float>& b) {
     const double r = correlation(a, b, [](std::size_t) { return true; });
@@ -38,7 +25,7 @@ std::vector<CoursePair> courseCorrelations(const std::vector<std::filesystem::pa
     std::vector<CoursePair> pairs;
     std::size_t components = 0;
     for (const auto& table : tables) {
-        const auto courses = coursesIn(table);
+        const auto courses = readCourses(table);
         if (components == 0) components = courses.size();
         if (courses.size() != components) {
             refuseFile(table, "has other columns than the other runs; repeat znica group back --force.");

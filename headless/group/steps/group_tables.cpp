@@ -2,6 +2,7 @@
 #include "headless/failure/failure.h"
 #include "headless/group/steps/course_correlations.h"
 #include "headless/group/steps/dual_regression_files.h"
+#include "headless/group/steps/group_page.h"
 #include "headless/group/steps/odd_runs.h"
 #include "headless/group/steps/outlying_values.h"
 #include "headless/group/steps/step_files.h"
@@ -37,17 +38,32 @@ std::vector<std::vector<double>> amplitudesOf(const GroupStudy& study, const Gro
                       " not been regressed on the group's components yet; run znica group back first.");
 }
 
-std::string amplitudeTable(const GroupStudy& study, const std::vector<std::vector<double>>& amplitudes) {
-    const std::size_t components = amplitudes.front().size();
-    std::vector<std::vector<bool>> outlying; // [component][run]
-    std::string text = "run";
-    for (std::size_t c = 0; c < components; ++c) {
-        text += '\t' + componentName(static_cast<int>(c));
+// [component][run]
+std::vector<std::vector<bool>> outlyingRuns(const std::vector<std::vector<double>>& amplitudes) {
+    std::vector<std::vector<bool>> outlying;
+    for (std::size_t c = 0; c < amplitudes.front().size(); ++c) {
         std::vector<double> values;
         values.reserve(amplitudes.size());
         for (const auto& run : amplitudes) values.push_back(run[c]);
         outlying.push_back(outlyingValues(values));
     }
+    return outlying;
+}
+
+// [run]: in some component.
+std::vector<bool> outlyingInAny(const std::vector<std::vector<bool>>& outlying) {
+    std::vector<bool> any(outlying.front().size());
+    for (const auto& component : outlying) {
+        for (std::size_t run = 0; run < any.size(); ++run) any[run] = any[run] || component[run];
+    }
+    return any;
+}
+
+std::string amplitudeTable(const GroupStudy& study, const std::vector<std::vector<double>>& amplitudes,
+                           const std::vector<std::vector<bool>>& outlying) {
+    const std::size_t components = outlying.size();
+    std::string text = "run";
+    for (std::size_t c = 0; c < components; ++c) text += '\t' + componentName(static_cast<int>(c));
     text += "\toutliers\n";
     for (std::size_t run = 0; run < amplitudes.size(); ++run) {
         text += study.runs[run].name;
@@ -86,17 +102,29 @@ void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished) {
     const GroupMaps maps = readGroupMaps(study);
     const auto amplitudes = amplitudesOf(study, maps);
     const std::string basis = checksumOf(study.id + maps.checksum);
-    if (!options.force && recordOf(study.folder / "desc-groupICA_netmats.json", basis)) return;
+    const fs::path page = findReportTemplate(kGroupTemplate);
+    const bool hasPage = page.empty() || fs::exists(study.folder / kGroupPage);
+    if (!options.force && hasPage && recordOf(study.folder / "desc-groupICA_netmats.json", basis)) return;
+    const auto outlying = outlyingRuns(amplitudes);
+    const GroupTables tables{amplitudeTable(study, amplitudes, outlying), correlationTable(study),
+                             outlyingInAny(outlying)};
     StepFiles files(unfinished, study.folder, "desc-groupICA_netmats.json");
-    writeTextFile(files["desc-groupICA_amplitudes.tsv"], amplitudeTable(study, amplitudes));
+    writeTextFile(files["desc-groupICA_amplitudes.tsv"], tables.amplitudes);
     writeTextFile(files["desc-groupICA_amplitudes.json"],
                   Json{{"Description", kAmplitudes}, {"outliers", {{"Description", kOutliers}}}}.dump(2) + "\n");
-    writeTextFile(files["desc-groupICA_netmats.tsv"], correlationTable(study));
+    writeTextFile(files["desc-groupICA_netmats.tsv"], tables.correlations);
+    if (page.empty()) {
+        std::fprintf(stderr, "znica: no %s was written because its template is not installed.\n", kGroupPage);
+    } else {
+        makeGroupPage(page, study, maps, tables).write(files[kGroupPage]);
+    }
     files.commit(Json{{"Basis", basis},
                       {"Description", "Correlations between the components' courses, over the runs."},
                       {"mean_r", {{"Description", "Mean over the runs of Fisher's z, as a correlation."}}},
                       {"sd_z", {{"Description", "Standard deviation of Fisher's z over the runs (divisor n - 1)."}}}});
-    if (!options.quiet) std::printf("tables of %zu runs: %s\n", amplitudes.size(), study.folder.c_str());
+    if (options.quiet) return;
+    std::printf("tables of %zu runs: %s\n", amplitudes.size(), study.folder.c_str());
+    if (!page.empty()) std::printf("page: %s\n", (study.folder / kGroupPage).c_str());
 }
 
 } // namespace zn::headless

@@ -1,6 +1,7 @@
 #include "headless/compression/checksum.h"
 #include "headless/failure/failure.h"
 #include "headless/group/common_mask.h"
+#include "headless/group/steps/group_mean.h"
 #include "headless/group/steps/group_study.h"
 #include "headless/group/steps/odd_runs.h"
 #include "headless/group/steps/run_volumes.h"
@@ -156,9 +157,17 @@ void say(const GroupOptions& options, const GroupStudy& study, const CommonMask&
                 static_cast<long long>(mask.median), study.rows());
 }
 
-void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::string& basis, const nifti_image& grid,
-                UnfinishedWork& unfinished) {
+void writeMean(const fs::path& file, const std::vector<float>& mean, const nifti_image& grid) {
+    if (mean.empty()) return;
+    ImageWriter writer(file, grid, {1, NIFTI_TYPE_FLOAT32, 0.0, "mean of the runs' mean images"});
+    writer.write(mean);
+    writer.close();
+}
+
+void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::vector<float>& mean,
+                const std::string& basis, const nifti_image& grid, UnfinishedWork& unfinished) {
     StepFiles files(unfinished, study.folder, studyFile("").string());
+    writeMean(files[groupMeanFile("").string()], mean, grid);
     ImageWriter writer(files[studyMask("").string()], grid, {1, NIFTI_TYPE_UINT8, 0.0, "voxels that all runs have"});
     writer.write(mask.voxels);
     writer.close();
@@ -183,10 +192,12 @@ void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
     study.secondsPerVolume = headers.front().secondsPerVolume;
     study.dummyScans = options.dummyScans;
     study.preparation = options.preparation;
+    GroupMean mean;
     std::vector<std::vector<bool>> masks;
     for (const RunHeader& run : headers) {
         const RunVoxels voxels = readRunVoxels(run.header, options.dummyScans);
         masks.push_back(maskOf(run, options, voxels));
+        mean.add(voxels.mean, masks.back());
         study.runs.push_back({run.listed.name, fs::absolute(run.listed.image).lexically_normal(),
                               run.header.volumes - options.dummyScans, voxels.checksum,
                               resultsOf(run.listed, options.folder)});
@@ -195,7 +206,7 @@ void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
     const CommonMask mask = commonMask(masks);
     requireEnough(mask, study.runs);
     study.inside.resize(static_cast<std::size_t>(mask.count));
-    writeStudy(study, mask, basis, *headers.front().header.image, unfinished);
+    writeStudy(study, mask, mean.values(), basis, *headers.front().header.image, unfinished);
     say(options, study, mask);
 }
 

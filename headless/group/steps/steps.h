@@ -10,8 +10,9 @@ namespace zn::headless {
 // files there, the record last; a step whose record is up to date does nothing but say so, unless it is forced. All
 // throw Failure. T volumes per run, m rows, K components.
 
-/// Reads all runs once and checks that they belong together -> study.json, desc-brain_mask.nii.gz: the runs, their
-/// repetition time and preparation, and the voxels that all of them have.
+/// Reads all runs once and checks that they belong together -> study.json, desc-brain_mask.nii.gz,
+/// desc-mean_bold.nii.gz: the runs, their repetition time and preparation, the voxels that all of them have, and an
+/// image to show maps over.
 void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished);
 
 /// Prepares the runs of one batch and reduces them, one after another, to m rows -> reduction/batch-IofN.rows, .json.
@@ -31,7 +32,8 @@ ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished
 void regressRuns(const GroupOptions& options, UnfinishedWork& unfinished);
 
 /// Gathers the runs' records and courses -> desc-groupICA_amplitudes.tsv, .json and desc-groupICA_netmats.tsv, .json:
-/// every run's amplitudes, and the correlations between the components' courses, their mean and spread over runs.
+/// every run's amplitudes, and the correlations between the components' courses, their mean and spread over runs; and,
+/// unless its template is not installed, the page desc-groupICA_report.html.
 void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished);
 
 } // namespace zn::headless

@@ -1,6 +1,6 @@
 import type { Vector } from '../data/affine';
+import type { Brain } from '../data/brain';
 import type { ComponentMap } from '../data/component_map';
-import type { Run } from '../data/run';
 import { h } from '../dom';
 import type { BrainView } from './brain_view';
 import { croppedSize, frameOfMask, frameSize, MARGIN } from './extent';
@@ -20,9 +20,9 @@ export class CanvasView implements BrainView {
     private look: Look | null = null;
     private crosshair: Vector = [0, 0, 0];
 
-    constructor(private readonly run: Run) {
+    constructor(private readonly brain: Brain) {
         this.canvases = Object.fromEntries(PLANES.map((name) => [name, this.makeCanvas(name)])) as never;
-        const [x, y] = croppedSize(run);
+        const [x, y] = croppedSize(brain);
         this.element.style.setProperty('--two-by-two', `${x}fr ${y}fr`);
         this.resized.observe(this.element);
     }
@@ -45,8 +45,8 @@ export class CanvasView implements BrainView {
     }
 
     private makeCanvas(name: PlaneName): HTMLCanvasElement {
-        const plane = planeOf(this.run.grid, name, false);
-        const label = this.run.grid.oriented ? `${name} plane` : `plane ${PLANES.indexOf(name) + 1} of 3`;
+        const plane = planeOf(this.brain.grid, name, false);
+        const label = this.brain.grid.oriented ? `${name} plane` : `plane ${PLANES.indexOf(name) + 1} of 3`;
         const canvas = h('canvas', { class: 'plane', 'data-plane': name, role: 'img', 'aria-label': label });
         const { width, height } = frameSize(this.frame(plane), plane);
         canvas.style.aspectRatio = String(width / height);
@@ -63,19 +63,19 @@ export class CanvasView implements BrainView {
     }
 
     private pick(name: PlaneName, event: PointerEvent): void {
-        const plane = planeOf(this.run.grid, name, this.look?.radiological ?? false);
+        const plane = planeOf(this.brain.grid, name, this.look?.radiological ?? false);
         const box = this.canvases[name].getBoundingClientRect();
         const frame = this.frame(plane);
         const columns = frame.acrossTo - frame.acrossFrom + 1;
         const rows = frame.upTo - frame.upFrom + 1;
         const column = Math.floor(((event.clientX - box.left) / box.width) * columns);
         const row = Math.floor(((event.clientY - box.top) / box.height) * rows);
-        const moved = this.run.grid.moved(this.crosshair, plane.across, acrossAt(plane, frame, column));
-        this.onPick(this.run.grid.moved(moved, plane.up, frame.upTo - row), name);
+        const moved = this.brain.grid.moved(this.crosshair, plane.across, acrossAt(plane, frame, column));
+        this.onPick(this.brain.grid.moved(moved, plane.up, frame.upTo - row), name);
     }
 
     private frame(plane: Plane): Frame {
-        return frameOfMask(this.run, plane, MARGIN);
+        return frameOfMask(this.brain, plane, MARGIN);
     }
 
     private draw(): void {
@@ -88,12 +88,12 @@ export class CanvasView implements BrainView {
         const ratio = window.devicePixelRatio || 1;
         canvas.width = Math.round(canvas.clientWidth * ratio);
         canvas.height = Math.round(canvas.clientHeight * ratio);
-        const plane = planeOf(this.run.grid, name, this.look.radiological);
-        const { grid } = this.run;
+        const plane = planeOf(this.brain.grid, name, this.look.radiological);
+        const { grid } = this.brain;
         const context = canvas.getContext('2d')!;
         const frame = this.frame(plane);
         const position = grid.along(plane.through, this.crosshair);
-        const pixels = drawSlice(this.run, this.map, this.look, plane, position, frame);
+        const pixels = drawSlice(this.brain, this.map, this.look, plane, position, frame);
         paintSlice(context, pixels, this.look, 0, 0, canvas.width, canvas.height);
 
         const across = grid.along(plane.across, this.crosshair);

@@ -1,6 +1,6 @@
+import type { Brain } from '../data/brain';
 import { colouredMap } from '../data/coloured_map';
 import type { ComponentMap } from '../data/component_map';
-import type { Run } from '../data/run';
 import { type CardSlice, cardPlanes, cardSlices } from './card_slices';
 import { frameOfMask, frameSize } from './extent';
 import type { Look } from './look';
@@ -22,8 +22,8 @@ export interface DrawnSlice extends CardSlice, Size {
 }
 
 // Extent of the mask in a plane, in mm.
-function sizeOf(run: Run, plane: Plane): Size {
-    return frameSize(frameOfMask(run, plane), plane);
+function sizeOf(brain: Brain, plane: Plane): Size {
+    return frameSize(frameOfMask(brain, plane), plane);
 }
 
 function isAxial(row: PlaneName[]): boolean {
@@ -31,11 +31,11 @@ function isAxial(row: PlaneName[]): boolean {
 }
 
 // Sizes of the slices of each row for a width of 1; all slices of a row have the same scale.
-function layout(run: Run): Size[][] {
-    const rows = cardPlanes(run);
+function layout(brain: Brain): Size[][] {
+    const rows = cardPlanes(brain);
     const columns = Math.max(...rows.map(({ length }) => length));
     return rows.map((row) => {
-        const sizes = row.map((name) => sizeOf(run, planeOf(run.grid, name, false)));
+        const sizes = row.map((name) => sizeOf(brain, planeOf(brain.grid, name, false)));
         const missing = isAxial(row) ? Math.max(0, columns - row.length) : 0; // a shorter row has the same scale
         const widths = sizes.reduce((sum, { width }) => sum + width, 0) + missing * sizes[0].width;
         const scale = (1 - GAP * (row.length + missing - 1)) / widths;
@@ -44,21 +44,21 @@ function layout(run: Run): Size[][] {
 }
 
 /** Width of a card's picture relative to its height, so that the slices fill it. */
-export function cardAspect(run: Run): number {
-    const heights = layout(run).map((row) => Math.max(...row.map(({ height }) => height)));
+export function cardAspect(brain: Brain): number {
+    const heights = layout(brain).map((row) => Math.max(...row.map(({ height }) => height)));
     return 1 / (heights.reduce((sum, height) => sum + height, 0) + GAP * (heights.length - 1));
 }
 
 /** Draws the slices of a component that show where it is, and returns them, the first row first. */
-export function drawCard(canvas: HTMLCanvasElement, run: Run, map: ComponentMap, look: Look): DrawnSlice[] {
-    const coloured = colouredMap(run, map, look);
+export function drawCard(canvas: HTMLCanvasElement, brain: Brain, map: ComponentMap, look: Look): DrawnSlice[] {
+    const coloured = colouredMap(brain, map, look);
     const drawn: DrawnSlice[] = [];
-    const sizes = layout(run);
+    const sizes = layout(brain);
     const context = canvas.getContext('2d')!;
     context.fillStyle = '#000';
     context.fillRect(0, 0, canvas.width, canvas.height);
     let top = 0;
-    cardSlices(run, coloured, look).forEach((slices, row) => {
+    cardSlices(brain, coloured, look).forEach((slices, row) => {
         const height = Math.max(...sizes[row].map((size) => size.height));
         let left = 0;
         slices.forEach((slice, i) => {
@@ -68,24 +68,24 @@ export function drawCard(canvas: HTMLCanvasElement, run: Run, map: ComponentMap,
         });
         top += height + GAP;
     });
-    drawn.forEach((slice, i) => drawOne(context, run, coloured.map, look, slice, i === 0));
+    drawn.forEach((slice, i) => drawOne(context, brain, coloured.map, look, slice, i === 0));
     return drawn;
 }
 
 // Left and right are marked on the first slice, which stands for all.
 function drawOne(
     context: CanvasRenderingContext2D,
-    run: Run,
+    brain: Brain,
     map: ComponentMap,
     look: Look,
     slice: DrawnSlice,
     marked: boolean,
 ): void {
-    const plane = planeOf(run.grid, slice.plane, look.radiological);
+    const plane = planeOf(brain.grid, slice.plane, look.radiological);
     const [x, y, width, height] = [slice.x, slice.y, slice.width, slice.height].map(
         (part) => part * context.canvas.width,
     );
-    const pixels = drawSlice(run, map, look, plane, slice.position, frameOfMask(run, plane));
+    const pixels = drawSlice(brain, map, look, plane, slice.position, frameOfMask(brain, plane));
     paintSlice(context, pixels, look, x, y, width, height);
     if (!marked) return;
     const size = Math.min(0.12 * height, 0.05 * context.canvas.width);

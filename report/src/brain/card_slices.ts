@@ -1,6 +1,6 @@
+import type { Brain } from '../data/brain';
 import { type ColouredMap, colouredPeak, focusOf } from '../data/coloured_map';
 import { NO_VALUE } from '../data/component_map';
-import type { Run } from '../data/run';
 import { extentOfMask } from './extent';
 import type { Look } from './look';
 import { PLANES, type PlaneName, planeOf } from './plane';
@@ -17,15 +17,15 @@ export type CardSlices = CardSlice[][];
 const MORE = 5; // axial slices below the three planes
 const THIN = 8; // axial slices of a mask that is shown completely
 
-function axialSlices(run: Run): number {
-    const [from, to] = extentOfMask(run)[2];
+function axialSlices(brain: Brain): number {
+    const [from, to] = extentOfMask(brain)[2];
     return to - from + 1;
 }
 
-/** The planes of the slices, row by row: the same for all components of a run. */
-export function cardPlanes(run: Run): PlaneName[][] {
+/** The planes of the slices, row by row: the same for all maps. */
+export function cardPlanes(brain: Brain): PlaneName[][] {
     const axial = (count: number): PlaneName[] => Array.from({ length: count }, () => 'axial');
-    const count = axialSlices(run);
+    const count = axialSlices(brain);
     if (count > THIN) return [PLANES, axial(MORE)];
     const top = count <= 3 ? count : Math.ceil(count / 2);
     return top === count ? [axial(count)] : [axial(top), axial(count - top)];
@@ -36,25 +36,25 @@ export function cardPlanes(run: Run): PlaneName[][] {
  * through what else is coloured: first the peak, if no plane contains it, then those with the most coloured voxels that
  * are not yet shown, weighted by their values. A thin mask is shown slice by slice.
  */
-export function cardSlices(run: Run, coloured: ColouredMap, look: Look): CardSlices {
+export function cardSlices(brain: Brain, coloured: ColouredMap, look: Look): CardSlices {
     const axial = (position: number): CardSlice => ({ plane: 'axial', position });
-    if (axialSlices(run) <= THIN) {
-        let [next] = extentOfMask(run)[2];
-        return cardPlanes(run).map((row) => row.map(() => axial(next++)));
+    if (axialSlices(brain) <= THIN) {
+        let [next] = extentOfMask(brain)[2];
+        return cardPlanes(brain).map((row) => row.map(() => axial(next++)));
     }
-    const focus = focusOf(run, coloured.map, look);
+    const focus = focusOf(brain, coloured.map, look);
     const planes = PLANES.map((plane) => ({
         plane,
-        position: run.grid.along(planeOf(run.grid, plane, false).through, focus),
+        position: brain.grid.along(planeOf(brain.grid, plane, false).through, focus),
     }));
-    return [planes, moreSlices(run, coloured, planes).map(axial)];
+    return [planes, moreSlices(brain, coloured, planes).map(axial)];
 }
 
-function moreSlices(run: Run, coloured: ColouredMap, planes: CardSlice[]): number[] {
-    const { grid } = run;
-    const [from, to] = extentOfMask(run)[2];
+function moreSlices(brain: Brain, coloured: ColouredMap, planes: CardSlice[]): number[] {
+    const { grid } = brain;
+    const [from, to] = extentOfMask(brain)[2];
     const positionOf = (inside: number, plane: PlaneName): number =>
-        grid.along(planeOf(grid, plane, false).through, grid.voxelAt(run.gridOf[inside]));
+        grid.along(planeOf(grid, plane, false).through, grid.voxelAt(brain.gridOf[inside]));
     const isShown = (inside: number): boolean =>
         planes.some(({ plane, position }) => positionOf(inside, plane) === position);
     const weight = new Array<number>(to + 1).fill(0); // of the coloured voxels per axial slice that no plane contains

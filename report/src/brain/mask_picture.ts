@@ -1,4 +1,4 @@
-import type { Run } from '../data/run';
+import type { Brain } from '../data/brain';
 import { extentOfMask, frameOfMask, frameSize } from './extent';
 import { LIGHTEST_GREY } from './look';
 import { planeOf } from './plane';
@@ -10,24 +10,24 @@ const MARGIN = 5; // voxels around the mask, where something may be missing from
 const OUTLINE = '#ffb000';
 
 /** Axial positions from bottom to top; all slices of a thin mask. */
-export function axialPositions(run: Run): number[] {
-    const [from, to] = extentOfMask(run)[2];
+export function axialPositions(brain: Brain): number[] {
+    const [from, to] = extentOfMask(brain)[2];
     const count = Math.min(MOST, to - from + 1);
     return Array.from({ length: count }, (_, i) => Math.round(from + ((i + 0.5) / count) * (to - from + 1) - 0.5));
 }
 
 /** Number of slices side by side in the picture of the mask. */
-export function maskColumns(run: Run): number {
-    return Math.min(COLUMNS, axialPositions(run).length);
+export function maskColumns(brain: Brain): number {
+    return Math.min(COLUMNS, axialPositions(brain).length);
 }
 
 /** Draws axial slices of the mean image with the outline of the mask; the width of the canvas is given. */
-export function drawMask(canvas: HTMLCanvasElement, run: Run): void {
-    const plane = planeOf(run.grid, 'axial', false);
-    const frame = frameOfMask(run, plane, MARGIN);
+export function drawMask(canvas: HTMLCanvasElement, brain: Brain): void {
+    const plane = planeOf(brain.grid, 'axial', false);
+    const frame = frameOfMask(brain, plane, MARGIN);
     const size = frameSize(frame, plane);
-    const all = axialPositions(run);
-    const columns = maskColumns(run);
+    const all = axialPositions(brain);
+    const columns = maskColumns(brain);
     const width = canvas.width / columns;
     const height = (width * size.height) / size.width;
     canvas.height = Math.max(1, Math.round(height * Math.ceil(all.length / columns)));
@@ -40,20 +40,20 @@ export function drawMask(canvas: HTMLCanvasElement, run: Run): void {
         context.save();
         context.translate((i % columns) * width, Math.floor(i / columns) * height);
         const indexAt = (column: number, row: number): number =>
-            run.grid.offset(plane.through, position)
-            + run.grid.offset(plane.across, acrossAt(plane, frame, column))
-            + run.grid.offset(plane.up, frame.upTo - row);
+            brain.grid.offset(plane.through, position)
+            + brain.grid.offset(plane.across, acrossAt(plane, frame, column))
+            + brain.grid.offset(plane.up, frame.upTo - row);
         const outline = new Path2D();
         const grey = new ImageData(frame.acrossTo - frame.acrossFrom + 1, frame.upTo - frame.upFrom + 1);
         let pixel = 0;
         for (let row = 0; row <= frame.upTo - frame.upFrom; ++row) {
             for (let column = 0; column <= frame.acrossTo - frame.acrossFrom; ++column) {
                 const index = indexAt(column, row);
-                grey.data.fill(LIGHTEST_GREY * run.grey[index], pixel, pixel + 3);
+                grey.data.fill(LIGHTEST_GREY * brain.grey[index], pixel, pixel + 3);
                 grey.data[pixel + 3] = 255;
                 pixel += 4;
-                const inside = run.insideOf[index] >= 0;
-                const differs = (c: number, r: number): boolean => run.insideOf[indexAt(c, r)] >= 0 !== inside;
+                const inside = brain.insideOf[index] >= 0;
+                const differs = (c: number, r: number): boolean => brain.insideOf[indexAt(c, r)] >= 0 !== inside;
                 if (column > 0 && differs(column - 1, row)) {
                     outline.moveTo(column * cell, row * line);
                     outline.lineTo(column * cell, (row + 1) * line);

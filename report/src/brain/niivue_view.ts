@@ -2,9 +2,9 @@ import type { Niivue as NiivueType, NVImage as NVImageType } from '@niivue/niivu
 import type { Vector } from '../data/affine';
 import { toMm, toVoxel } from '../data/affine';
 import { blocks } from '../data/blocks';
+import type { Brain } from '../data/brain';
 import { type ComponentMap, NO_VALUE } from '../data/component_map';
 import type { Grid } from '../data/grid';
-import type { Run } from '../data/run';
 import { h } from '../dom';
 import type { BrainView } from './brain_view';
 import { COLOUR_MAPS, type Lut } from './colour_maps';
@@ -80,15 +80,15 @@ export class NiivueView implements BrainView {
     private map: ComponentMap | null = null;
     private own = false; // the crosshair is being moved by the page, not by the reader
 
-    private constructor(private readonly run: Run) {
-        ({ grid: this.cropped, whole: this.whole } = croppedGrid(run));
+    private constructor(private readonly brain: Brain) {
+        ({ grid: this.cropped, whole: this.whole } = croppedGrid(brain));
         this.dense = new Int16Array(this.cropped.count);
         this.element.append(this.canvas);
     }
 
     /** Makes a view that stays hidden in `place` until `reveal`. Rejects if the browser cannot draw after all. */
-    static async make(run: Run, place: HTMLElement): Promise<NiivueView> {
-        const view = new NiivueView(run);
+    static async make(brain: Brain, place: HTMLElement): Promise<NiivueView> {
+        const view = new NiivueView(brain);
         view.element.classList.add('planes-waiting');
         place.append(view.element);
         try {
@@ -157,7 +157,7 @@ export class NiivueView implements BrainView {
             backColor: [0, 0, 0, 1],
             show3Dcrosshair: true,
             isColorbar: false,
-            isOrientationTextVisible: this.run.grid.oriented,
+            isOrientationTextVisible: this.brain.grid.oriented,
             showAllOrientationMarkers: true,
             viewModeHotKey: '',
             clipPlaneHotKey: '',
@@ -179,7 +179,7 @@ export class NiivueView implements BrainView {
         this.arrange();
         await this.nv.attachToCanvas(this.canvas);
         const grid = this.cropped;
-        const grey = Uint8Array.from(this.whole, (index) => this.run.grey[index]);
+        const grey = Uint8Array.from(this.whole, (index) => this.brain.grey[index]);
         const open = NVImage.new as unknown as OpenImage; // the remaining parameters have defaults
         const mean = await open(niftiBuffer(grid, grey, 1), 'mean.nii', 'gray', 1, null, 0, 255 / LIGHTEST_GREY);
         this.overlay = await open(niftiBuffer(grid, this.dense, 1), 'map.nii', `${COLOUR_MAPS[0].id}+`, 1, null, 1, 2);
@@ -192,12 +192,12 @@ export class NiivueView implements BrainView {
         if (this.own || !this.map) return;
         const { mm, axCorSag } = location;
         // NiiVue numbers its voxels along the anatomical axes, not in file order.
-        this.onPick(toVoxel(this.run.grid.affine, [mm[0], mm[1], mm[2]]), PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
+        this.onPick(toVoxel(this.brain.grid.affine, [mm[0], mm[1], mm[2]]), PLANE_OF_SLICE_TYPE[axCorSag] ?? null);
     }
 
     // Side by side where there is room, otherwise two by two, with crosshair lines about a pixel wide.
     private arrange(): void {
-        const [x, y, z] = croppedSize(this.run);
+        const [x, y, z] = croppedSize(this.brain);
         const { GRID, ROW } = this.library.MULTIPLANAR_TYPE;
         const row = this.element.clientWidth >= ROW_WIDTH;
         const width = row ? 2 * x + y : x + y;
@@ -212,12 +212,12 @@ export class NiivueView implements BrainView {
 
     // Uses the full affine, so that it holds for oblique grids too.
     private fractionOf(voxel: Vector): ReturnType<NiivueType['mm2frac']> {
-        return this.nv.mm2frac(toMm(this.run.grid.affine, voxel), 0, true);
+        return this.nv.mm2frac(toMm(this.brain.grid.affine, voxel), 0, true);
     }
 
     private fill(map: ComponentMap): void {
         for (let i = 0; i < this.dense.length; ++i) {
-            const inside = this.run.insideOf[this.whole[i]];
+            const inside = this.brain.insideOf[this.whole[i]];
             const value = inside < 0 ? NO_VALUE : map.values[inside];
             this.dense[i] = value === NO_VALUE ? 0 : value;
         }

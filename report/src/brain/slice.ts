@@ -1,5 +1,5 @@
+import type { Brain } from '../data/brain';
 import { type ComponentMap, NO_VALUE } from '../data/component_map';
-import type { Run } from '../data/run';
 import { colourMap } from './colour_maps';
 import { ceilingOf, LIGHTEST_GREY, type Look } from './look';
 import type { Plane } from './plane';
@@ -26,7 +26,7 @@ export function acrossAt(plane: Plane, frame: Frame, column: number): number {
 }
 
 export function drawSlice(
-    run: Run,
+    brain: Brain,
     map: ComponentMap,
     look: Look,
     plane: Plane,
@@ -40,17 +40,17 @@ export function drawSlice(
     const { positive, negative } = colourMap(look.colourMap);
     const from = look.threshold / map.scale;
     const steps = 255 / (ceilingOf(look, map.high) / map.scale - from);
-    const columns = Array.from({ length: width }, (_, c) => run.grid.offset(plane.across, acrossAt(plane, frame, c)));
-    const base = run.grid.offset(plane.through, position);
+    const columns = Array.from({ length: width }, (_, c) => brain.grid.offset(plane.across, acrossAt(plane, frame, c)));
+    const base = brain.grid.offset(plane.through, position);
     let pixel = 0;
     for (let row = 0; row < height; ++row) {
-        const line = base + run.grid.offset(plane.up, frame.upTo - row);
+        const line = base + brain.grid.offset(plane.up, frame.upTo - row);
         for (let column = 0; column < width; ++column, pixel += 4) {
             const index = line + columns[column];
-            const level = LIGHTEST_GREY * run.grey[index];
+            const level = LIGHTEST_GREY * brain.grey[index];
             grey.data[pixel] = grey.data[pixel + 1] = grey.data[pixel + 2] = level;
             grey.data[pixel + 3] = 255;
-            const inside = run.insideOf[index];
+            const inside = brain.insideOf[index];
             if (inside < 0) continue;
             const value = map.values[inside];
             const magnitude = Math.abs(value);

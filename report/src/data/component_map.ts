@@ -26,7 +26,8 @@ export function unpackDifferences(bytes: Uint8Array): Int16Array {
     return values;
 }
 
-function describe(values: Int16Array, decimals: number): ComponentMap {
+/** A map of such integers, with what its views need to know about their distribution. */
+export function describeMap(values: Int16Array, decimals: number, scale = 10 ** -decimals): ComponentMap {
     const histogram = new Uint32Array(32768);
     let peak = 0;
     let largest = -1;
@@ -39,7 +40,6 @@ function describe(values: Int16Array, decimals: number): ComponentMap {
             peak = i;
         }
     }
-    const scale = 10 ** -decimals;
     let above = 0;
     let high = 32767;
     for (; high > 0; --high) {
@@ -60,26 +60,27 @@ export function inverted(map: ComponentMap): ComponentMap {
     return made;
 }
 
-/** Unpacks maps on demand, from the blocks `block`-0 and so on, and keeps the most recently used ones. */
-export class ComponentMaps {
+/** Unpacks maps on demand and keeps the most recently used ones. */
+export class RecentMaps {
     private readonly kept = new Map<number, Promise<ComponentMap>>();
 
     constructor(
-        private readonly decimals: number[],
+        private readonly unpack: (index: number) => Promise<ComponentMap>,
         private readonly limit = 24,
-        private readonly block = 'map',
     ) {}
 
-    get(component: number): Promise<ComponentMap> {
-        const known = this.kept.get(component);
-        this.kept.delete(component); // set again below, so that the keys stay in order of use
-        const map =
-            known
-            ?? blocks
-                .bytes(`${this.block}-${component}`)
-                .then((bytes) => describe(unpackDifferences(bytes), this.decimals[component]));
-        this.kept.set(component, map);
+    get(index: number): Promise<ComponentMap> {
+        const map = this.kept.get(index) ?? this.unpack(index);
+        this.kept.delete(index); // set again, so that the keys stay in order of use
+        this.kept.set(index, map);
         if (this.kept.size > this.limit) this.kept.delete(this.kept.keys().next().value!);
         return map;
     }
+}
+
+/** The maps in the blocks `block`-0 and so on. */
+export function componentMaps(decimals: number[], limit = 24, block = 'map'): RecentMaps {
+    const unpack = async (index: number): Promise<ComponentMap> =>
+        describeMap(unpackDifferences(await blocks.bytes(`${block}-${index}`)), decimals[index]);
+    return new RecentMaps(unpack, limit);
 }

@@ -1,5 +1,5 @@
 import { blocks } from './blocks';
-import { ComponentMaps } from './component_map';
+import { componentMaps, type RecentMaps } from './component_map';
 
 /** A measure of the image before and after denoising; null where it is not defined. */
 export interface QualityRow {
@@ -38,7 +38,7 @@ interface DenoisingBlock {
 /** The evidence of a denoised image. */
 export interface Denoising extends DenoisingBlock {
     carpets: { before: Uint8Array; after: Uint8Array }; // [row][volume]: 0 to 255 for -limit to limit
-    evidence: ComponentMaps; // the maps, in the order of `maps`
+    evidence: RecentMaps; // the maps, in the order of `maps`
 }
 
 /** Null for a report without a denoised image. */
@@ -53,7 +53,7 @@ export async function readDenoising(): Promise<Denoising | null> {
     return {
         ...block,
         carpets: { before, after },
-        evidence: new ComponentMaps(
+        evidence: componentMaps(
             block.maps.map(({ decimals }) => decimals),
             block.maps.length,
             'evidence',

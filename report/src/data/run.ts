@@ -1,9 +1,12 @@
 import type { Affine, Vector } from './affine';
 import { bandsFor, isDefined } from './bands';
 import { blocks } from './blocks';
-import { ComponentMaps } from './component_map';
+import { componentMaps } from './component_map';
 import type { ComponentFacts, Decomposition } from './decomposition';
 import { Grid } from './grid';
+import { hash } from './hash';
+import type { MapSource } from './map_source';
+import { indexMask } from './mask_index';
 import { type Measures, measuresIn } from './measures';
 import { METRICS } from './metrics';
 import { Signs } from './signs';
@@ -67,7 +70,7 @@ export interface Predictor {
 }
 
 /** A finished run, read from the blocks of this file. */
-export interface Run {
+export interface Run extends MapSource {
     name: string;
     /**
      * Identifies the labels of this run in the browser's storage. Derived from the numbers alone, so that filling in
@@ -79,22 +82,9 @@ export interface Run {
     trSeconds: number;
     components: Component[];
     predictors: Predictor[];
-    grid: Grid;
     voxelsInside: number;
-    insideOf: Int32Array; // grid index -> position inside the mask, -1 outside
-    gridOf: Int32Array; // position inside the mask -> grid index
-    grey: Uint8Array; // mean image for display; the shape of the mask if the run has none
-    hasMean: boolean;
+    hasMean: boolean; // otherwise `grey` shows the shape of the mask
     compared: ComparedRun | null;
-    maps: ComponentMaps; // of all components, with the sign of the files
-    signs: Signs;
-}
-
-// FNV-1a, 32 bits: enough to keep the labels of different runs apart.
-function hash(text: string): string {
-    let value = 0x811c9dc5;
-    for (let i = 0; i < text.length; ++i) value = Math.imul(value ^ text.charCodeAt(i), 0x01000193);
-    return (value >>> 0).toString(16);
 }
 
 function named(cell: string | undefined): string | null {
@@ -142,18 +132,6 @@ function readPredictors(block: RunBlock): Predictor[] {
     return table.columns.map((name, position) => ({ name, values: columnOf(table, position) }));
 }
 
-function indexMask(mask: Uint8Array, inside: number): Pick<Run, 'insideOf' | 'gridOf'> {
-    const insideOf = new Int32Array(mask.length).fill(-1);
-    const gridOf = new Int32Array(inside);
-    let next = 0;
-    for (let i = 0; i < mask.length; ++i) {
-        if (!mask[i]) continue;
-        gridOf[next] = i;
-        insideOf[i] = next++;
-    }
-    return { insideOf, gridOf };
-}
-
 function readCompared(block: RunBlock, components: Component[]): ComparedRun | null {
     const { compared } = block;
     if (!compared) return null;
@@ -190,7 +168,7 @@ export async function readRun(): Promise<Run> {
         grey,
         hasMean: block.has_mean,
         compared: readCompared(block, components),
-        maps: new ComponentMaps([...block.maps, ...(block.compared?.maps ?? [])].map((map) => map.decimals)),
+        maps: componentMaps([...block.maps, ...(block.compared?.maps ?? [])].map((map) => map.decimals)),
         signs: new Signs(id),
     };
 }

@@ -1,4 +1,4 @@
-import type { Component } from './run';
+import type { Signed } from './map_source';
 
 /**
  * The sign that every component is shown with. The sign of a component is arbitrary, so its map, time course and
@@ -8,7 +8,7 @@ import type { Component } from './run';
 export class Signs {
     private readonly key: string;
     private chosen = new Map<string, boolean>(); // component -> inverted, where it is not the default
-    private readonly listeners = new Set<(component: Component) => void>();
+    private readonly listeners = new Set<(component: Signed) => void>();
 
     constructor(runId: string) {
         this.key = `znica-report-signs-${runId}`;
@@ -20,16 +20,16 @@ export class Signs {
     }
 
     /** Whether the component is shown with the opposite sign of the files. */
-    isFlipped({ name, negativeTail }: Component): boolean {
+    isFlipped({ name, negativeTail }: Signed): boolean {
         return this.chosen.get(name) ?? negativeTail;
     }
 
     /** Factor between the values in the files and those shown. */
-    of(component: Component): 1 | -1 {
+    of(component: Signed): 1 | -1 {
         return this.isFlipped(component) ? -1 : 1;
     }
 
-    flip(component: Component): void {
+    flip(component: Signed): void {
         this.chosen.set(component.name, !this.isFlipped(component));
         try {
             localStorage.setItem(this.key, JSON.stringify([...this.chosen]));
@@ -39,7 +39,7 @@ export class Signs {
         for (const listener of this.listeners) listener(component);
     }
 
-    onChange(listener: (component: Component) => void): void {
+    onChange(listener: (component: Signed) => void): void {
         this.listeners.add(listener);
     }
 }

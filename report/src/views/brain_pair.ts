@@ -4,33 +4,34 @@ import { type PlaneName, planeOf } from '../brain/plane';
 import type { Vector } from '../data/affine';
 import { focusOf } from '../data/coloured_map';
 import type { ComponentMap } from '../data/component_map';
-import type { Component, Run } from '../data/run';
+import type { MapEntry, MapSource } from '../data/map_source';
 import { shownMap } from '../data/shown_component';
 import { h } from '../dom';
 import { BrainPanel } from './brain_panel';
 
-/** The maps of one component or of two side by side, with one crosshair and one colour scale. */
+/** Two maps or one, with one crosshair and, unless their values mean different things, one colour scale. */
 export class BrainPair {
     readonly element = h('div', { class: 'brains' });
     private readonly first: BrainPanel;
     private second: BrainPanel | null = null; // made on demand
-    private component: Component | null = null;
-    private compared: Component | null = null;
-    private drawn: Component | null = null; // the component that the crosshair was placed for
+    private component: MapEntry | null = null;
+    private compared: MapEntry | null = null;
+    private drawn: MapEntry | null = null; // the component that the crosshair was placed for
     private voxel: Vector | null = null;
     private high = 0; // the larger one of the maps shown
     private activePlane: PlaneName = 'axial';
     private redraw = 0;
 
     constructor(
-        private readonly run: Run,
+        private readonly run: MapSource,
         private readonly look: Look,
+        private readonly oneScale = true,
     ) {
         this.first = this.addPanel();
     }
 
     /** Draws the maps, with the crosshair at the largest cluster of a new first component. Resolves when all is drawn. */
-    async show(component: Component, compared: Component | null): Promise<void> {
+    async show(component: MapEntry, compared: MapEntry | null): Promise<void> {
         this.component = component;
         this.compared = compared;
         if (compared) this.second ??= this.addPanel();
@@ -82,7 +83,7 @@ export class BrainPair {
     }
 
     private commonLook(): Look {
-        return { ...this.look, ceiling: ceilingOf(this.look, this.high) };
+        return this.oneScale ? { ...this.look, ceiling: ceilingOf(this.look, this.high) } : this.look;
     }
 
     private peakOf(map: ComponentMap): Vector {

@@ -8,7 +8,7 @@ import type { PlaneName } from '../brain/plane';
 import type { Vector } from '../data/affine';
 import { colouredMap } from '../data/coloured_map';
 import type { ComponentMap } from '../data/component_map';
-import type { Component, Run } from '../data/run';
+import type { MapEntry, MapSource } from '../data/map_source';
 import { append, h } from '../dom';
 import { crosshairReadout, valueText } from './crosshair_readout';
 
@@ -26,10 +26,10 @@ export class BrainPanel {
     private view: BrainView | null = null;
     private look: Look | null = null;
     private map: ComponentMap | null = null;
-    private component: Component | null = null;
+    private component: MapEntry | null = null;
     private voxel: Vector = [0, 0, 0];
 
-    constructor(private readonly run: Run) {
+    constructor(private readonly run: MapSource) {
         this.element = h('div', { class: 'brain' }, this.title, this.place, this.foot);
         append(this.foot, [
             this.readout,
@@ -70,7 +70,7 @@ export class BrainPanel {
     }
 
     /** Draws the map of a component with the crosshair at a voxel. */
-    show(component: Component, map: ComponentMap, look: Look, voxel: Vector): void {
+    show(component: MapEntry, map: ComponentMap, look: Look, voxel: Vector): void {
         this.title.textContent = component.title;
         this.component = component;
         const flipped = this.run.signs.isFlipped(component);

@@ -3,6 +3,7 @@ import { METRICS } from '../data/metrics';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import { denoisingReferences, denoisingText } from './denoising_text';
+import { methodsPanel } from './methods_panel';
 import { methodsText } from './methods_text';
 import { referencesOf } from './references';
 import type { View } from './view';
@@ -15,34 +16,10 @@ export class Methods implements View {
         const text = [methodsText(run), ...(denoising ? [denoisingText(denoising)] : [])].join(' ');
         const references = [...referencesOf(run), ...(denoising ? denoisingReferences(denoising) : [])];
         references.sort((a, b) => a.localeCompare(b, 'en'));
-        const paragraph = h('p', { class: 'methods-text', id: 'methods-text' }, text);
-        const done = h('span', { class: 'label-message', role: 'status' });
-        const copy = async (): Promise<void> => {
-            try {
-                await navigator.clipboard.writeText(`${text}\n\n${references.join('\n')}\n`);
-                done.textContent = 'Copied with the references.';
-            } catch {
-                getSelection()?.selectAllChildren(paragraph); // copying is not allowed: select the text instead
-                done.textContent = 'Selected: copy it with Ctrl+C.';
-            }
-        };
         this.element = h(
             'main',
             { class: 'view methods' },
-            h(
-                'section',
-                { class: 'panel' },
-                h('h2', {}, 'Methods'),
-                paragraph,
-                h(
-                    'p',
-                    { class: 'methods-actions' },
-                    h('button', { type: 'button', class: 'button', onclick: () => void copy() }, 'Copy'),
-                    done,
-                ),
-                h('h3', {}, 'References'),
-                h('ul', { class: 'references' }, ...references.map((reference) => h('li', {}, reference))),
-            ),
+            methodsPanel(text, references),
             h('section', { class: 'panel' }, h('h2', {}, 'The parameters'), parameterList(run)),
             h(
                 'section',

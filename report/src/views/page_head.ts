@@ -1,19 +1,14 @@
-import type { Run } from '../data/run';
 import { h } from '../dom';
 import { currentTheme, onThemeChange, toggleTheme } from '../theme';
 
-/** The header: name of the run, links to the views, printing through `onPrint`, light or dark. */
+/** The header: kind and name of the page, links to its views, printing through `onPrint`, light or dark. */
 export function pageHead(
-    run: Run,
-    denoised: boolean,
+    kind: string,
+    name: string,
+    views: [href: string, title: string][],
     onPrint: () => void,
 ): { element: HTMLElement; mark: (path: string) => void } {
-    const links = [
-        ...(denoised ? [['#/denoising', 'Denoising']] : []),
-        ['#/', 'Overview'],
-        ['#/component', 'Component'],
-        ['#/methods', 'Methods'],
-    ].map(([href, title]) => h('a', { href, class: 'tab' }, title));
+    const links = views.map(([href, title]) => h('a', { href, class: 'tab' }, title));
     const theme = h('button', { type: 'button', class: 'button button-icon', id: 'theme', onclick: toggleTheme });
     const describe = (): void => {
         const next = currentTheme() === 'dark' ? 'light' : 'dark';
@@ -23,16 +18,10 @@ export function pageHead(
     };
     onThemeChange(describe);
     describe();
-    const { Label } = run.facts.Settings;
     const element = h(
         'header',
         { class: 'page-head' },
-        h(
-            'div',
-            { class: 'page-title' },
-            h('span', { class: 'page-kind' }, 'ICA report'),
-            h('h1', {}, Label ? `${Label} \u00b7 ${run.name}` : run.name),
-        ),
+        h('div', { class: 'page-title' }, h('span', { class: 'page-kind' }, kind), h('h1', {}, name)),
         h('nav', { 'aria-label': 'Parts of the report' }, ...links),
         h(
             'div',

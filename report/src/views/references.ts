@@ -1,12 +1,12 @@
 import type { Run } from '../data/run';
 
-const FASTICA =
+export const FASTICA =
     'Hyv\u00e4rinen, A. (1999). Fast and robust fixed-point algorithms for independent component analysis. IEEE '
     + 'Transactions on Neural Networks, 10(3), 626\u2013634.';
-const PARALLEL_ANALYSIS =
+export const PARALLEL_ANALYSIS =
     'Dobriban, E., & Owen, A. B. (2019). Deterministic parallel analysis: an improved method for selecting factors and '
     + 'principal components. Journal of the Royal Statistical Society B, 81(1), 163\u2013183.';
-const ICASSO =
+export const ICASSO =
     'Himberg, J., Hyv\u00e4rinen, A., & Esposito, F. (2004). Validating the independent components of neuroimaging '
     + 'time series via clustering and visualization. NeuroImage, 22(3), 1214\u20131222.';
 const SPATIAL_ICA =
