@@ -46,7 +46,7 @@ void writeMaps(const Denoising& run) {
         writer.close();
         Json json = {{"Description", map.meaning}};
         if (*map.units) json["Units"] = map.units;
-        json["Sources"] = {run.functional.file.string()};
+        json["Sources"] = Json::array({run.functional.file.string()});
         writeTextFile(files[map.description], json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
     }
 }

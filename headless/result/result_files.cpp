@@ -68,13 +68,13 @@ ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
 }
 
 ResultFiles ResultFiles::of(const fs::path& image, const fs::path& folder) {
-    const ResultFiles first = in(folder);
+    ResultFiles first = in(folder);
     const std::string_view ending = nameOf(ResultFile::kComponents);
     std::error_code error;
     const auto results = std::count_if(fs::directory_iterator(folder, error), fs::directory_iterator(),
                                        [&](const auto& file) { return file.path().string().ends_with(ending); });
     if (results < 2) return first;
-    const ResultFiles named(folder, resultStem(image));
+    ResultFiles named(folder, resultStem(image));
     if (named.has(ResultFile::kComponents)) return named;
     throw Failure(ExitStatus::kInput, folder.string() + " holds the results of " + std::to_string(results) +
                                           " runs, but none named " + named.stem() + " after " +
