@@ -29,8 +29,8 @@ std::string line(const PlannedRun& run, const StudyOptions& options) {
         problem = asFailure(error).what();
     }
     std::string text = run.name;
-    for (const std::string& cell : {seconds, volumes, run.mask.string(), run.image.string(),
-                                    (options.out / run.folder).string(), problem}) {
+    for (const std::string& cell :
+         {seconds, volumes, run.mask.string(), run.image.string(), (options.out / run.folder).string(), problem}) {
         text += '\t' + cellOr(cell);
     }
     return text;

@@ -88,8 +88,7 @@ TEST_F(GroupOfStudy, TakesTheOptionsOfThePreparation) {
     ASSERT_EQ(together({"--ica", "2", "--repeats", "1", "--high-pass", "100", "--scale", "sd", "--smooth", "6"}).status,
               0);
     const json study = json::parse(textOf(folder / "out/group/study.json"));
-    EXPECT_EQ(study["Preparation"],
-              (json{{"SmoothingFWHM", 6.0}, {"HighPassCutOff", 100.0}, {"Scaling", "sd"}}));
+    EXPECT_EQ(study["Preparation"], (json{{"SmoothingFWHM", 6.0}, {"HighPassCutOff", 100.0}, {"Scaling", "sd"}}));
 }
 
 TEST_F(GroupOfStudy, NeedsTwoRunsAmongTheChosen) {
