@@ -3,9 +3,9 @@
 #include "numeric/array_owners.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace zn {
@@ -21,9 +21,16 @@ constexpr std::size_t kValues = 1 << kBits;
 constexpr Key kSign = 0x80000000u; // also the bits of -0
 constexpr Key kInfinityBits = 0x7f800000u;
 
+// std::bit_cast, which some standard libraries still lack.
+Key bitsOf(float value) {
+    Key bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
 // A number whose order is that of the values.
 Key keyOf(float value) {
-    const Key bits = std::bit_cast<Key>(value);
+    const Key bits = bitsOf(value);
     return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
@@ -36,7 +43,7 @@ bool hasOneOrder(int n, const float* values) {
     bool anyZero = false;
     bool anyNegativeZero = false;
     for (int i = 0; i < n; ++i) {
-        const Key bits = std::bit_cast<Key>(values[i]);
+        const Key bits = bitsOf(values[i]);
         anyNaN |= (bits & ~kSign) > kInfinityBits;
         anyZero |= bits == 0;
         anyNegativeZero |= bits == kSign;
