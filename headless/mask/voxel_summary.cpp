@@ -55,8 +55,9 @@ private:
     const Value* course(std::int64_t voxel) const { return values_ + voxel * volumes_; }
 
     bool anyInside(std::int64_t first, int count) const {
-        const auto begin = mask_.begin() + first;
-        return mask_.empty() || std::any_of(begin, begin + count, [](unsigned char inside) { return inside != 0; });
+        if (mask_.empty()) return true;
+        const unsigned char* begin = mask_.data() + first;
+        return std::any_of(begin, begin + count, [](unsigned char inside) { return inside != 0; });
     }
 
     // A few consecutive voxels; the values of each are added in the order of the volumes.
