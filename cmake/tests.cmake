@@ -15,6 +15,8 @@ include(GoogleTest)
 zn_shared_headers(test_headers
     HEADERS <gmock/gmock.h> <gtest/gtest.h> <algorithm> <filesystem> <functional> <string> <vector>
     USES GTest::gmock)
+set(ZN_TEST_OPTIONS "$<$<CONFIG:Release>:-O1>") # compiles in two thirds of the time, and the tests take as long
+target_compile_options(test_headers PRIVATE ${ZN_TEST_OPTIONS})
 
 # Prefix of this machine's absolute paths in a test program: Wine shows / as a drive.
 if(CMAKE_CROSSCOMPILING)
@@ -28,6 +30,7 @@ function(zn_add_test name)
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${arg_USES} zn_warnings GTest::gmock GTest::gtest_main)
+    target_compile_options(${name} PRIVATE ${ZN_TEST_OPTIONS})
     target_precompile_headers(${name} REUSE_FROM test_headers)
     if(CMAKE_CROSSCOMPILING)
         add_test(NAME ${name} COMMAND ${name})
