@@ -50,7 +50,7 @@ jobs_into() {
 expect_same() {
     local file
     (cd local && find . \( -name '*.nii.gz' -o -name '*.tsv' \) -not -path '*/ica/*') >files.txt
-    [ "$(wc -l <files.txt)" -eq $((5 + 4 * 4)) ] || fail "there are $(wc -l <files.txt) files instead of 21"
+    [ "$(wc -l <files.txt)" -eq $((6 + 4 * 4)) ] || fail "there are $(wc -l <files.txt) files instead of 22"
     while read -r file; do
         cmp "local/$file" "$1/$file" || fail "$1/$file differs from the one computed in one process"
     done <files.txt
