@@ -2,7 +2,7 @@
 # A real Slurm on this one machine, without systemd and without an accounting database, as root; nothing outside DIR.
 #
 #   slurm_here.sh start DIR    writes DIR/slurm.conf, starts munged, slurmctld and slurmd, waits until the node is idle
-#   slurm_here.sh stop DIR     ends them by the process ids that they wrote
+#   slurm_here.sh stop DIR     ends them by the process ids that they wrote, and waits until they have ended
 #
 # Between the two, sbatch and the others work with SLURM_CONF=DIR/slurm.conf. Memory limits are enforced by sampling.
 set -euo pipefail
@@ -70,11 +70,16 @@ start() {
 }
 
 stop() {
-    local file
+    local file process
     for file in slurmd.pid slurmctld.pid munge/pid; do
         [ -s "$dir/$file" ] || continue
-        # One that has ended by itself needs no signal.
-        if kill -0 "$(cat "$dir/$file")" 2>/dev/null; then kill "$(cat "$dir/$file")"; fi
+        process=$(cat "$dir/$file")
+        # One that has ended by itself needs no signal. They still write files while they end.
+        if kill -0 "$process" 2>/dev/null; then kill "$process"; fi
+        for _ in $(seq 100); do
+            kill -0 "$process" 2>/dev/null || break
+            sleep 0.1
+        done
     done
 }
 
