@@ -29,6 +29,7 @@ set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 set(executable ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/workflow DESTINATION share/znica FILE_PERMISSIONS ${readable}
         PATTERN array.sbatch PERMISSIONS ${executable}
+        PATTERN group.sh PERMISSIONS ${executable}
         PATTERN job-status PERMISSIONS ${executable})
 
 # The tarball: znica-2.0-linux-x86_64.tar.gz

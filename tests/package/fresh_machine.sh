@@ -39,7 +39,9 @@ use_workflow() {
     for file in Snakefile profiles/slurm/config.yaml; do
         [ -r "$machine/$2/workflow/$file" ] || fail "there is no $2/workflow/$file"
     done
-    as_user test -x "$2/workflow/profiles/sbatch/job-status" || fail "job-status cannot be run"
+    for file in group.sh profiles/sbatch/job-status; do
+        as_user test -x "$2/workflow/$file" || fail "$2/workflow/$file cannot be run"
+    done
     as_user mkdir -p "$3/data/sub-01/func"
     as_user "$1" simulate --size tiny --out "$3/sample"
     for ending in bold.nii.gz bold.json; do
