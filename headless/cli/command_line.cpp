@@ -71,7 +71,7 @@ void refuseValuesOfFlags(CLI::App& command) {
 std::string flagWithValue(const CLI::App& command, int count, const char* const* arguments) {
     for (int i = 1; i < count; ++i) {
         const std::string argument = arguments[i];
-        const std::string name = argument.substr(0, argument.find('='));
+        std::string name = argument.substr(0, argument.find('='));
         if (name == argument || !name.starts_with('-')) continue;
         const CLI::Option* option = command.get_option_no_throw(name);
         if (option && isFlag(*option)) return name;
