@@ -32,9 +32,10 @@ void DenoisingTask::requirePossible(const PlannedRun& run) const {
     if (!run.labelsProblem.empty()) throw Failure(ExitStatus::kInput, run.labelsProblem);
     const fs::path analysis = folder_.record(run.name);
     const auto analysed = recordedOutcome(analysis);
-    if (!analysed) throw Failure(ExitStatus::kOther, "there is no result to denoise; analyse the run first.");
+    if (!analysed) throw Failure(ExitStatus::kOther, "the run has no result yet; analyse it first.");
     if (!analysed->hasResult()) {
-        throw Failure(static_cast<ExitStatus>(analysed->status), "there is no result to denoise: " + analysed->message);
+        throw Failure(static_cast<ExitStatus>(analysed->status),
+                      "the analysis of the run left no result: " + analysed->message);
     }
     if (isNewer(run.image, analysis) && !isNewer(analysis, run.image)) { // not merely written within a tick
         throw Failure(ExitStatus::kInput, run.image.string() + " is newer than its result, to which the labels belong; "

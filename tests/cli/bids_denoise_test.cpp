@@ -145,7 +145,7 @@ TEST_F(BidsDenoise, SaysWhyThereIsNothingToDenoise) {
     fs::resize_file(imageOf("sub-01"), 5000);
     EXPECT_EQ(denoise().status, 3);
     EXPECT_THAT(message("sub-01_task-rest"),
-                AllOf(StartsWith("there is no result to denoise: "), HasSubstr("is truncated or damaged")));
+                AllOf(StartsWith("the analysis of the run left no result: "), HasSubstr("is truncated or damaged")));
     EXPECT_TRUE(fs::exists(image("sub-02")));
     letTimePass();
     addImage("sub-01", "1");
