@@ -8,35 +8,11 @@
 set -euo pipefail
 znica=$(realpath "$1")
 here=$(realpath "$(dirname "$0")")
-workflow=$(realpath "$here/../../workflow")
+needed=(snakemake)
+show_failure() { find "$work" -maxdepth 1 -name '*.log' -exec tail -n 30 {} +; }
+# shellcheck source=tests/cluster/with_slurm.sh
+. "$here/with_slurm.sh"
 
-skip() {
-    echo "skipped: $1"
-    [ -z "${CI:-}" ] || exit 1
-    exit 77
-}
-for program in slurmctld slurmd munged sbatch snakemake; do
-    [ -n "$(PATH=$PATH:/usr/sbin type -P "$program")" ] || skip "$program is not installed (slurm-wlm, munge, snakemake)"
-done
-[ "$(id -u)" -eq 0 ] || skip "only root can start Slurm's daemons"
-
-export PATH=$PATH:/usr/sbin USER=${USER:-root}
-unset SLURM_JOB_ID
-work=$(mktemp -d)
-finish() {
-    status=$?
-    "$here/slurm_here.sh" stop "$work/slurm"
-    if [ $status -ne 0 ]; then find "$work" -maxdepth 1 -name '*.log' -exec tail -n 30 {} +; fi
-    rm -rf "$work"
-    exit $status
-}
-trap finish EXIT
-cd "$work"
-
-fail() {
-    echo "FAILED: $1"
-    exit 1
-}
 # $1: results; $2: the statuses of their runs
 expect_statuses() {
     local found
@@ -64,8 +40,7 @@ status=0
 "$znica" bids data local participant --components 5 --seed 1 --quiet || status=$?
 [ $status -eq 3 ] || fail "the damaged image led to the status $status instead of 3"
 
-"$here/slurm_here.sh" start "$work/slurm" || skip "Slurm does not start on this machine"
-export SLURM_CONF=$work/slurm/slurm.conf
+start_slurm
 
 echo "three runs, one of them damaged, through Snakemake's own support for Slurm"
 flow own slurm

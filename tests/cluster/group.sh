@@ -8,35 +8,11 @@
 set -euo pipefail
 znica=$(realpath "$1")
 here=$(realpath "$(dirname "$0")")
-workflow=$(realpath "$here/../../workflow")
+needed=()
+show_failure() { [ ! -f "$work/slurm/jobs.txt" ] || cut -d ' ' -f 1-5 "$work/slurm/jobs.txt"; }
+# shellcheck source=tests/cluster/with_slurm.sh
+. "$here/with_slurm.sh"
 
-skip() {
-    echo "skipped: $1"
-    [ -z "${CI:-}" ] || exit 1
-    exit 77
-}
-for program in slurmctld slurmd munged sbatch; do
-    [ -n "$(PATH=$PATH:/usr/sbin type -P "$program")" ] || skip "$program is not installed (slurm-wlm, munge)"
-done
-[ "$(id -u)" -eq 0 ] || skip "only root can start Slurm's daemons"
-
-export PATH=$PATH:/usr/sbin USER=${USER:-root}
-unset SLURM_JOB_ID
-work=$(mktemp -d)
-finish() {
-    status=$?
-    "$here/slurm_here.sh" stop "$work/slurm"
-    if [ $status -ne 0 ] && [ -f "$work/slurm/jobs.txt" ]; then cut -d ' ' -f 1-5 "$work/slurm/jobs.txt"; fi
-    rm -rf "$work"
-    exit $status
-}
-trap finish EXIT
-cd "$work"
-
-fail() {
-    echo "FAILED: $1"
-    exit 1
-}
 # Submits everything and waits until no job is left.
 jobs_into() {
     "$workflow/group.sh" "$work/$1.tsv" "$work/$1/group" 3 --components 4 --repeats 2 >"$1.job"
@@ -59,8 +35,8 @@ expect_same() {
 "$znica" simulate --subjects 4 --size tiny --sources 4 --out data >/dev/null
 for out in jobs killed; do "$znica" bids data $out group --ica 4 --list >$out.tsv; done
 
-"$here/slurm_here.sh" start "$work/slurm" || skip "Slurm does not start on this machine"
-export SLURM_CONF=$work/slurm/slurm.conf ZNICA=$znica ZNICA_SBATCH="--mem=300M --time=10"
+start_slurm
+export ZNICA=$znica ZNICA_SBATCH="--mem=300M --time=10"
 
 echo "plan, three batches, merge, ica, four runs and report as jobs"
 jobs_into jobs
