@@ -2,7 +2,7 @@
 # Sourced by the tests that need a real Slurm, which set before: `znica`, `here` (this folder), `needed` (what else must
 # be installed) and `show_failure`, called when the test fails. Goes to the new folder `work`, removed at the end. Ends
 # with 77 (skipped) and the reason where Slurm is missing or cannot be started, except in CI.
-# shellcheck disable=SC2154 # those that are set before
+# shellcheck disable=SC2154,SC2034 # those that are set before, and those that are used after
 workflow=$(realpath "$here/../../workflow")
 
 skip() {
@@ -31,7 +31,7 @@ finish() {
     exit $status
 }
 trap finish EXIT
-cd "$work"
+cd "$work" || exit
 
 start_slurm() {
     "$here/slurm_here.sh" start "$work/slurm" || skip "Slurm does not start on this machine"
