@@ -7,9 +7,9 @@
 
 namespace zn::headless {
 
-using Flags = std::vector<unsigned char>; // [voxel]
-
 namespace {
+
+using Flags = std::vector<unsigned char>; // [voxel]
 
 template <class Value> float meanOfFinite(const Value* course, int volumes) {
     double sum = 0.0;

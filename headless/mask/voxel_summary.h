@@ -17,9 +17,8 @@ struct VoxelSummary {
 
 /// One pass over the series; 6 bytes per voxel. The same bits for any number of threads.
 ///
-///   mask   one byte per voxel: the summary of a voxel with 0 is undefined, which saves reading most of them; empty:
-///   all
-///          voxels are summarised
+///   mask   one byte per voxel: the summary of a voxel with 0 is undefined, which saves reading most of them;
+///          empty: all voxels are summarised
 VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads,
                              const std::vector<unsigned char>& mask = {});
 
