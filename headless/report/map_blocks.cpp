@@ -18,14 +18,18 @@ int mapDigits(std::int64_t voxelsInside, int maps) {
     return voxelsInside * maps > kManyValues ? 2 : 3;
 }
 
+MapBlock mapBlock(std::span<const float> inside, int digits) {
+    const PackedMap packed = packMap(inside, digits);
+    return {packed.decimals, packed.lowest, packed.highest, packed.negativeTail, packedText(packed.bytes)};
+}
+
 MapBlock mapBlock(std::span<const float> map, const std::vector<unsigned char>& mask, int digits) {
     std::vector<float> inside;
     inside.reserve(map.size());
     for (std::size_t v = 0; v < map.size(); ++v) {
         if (mask[v] != 0) inside.push_back(map[v]);
     }
-    const PackedMap packed = packMap(inside, digits);
-    return {packed.decimals, packed.lowest, packed.highest, packed.negativeTail, packedText(packed.bytes)};
+    return mapBlock(inside, digits);
 }
 
 std::vector<MapBlock> mapBlocks(const std::vector<std::span<const float>>& maps, const std::vector<unsigned char>& mask,

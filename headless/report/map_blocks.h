@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,7 +22,10 @@ struct MapBlock {
 /// The decimals of a page's maps around 1; see packMap().
 int mapDigits(std::int64_t voxelsInside, int maps);
 
-/// Packs the values of a map inside the mask.
+/// Packs the values of a map, all of them inside the mask.
+MapBlock mapBlock(std::span<const float> inside, int digits);
+
+/// The same for a map of the whole grid.
 MapBlock mapBlock(std::span<const float> map, const std::vector<unsigned char>& mask, int digits);
 
 /// The blocks of all maps, on several threads; the same for any number of them. Throws std::bad_alloc.

@@ -4,7 +4,7 @@
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/report/map_blocks.h"
-#include "headless/report/mean_image.h"
+#include "headless/report/page_images.h"
 #include "headless/report/report_page.h"
 #include "headless/report/whole_result.h"
 #include "headless/result/component_pairs.h"
@@ -35,33 +35,11 @@ std::vector<unsigned char> analysedVoxels(const ResultFiles& files, const ImageH
     return mask;
 }
 
-// `first`: number of the first map in the page.
-Json addMaps(ReportPage& page, const std::vector<MapBlock>& blocks, std::size_t first = 0) {
-    Json maps = Json::array();
-    for (const MapBlock& block : blocks) {
-        page.addPacked("map-" + std::to_string(first + maps.size()), block.packed);
-        maps.push_back({{"decimals", block.decimals},
-                        {"lowest", block.lowest},
-                        {"highest", block.highest},
-                        {"negative_tail", block.negativeTail}});
-    }
-    return maps;
-}
-
 std::vector<MapBlock> blocksOf(const ImageHeader& components, const std::vector<unsigned char>& mask) {
     const int digits = mapDigits(std::count(mask.begin(), mask.end(), 1), components.volumes);
     std::vector<MapBlock> blocks;
     forEachVolume(components, [&](const std::vector<float>& map) { blocks.push_back(mapBlock(map, mask, digits)); });
     return blocks;
-}
-
-bool addMean(ReportPage& page, const ResultFiles& files, const ImageHeader& components) {
-    if (!files.has(ResultFile::kMean)) return false;
-    const ImageHeader mean = readImageHeader(files[ResultFile::kMean]);
-    requireSameGrid("mean image", mean, components);
-    const std::vector<unsigned char> levels = greyLevels(readSingleVolume(mean));
-    page.add("mean", std::as_bytes(std::span(levels)));
-    return true;
 }
 
 // Record and tables, checked against each other.
@@ -111,7 +89,8 @@ ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile, co
     Json run = tablesOf(files, components);
     run["grid"] = {{"size", components.size}, {"voxel_to_mm", components.affine}, {"oriented", components.oriented}};
     run["voxels_inside"] = std::count(mask.begin(), mask.end(), 1);
-    run["has_mean"] = addMean(page, files, components);
+    run["has_mean"] = files.has(ResultFile::kMean);
+    if (run["has_mean"]) addMean(page, files[ResultFile::kMean], components);
     page.add("mask", std::as_bytes(std::span(mask)));
     run["maps"] = addMaps(page, maps ? *maps : blocksOf(components, mask));
     if (!compared.empty()) run["compared"] = addCompared(page, files.folder(), compared, components, mask);

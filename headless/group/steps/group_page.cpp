@@ -7,8 +7,8 @@
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/report/coarse_map.h"
-#include "headless/report/mean_image.h"
 #include "headless/report/packed_map.h"
+#include "headless/report/page_images.h"
 #include "headless/text/input_file.h"
 
 #include <algorithm>
@@ -31,28 +31,12 @@ std::string name(const char* block, std::size_t number) {
     return std::string(block) + "-" + std::to_string(number);
 }
 
-Json addGroupMaps(ReportPage& page, const GroupStudy& study, const GroupMaps& maps) {
-    Json list = Json::array();
-    const auto voxels = study.inside.size();
+std::vector<MapBlock> blocksOf(const GroupMaps& maps, std::size_t voxels) {
+    std::vector<MapBlock> blocks;
     for (std::size_t map = 0; map < static_cast<std::size_t>(maps.count); ++map) {
-        const PackedMap packed = packMap(std::span(maps.values).subspan(map * voxels, voxels), kMapDigits);
-        page.add(name("map", map), packed.bytes);
-        list.push_back({{"decimals", packed.decimals},
-                        {"lowest", packed.lowest},
-                        {"highest", packed.highest},
-                        {"negative_tail", packed.negativeTail}});
+        blocks.push_back(mapBlock(std::span(maps.values).subspan(map * voxels, voxels), kMapDigits));
     }
-    return list;
-}
-
-bool addMean(ReportPage& page, const GroupStudy& study) {
-    const fs::path file = groupMeanFile(study.folder);
-    if (!fs::exists(file)) return false; // planned by an earlier version
-    const ImageHeader mean = readImageHeader(file);
-    requireSameGrid("mean image", mean, study.grid);
-    const std::vector<unsigned char> levels = greyLevels(readSingleVolume(mean));
-    page.add("mean", std::as_bytes(std::span(levels)));
-    return true;
+    return blocks;
 }
 
 // All courses of a run, one after another. Returns their decimals.
@@ -137,8 +121,10 @@ ReportPage makeGroupPage(const fs::path& templateFile, const GroupStudy& study, 
         {"columns", Json::parse(readWholeFile(study.folder / "desc-groupICA_metrics.json"))},
         {"amplitudes_tsv", tables.amplitudes},
         {"netmats_tsv", tables.correlations}};
-    data["has_mean"] = addMean(page, study);
-    data["maps"] = addGroupMaps(page, study, maps);
+    const fs::path mean = groupMeanFile(study.folder);
+    data["has_mean"] = fs::exists(mean); // not if it was planned by an earlier version
+    if (data["has_mean"]) addMean(page, mean, study.grid);
+    data["maps"] = addMaps(page, blocksOf(maps, study.inside.size()));
     data["runs"] = addRuns(page, study, tables, mostBytes);
     data["most_map_bytes"] = mostBytes;
     page.add("group", data.dump(-1, ' ', false, Json::error_handler_t::replace));

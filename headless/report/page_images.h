@@ -1,0 +1,21 @@
+#pragma once
+
+#include "headless/nifti/image_header.h"
+#include "headless/report/map_blocks.h"
+#include "headless/report/report_page.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace zn::headless {
+
+/// Adds maps as the blocks "map-FIRST", "map-FIRST+1", ... Returns the array "maps" of the page's data.
+nlohmann::ordered_json addMaps(ReportPage& page, const std::vector<MapBlock>& blocks, std::size_t first = 0);
+
+/// Adds an image on a grid as the block "mean", in shades of grey. Throws Failure (kInput) for another grid.
+void addMean(ReportPage& page, const std::filesystem::path& image, const ImageHeader& grid);
+
+} // namespace zn::headless
