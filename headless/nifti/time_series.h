@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace zn::headless {
 
@@ -14,6 +15,8 @@ struct TimeSeries {
     int volumes = 0;
     std::unique_ptr<std::int16_t[]> shorts; ///< signed 16-bit data as stored
     std::unique_ptr<float[]> floats;        ///< all other stored types, and scaled data
+    std::vector<unsigned char> inside = {}; ///< [voxels], 0: the voxel's values are undefined; empty: none are
+    std::vector<double> sums = {};          ///< [voxels], over the volumes; empty if `inside` is
 
     bool isFloat() const { return floats != nullptr; }
 };
@@ -28,6 +31,8 @@ bool staysShort(const nifti_image& image);
 ///
 ///   skip      number of volumes to omit at the beginning, fewer than the image has
 ///   asFloat   convert signed 16-bit values too
-TimeSeries readTimeSeries(const ImageHeader& header, int skip = 0, bool asFloat = false);
+///   inside    one byte per voxel: 0 if its values are not needed, which saves the memory; empty: all are needed
+TimeSeries readTimeSeries(const ImageHeader& header, int skip = 0, bool asFloat = false,
+                          std::vector<unsigned char> inside = {});
 
 } // namespace zn::headless

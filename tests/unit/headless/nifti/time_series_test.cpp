@@ -82,5 +82,31 @@ TEST(TimeSeries, OmitsTheFirstVolumes) {
     expectEveryValue(series.shorts.get(), 67, 3);
 }
 
+template <class Value> void expectValuesInsideAndSums(const Value* series, const TimeSeries& facts, int skip) {
+    for (int v = 0; v < kVoxels; ++v) {
+        double sum = 0.0;
+        for (int t = 0; t < facts.volumes; ++t) {
+            const auto expected = static_cast<Value>(valueAt(v, t + skip));
+            sum += static_cast<double>(expected);
+            if (v % 7 != 2) continue;
+            ASSERT_EQ(series[v * facts.volumes + t], expected) << v << " " << t;
+        }
+        EXPECT_EQ(facts.sums[static_cast<std::size_t>(v)], sum) << v;
+    }
+}
+
+TEST(TimeSeries, HasTheValuesInsideAndTheSumOfEveryVoxel) {
+    std::vector<unsigned char> inside(kVoxels);
+    for (std::size_t v = 2; v < inside.size(); v += 7) inside[v] = 1;
+    for (const int volumes : {4, 36, 70}) {
+        const TemporaryFolder folder;
+        const ImageHeader image = imageOf<std::int16_t>(folder, volumes, NIFTI_TYPE_INT16);
+        const TimeSeries shorts = readTimeSeries(image, 3, false, inside);
+        expectValuesInsideAndSums(shorts.shorts.get(), shorts, 3);
+        const TimeSeries floats = readTimeSeries(image, 3, true, inside);
+        expectValuesInsideAndSums(floats.floats.get(), floats, 3);
+    }
+}
+
 } // namespace
 } // namespace zn::test
