@@ -92,11 +92,22 @@ private:
     VoxelSummary result_;
 };
 
+VoxelSummary summaryOfValues(const TimeSeries& series, WorkerThreads& threads, const Flags& mask) {
+    if (series.isFloat()) return Summary(series.floats.get(), series.voxels, series.volumes, threads, mask).result();
+    return Summary(series.shorts.get(), series.voxels, series.volumes, threads, mask).result();
+}
+
 } // namespace
 
 VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads, const Flags& mask) {
-    if (series.isFloat()) return Summary(series.floats.get(), series.voxels, series.volumes, threads, mask).result();
-    return Summary(series.shorts.get(), series.voxels, series.volumes, threads, mask).result();
+    VoxelSummary summary = summaryOfValues(series, threads, mask.empty() ? series.inside : mask);
+    for (std::size_t v = 0; v < series.inside.size(); ++v) {
+        if (series.inside[v] != 0) continue;
+        const double sum = series.sums[v];
+        summary.finite[v] = std::isfinite(sum) ? 1 : 0;
+        summary.mean[v] = summary.finite[v] != 0 ? static_cast<float>(sum / series.volumes) : 0.0f;
+    }
+    return summary;
 }
 
 ExcludedVoxels removeUnusable(const VoxelSummary& summary, std::vector<unsigned char>& mask) {

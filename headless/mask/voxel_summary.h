@@ -19,6 +19,9 @@ struct VoxelSummary {
 ///
 ///   mask   one byte per voxel: the summary of a voxel with 0 is undefined, which saves reading most of them;
 ///          empty: all voxels are summarised
+///
+/// Only the sums are known of voxels outside TimeSeries::inside: their `constant` is undefined, and their mean is 0 if
+/// any value is not finite.
 VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads,
                              const std::vector<unsigned char>& mask = {});
 

@@ -97,5 +97,17 @@ TEST(SummariseVoxels, DoesNotReadGroupsOutsideTheMask) {
     EXPECT_EQ(summary.mean[16], 0.0f);
 }
 
+TEST(SummariseVoxels, TakesTheMeanOfAVoxelThatWasNotStoredFromItsSum) {
+    TimeSeries series{4, kVolumes, nullptr, coursesOf<float>(4)};
+    series.inside = {1, 0, 0, 1};
+    series.sums = {0.0, 3.0 * kVolumes, NAN, 0.0};
+    WorkerThreads threads(1);
+    const VoxelSummary summary = summariseVoxels(series, threads);
+    EXPECT_EQ(summary.mean[0], literalMean(series.floats.get()));
+    EXPECT_EQ(summary.mean[1], 3.0f);
+    EXPECT_EQ(summary.mean[2], 0.0f);
+    EXPECT_EQ(summary.finite, (std::vector<unsigned char>{1, 1, 0, 1}));
+}
+
 } // namespace
 } // namespace zn::test
