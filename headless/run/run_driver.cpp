@@ -23,11 +23,16 @@ void openResult(Run& run) {
     if (options.control.keepPartial) run.unfinished.keep();
 }
 
+// Regions may contain voxels outside the mask.
+std::vector<unsigned char> neededVoxels(const Run& run) {
+    return run.session.regions.empty() ? run.session.mask : std::vector<unsigned char>();
+}
+
 void readSeries(Run& run) {
     const Stopwatch reading;
     run.progress.stage("reading");
     const bool asFloat = run.options.preparation.any();
-    run.session.series = readTimeSeries(run.functional, run.options.dummyScans, asFloat);
+    run.session.series = readTimeSeries(run.functional, run.options.dummyScans, asFloat, neededVoxels(run));
     run.seconds.reading = reading.seconds();
     run.progress.clear();
 }
