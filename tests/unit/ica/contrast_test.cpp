@@ -2,7 +2,7 @@
 
 #include "ica/contrast/contrast_kernels.h"
 
-#include "unit/ica/kernel_forms.h"
+#include "unit/kernel_forms.h"
 
 #include <gtest/gtest.h>
 

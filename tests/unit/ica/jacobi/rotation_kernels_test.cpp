@@ -1,6 +1,6 @@
 #include "ica/jacobi/rotation_kernels.h"
 
-#include "unit/ica/kernel_forms.h"
+#include "unit/kernel_forms.h"
 
 #include <gtest/gtest.h>
 
