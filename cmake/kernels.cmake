@@ -29,7 +29,7 @@ function(zn_add_kernels library)
         endif()
         set(kernels ${library}_kernels_${lanes})
         add_library(${kernels} OBJECT ${ARGN})
-        target_include_directories(${kernels} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+        target_include_directories(${kernels} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src)
         target_compile_options(${kernels} PRIVATE ${options})
         target_link_libraries(${kernels} PRIVATE zn_warnings)
         set_target_properties(${kernels} PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden
