@@ -9,12 +9,13 @@ namespace zn::headless {
 
 /// Smooths every volume in place with a Gaussian within the mask. Voxels outside count neither in the sum nor in the
 /// weights (normalised convolution: the smoothed image, 0 outside, over the smoothed mask), so that the edges do not
-/// darken. Afterwards the values outside the mask are 0. An axis with a single voxel is not smoothed.
+/// darken. An axis with a single voxel is not smoothed.
 ///
 ///   sigma   standard deviation along x, y, z in voxels, at least 0; see gaussianKernel()
 ///
-/// All values inside must be finite; the others are not read. Bit-identical for any number of threads. Besides the
-/// series, this needs memory for one line of voxels per thread and for eight bytes per voxel of the grid.
+/// All values inside must be finite; the others are not read, and undefined afterwards. Only those near the mask are
+/// written. Bit-identical for any number of threads. Besides the series, this needs memory for one line of voxels per
+/// thread and for nine bytes per voxel of the grid.
 void smoothSeries(const MaskedSeries& series, const std::array<double, 3>& sigma, WorkerThreads& threads);
 
 } // namespace zn::headless

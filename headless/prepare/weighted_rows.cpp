@@ -36,8 +36,7 @@ template <int parts>
 
 } // namespace
 
-template <>
-void addRowsKernel<kLanes>(const WeightedRow* rows, int count, int columns, float divisor, float* target) {
+template <> void addRowsKernel<kLanes>(const WeightedRow* rows, int count, int columns, float divisor, float* target) {
     constexpr int kParts = 4;
     int t = 0;
     for (; t + kParts * kFloats <= columns; t += kParts * kFloats) {

@@ -13,7 +13,6 @@ struct WeightedRow {
 ///   target    [0..columns-1]   out; overlaps none of the rows
 ///
 /// The same bits for any number of lanes.
-template <int lanes>
-void addRowsKernel(const WeightedRow* rows, int count, int columns, float divisor, float* target);
+template <int lanes> void addRowsKernel(const WeightedRow* rows, int count, int columns, float divisor, float* target);
 
 } // namespace zn::headless
