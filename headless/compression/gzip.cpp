@@ -20,9 +20,10 @@ struct FreeCompressor {
 std::vector<std::byte> gzip(std::span<const std::byte> bytes) {
     const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(libdeflate_alloc_compressor(kFastest));
     if (!compressor) throw std::bad_alloc();
-    std::vector<std::byte> packed(libdeflate_gzip_compress_bound(compressor.get(), bytes.size()));
-    packed.resize(libdeflate_gzip_compress(compressor.get(), bytes.data(), bytes.size(), packed.data(), packed.size()));
-    return packed;
+    const std::size_t most = libdeflate_gzip_compress_bound(compressor.get(), bytes.size());
+    const std::unique_ptr<std::byte[]> packed(new std::byte[most]); // not initialised: little of it may be used
+    const std::size_t size = libdeflate_gzip_compress(compressor.get(), bytes.data(), bytes.size(), packed.get(), most);
+    return {packed.get(), packed.get() + size};
 }
 
 } // namespace zn::headless
