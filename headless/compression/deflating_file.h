@@ -10,7 +10,10 @@ namespace zn::headless {
 /// Writes a file, compressed with gzip on request. Every function returns whether all went well so far.
 class DeflatingFile {
 public:
-    DeflatingFile(const std::filesystem::path& file, bool compressed);
+    /// A large file is compressed in members of 16 MiB (RFC 1952, section 2.2), independently of the threads.
+    ///
+    ///   threads   members that may be compressed at the same time, each in up to 32 MiB; 1: by the caller itself
+    DeflatingFile(const std::filesystem::path& file, bool compressed, int threads = 1);
     ~DeflatingFile();
     DeflatingFile(const DeflatingFile&) = delete;
     DeflatingFile& operator=(const DeflatingFile&) = delete;

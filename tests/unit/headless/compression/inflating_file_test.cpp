@@ -146,6 +146,19 @@ TEST_F(InflatingFileTest, OfADeflatingFileWithSeveralMembersIsWhatWasWritten) {
     EXPECT_TRUE(inflatedByZlib(folder / "out.gz", several.size() + 1) == several); // no megabytes in a message
 }
 
+TEST_F(InflatingFileTest, OfADeflatingFileDoesNotDependOnTheThreads) {
+    const auto fileMadeWith = [&](int threads) {
+        DeflatingFile out(folder / "out.gz", true, threads);
+        for (int i = 0; i < 80; ++i) EXPECT_TRUE(out.write(std::as_bytes(std::span(text)))); // four members
+        EXPECT_TRUE(out.close());
+        return textOf(folder / "out.gz");
+    };
+    const std::string alone = fileMadeWith(1);
+    EXPECT_TRUE(read(alone).size() == 80 * text.size());
+    EXPECT_TRUE(fileMadeWith(2) == alone);
+    EXPECT_TRUE(fileMadeWith(3) == alone);
+}
+
 TEST_F(InflatingFileTest, OfAnEmptyDeflatingFileIsEmpty) {
     DeflatingFile out(folder / "out.gz", true);
     EXPECT_TRUE(out.close());
