@@ -69,7 +69,7 @@ void setFile(nifti_image& image, const std::filesystem::path& file) {
 } // namespace
 
 ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout)
-    : file_(file), stream_(file, file.extension() == ".gz") {
+    : file_(file), stream_(file, file.extension() == ".gz", layout.threads) {
     const QuietLibrary quiet;
     const Image image(nifti_copy_nim_info(&grid), nifti_image_free);
     if (!image) throw std::bad_alloc();

@@ -18,6 +18,7 @@ public:
         int dataType = NIFTI_TYPE_FLOAT32; ///< NIFTI_TYPE_FLOAT32, NIFTI_TYPE_INT16 or NIFTI_TYPE_UINT8
         double secondsPerVolume = 0.0;     ///< 0: the fourth axis is not time
         const char* description = "";      ///< at most 79 characters
+        int threads = 1;                   ///< see DeflatingFile
     };
 
     /// The grid, including sform and qform with their codes, is copied from the given header. Throws Failure (kOther).

@@ -11,11 +11,12 @@ namespace zn::headless {
 
 namespace {
 
-double writeComponentImage(const Run& run, const VolumeMaps& maps) {
+double writeComponentImage(const Run& run, const VolumeMaps& maps, int threads) {
     const Stopwatch writing;
     ImageWriter::Layout layout;
     layout.volumes = static_cast<int>(maps.maps().size());
     layout.description = "ICA component maps";
+    layout.threads = threads;
     ImageWriter writer((*run.files)[ResultFile::kComponents], *run.functional.image, layout);
     for (const VolumeMap& map : maps.maps()) writer.write(map.values);
     writer.close();
@@ -28,9 +29,9 @@ void writeMaps(Run& run, const VolumeMaps& maps) {
     run.progress.stage("writing");
     writeMixingTable((*run.files)[ResultFile::kMixing], maps);
     run.seconds.writing = writing.seconds();
-    const bool alone = run.products->team().threads() == 1;
-    run.mapsWriting = std::async(alone ? std::launch::deferred : std::launch::async,
-                                 [&run, &maps] { return writeComponentImage(run, maps); });
+    const int threads = run.products->team().threads();
+    run.mapsWriting = std::async(threads == 1 ? std::launch::deferred : std::launch::async,
+                                 [&run, &maps, threads] { return writeComponentImage(run, maps, threads); });
 }
 
 void setEigenvalueRange(DialogFields& dialog, const EigenvalueRange& range) {
