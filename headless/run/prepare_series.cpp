@@ -2,11 +2,11 @@
 
 #include "headless/failure/failure.h"
 #include "headless/nifti/voxel_size.h"
-#include "headless/prepare/gaussian_kernel.h"
 #include "headless/prepare/high_pass.h"
 #include "headless/prepare/scale_voxels.h"
 #include "headless/prepare/smooth_series.h"
 #include "headless/prepare/smoothness.h"
+#include "headless/run/smoothing_width.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,24 +17,10 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kTargetVoxels = 1.5; // full width at half maximum to which --smooth auto smooths
-
 std::string millimetres(double width) {
     char text[32];
     std::snprintf(text, sizeof text, "%.3g mm", width);
     return text;
-}
-
-// Over the axes of the grid with more than one voxel.
-double geometricMean(const std::array<double, 3>& widths, const std::array<int, 3>& grid) {
-    double product = 1.0;
-    int axes = 0;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        if (grid[axis] == 1) continue;
-        product *= widths[axis];
-        ++axes;
-    }
-    return axes > 0 ? std::pow(product, 1.0 / axes) : 0.0;
 }
 
 // The width to smooth with, in millimetres, from the smoothness of the data.
@@ -43,9 +29,8 @@ double chooseWidth(Run& run, const MaskedSeries& series, WorkerThreads& threads)
     std::array<double, 3> smoothness = estimateSmoothness(series, threads);
     for (std::size_t axis = 0; axis < 3; ++axis) smoothness[axis] *= size[axis];
     run.preparation.smoothnessMm = smoothness;
-    const std::array<int, 3>& grid = run.functional.size;
-    const double target = kTargetVoxels * geometricMean(size, grid);
-    return geometricMean(smoothness, grid) < target ? target : 0.0;
+    const double target = automaticWidth(run.functional);
+    return geometricMean(smoothness, run.functional.size) < target ? target : 0.0;
 }
 
 void smooth(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
@@ -59,9 +44,7 @@ void smooth(Run& run, const MaskedSeries& series, WorkerThreads& threads) {
     }
     if (width <= 0.0) return;
     run.notes.say("Preparation: smoothed by " + millimetres(width) + " (FWHM) within the mask.");
-    const std::array<double, 3> size = voxelSize(run.functional);
-    const double sigma = width / kFwhmOfUnitSigma;
-    smoothSeries(series, {sigma / size[0], sigma / size[1], sigma / size[2]}, threads);
+    smoothSeries(series, sigmaInVoxels(width, run.functional), threads);
 }
 
 void filter(Run& run, const MaskedSeries& series, WorkerThreads& threads) {

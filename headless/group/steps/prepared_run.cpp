@@ -4,12 +4,11 @@
 #include "headless/group/steps/run_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/transpose_volumes.h"
-#include "headless/nifti/voxel_size.h"
-#include "headless/prepare/gaussian_kernel.h"
 #include "headless/prepare/high_pass.h"
 #include "headless/prepare/masked_pieces.h"
 #include "headless/prepare/scale_voxels.h"
 #include "headless/prepare/smooth_series.h"
+#include "headless/run/smoothing_width.h"
 
 #include <algorithm>
 #include <numeric>
@@ -55,10 +54,8 @@ private:
 
     void smoothCourses(int count) {
         transposeVolumes(volumes_.data(), count, voxels_, courses_.data(), count, 0);
-        const auto size = voxelSize(study_.grid);
-        const double sigma = study_.preparation.smoothMm / kFwhmOfUnitSigma;
         smoothSeries({courses_.data(), count, study_.grid.size, study_.mask},
-                     {sigma / size[0], sigma / size[1], sigma / size[2]}, threads_);
+                     sigmaInVoxels(study_.preparation.smoothMm, study_.grid), threads_);
         float* to = run_.series.data() + first_;
         for (const std::int64_t v : study_.inside) {
             std::copy_n(courses_.data() + v * count, count, to);
