@@ -4,11 +4,15 @@
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/memory/peak_prediction.h"
+#include "headless/memory/touched_pages.h"
 #include "headless/nifti/time_series.h"
+#include "headless/prepare/smoothing_passes.h"
+#include "headless/run/smoothing_width.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace zn::headless {
 
@@ -27,6 +31,20 @@ std::optional<std::int64_t> budgetOf(const RunOptions& options) {
     return static_cast<std::int64_t>(std::min(*options.memoryGib, 1e9) * kGib);
 }
 
+// The courses that are written while the data are read and smoothed, if only those of the mask are needed.
+std::vector<unsigned char> writtenCourses(const Run& run) {
+    const PreparationOptions& options = run.options.preparation;
+    const double width = options.smoothIfNeeded ? automaticWidth(run.functional) : options.smoothMm;
+    const auto passes = smoothingPasses(run.functional.size, sigmaInVoxels(width, run.functional), run.session.mask);
+    return passes.empty() ? run.session.mask : passes.front().wanted;
+}
+
+std::int64_t seriesBytes(const Run& run, int bytesPerValue) {
+    const std::int64_t perVoxel = std::int64_t{bytesPerValue} * run.volumes;
+    if (neededVoxels(run).empty()) return perVoxel * run.functional.voxels();
+    return touchedBytes(writtenCourses(run), perVoxel);
+}
+
 std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
     const nifti_image& image = *run.functional.image;
     RunSize size;
@@ -35,10 +53,11 @@ std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
     size.volumes = run.volumes;
     size.components = run.eigenvalues.count();
     const bool asShort = staysShort(image) && !run.options.preparation.any();
-    size.bytesPerValue = asShort ? 2 : 4;
+    size.seriesBytes = seriesBytes(run, asShort ? 2 : 4);
     size.storedBytes = asShort ? 0 : image.nbyper;
     size.regions = static_cast<int>(run.session.regions.size());
     size.repeats = run.options.control.repeats;
+    size.threads = run.options.control.threads.value_or(MatrixProducts::defaultThreads());
     size.symmetric = run.options.approach == Approach::kSymmetric;
     return predictedPeakBytes(size);
 }

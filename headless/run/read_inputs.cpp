@@ -158,6 +158,11 @@ Session makeSession(const Run& run) {
 
 } // namespace
 
+std::vector<unsigned char> neededVoxels(const Run& run) {
+    const bool onlyMask = run.options.maskSource == MaskSource::kFile && run.session.regions.empty();
+    return onlyMask ? run.session.mask : std::vector<unsigned char>();
+}
+
 void readInputs(Run& run) {
     requireReadable(run.options.functional); // before a missing events file is reported
     run.design.file = designFile(run.options);

@@ -23,11 +23,6 @@ void openResult(Run& run) {
     if (options.control.keepPartial) run.unfinished.keep();
 }
 
-// Regions may contain voxels outside the mask.
-std::vector<unsigned char> neededVoxels(const Run& run) {
-    return run.session.regions.empty() ? run.session.mask : std::vector<unsigned char>();
-}
-
 void readSeries(Run& run) {
     const Stopwatch reading;
     run.progress.stage("reading");

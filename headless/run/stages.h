@@ -4,6 +4,7 @@
 #include "headless/run/run.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace zn::headless {
 
@@ -41,6 +42,10 @@ void checkPreparation(Run& run);
 
 /// The number of dimensions that the preparation leaves of the volumes.
 int preparedDimensions(const Run& run);
+
+/// The voxels whose values are kept in memory, one byte per voxel; empty: all of them, because no mask was given or
+/// because regions may have voxels outside it.
+std::vector<unsigned char> neededVoxels(const Run& run);
 
 /// Determines the mask from the data as read: computes it for --mask auto and excludes voxels that cannot be analysed.
 /// Writes the mean image for the report, NaN where any volume is not finite. Throws Failure: kInput when no voxel
