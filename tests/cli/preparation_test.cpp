@@ -99,20 +99,26 @@ TEST_F(PreparationOfARun, LeavesFewerComponentsForMax) {
     EXPECT_EQ(json["Settings"]["Components"], 24); // 40 volumes, 15 cosines, the mean
 }
 
-// The picture behind the maps, which the preparation would leave at zero.
+// The picture behind the maps, which the preparation would leave at zero; of all voxels, whatever the mask.
 TEST_F(PreparationOfARun, DoesNotChangeTheMeanImage) {
     const NiftiBytes image = plainSeries(40);
     std::vector<std::int16_t> stored(120 * 40);
     std::memcpy(stored.data(), image.data.data(), image.data.size());
-    const CommandResult result = znica({"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(),
-                                        "--epsilon", "0.9", "--components", "2", "--mask", "none", "--scale", "sd"});
-    ASSERT_EQ(result.status, 0) << result.err;
-    const auto mean = ReadNifti(folder / "out/a_desc-mean_bold.nii.gz").values<float>();
-    ASSERT_EQ(mean.size(), 120U);
-    for (std::size_t v : {0U, 57U, 119U}) {
-        int sum = 0;
-        for (std::size_t t = 0; t < 40; ++t) sum += stored[t * 120 + v];
-        EXPECT_EQ(mean[v], static_cast<float>(sum / 40.0));
+    NiftiBytes half = plainMask();
+    for (std::size_t v = 0; v < 60; ++v) half.data[v] = '\0';
+    writeFile(folder / "half.nii", half.bytes());
+    for (const std::string& mask : {std::string("none"), (folder / "half.nii").string()}) {
+        const CommandResult result =
+            znica({"run", (folder / "a_bold.nii").string(), "--out", (folder / "out").string(), "--force", "--epsilon",
+                   "0.9", "--components", "2", "--mask", mask, "--scale", "sd"});
+        ASSERT_EQ(result.status, 0) << result.err;
+        const auto mean = ReadNifti(folder / "out/a_desc-mean_bold.nii.gz").values<float>();
+        ASSERT_EQ(mean.size(), 120U);
+        for (std::size_t v : {0U, 57U, 119U}) {
+            int sum = 0;
+            for (std::size_t t = 0; t < 40; ++t) sum += stored[t * 120 + v];
+            EXPECT_EQ(mean[v], static_cast<float>(sum / 40.0)) << mask;
+        }
     }
 }
 
