@@ -13,11 +13,16 @@ namespace {
 std::vector<unsigned char> readBy(const SmoothingPass& pass) {
     const GridLines& lines = pass.lines;
     std::vector<unsigned char> result(pass.wanted.size());
+    const auto step = static_cast<std::ptrdiff_t>(lines.step);
     for (int i = 0; i < lines.count; ++i) {
+        const unsigned char* wanted = pass.wanted.data() + lines.voxel(i, 0);
+        unsigned char* line = result.data() + lines.voxel(i, 0);
+        int marked = 0; // the first position that no voxel so far has reached
         for (int at = 0; at < lines.length; ++at) {
-            if (pass.wanted[lines.voxel(i, at)] == 0) continue;
+            if (wanted[at * step] == 0) continue;
             const int end = std::min(lines.length, at + pass.radius() + 1);
-            for (int near = std::max(0, at - pass.radius()); near < end; ++near) result[lines.voxel(i, near)] = 1;
+            for (int near = std::max(marked, at - pass.radius()); near < end; ++near) line[near * step] = 1;
+            marked = end;
         }
     }
     return result;
