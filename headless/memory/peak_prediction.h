@@ -11,7 +11,7 @@ struct RunSize {
     int volumes = 0;
     int components = 0;
     std::int64_t seriesBytes = 0; ///< of the functional data as stored by the host
-    int storedBytes = 0;   ///< of a value in a file that must be converted; 0: no conversion
+    int storedBytes = 0;          ///< of a value in a file that must be converted; 0: no conversion
     int regions = 0;
     int repeats = 1;        ///< runs of the plug-in
     int threads = 1;        ///< that compress the maps

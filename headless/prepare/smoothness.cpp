@@ -1,5 +1,8 @@
 #include "headless/prepare/smoothness.h"
 
+#include "headless/prepare/change_sums.h"
+#include "numeric/instruction_set.h"
+
 #include <cmath>
 #include <vector>
 
@@ -12,16 +15,14 @@ struct PairSums {
     double squares = 0.0;     // of both squares
 
     void add(const float* a, const float* b, int volumes) {
-        float difference = 0.0f;
-        float square = 0.0f;
-        for (int t = 1; t < volumes; ++t) {
-            const float x = a[t] - a[t - 1];
-            const float y = b[t] - b[t - 1];
-            difference += (x - y) * (x - y);
-            square += x * x + y * y;
+        static const auto addChanges = ZN_PICK_KERNEL(changeSumsKernel);
+        float difference[kChangeSums] = {};
+        float square[kChangeSums] = {};
+        addChanges(a, b, volumes, difference, square);
+        for (int i = 0; i < kChangeSums; ++i) {
+            differences += static_cast<double>(difference[i]);
+            squares += static_cast<double>(square[i]);
         }
-        differences += static_cast<double>(difference);
-        squares += static_cast<double>(square);
     }
 
     void add(const PairSums& other) {
