@@ -101,7 +101,7 @@ VoxelSummary summaryOfValues(const TimeSeries& series, WorkerThreads& threads, c
 
 VoxelSummary summariseVoxels(const TimeSeries& series, WorkerThreads& threads, const Flags& mask) {
     VoxelSummary summary = summaryOfValues(series, threads, mask.empty() ? series.inside : mask);
-    for (std::size_t v = 0; v < series.inside.size(); ++v) {
+    for (std::size_t v = 0; v < series.sums.size(); ++v) {
         if (series.inside[v] != 0) continue;
         const double sum = series.sums[v];
         summary.finite[v] = std::isfinite(sum) ? 1 : 0;

@@ -16,7 +16,7 @@ struct TimeSeries {
     std::unique_ptr<std::int16_t[]> shorts; ///< signed 16-bit data as stored
     std::unique_ptr<float[]> floats;        ///< all other stored types, and scaled data
     std::vector<unsigned char> inside = {}; ///< [voxels], 0: the voxel's values are undefined; empty: none are
-    std::vector<double> sums = {};          ///< [voxels], over the volumes; empty if `inside` is
+    std::vector<double> sums = {};          ///< [voxels], over the volumes; none if `inside` is empty
 
     bool isFloat() const { return floats != nullptr; }
 };
