@@ -106,6 +106,7 @@ struct Run {
 
     // settleMask, prepareSeries, useMask, settleComponents
     RunMask mask;
+    std::vector<float> mean; // over the volumes as read, NaN where one is not finite; empty without a report
     PreparationFacts preparation;
     std::optional<ComponentEstimate> estimate; // nothing: the number of components was given
 

@@ -77,12 +77,12 @@ void writeMaskImage(const Run& run) {
 }
 
 // Here, because the preparation may remove the mean.
-void writeMean(const Run& run, const VoxelSummary& summary) {
-    std::vector<float> mean = summary.mean;
-    for (std::size_t v = 0; v < mean.size(); ++v) {
-        if (summary.finite[v] == 0) mean[v] = std::nanf("");
+void writeMean(Run& run, const VoxelSummary& summary) {
+    run.mean = summary.mean;
+    for (std::size_t v = 0; v < run.mean.size(); ++v) {
+        if (summary.finite[v] == 0) run.mean[v] = std::nanf("");
     }
-    writeMeanImage((*run.files)[ResultFile::kMean], mean, run.functional);
+    writeMeanImage((*run.files)[ResultFile::kMean], run.mean, run.functional);
 }
 
 } // namespace
@@ -102,6 +102,7 @@ void requireVoxelsForVolumes(const Run& run, std::int64_t expected) {
 void settleMask(Run& run) {
     WorkerThreads threads(run.options.control.threads.value_or(MatrixProducts::defaultThreads()));
     const VoxelSummary summary = summariseVoxels(run.session.series, threads);
+    run.session.series.sums = {}; // they are in the summary
     if (run.options.control.report) writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);
