@@ -21,11 +21,15 @@ nlohmann::ordered_json addMaps(ReportPage& page, const std::vector<MapBlock>& bl
     return maps;
 }
 
+std::string packedMean(const std::vector<float>& mean) {
+    const std::vector<unsigned char> levels = greyLevels(mean);
+    return packedText(std::as_bytes(std::span(levels)));
+}
+
 void addMean(ReportPage& page, const std::filesystem::path& image, const ImageHeader& grid) {
     const ImageHeader mean = readImageHeader(image);
     requireSameGrid("mean image", mean, grid);
-    const std::vector<unsigned char> levels = greyLevels(readSingleVolume(mean));
-    page.add("mean", std::as_bytes(std::span(levels)));
+    page.addPacked("mean", packedMean(readSingleVolume(mean)));
 }
 
 } // namespace zn::headless

@@ -75,7 +75,7 @@ Json addCompared(ReportPage& page, const fs::path& folder, const fs::path& compa
 } // namespace
 
 ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile, const fs::path& compared,
-                      const std::optional<std::vector<MapBlock>>& maps) {
+                      const std::optional<PageImages>& images) {
     const fs::path found = templateFile.empty() ? findReportTemplate() : templateFile;
     if (found.empty()) {
         throw Failure(ExitStatus::kOther,
@@ -90,9 +90,13 @@ ReportPage makeReport(const ResultFiles& files, const fs::path& templateFile, co
     run["grid"] = {{"size", components.size}, {"voxel_to_mm", components.affine}, {"oriented", components.oriented}};
     run["voxels_inside"] = std::count(mask.begin(), mask.end(), 1);
     run["has_mean"] = files.has(ResultFile::kMean);
-    if (run["has_mean"]) addMean(page, files[ResultFile::kMean], components);
+    if (images) {
+        page.addPacked("mean", images->mean);
+    } else if (run["has_mean"]) {
+        addMean(page, files[ResultFile::kMean], components);
+    }
     page.add("mask", std::as_bytes(std::span(mask)));
-    run["maps"] = addMaps(page, maps ? *maps : blocksOf(components, mask));
+    run["maps"] = addMaps(page, images ? images->maps : blocksOf(components, mask));
     if (!compared.empty()) run["compared"] = addCompared(page, files.folder(), compared, components, mask);
     page.add("run", run.dump(-1, ' ', false, Json::error_handler_t::replace));
     return page;

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "headless/report/map_blocks.h"
+#include "headless/report/page_images.h"
 #include "headless/report/report_page.h"
 #include "headless/result/result_files.h"
 
 #include <filesystem>
 #include <optional>
-#include <vector>
 
 namespace zn::headless {
 
@@ -17,13 +16,12 @@ namespace zn::headless {
 ///   templateFile   the built template; empty: the one that belongs to the command
 ///   compared       another result on the same grid, whose components the page shows beside those that they match;
 ///                  empty: none
-///   maps           the blocks of the component maps if they are at hand; nothing: made from the file of the maps
+///   images         what the run has at hand of its images; nothing: packed from their files
 ///
 /// Throws Failure: kInput when a folder does not hold a complete result, or the grids differ; kOther when the template
 /// is missing.
 ReportPage makeReport(const ResultFiles& files, const std::filesystem::path& templateFile = {},
-                      const std::filesystem::path& compared = {},
-                      const std::optional<std::vector<MapBlock>>& maps = {});
+                      const std::filesystem::path& compared = {}, const std::optional<PageImages>& images = {});
 
 /// Makes the page of a result and writes it to the result's folder. Throws Failure as above, and (kOther) when the page
 /// cannot be written.

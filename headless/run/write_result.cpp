@@ -2,7 +2,7 @@
 
 #include "headless/failure/as_failure.h"
 #include "headless/memory/available_memory.h"
-#include "headless/report/map_blocks.h"
+#include "headless/report/page_images.h"
 #include "headless/report/report_page.h"
 #include "headless/report/write_report.h"
 #include "headless/result/bids_files.h"
@@ -46,19 +46,20 @@ void writeTimeSeries(const Run& run) {
     writeTimeSeriesDescription(files[ResultFile::kTimeSeriesDescription], run.componentsFound());
 }
 
-// Nothing without a page; a failure leaves the maps to addReport(), which reports it.
-std::optional<std::vector<MapBlock>> packMaps(Run& run) {
+// While the maps are still being compressed. Nothing without a page; a failure leaves the images to addReport(), which
+// reports it.
+std::optional<PageImages> packImages(Run& run) {
     if (!run.options.control.report || findReportTemplate().empty()) return std::nullopt;
     std::vector<std::span<const float>> maps;
     for (const VolumeMap& map : run.session.maps.maps()) maps.emplace_back(map.values);
     try {
-        return mapBlocks(maps, run.mask.voxels, run.products->team());
+        return PageImages{mapBlocks(maps, run.mask.voxels, run.products->team()), packedMean(run.mean)};
     } catch (const std::bad_alloc&) {
         return std::nullopt;
     }
 }
 
-void addReport(const Run& run, const std::optional<std::vector<MapBlock>>& maps) {
+void addReport(const Run& run, const std::optional<PageImages>& images) {
     const ResultFiles& files = *run.files;
     if (!run.session.design.names.empty()) writeDesignTable(files[ResultFile::kDesign], run.session.design);
     const auto page = findReportTemplate();
@@ -67,7 +68,7 @@ void addReport(const Run& run, const std::optional<std::vector<MapBlock>>& maps)
         return;
     }
     try {
-        makeReport(files, page, {}, maps).write(files[ResultFile::kReport]);
+        makeReport(files, page, {}, images).write(files[ResultFile::kReport]);
     } catch (const std::exception& error) { // the analysis is complete without its page
         const std::string why = run.unfinished.asWanted(asFailure(error).what());
         std::fprintf(stderr, "znica: no report.html was written: %s\n", why.c_str());
@@ -114,12 +115,12 @@ ExitStatus writeResult(Run& run) {
     run.log->requireWritten();
     writeMetrics(run);
     writeTimeSeries(run);
-    const auto maps = packMaps(run);
+    const auto images = packImages(run);
     finishMaps(run);
     writeDecomposition(run);
     writeStatus(run);
     writeBidsFiles(*run.files, ZNICA_VERSION, run.library->name(), run.library->version());
-    if (run.options.control.report) addReport(run, maps);
+    if (run.options.control.report) addReport(run, images);
     run.folder->commit();
     run.progress.clear();
     summarise(run);
