@@ -67,12 +67,19 @@ def subsampled(series):
 
 
 def smoothed(series, voxels):
-    """The values smoothed within the mask."""
+    """The series, its noise included, smoothed within the mask."""
+    if voxels == 0:
+        return series
+    noise = None if series.noise is None else smoothed_values(series.noise, series.mask, voxels)
+    return series._replace(values=smoothed_values(series.values, series.mask, voxels), noise=noise)
+
+
+def smoothed_values(values, mask, voxels):
     sigma = voxels / 2.354820045
-    weight = ndimage.gaussian_filter(series.mask.astype(numpy.float32), sigma)[series.mask]
-    result = numpy.empty_like(series.values)
-    for volume, target in zip(series.values, result):
-        image = numpy.zeros(series.mask.shape, numpy.float32)
-        image[series.mask] = volume
-        target[:] = ndimage.gaussian_filter(image, sigma)[series.mask] / weight
-    return series._replace(values=result)
+    weight = ndimage.gaussian_filter(mask.astype(numpy.float32), sigma)[mask]
+    result = numpy.empty_like(values)
+    for volume, target in zip(values, result):
+        image = numpy.zeros(mask.shape, numpy.float32)
+        image[mask] = volume
+        target[:] = ndimage.gaussian_filter(image, sigma)[mask] / weight
+    return result

@@ -5,6 +5,7 @@ from pathlib import Path
 
 import numpy
 
+from measuring.component_criteria import smoothed
 from measuring.programs import ROOT
 from measuring.simulated_series import Series, simulate
 
@@ -32,8 +33,15 @@ def settings(repeats):
     return chosen
 
 
-def simulated(setting):
+def smooth_noise(setting):
+    """The noise itself is smooth; it has the percentage of the setting after that."""
     return simulate(setting.volumes, setting.sources, setting.width, setting.noise, setting.seed)
+
+
+def smoothed_scan(setting):
+    """Noise that is independent from voxel to voxel, as a scanner's; signal and noise are then smoothed together."""
+    scan = simulate(setting.volumes, setting.sources, 0, setting.noise, setting.seed)
+    return smoothed(scan, setting.width)
 
 
 def measured(image, mask):

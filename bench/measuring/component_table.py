@@ -7,7 +7,7 @@ from pathlib import Path
 import numpy
 
 from measuring import component_criteria as criteria
-from measuring.component_runs import IMAGES, VOLUMES, WIDTHS, measured, simulated
+from measuring.component_runs import IMAGES, VOLUMES, WIDTHS, measured
 from measuring.markdown import table
 from measuring.programs import PROGRAMS
 
@@ -43,7 +43,7 @@ def estimates(series):
     }
 
 
-def simulated_rows(chosen):
+def simulated_rows(chosen, simulated):
     """One per setting: the estimates, the truth (with the mean image) and the detectable part of it."""
     rows = []
     for setting in chosen:
@@ -90,7 +90,7 @@ def measured_table():
     for name, files in IMAGES.items():
         whole = measured(*files)
         for width in (0, 2):
-            prepared = criteria.smoothed(whole, width) if width else whole
+            prepared = criteria.smoothed(whole, width)
             for volumes in (len(whole.values), 50):
                 found = estimates(prepared._replace(values=prepared.values[:volumes]))
                 print(name, width, volumes, json.dumps(found), flush=True)

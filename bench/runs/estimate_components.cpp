@@ -31,7 +31,9 @@ int main(int, char** arguments) {
     const OneBlasThread oneThread;
     MatrixProducts products(threads);
     WorkerThreads workers(threads);
-    const auto covariances = seriesCovariances(series, size, mask, workers);
+    const auto covariances = [&](const Directions& leading) {
+        return seriesCovariances(series, size, mask, workers, leading);
+    };
     const ComponentEstimate estimate = estimateComponents(covariances, products);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf(

@@ -117,10 +117,12 @@ ComponentEstimate eigenvalueCriteria(const std::vector<double>& eigenvalues, std
     return result;
 }
 
-ComponentEstimate estimateComponents(const SeriesCovariances& covariances, MatrixProducts& products) {
+ComponentEstimate estimateComponents(const CovariancesOf& covariancesOf, MatrixProducts& products) {
+    const SeriesCovariances covariances = covariancesOf({});
     const ResidualNoise noise(covariances, products);
     ComponentEstimate result = eigenvalueCriteria(noise.eigenvalues(), covariances.voxels);
-    result.parallel = parallelAnalysis(noise);
+    const int first = parallelAnalysis(noise).count;
+    result.parallel = parallelAnalysis({covariancesOf(noise.leading(first)), products});
     return result;
 }
 

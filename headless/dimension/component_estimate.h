@@ -5,12 +5,17 @@
 #include "headless/dimension/series_covariances.h"
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace zn::headless {
 
 /// The number of components by several criteria. Parallel analysis (parallel_analysis.h) is used; the others, which are
 /// reported beside it, need nothing but the eigenvalues l_1 >= ... >= l_T of the temporal covariance over V voxels.
+///
+/// Noise is rarely equally strong in all voxels, whereas parallel analysis takes it to be. So parallel analysis is done
+/// twice: the directions that it finds first are taken away to see how strong the noise of every voxel is, and its
+/// result is that for the series with even noise (seriesCovariances).
 ///
 /// Only the spatial mean of every volume is removed, so l_1 belongs to the mean image: it is one of the directions that
 /// the analysis keeps and counts like any other. Eigenvalues at rounding level (below 1e-12 of the first) are omitted;
@@ -49,8 +54,12 @@ struct ComponentEstimate {
 /// The criteria that need nothing but the eigenvalues.
 ComponentEstimate eigenvalueCriteria(const std::vector<double>& eigenvalues, std::int64_t voxels);
 
+/// The covariances of a series, with even noise if there are directions to take away: seriesCovariances with all but
+/// its last argument given.
+using CovariancesOf = std::function<SeriesCovariances(const Directions& leading)>;
+
 /// All of them. Throws Failure (kOther) if LAPACK does not converge. Bit-identical for any number of threads while the
 /// BLAS itself uses one.
-ComponentEstimate estimateComponents(const SeriesCovariances& covariances, MatrixProducts& products);
+ComponentEstimate estimateComponents(const CovariancesOf& covariancesOf, MatrixProducts& products);
 
 } // namespace zn::headless

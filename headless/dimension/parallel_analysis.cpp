@@ -13,7 +13,8 @@ constexpr int kAhead = 2;
 
 class Search {
 public:
-    Search(const ResidualNoise& noise, double margin, int most) : noise_(noise), margin_(margin), most_(most) {}
+    Search(const ResidualNoise& noise, double margin, int ahead, int most)
+        : noise_(noise), margin_(margin), ahead_(ahead), most_(most) {}
 
     // More than `most` if the number does not settle below.
     int run() const {
@@ -27,10 +28,10 @@ public:
     }
 
 private:
-    // The number of eigenvalues above the noise after k directions, or after up to kAhead further ones, if that is more
+    // The number of eigenvalues above the noise after k directions, or after up to ahead_ further ones, if that is more
     // than were taken away; otherwise k.
     int moreThan(int k) const {
-        for (int taken = k; taken <= std::min(k + kAhead, most_); ++taken) {
+        for (int taken = k; taken <= std::min(k + ahead_, most_); ++taken) {
             const int above = countAbove(margin_ * noise_.after(taken).edge);
             if (above > taken) return above;
         }
@@ -45,6 +46,7 @@ private:
 
     const ResidualNoise& noise_;
     double margin_;
+    int ahead_;
     int most_;
 };
 
@@ -55,10 +57,10 @@ ParallelAnalysis parallelAnalysis(const ResidualNoise& noise) {
     ParallelAnalysis result;
     if (noise.dimensions() < kFewest) return result;
     const int most = noise.dimensions() / 3;
-    result.count = Search(noise, kMargin, most).run();
+    result.count = Search(noise, kMargin, kAhead, most).run();
     if (result.count > most) {
         result.hasEdge = false;
-        result.count = std::min(most, Search(noise, kMarginWithoutEdge, most).run());
+        result.count = std::min(most, Search(noise, kMarginWithoutEdge, most, most).run());
     }
     result.noise = noise.after(result.count);
     return result;

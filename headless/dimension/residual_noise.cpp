@@ -146,6 +146,10 @@ std::vector<double> ResidualNoise::temporalEigenvalues(const std::vector<double>
     return values;
 }
 
+Directions ResidualNoise::leading(int k) const {
+    return {k, {vectors_.begin(), vectors_.begin() + std::int64_t{1} * k * volumes_}};
+}
+
 NoiseModel ResidualNoise::after(int k) const {
     NoiseModel model;
     const double left = sumFrom(values_, k, dimensions_);

@@ -38,6 +38,9 @@ public:
     /// d: the number of those above rounding level.
     int dimensions() const { return dimensions_; }
 
+    /// The directions of the k largest eigenvalues.
+    Directions leading(int k) const;
+
     /// k from 0 to d - 2.
     NoiseModel after(int k) const;
 

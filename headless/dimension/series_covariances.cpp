@@ -3,6 +3,7 @@
 #include "headless/blas/symmetric_matrix.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zn::headless {
 
@@ -60,32 +61,53 @@ public:
         }
     }
 
+    // From then on, the course of voxel v of the grid is multiplied by factors[v].
+    void scale(std::vector<double> factors) { factors_ = std::move(factors); }
+
     void addMeans(int piece, std::vector<double>& sums) const {
         forPiece(piece, [&](std::int64_t v) {
-            const Value* course = courseOf(v);
-            for (int t = 0; t < volumes_; ++t) sums[static_cast<std::size_t>(t)] += static_cast<double>(course[t]);
+            const Course course = courseOf(v);
+            for (int t = 0; t < volumes_; ++t) sums[static_cast<std::size_t>(t)] += course.at(t);
         });
+    }
+
+    // squares: [voxel of the grid]
+    void residuals(int piece, const std::vector<double>& mean, const Directions& leading,
+                   std::vector<double>& squares) const {
+        ResidualSquares residual(leading, volumes_);
+        forPiece(piece, [&](std::int64_t v) {
+            const Course course = courseOf(v);
+            residual.add([&](int t) { return course.at(t) - mean[static_cast<std::size_t>(t)]; },
+                         squares[static_cast<std::size_t>(v)]);
+        });
+        residual.flush();
     }
 
     void addProducts(int piece, const std::vector<double>& mean, Sums& sums) const {
         forPiece(piece, [&](std::int64_t v) {
-            const Value* course = courseOf(v);
-            sums[0].add([&](int t) { return static_cast<double>(course[t]) - mean[static_cast<std::size_t>(t)]; });
+            const Course course = courseOf(v);
+            sums[0].add([&](int t) { return course.at(t) - mean[static_cast<std::size_t>(t)]; });
             const std::array<std::int64_t, 3> at = {v % size_[0], v / step_[1] % size_[1], v / step_[2]};
             const auto axis = static_cast<std::size_t>((at[0] + at[1] + at[2]) % 3);
             const std::int64_t next = v + step_[axis];
             if (at[axis] + 1 == size_[axis] || !inside(next)) return;
-            const Value* neighbour = courseOf(next);
-            sums[axis + 1].add(
-                [&](int t) { return static_cast<double>(neighbour[t]) - static_cast<double>(course[t]); });
+            const Course neighbour = courseOf(next);
+            sums[axis + 1].add([&](int t) { return neighbour.at(t) - course.at(t); });
         });
         for (CrossProducts& products : sums) products.flush();
     }
 
 private:
+    struct Course {
+        const Value* values;
+        double factor;
+        double at(int t) const { return factor * static_cast<double>(values[t]); }
+    };
+
     bool inside(std::int64_t v) const { return mask_[static_cast<std::size_t>(v)] != 0; }
-    const Value* courseOf(std::int64_t v) const {
-        return values_ + (rows_.empty() ? v : rows_[static_cast<std::size_t>(v)]) * volumes_;
+    Course courseOf(std::int64_t v) const {
+        const auto voxel = static_cast<std::size_t>(v);
+        return {values_ + (rows_.empty() ? v : rows_[voxel]) * volumes_, factors_.empty() ? 1.0 : factors_[voxel]};
     }
 
     const Value* values_;
@@ -94,6 +116,7 @@ private:
     const std::vector<unsigned char>& mask_;
     std::vector<std::int64_t> rows_;
     std::array<std::int64_t, 3> step_;
+    std::vector<double> factors_; // empty: all 1
 };
 
 void addTo(std::vector<double>& sum, const std::vector<double>& term) {
@@ -111,14 +134,37 @@ void complete(std::vector<double>& matrix, std::size_t order, double divisor) {
 }
 
 template <class Value>
-SeriesCovariances covariancesOf(const Summation<Value>& summation, SeriesCovariances result, WorkerThreads& threads) {
-    const auto order = static_cast<std::size_t>(result.volumes);
+std::vector<double> meanCourse(const Summation<Value>& summation, const SeriesCovariances& series,
+                               WorkerThreads& threads) {
+    const auto order = static_cast<std::size_t>(series.volumes);
     std::vector<std::vector<double>> sums(kPieces, std::vector<double>(order));
     threads.run(kPieces, [&](int piece) { summation.addMeans(piece, sums[static_cast<std::size_t>(piece)]); });
     std::vector<double> mean(order);
     for (const auto& sum : sums) addTo(mean, sum);
-    for (double& value : mean) value /= static_cast<double>(result.voxels);
+    for (double& value : mean) value /= static_cast<double>(series.voxels);
+    return mean;
+}
 
+// By [voxel of the grid]; empty: there is no noise.
+template <class Value>
+std::vector<double> evenFactors(const Summation<Value>& summation, const SeriesCovariances& series, std::size_t grid,
+                                const Directions& leading, WorkerThreads& threads) {
+    constexpr double kLargest = 10.0;
+    const std::vector<double> mean = meanCourse(summation, series, threads);
+    std::vector<double> factors(grid); // the sums of squares at first
+    threads.run(kPieces, [&](int piece) { summation.residuals(piece, mean, leading, factors); });
+    double level = 0.0;
+    for (const double squares : factors) level += squares;
+    level /= static_cast<double>(series.voxels);
+    if (!(level > 0.0)) return {};
+    for (double& factor : factors) factor = std::sqrt(level / std::max(factor, level / (kLargest * kLargest)));
+    return factors;
+}
+
+template <class Value>
+SeriesCovariances covariancesOf(const Summation<Value>& summation, SeriesCovariances result, WorkerThreads& threads) {
+    const auto order = static_cast<std::size_t>(result.volumes);
+    const std::vector<double> mean = meanCourse(summation, result, threads);
     std::array<std::vector<double>*, 4> matrices = {&result.total, &result.differences[0], &result.differences[1],
                                                     &result.differences[2]};
     std::array<std::int64_t, 4> counts{};
@@ -143,6 +189,14 @@ SeriesCovariances covariancesOf(const Summation<Value>& summation, SeriesCovaria
     return result;
 }
 
+template <class Value>
+SeriesCovariances covariancesOf(Summation<Value> summation, const SeriesCovariances& empty,
+                                const std::vector<unsigned char>& mask, const Directions& leading,
+                                WorkerThreads& threads) {
+    if (leading.count > 0) summation.scale(evenFactors(summation, empty, mask.size(), leading, threads));
+    return covariancesOf(summation, empty, threads);
+}
+
 SeriesCovariances emptyCovariances(int volumes, const std::vector<unsigned char>& mask) {
     SeriesCovariances result;
     result.volumes = volumes;
@@ -153,20 +207,23 @@ SeriesCovariances emptyCovariances(int volumes, const std::vector<unsigned char>
 } // namespace
 
 SeriesCovariances seriesCovariances(const TimeSeries& series, const std::array<int, 3>& size,
-                                    const std::vector<unsigned char>& mask, WorkerThreads& threads) {
-    SeriesCovariances result = emptyCovariances(series.volumes, mask);
-    return series.isFloat()
-               ? covariancesOf(Summation(series.floats.get(), series.volumes, size, mask), std::move(result), threads)
-               : covariancesOf(Summation(series.shorts.get(), series.volumes, size, mask), std::move(result), threads);
+                                    const std::vector<unsigned char>& mask, WorkerThreads& threads,
+                                    const Directions& leading) {
+    const SeriesCovariances empty = emptyCovariances(series.volumes, mask);
+    return series.isFloat() ? covariancesOf(Summation(series.floats.get(), series.volumes, size, mask), empty, mask,
+                                            leading, threads)
+                            : covariancesOf(Summation(series.shorts.get(), series.volumes, size, mask), empty, mask,
+                                            leading, threads);
 }
 
 SeriesCovariances seriesCovariances(const std::vector<float>& courses, int volumes, const std::array<int, 3>& size,
-                                    const std::vector<unsigned char>& mask, WorkerThreads& threads) {
+                                    const std::vector<unsigned char>& mask, WorkerThreads& threads,
+                                    const Directions& leading) {
     std::vector<std::int64_t> rows(mask.size());
     std::int64_t row = 0;
     for (std::size_t v = 0; v < mask.size(); ++v) rows[v] = mask[v] != 0 ? row++ : 0;
     return covariancesOf(Summation(courses.data(), volumes, size, mask, std::move(rows)),
-                         emptyCovariances(volumes, mask), threads);
+                         emptyCovariances(volumes, mask), mask, leading, threads);
 }
 
 } // namespace zn::headless

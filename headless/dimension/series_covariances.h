@@ -1,6 +1,7 @@
 #pragma once
 
 #include "headless/blas/worker_threads.h"
+#include "headless/dimension/residual_squares.h"
 #include "headless/nifti/time_series.h"
 
 #include <array>
@@ -22,17 +23,22 @@ struct SeriesCovariances {
 
 /// The covariances of a series; as the temporal mean of a voxel is kept, the largest eigenvalue of `total` belongs to
 /// the mean image. Bit-identical for any number of threads, provided that the BLAS itself uses one (OneBlasThread).
-/// Besides the series, this needs memory for at most 20 T x T matrices and a few thousand courses.
+/// Besides the series, this needs memory for at most 20 T x T matrices, a few thousand courses, and 8 bytes per voxel.
 ///
-///   size   voxels of the grid along x, y, z
-///   mask   one byte per voxel, nonzero: included; at least one voxel, all of them finite in every volume
+///   size      voxels of the grid along x, y, z
+///   mask      one byte per voxel, nonzero: included; at least one voxel, all of them finite in every volume
+///   leading   if any: the covariances of the series with even noise. What is left of a voxel's course without the
+///             spatial means and without these directions is its noise; s_v is the square root of its sum of squares
+///             and s^2 the mean of s_v^2. Every course is multiplied by s / s_v, at most by 10.
 ///
 /// For the differences every voxel counts along one axis only, in turn.
 SeriesCovariances seriesCovariances(const TimeSeries& series, const std::array<int, 3>& size,
-                                    const std::vector<unsigned char>& mask, WorkerThreads& threads);
+                                    const std::vector<unsigned char>& mask, WorkerThreads& threads,
+                                    const Directions& leading = {});
 
 /// The same for courses of the voxels in the mask alone, in the order of the grid: [voxel in the mask][volume].
 SeriesCovariances seriesCovariances(const std::vector<float>& courses, int volumes, const std::array<int, 3>& size,
-                                    const std::vector<unsigned char>& mask, WorkerThreads& threads);
+                                    const std::vector<unsigned char>& mask, WorkerThreads& threads,
+                                    const Directions& leading = {});
 
 } // namespace zn::headless

@@ -69,7 +69,9 @@ void settleComponents(Run& run) {
     const OneBlasThread oneThread;
     MatrixProducts products(threads);
     WorkerThreads workers(threads);
-    const auto covariances = seriesCovariances(run.session.series, run.functional.size, run.mask.voxels, workers);
+    const auto covariances = [&](const Directions& leading) {
+        return seriesCovariances(run.session.series, run.functional.size, run.mask.voxels, workers, leading);
+    };
     run.estimate = estimateComponents(covariances, products);
     run.eigenvalues = {1, run.estimate->chosen()};
     run.notes.say(noteOn(*run.estimate));

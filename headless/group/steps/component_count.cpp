@@ -42,9 +42,13 @@ void removeLostDirections(std::vector<double>& matrix, const PreparedRun& run) {
 
 int componentsOfRun(const GroupStudy& study, const PreparedRun& run, WorkerThreads& threads) {
     const OneBlasThread oneThread;
-    SeriesCovariances covariances = seriesCovariances(run.series, run.volumes, study.grid.size, study.mask, threads);
-    removeLostDirections(covariances.total, run);
-    for (auto& differences : covariances.differences) removeLostDirections(differences, run);
+    const auto covariances = [&](const Directions& leading) {
+        SeriesCovariances result =
+            seriesCovariances(run.series, run.volumes, study.grid.size, study.mask, threads, leading);
+        removeLostDirections(result.total, run);
+        for (auto& differences : result.differences) removeLostDirections(differences, run);
+        return result;
+    };
     MatrixProducts products(threads.threads());
     return estimateComponents(covariances, products).chosen();
 }

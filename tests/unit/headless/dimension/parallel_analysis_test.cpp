@@ -119,6 +119,19 @@ TEST_F(Parallel, EigenvaluesThatDescendWithoutAnEdgeAreReported) {
     EXPECT_EQ(result.count, kVolumes / 3);
 }
 
+TEST_F(Parallel, ManyComponentsWithoutAnEdgeDoNotHideOneAnother) {
+    SeriesCovariances covariances = noiseOnly(0.0);
+    covariances.voxels = 30000;
+    std::vector<double> variances = {5000.0};
+    for (int c = 0; c < 19; ++c) variances.push_back(20.0 * std::pow(0.9, c)); // the last one is 3.0
+    addComponents(covariances, variances);
+    const ResidualNoise noise = noiseOf(covariances);
+    ASSERT_GT(1.5 * noise.after(3).edge, noise.eigenvalues()[3]); // so that three of them seem to be enough
+    const ParallelAnalysis result = parallelAnalysis(noise);
+    EXPECT_FALSE(result.hasEdge);
+    EXPECT_EQ(result.count, kVolumes / 3);
+}
+
 TEST_F(Parallel, IsTheSameBitsForEveryNumberOfThreads) {
     SeriesCovariances covariances = noiseOnly(0.3);
     addComponents(covariances, {5000.0, 300.0, 60.0});

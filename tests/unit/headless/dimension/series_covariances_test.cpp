@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace zn::test {
 
 using namespace headless;
@@ -37,10 +40,69 @@ Example makeExample(bool asFloat) {
     return example;
 }
 
-SeriesCovariances covariancesOf(const Example& example, int threads) {
+SeriesCovariances covariancesOf(const Example& example, int threads, const Directions& leading = {}) {
     const OneBlasThread oneThread;
     WorkerThreads workers(threads);
-    return seriesCovariances(example.series, kSize, example.mask, workers);
+    return seriesCovariances(example.series, kSize, example.mask, workers, leading);
+}
+
+// A constant and a straight line.
+Directions constantAndLine() {
+    Directions result{2, std::vector<double>(kVolumes, 1.0 / std::sqrt(7.0))};
+    for (int t = 0; t < kVolumes; ++t) result.rows.push_back((t - 3) / std::sqrt(28.0));
+    return result;
+}
+
+// The spatial mean of every volume.
+std::array<double, kVolumes> meanCourse(const Example& example) {
+    std::array<double, kVolumes> mean{};
+    double count = 0.0;
+    for (std::size_t v = 0; v < example.mask.size(); ++v) {
+        if (example.mask[v] == 0) continue;
+        count += 1.0;
+        for (std::size_t t = 0; t < kVolumes; ++t) mean[t] += example.series.floats[v * kVolumes + t];
+    }
+    for (double& value : mean) value /= count;
+    return mean;
+}
+
+// The sum of squares about the straight line that fits a course without the spatial means best.
+double squaresAboutTheLine(const float* course, const std::array<double, kVolumes>& mean) {
+    double offset = 0.0;
+    double slope = 0.0;
+    for (std::size_t t = 0; t < kVolumes; ++t) {
+        offset += (course[t] - mean[t]) / 7.0;
+        slope += (course[t] - mean[t]) * (static_cast<double>(t) - 3.0) / 28.0;
+    }
+    double sum = 0.0;
+    for (std::size_t t = 0; t < kVolumes; ++t) {
+        sum += std::pow(course[t] - mean[t] - offset - slope * (static_cast<double>(t) - 3.0), 2);
+    }
+    return sum;
+}
+
+// Multiplies every course as the definition says; returns how often the largest factor is used.
+int makeEven(Example& example) {
+    const auto mean = meanCourse(example);
+    double level = 0.0;
+    double count = 0.0;
+    for (std::size_t v = 0; v < example.mask.size(); ++v) {
+        if (example.mask[v] == 0) continue;
+        count += 1.0;
+        level += squaresAboutTheLine(example.series.floats.get() + v * kVolumes, mean);
+    }
+    int largest = 0;
+    for (std::size_t v = 0; v < example.mask.size(); ++v) {
+        if (example.mask[v] == 0) continue;
+        float* course = example.series.floats.get() + v * kVolumes;
+        double factor = std::sqrt(level / count / squaresAboutTheLine(course, mean));
+        if (factor > 10.0) {
+            factor = 10.0;
+            ++largest;
+        }
+        for (int t = 0; t < kVolumes; ++t) course[t] = static_cast<float>(factor * course[t]);
+    }
+    return largest;
 }
 
 // Element (s, t) of the covariances, in the plainest form.
@@ -108,13 +170,37 @@ TEST(SeriesCovariances, AreThoseOfThePlainForm) {
     }
 }
 
+TEST(SeriesCovariances, WithEvenNoiseAreThoseOfCoursesDividedByTheStrengthOfTheirNoise) {
+    Example example = makeExample(true);
+    const std::size_t quiet = 500; // a voxel without any noise but that of the spatial means
+    example.mask[quiet] = 1;
+    std::fill_n(example.series.floats.get() + quiet * kVolumes, kVolumes, 0.0f);
+    const SeriesCovariances even = covariancesOf(example, 2, constantAndLine());
+    ASSERT_EQ(makeEven(example), 1);
+    const SeriesCovariances expected = covariancesOf(example, 1);
+    for (std::size_t i = 0; i < expected.total.size(); ++i) {
+        EXPECT_NEAR(even.total[i], expected.total[i], 0.02); // of values around 3e5, rounded to single precision
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            EXPECT_NEAR(even.differences[axis][i], expected.differences[axis][i], 0.02);
+        }
+    }
+}
+
+TEST(SeriesCovariances, CoursesWithoutNoiseStayAsTheyAre) {
+    Example example = makeExample(true);
+    std::fill_n(example.series.floats.get(), example.series.voxels * kVolumes, 5.0f);
+    EXPECT_EQ(covariancesOf(example, 1, constantAndLine()).total, covariancesOf(example, 1).total);
+}
+
 TEST(SeriesCovariances, AreTheSameBitsForEveryNumberOfThreadsAndStoredType) {
-    const SeriesCovariances once = covariancesOf(makeExample(true), 1);
-    for (const bool asFloat : {true, false}) {
-        for (const int threads : {1, 2, 3, 7}) {
-            const SeriesCovariances again = covariancesOf(makeExample(asFloat), threads);
-            EXPECT_EQ(again.total, once.total) << threads;
-            EXPECT_EQ(again.differences, once.differences) << threads;
+    for (const Directions& leading : {Directions{}, constantAndLine()}) {
+        const SeriesCovariances once = covariancesOf(makeExample(true), 1, leading);
+        for (const bool asFloat : {true, false}) {
+            for (const int threads : {1, 2, 3, 7}) {
+                const SeriesCovariances again = covariancesOf(makeExample(asFloat), threads, leading);
+                EXPECT_EQ(again.total, once.total) << threads;
+                EXPECT_EQ(again.differences, once.differences) << threads;
+            }
         }
     }
 }
@@ -128,11 +214,13 @@ TEST(SeriesCovariances, AreTheSameBitsForTheCoursesInTheMaskAlone) {
         courses.insert(courses.end(), course, course + kVolumes);
     }
     WorkerThreads workers(2);
-    const SeriesCovariances inside = seriesCovariances(courses, kVolumes, kSize, example.mask, workers);
-    const SeriesCovariances whole = covariancesOf(example, 1);
-    EXPECT_EQ(inside.voxels, whole.voxels);
-    EXPECT_EQ(inside.total, whole.total);
-    EXPECT_EQ(inside.differences, whole.differences);
+    for (const Directions& leading : {Directions{}, constantAndLine()}) {
+        const SeriesCovariances inside = seriesCovariances(courses, kVolumes, kSize, example.mask, workers, leading);
+        const SeriesCovariances whole = covariancesOf(example, 1, leading);
+        EXPECT_EQ(inside.voxels, whole.voxels);
+        EXPECT_EQ(inside.total, whole.total);
+        EXPECT_EQ(inside.differences, whole.differences);
+    }
 }
 
 TEST(SeriesCovariances, AnAxisWithoutNeighboursHasNoDifferences) {
