@@ -57,7 +57,7 @@ void separate(Run& run) {
                     [&run](const VolumeMaps& maps) { writeMaps(run, maps); }, run.unfinished);
     for (const std::string& note : run.notes.all()) run.log->keep(note);
     run.progress.expect(run.eigenvalues.count());
-    run.products.emplace(control.threads.value_or(MatrixProducts::defaultThreads()));
+    run.products.emplace(MatrixProducts::threadsFor(control.threads));
     run.session.products = &*run.products;
     run.session.events = &*run.log;
     setEigenvalueRange(run.session.dialog, run.eigenvalues);
