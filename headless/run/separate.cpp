@@ -29,7 +29,8 @@ void writeMaps(Run& run, const VolumeMaps& maps) {
     writeMixingTable((*run.files)[ResultFile::kMixing], maps);
     run.seconds.writing = writing.seconds();
     const bool alone = run.products->team().threads() == 1;
-    run.mapsWriting = std::async(alone ? std::launch::deferred : std::launch::async,
+    // With both policies the standard library defers the work when it cannot start a thread.
+    run.mapsWriting = std::async(alone ? std::launch::deferred : std::launch::async | std::launch::deferred,
                                  [&run, &maps] { return writeComponentImage(run, maps); });
 }
 
