@@ -183,6 +183,15 @@ TEST_F(Bids, SurvivesARunThatCrashes) {
     EXPECT_EQ(analyse({"--plugin", FAKE_PLUGIN_FILE}, {{}, {"ZN_FAKE_PLUGIN=killed"}, {}}).status, 137); // tried again
 }
 
+TEST_F(Bids, LeavesNothingOfARunThatCannotBeStarted) {
+    fs::create_directories(out / "logs/sub-01_task-rest.log/in the way");
+    const CommandResult result = analyse();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, HasSubstr("sub-01_task-rest.log cannot be written: Is a directory."));
+    EXPECT_THAT(lastLine(result.out), HasSubstr("1 of 2 runs done, 1 without result: sub-01_task-rest"));
+    for (const std::string& name : namesIn(out)) EXPECT_THAT(name, Not(HasSubstr("unfinished")));
+}
+
 TEST_F(Bids, SaysThatSomeOptionsHaveNoEffect) {
     const CommandResult result = analyse({"-w", "/nowhere", "--skip-bids-validation", "--list"});
     EXPECT_EQ(result.status, 0);
