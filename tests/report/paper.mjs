@@ -1,7 +1,8 @@
 // A page laid out as on paper, and where its parts are then.
 import { painted } from './browser.mjs';
 
-export const PAPER = 703; // CSS pixels: A4 without margins of 12 mm
+const SHEET = 794; // CSS pixels: A4, which media queries ask for
+export const PAPER = 703; // without margins of 12 mm
 
 /** In the page: once `window.printed` is set, scripts are not notified of new sizes, as on paper. */
 export function observeUntilPrinted() {
@@ -30,7 +31,8 @@ export async function onPaper(page) {
         window.printed = true;
     });
     await page.emulateMedia({ media: 'print' });
-    await page.setViewportSize({ width: PAPER, height: 1000 });
+    await page.addStyleTag({ content: `html { width: ${PAPER}px; }` });
+    await page.setViewportSize({ width: SHEET, height: 1000 });
     await painted(page);
 }
 
