@@ -1,5 +1,5 @@
-// OpenBLAS starts its threads when it is loaded, before main. Where it cannot, it says so and raises SIGINT, which would
-// look like Ctrl-C, or do nothing in a script's background job, after which the BLAS waits for ever.
+// OpenBLAS starts its threads when it is loaded, before main. Where it cannot, it says so and raises SIGINT, which
+// would look like Ctrl-C, or do nothing in a script's background job, after which the BLAS waits for ever.
 #include "headless/cli/no_threads.h"
 #include "headless/failure/failure.h"
 

@@ -21,14 +21,22 @@ namespace {
 
 constexpr std::size_t kLongestName = 100; // of the part before ".unfinished"
 
-// 8 hexadecimal digits: a 32-bit FNV-1a hash of the host's name and the process table's inode.
+// Of the installation of the system; empty where it has none. Machines may share their name, such as localhost.
+std::string machineId() {
+    std::ifstream file("/etc/machine-id");
+    std::string id;
+    std::getline(file, id);
+    return id;
+}
+
+// 8 hexadecimal digits: a 32-bit FNV-1a hash of what identifies the host and of the process table's inode.
 std::string machine() {
     std::array<char, 256> text{};
     gethostname(text.data(), text.size() - 1);
     struct stat table {};
     stat("/proc/self/ns/pid", &table); // 0 without /proc
     std::uint32_t hash = 2166136261U;
-    for (const char c : std::string(text.data()) + "/" + std::to_string(table.st_ino)) {
+    for (const char c : text.data() + ("/" + machineId()) + "/" + std::to_string(table.st_ino)) {
         hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
     }
     std::snprintf(text.data(), text.size(), "%08x", hash);
