@@ -1,5 +1,6 @@
 #include "headless/text/unfinished_name.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -56,11 +57,26 @@ bool isZombie(const std::string& process) {
     return nameEnd != std::string::npos && text.compare(nameEnd, 4, ") Z ") == 0;
 }
 
+bool isForeign(const std::string& name) {
+    std::smatch parts;
+    return std::regex_match(name, parts, kForm) && parts[1] != machine();
+}
+
 bool isLeftover(const std::string& name) {
     std::smatch parts;
     if (!std::regex_match(name, parts, kForm) || parts[1] != machine()) return false;
     const bool isListed = kill(std::stoi(parts[2]), 0) == 0 || errno != ESRCH;
     return !isListed || isZombie(parts[2]);
+}
+
+std::vector<fs::path> entriesNamed(const fs::path& folder, bool (*isWanted)(const std::string& name)) {
+    std::error_code error;
+    std::vector<fs::path> found;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (isWanted(entry->path().filename().string())) found.push_back(entry->path());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
 }
 
 } // namespace
@@ -75,12 +91,11 @@ bool isUnfinishedName(const std::string& name) {
 }
 
 std::vector<fs::path> leftoversIn(const fs::path& folder) {
-    std::error_code error;
-    std::vector<fs::path> found;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        if (isLeftover(entry->path().filename().string())) found.push_back(entry->path());
-    }
-    return found;
+    return entriesNamed(folder, isLeftover);
+}
+
+std::vector<fs::path> foreignWorkIn(const fs::path& folder) {
+    return entriesNamed(folder, isForeign);
 }
 
 } // namespace zn::headless
