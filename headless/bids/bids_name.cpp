@@ -71,8 +71,10 @@ std::optional<BidsName> parseBidsName(std::string_view name) {
 }
 
 bool appliesTo(const BidsName& general, const BidsName& particular) {
-    return std::all_of(general.entities.begin(), general.entities.end(),
-                       [&](const auto& entity) { return particular.label(entity.first) == entity.second; });
+    const auto& known = particular.entities;
+    return std::all_of(general.entities.begin(), general.entities.end(), [&](const auto& entity) {
+        return std::find(known.begin(), known.end(), entity) != known.end();
+    });
 }
 
 } // namespace zn::headless

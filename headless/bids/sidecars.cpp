@@ -1,10 +1,9 @@
 #include "headless/bids/sidecars.h"
 
-#include "headless/bids/bids_name.h"
-
 #include <algorithm>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace zn::headless {
 
@@ -12,28 +11,22 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Sidecar {
-    fs::path file;
-    std::size_t entities;
-};
-
-std::vector<fs::path> applicableIn(const fs::path& folder, const BidsName& image) {
-    std::vector<Sidecar> found;
+// Of a folder that cannot be read: none.
+std::vector<NamedFile> jsonFilesIn(const fs::path& folder) {
+    std::vector<NamedFile> found;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         const std::string file = entry->path().filename().string();
         if (!file.ends_with(".json")) continue;
-        const auto name = parseBidsName(file);
-        if (!name || name->extension != ".json" || name->suffix != image.suffix || !appliesTo(*name, image)) continue;
-        found.push_back({entry->path(), name->entities.size()});
+        auto name = parseBidsName(file);
+        if (name && name->extension == ".json") found.push_back({entry->path(), std::move(*name)});
     }
-    std::sort(found.begin(), found.end(), [](const Sidecar& a, const Sidecar& b) {
-        return a.entities != b.entities ? a.entities > b.entities : a.file < b.file;
+    std::sort(found.begin(), found.end(), [](const NamedFile& a, const NamedFile& b) {
+        const std::size_t more = a.name.entities.size();
+        const std::size_t fewer = b.name.entities.size();
+        return more != fewer ? more > fewer : a.file < b.file;
     });
-    std::vector<fs::path> files;
-    files.reserve(found.size());
-    for (Sidecar& sidecar : found) files.push_back(std::move(sidecar.file));
-    return files;
+    return found;
 }
 
 // The folders from the image's up to the one that holds the subject's folder; only the first without such a folder.
@@ -50,7 +43,12 @@ std::vector<fs::path> foldersAbove(const fs::path& image, const std::string& sub
 
 } // namespace
 
-std::vector<fs::path> sidecarsOf(const fs::path& image) {
+const std::vector<NamedFile>& SidecarFolders::filesIn(const fs::path& folder) {
+    const auto known = files_.find(folder);
+    return known != files_.end() ? known->second : files_.emplace(folder, jsonFilesIn(folder)).first->second;
+}
+
+std::vector<fs::path> SidecarFolders::sidecarsOf(const fs::path& image) {
     const auto name = parseBidsName(image.filename().string());
     const auto subject = name ? name->label("sub") : std::nullopt;
     if (!subject) return {};
@@ -58,9 +56,15 @@ std::vector<fs::path> sidecarsOf(const fs::path& image) {
     std::error_code error;
     const fs::path absolute = fs::absolute(image, error);
     for (const fs::path& folder : foldersAbove(error ? image : absolute, *subject)) {
-        for (fs::path& file : applicableIn(folder, *name)) files.push_back(std::move(file));
+        for (const NamedFile& json : filesIn(folder)) {
+            if (json.name.suffix == name->suffix && appliesTo(json.name, *name)) files.push_back(json.file);
+        }
     }
     return files;
+}
+
+std::vector<fs::path> sidecarsOf(const fs::path& image) {
+    return SidecarFolders().sidecarsOf(image);
 }
 
 } // namespace zn::headless

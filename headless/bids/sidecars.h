@@ -1,6 +1,9 @@
 #pragma once
 
+#include "headless/bids/bids_folder.h"
+
 #include <filesystem>
+#include <map>
 #include <vector>
 
 namespace zn::headless {
@@ -13,5 +16,16 @@ namespace zn::headless {
 ///
 /// None for an image whose name does not begin with "sub-LABEL_".
 std::vector<std::filesystem::path> sidecarsOf(const std::filesystem::path& image);
+
+/// The same for many images: every folder is listed once, when the first image below it is asked for.
+class SidecarFolders {
+public:
+    std::vector<std::filesystem::path> sidecarsOf(const std::filesystem::path& image);
+
+private:
+    const std::vector<NamedFile>& filesIn(const std::filesystem::path& folder);
+
+    std::map<std::filesystem::path, std::vector<NamedFile>> files_; // the JSON files, most entities first
+};
 
 } // namespace zn::headless

@@ -2,6 +2,8 @@
 
 #include "headless/blas/worker_threads.h"
 
+#include <optional>
+
 namespace zn::headless {
 
 /// Matrix products on top of a CBLAS, shared among threads, bit-identical for any number of threads.
@@ -22,6 +24,9 @@ public:
 
     /// The same, but no more than the batch job has processors.
     static int defaultThreads();
+
+    /// As many as the user wants; if nothing is said, defaultThreads().
+    static int threadsFor(const std::optional<int>& wanted) { return wanted ? *wanted : defaultThreads(); }
 
     int threads() const { return team_.threads(); }
     /// The threads, for other work between the products.

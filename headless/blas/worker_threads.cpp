@@ -1,9 +1,14 @@
 #include "headless/blas/worker_threads.h"
 
+#include <system_error>
+
 namespace zn::headless {
 
 WorkerThreads::WorkerThreads(int threads) {
-    for (int i = 1; i < threads; ++i) workers_.emplace_back([this] { work(); });
+    try {
+        for (int i = 1; i < threads; ++i) workers_.emplace_back([this] { work(); });
+    } catch (const std::system_error&) { // a limit on processes or memory: those that have started do the work
+    }
 }
 
 WorkerThreads::~WorkerThreads() {

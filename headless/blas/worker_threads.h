@@ -12,6 +12,7 @@ namespace zn::headless {
 /// the others costs a few microseconds, so even pieces of less than a millisecond are worth sharing.
 class WorkerThreads {
 public:
+    /// Fewer than asked for, possibly only the caller's own, when the system refuses to start more.
     explicit WorkerThreads(int threads);
     ~WorkerThreads();
     WorkerThreads(const WorkerThreads&) = delete;

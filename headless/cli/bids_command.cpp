@@ -9,6 +9,7 @@
 #include "headless/cli/standard_output.h"
 #include "headless/cli/study_options.h"
 #include "headless/group/steps/group_driver.h"
+#include "headless/result/old_foreign_work.h"
 #include "headless/study/list_runs.h"
 #include "headless/study/run_study.h"
 #include "headless/study/runs_together.h"
@@ -130,6 +131,12 @@ StudyPlan planOf(const Command& c) {
     return plan;
 }
 
+// Not by the jobs of a cluster, each of which would say the same.
+void sayOldForeignWork(const StudyOptions& options) {
+    const std::string note = options.selection.only.empty() ? noteOnOldForeignWork(options.out) : "";
+    if (!note.empty()) std::fprintf(stderr, "znica: %s\n", note.c_str());
+}
+
 ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
     const StudyPlan plan = planOf(c);
     if (c.list) {
@@ -137,6 +144,7 @@ ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
         requirePrinted();
         return ExitStatus::kDone;
     }
+    sayOldForeignWork(c.options);
     return runStudy(plan, c.options, unfinished);
 }
 
@@ -155,6 +163,7 @@ ExitStatus together(const Command& c, UnfinishedWork& unfinished) {
 }
 
 ExitStatus overview(const Command& c) {
+    sayOldForeignWork(c.options);
     std::printf("%s\n", writeOverview(c.options.out).c_str());
     return ExitStatus::kDone;
 }

@@ -16,6 +16,8 @@ namespace {
 constexpr char kAbout[] =
     "Spatial independent component analysis of functional MRI data, using the same plug-in as the desktop host.";
 
+constexpr char kVersion[] = "znica " ZNICA_VERSION;
+
 constexpr char kExitStatus[] = "Exit status:\n"
                                "  0    done\n"
                                "  1    the result cannot be written, or any other failure\n"
@@ -41,7 +43,8 @@ std::vector<std::string> commandNames(const CLI::App& app) {
 
 std::vector<std::string> optionNames(const CLI::App& app) {
     std::vector<std::string> names;
-    for (const CLI::Option* option : app.get_options([](const CLI::Option* o) { return !o->get_group().empty(); })) {
+    const auto mayBeMeant = [&](const CLI::Option* o) { return !o->get_group().empty() || o == app.get_version_ptr(); };
+    for (const CLI::Option* option : app.get_options(mayBeMeant)) {
         for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
     }
     return names;
@@ -93,7 +96,7 @@ std::string flagWithValue(const CLI::App& command, int count, const char* const*
 
 CommandLine::CommandLine() : app(kAbout, "znica") {
     app.require_subcommand(1);
-    app.set_version_flag("--version", "znica " ZNICA_VERSION);
+    app.set_version_flag("--version", kVersion);
     app.footer(kExitStatus);
     app.formatter(compactHelp()); // before the commands, which inherit it
     app.add_option_function<std::string>("--manual-pages",
@@ -103,7 +106,10 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
         ->group("");
     addCommands(app, action);
     refuseValuesOfFlags(app);
-    for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) refuseValuesOfFlags(*command);
+    for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
+        command->set_version_flag("--version", kVersion)->group(""); // listed once, in the first help
+        refuseValuesOfFlags(*command);
+    }
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {

@@ -1,5 +1,6 @@
 #include "headless/cli/interrupts.h"
 
+#include "headless/cli/no_threads.h"
 #include "headless/failure/failure.h"
 
 #include <cerrno>
@@ -64,8 +65,7 @@ void watchInterrupts(UnfinishedWork& unfinished) {
             watch(reader, standardError, unfinished);
         }).detach();
     } catch (const std::system_error&) {
-        throw Failure(ExitStatus::kMemory, "no thread can be started; raise the limits on memory and processes "
-                                           "(ulimit -v, ulimit -u).");
+        throw Failure(ExitStatus::kMemory, ZN_NO_THREADS);
     }
     std::signal(SIGXFSZ, SIG_IGN); // exceeding a file size limit becomes a failed write
     std::signal(SIGPIPE, SIG_IGN); // a reader that stops early, such as head, still wants the result

@@ -8,12 +8,24 @@ namespace {
 
 constexpr std::size_t kShortestBeginning = 2; // letters; a shorter one begins too many words
 
-// Whether one of the two begins with the other: "--comp" and "--output" for "--components" and "--out".
-bool oneBeginsTheOther(std::string_view a, std::string_view b) {
-    const auto letters = [](std::string_view text) {
-        return text.size() - std::min(text.find_first_not_of('-'), text.size());
-    };
-    return std::min(letters(a), letters(b)) >= kShortestBeginning && (a.starts_with(b) || b.starts_with(a));
+// Without the dashes of an option, which all of them share.
+std::string_view letters(std::string_view word) {
+    return word.substr(std::min(word.find_first_not_of('-'), word.size()));
+}
+
+// Whether the word is the known one with something appended: "output" or "tr-seconds", but not "transform" for "tr".
+bool isExtended(std::string_view word, std::string_view known) {
+    if (!word.starts_with(known)) return false;
+    return known.size() > kShortestBeginning || word.substr(known.size()).starts_with('-');
+}
+
+// The only candidate that begins with the word; empty when several do: each would be a guess.
+std::string completion(std::string_view word, const std::vector<std::string>& known) {
+    if (word.size() < kShortestBeginning) return "";
+    const auto begins = [&](const std::string& candidate) { return letters(candidate).starts_with(word); };
+    const auto first = std::find_if(known.begin(), known.end(), begins);
+    if (first == known.end() || std::any_of(first + 1, known.end(), begins)) return "";
+    return *first;
 }
 
 std::size_t distance(std::string_view a, std::string_view b) {
@@ -36,12 +48,15 @@ std::size_t distance(std::string_view a, std::string_view b) {
 } // namespace
 
 std::string nearestWord(std::string_view word, const std::vector<std::string>& known) {
-    std::string nearest;
+    word = letters(word);
+    std::string nearest = completion(word, known);
+    if (!nearest.empty()) return nearest;
     std::size_t smallest = 0;
     for (const std::string& candidate : known) {
-        const bool begins = oneBeginsTheOther(word, candidate);
-        const std::size_t far = begins ? 0 : distance(word, candidate);
-        if (!begins && 3 * far > candidate.size()) continue;
+        const std::string_view name = letters(candidate);
+        const bool extended = isExtended(word, name);
+        const std::size_t far = extended ? 0 : distance(word, name);
+        if (!extended && 3 * far > name.size()) continue;
         if (!nearest.empty() && far >= smallest) continue;
         nearest = candidate;
         smallest = far;

@@ -24,7 +24,7 @@ void openResult(Denoising& run) {
 void cleanImage(Denoising& run) {
     run.series = readTimeSeries(run.functional, 0, true);
     const AnalysedCourses courses{run.series.floats.get(), run.series.voxels, run.functional.volumes, run.dummyScans};
-    MatrixProducts products(run.options.threads.value_or(MatrixProducts::defaultThreads()));
+    MatrixProducts products(MatrixProducts::threadsFor(run.options.threads));
     WorkerThreads& threads = products.team();
 
     run.kinds = voxelKinds(courses, run.mask, threads);

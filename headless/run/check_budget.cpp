@@ -82,7 +82,7 @@ constexpr std::int64_t kMappedBytesPerThread = 96 << 20;
 // Memory that it cannot map makes the BLAS wait for ever.
 void requireAddressSpace(const Run& run) {
     const auto left = addressSpaceLeftBytes();
-    const int own = run.options.control.threads.value_or(MatrixProducts::defaultThreads());
+    const int own = MatrixProducts::threadsFor(run.options.control.threads);
     const int threads = MatrixProducts::blasThreads() + own;
     const std::int64_t needed = run.predictedBytes + kMappedBytes + threads * kMappedBytesPerThread;
     if (!left || needed <= *left) return;

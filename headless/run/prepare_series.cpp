@@ -83,7 +83,7 @@ void excludeUnusable(Run& run, WorkerThreads& threads) {
 void prepareSeries(Run& run) {
     if (!run.options.preparation.any()) return;
     run.progress.stage("preparing");
-    WorkerThreads threads(run.options.control.threads.value_or(MatrixProducts::defaultThreads()));
+    WorkerThreads threads(MatrixProducts::threadsFor(run.options.control.threads));
     const MaskedSeries series{run.session.series.floats.get(), run.volumes, run.functional.size, run.mask.voxels};
     smooth(run, series, threads);
     filter(run, series, threads);

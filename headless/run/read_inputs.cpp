@@ -169,7 +169,7 @@ void readInputs(Run& run) {
     requireInputsOutsideResult(run);
     run.functional = readFunctionalHeader(run.options);
     run.volumes = run.functional.volumes - run.options.dummyScans;
-    run.repetition = repetitionTime(run.options.secondsPerVolume, run.functional);
+    run.repetition = repetitionTime(run.options.secondsPerVolume, run.functional, run.options.sidecars);
     checkPreparation(run);
     run.eigenvalues = eigenvalueRange(run.options, run.volumes, preparedDimensions(run));
     run.session = makeSession(run);

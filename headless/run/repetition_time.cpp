@@ -16,6 +16,7 @@ namespace zn::headless {
 namespace {
 
 namespace fs = std::filesystem;
+using Sidecars = std::optional<std::vector<fs::path>>;
 
 constexpr double kShortest = 0.001; // seconds; the host counts in whole milliseconds
 constexpr double kLongest = 20.0;
@@ -54,18 +55,19 @@ std::optional<Candidate> fromSidecar(const fs::path& file, bool needed) {
 }
 
 // The image's own sidecar, then those that it inherits from folders above; the nearest with a repetition time counts.
-std::optional<Candidate> fromSidecars(const fs::path& image, bool needed) {
+std::optional<Candidate> fromSidecars(const fs::path& image, const Sidecars& known, bool needed) {
     if (auto own = fromSidecar(sidecarOf(image), needed)) return own; // without listing any folder
-    for (const fs::path& file : sidecarsOf(image)) {
+    for (const fs::path& file : known ? *known : sidecarsOf(image)) {
         if (auto found = fromSidecar(file, needed)) return found;
     }
     return std::nullopt;
 }
 
-std::vector<Candidate> candidates(const std::optional<double>& given, const ImageHeader& functional) {
+std::vector<Candidate> candidates(const std::optional<double>& given, const ImageHeader& functional,
+                                  const Sidecars& sidecars) {
     std::vector<Candidate> found;
     if (given) found.push_back({"--tr", *given});
-    if (const auto sidecar = fromSidecars(functional.file, !given)) found.push_back(*sidecar);
+    if (const auto sidecar = fromSidecars(functional.file, sidecars, !given)) found.push_back(*sidecar);
     if (functional.secondsPerVolume) found.push_back({"the header", *functional.secondsPerVolume});
     return found;
 }
@@ -78,8 +80,9 @@ std::string secondsText(double seconds) {
     return text;
 }
 
-RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional) {
-    const std::vector<Candidate> found = candidates(given, functional);
+RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional,
+                              const Sidecars& sidecars) {
+    const std::vector<Candidate> found = candidates(given, functional, sidecars);
     if (found.empty()) {
         throw Failure(ExitStatus::kInput, functional.file.string() + " has no repetition time in its header and "
                                                                      "no JSON file with one beside or above it; "

@@ -2,6 +2,7 @@
 
 #include "headless/nifti/image_header.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,7 +20,10 @@ struct RepetitionTime {
 /// folder, else of the nearest one that applies by the inheritance principle of BIDS (see sidecarsOf), else from the
 /// header. Throws Failure (kInput) that says what to do when the first of these that exists is
 /// not between 0.001 and 20 s, when there is none, and when a sidecar that is needed cannot be read as JSON.
-RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional);
+///
+///   sidecars   what sidecarsOf() returns for the image, if the caller has asked already
+RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional,
+                              const std::optional<std::vector<std::filesystem::path>>& sidecars = {});
 
 /// "2 s", with at most six significant digits.
 std::string secondsText(double seconds);

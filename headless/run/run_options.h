@@ -80,7 +80,8 @@ struct RunOptions {
     std::optional<int> clusterSize = 10; ///< nothing: the degree of clustering is skipped
     float zThreshold = 2.5f;
     std::optional<std::string> label;
-    std::optional<double> secondsPerVolume; ///< instead of the sidecar's or the header's
+    std::optional<double> secondsPerVolume;                     ///< instead of the sidecar's or the header's
+    std::optional<std::vector<std::filesystem::path>> sidecars; ///< if known already, those that apply to the image
     bool force = false;
     RunControl control;
 };

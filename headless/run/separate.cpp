@@ -30,7 +30,8 @@ void writeMaps(Run& run, const VolumeMaps& maps) {
     writeMixingTable((*run.files)[ResultFile::kMixing], maps);
     run.seconds.writing = writing.seconds();
     const int threads = run.products->team().threads();
-    run.mapsWriting = std::async(threads == 1 ? std::launch::deferred : std::launch::async,
+    // With both policies the standard library defers the work when it cannot start a thread.
+    run.mapsWriting = std::async(threads == 1 ? std::launch::deferred : std::launch::async | std::launch::deferred,
                                  [&run, &maps, threads] { return writeComponentImage(run, maps, threads); });
 }
 
@@ -58,7 +59,7 @@ void separate(Run& run) {
                     [&run](const VolumeMaps& maps) { writeMaps(run, maps); }, run.unfinished);
     for (const std::string& note : run.notes.all()) run.log->keep(note);
     run.progress.expect(run.eigenvalues.count());
-    run.products.emplace(control.threads.value_or(MatrixProducts::defaultThreads()));
+    run.products.emplace(MatrixProducts::threadsFor(control.threads));
     run.session.products = &*run.products;
     run.session.events = &*run.log;
     setEigenvalueRange(run.session.dialog, run.eigenvalues);

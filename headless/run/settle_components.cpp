@@ -65,7 +65,7 @@ void writeCriteria(const std::filesystem::path& file, const ComponentEstimate& e
 
 void settleComponents(Run& run) {
     if (run.options.componentCount != ComponentCount::kEstimated) return;
-    const int threads = run.options.control.threads.value_or(MatrixProducts::defaultThreads());
+    const int threads = MatrixProducts::threadsFor(run.options.control.threads);
     const OneBlasThread oneThread;
     MatrixProducts products(threads);
     WorkerThreads workers(threads);

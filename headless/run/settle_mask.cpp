@@ -100,7 +100,7 @@ void requireVoxelsForVolumes(const Run& run, std::int64_t expected) {
 }
 
 void settleMask(Run& run) {
-    WorkerThreads threads(run.options.control.threads.value_or(MatrixProducts::defaultThreads()));
+    WorkerThreads threads(MatrixProducts::threadsFor(run.options.control.threads));
     const VoxelSummary summary = summariseVoxels(run.session.series, threads);
     run.session.series.sums = {}; // they are in the summary
     if (run.options.control.report) writeMean(run, summary);

@@ -47,17 +47,13 @@ std::string signalText(int status) {
 
 ActiveRun::ActiveRun(const PlannedRun& run, const StudyFolder& folder, const fs::path& log,
                      std::vector<std::string> arguments, std::int64_t needed)
-    : run_(&run), log_(emptied(log)), work_(makeHiddenFolder(folder.path(), run.name)), needed_(needed),
+    : run_(&run), log_(emptied(log)), work_(new fs::path(makeHiddenFolder(folder.path(), run.name))), needed_(needed),
       process_(withOutput(std::move(arguments), result()), log_) {}
 
-ActiveRun::ActiveRun(ActiveRun&& other) noexcept
-    : run_(other.run_), log_(std::move(other.log_)), work_(std::exchange(other.work_, fs::path())),
-      needed_(other.needed_), since_(other.since_), process_(std::move(other.process_)) {}
-
-ActiveRun::~ActiveRun() {
-    process_.end();
+void ActiveRun::RemoveFolder::operator()(const fs::path* folder) const {
     std::error_code error;
-    if (!work_.empty()) fs::remove_all(work_, error);
+    fs::remove_all(*folder, error);
+    delete folder;
 }
 
 std::optional<RunOutcome> ActiveRun::ended() {
@@ -68,7 +64,7 @@ std::optional<RunOutcome> ActiveRun::ended() {
     outcome.seconds = since_.seconds();
     outcome.peakBytes = end->peakBytes;
     // The name of the hidden folder means nothing to the user.
-    outcome.message = replaced(lastMessage(log_), result().string(), work_.parent_path().string());
+    outcome.message = replaced(lastMessage(log_), result().string(), work_->parent_path().string());
     // A successful run can only lack its report. Other lines in its log are what the plug-in asked and was answered.
     if (outcome.status == 0 && !outcome.message.starts_with("no report.html was written")) outcome.message.clear();
     if (outcome.status != 0 && (outcome.status > 128 || outcome.message.empty()))

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@
 namespace zn::headless {
 
 /// A run under way: a process of this command that works in a hidden folder of the study. Its output is the run's log.
+/// In the end the process is terminated if it still runs, and the hidden folder is removed.
 class ActiveRun {
 public:
     /// Starts it. Throws Failure.
@@ -23,29 +25,27 @@ public:
     ///   needed      bytes predicted
     ActiveRun(const PlannedRun& run, const StudyFolder& folder, const std::filesystem::path& log,
               std::vector<std::string> arguments, std::int64_t needed);
-    ActiveRun(ActiveRun&& other) noexcept;
-    ActiveRun(const ActiveRun&) = delete;
-    ActiveRun& operator=(const ActiveRun&) = delete;
-    ActiveRun& operator=(ActiveRun&&) = delete;
-    /// Terminates it if it has not ended, waits for its end, and removes the hidden folder.
-    ~ActiveRun();
 
     const PlannedRun& run() const { return *run_; }
     std::int64_t needed() const { return needed_; }
     const ChildProcess& process() const { return process_; }
     /// The result as the process wrote it.
-    std::filesystem::path result() const { return work_ / "result"; }
+    std::filesystem::path result() const { return *work_ / "result"; }
 
     /// Nothing while it runs; once, how it ended.
     std::optional<RunOutcome> ended();
 
 private:
+    struct RemoveFolder {
+        void operator()(const std::filesystem::path* folder) const;
+    };
+
     const PlannedRun* run_;
     std::filesystem::path log_;
-    std::filesystem::path work_; // hidden; empty: handed on
+    std::unique_ptr<const std::filesystem::path, RemoveFolder> work_; // hidden
     std::int64_t needed_;
     Stopwatch since_;
-    ChildProcess process_;
+    ChildProcess process_; // last: its destructor waits for the process, which writes into the folder
 };
 
 } // namespace zn::headless

@@ -72,7 +72,7 @@ void noteLack(const std::vector<PlannedRun>& runs, const std::string& what,
 
 } // namespace
 
-PlannedRun withBelongings(const Candidate& candidate, const StudyOptions& options) {
+PlannedRun withBelongings(const Candidate& candidate, const StudyOptions& options, SidecarFolders& sidecars) {
     PlannedRun run;
     run.name = runName(candidate.image.name);
     run.image = candidate.image.file;
@@ -80,6 +80,7 @@ PlannedRun withBelongings(const Candidate& candidate, const StudyOptions& option
     run.folder = candidate.folder;
     run.entities = candidate.image.name;
     run.dummyScans = options.run.dummyScans;
+    run.sidecars = sidecars.sidecarsOf(run.image);
     try {
         addAll(candidate, options, run);
     } catch (const Failure& failure) {

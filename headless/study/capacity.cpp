@@ -16,7 +16,7 @@ bool Capacity::fits(std::size_t running, std::int64_t reserved, std::int64_t nee
 
 Capacity capacityFor(const StudyOptions& options, std::size_t runs, std::int64_t needed) {
     Capacity capacity;
-    capacity.processors = options.processors.value_or(MatrixProducts::defaultThreads());
+    capacity.processors = MatrixProducts::threadsFor(options.processors);
     const auto free = options.memoryBytes ? options.memoryBytes : usableMemoryBytes();
     capacity.memory = free.value_or(std::numeric_limits<std::int64_t>::max());
     const std::int64_t fitting = std::max<std::int64_t>(capacity.memory / std::max<std::int64_t>(needed, 1), 1);

@@ -55,7 +55,8 @@ StudyPlan planStudy(const StudyOptions& options) {
     PassedOver passedOver;
     std::vector<Candidate> candidates = findCandidates(options, passedOver);
     chooseCandidates(options.selection, candidates);
-    for (const Candidate& candidate : candidates) plan.runs.push_back(withBelongings(candidate, options));
+    SidecarFolders sidecars;
+    for (const Candidate& candidate : candidates) plan.runs.push_back(withBelongings(candidate, options, sidecars));
     keepOnly(plan.runs, options.selection.only);
     requireDifferentNames(plan.runs);
     notePassedOver(passedOver, plan.notes);

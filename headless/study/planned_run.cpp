@@ -1,7 +1,5 @@
 #include "headless/study/planned_run.h"
 
-#include "headless/bids/sidecars.h"
-
 #include <system_error>
 
 namespace zn::headless {
@@ -15,6 +13,7 @@ RunOptions runOptions(const PlannedRun& run, const StudyOptions& study) {
     if (!run.events.empty()) options.design = run.events;
     options.confounds = run.confounds;
     options.dummyScans = run.dummyScans;
+    options.sidecars = run.sidecars;
     if (!run.mask.empty()) {
         options.maskSource = MaskSource::kFile;
         options.mask = run.mask;
@@ -39,7 +38,7 @@ std::vector<fs::path> inputsOf(const PlannedRun& run, const StudyOptions& study)
     const RunOptions options = runOptions(run, study);
     std::vector<fs::path> files = {run.image,         options.mask,    options.design,
                                    options.confounds, options.regions, options.regionNames};
-    for (const fs::path& sidecar : sidecarsOf(run.image)) files.push_back(sidecar);
+    for (const fs::path& sidecar : run.sidecars) files.push_back(sidecar);
     std::error_code error;
     std::erase_if(files, [&](const fs::path& file) { return file.empty() || !fs::exists(file, error); });
     return files;

@@ -20,7 +20,8 @@ struct PlannedRun {
     std::filesystem::path mask; ///< empty: none, also below
     std::filesystem::path confounds;
     std::filesystem::path events;
-    std::filesystem::path labels; ///< of its components, for denoising
+    std::vector<std::filesystem::path> sidecars; ///< the JSON files that apply to the image
+    std::filesystem::path labels;                ///< of its components, for denoising
     int dummyScans = 0;
     std::string problem;       ///< a sentence; such a run is recorded as unusable without being started
     std::string labelsProblem; ///< the same for denoising it

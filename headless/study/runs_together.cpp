@@ -22,7 +22,8 @@ std::string line(const PlannedRun& run, const StudyOptions& options) {
     try {
         if (problem.empty()) {
             const ImageHeader header = readImageHeader(run.image);
-            seconds = cellText(static_cast<float>(repetitionTime(options.run.secondsPerVolume, header).seconds));
+            const auto time = repetitionTime(options.run.secondsPerVolume, header, run.sidecars);
+            seconds = cellText(static_cast<float>(time.seconds));
             volumes = std::to_string(header.volumes - run.dummyScans);
         }
     } catch (const std::exception& error) {

@@ -18,4 +18,8 @@ bool isUnfinishedName(const std::string& name);
 /// the work. None for a folder that cannot be read.
 std::vector<std::filesystem::path> leftoversIn(const std::filesystem::path& folder);
 
+/// The entries of a folder with such a name from other machines or containers: nobody here knows whether those
+/// processes still run. In alphabetical order.
+std::vector<std::filesystem::path> foreignWorkIn(const std::filesystem::path& folder);
+
 } // namespace zn::headless

@@ -183,6 +183,27 @@ TEST_F(Bids, SurvivesARunThatCrashes) {
     EXPECT_EQ(analyse({"--plugin", FAKE_PLUGIN_FILE}, {{}, {"ZN_FAKE_PLUGIN=killed"}, {}}).status, 137); // tried again
 }
 
+TEST_F(Bids, NamesWhatAJobOfAnotherMachineLeft) {
+    const fs::path left = out / ".sub-01_task-rest.unfinished-00000000-17-0";
+    fs::create_directories(left);
+    EXPECT_EQ(analyse().err, "");
+    fs::last_write_time(left, fs::file_time_type::clock::now() - std::chrono::hours(48));
+    const std::string said = "holds " + left.filename().string() + ", which another machine or container began";
+    EXPECT_THAT(znica({"bids", data, out, "group"}).err, HasSubstr(said));
+    EXPECT_THAT(analyse().err, HasSubstr(said));
+    EXPECT_EQ(analyse({"--only", "sub-01_task-rest"}).err, "");
+    EXPECT_TRUE(fs::exists(left));
+}
+
+TEST_F(Bids, LeavesNothingOfARunThatCannotBeStarted) {
+    fs::create_directories(out / "logs/sub-01_task-rest.log/in the way");
+    const CommandResult result = analyse();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, HasSubstr("sub-01_task-rest.log cannot be written: Is a directory."));
+    EXPECT_THAT(lastLine(result.out), HasSubstr("1 of 2 runs done, 1 without result: sub-01_task-rest"));
+    for (const std::string& name : namesIn(out)) EXPECT_THAT(name, Not(HasSubstr("unfinished")));
+}
+
 TEST_F(Bids, SaysThatSomeOptionsHaveNoEffect) {
     const CommandResult result = analyse({"-w", "/nowhere", "--skip-bids-validation", "--list"});
     EXPECT_EQ(result.status, 0);

@@ -68,6 +68,18 @@ TEST_F(Resilience, ALimitOnTheAddressSpaceIsCountedBeforeTheRun) {
     EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii"));
 }
 
+// No thread's stack fits into the address space. The BLAS notices first, on a machine with several processors.
+TEST_F(Resilience, WithoutThreadsARunEndsWithASentence) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "AddressSanitizer itself maps terabytes";
+#endif
+    const CommandResult result = run({}, "ulimit -s 8000000; ulimit -v 4000000;");
+    EXPECT_EQ(result.status, 5);
+    EXPECT_THAT(result.err, testing::EndsWith("znica: no thread can be started; raise the limits on memory and "
+                                              "processes (ulimit -v, ulimit -u).\n"));
+    EXPECT_THAT(namesIn(folder.path()), testing::ElementsAre("a_bold.nii"));
+}
+
 // The plug-in passes over writes that fail. Only its covariance is longer than this limit.
 TEST_F(Resilience, APluginFileThatIsCutIsNoticed) {
     writeFile(folder / "a_bold.nii", plainSeries(60).bytes());

@@ -72,6 +72,17 @@ TEST(Usage, TheVersionIsPrintedOnRequest) {
     EXPECT_EQ(result.out, "znica " ZNICA_VERSION "\n");
 }
 
+TEST(Usage, TheVersionMayBeAskedForAfterACommand) {
+    const std::vector<std::vector<std::string>> requests = {
+        {"run", "--version"}, {"run", "b.nii", "--out", "o", "--version"}, {"group", "--version"}};
+    for (const auto& request : requests) {
+        const CommandResult result = znica(request);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_EQ(result.out, "znica " ZNICA_VERSION "\n");
+    }
+    EXPECT_THAT(znica({"run", "--help-all"}).out, Not(HasSubstr("--version")));
+}
+
 TEST(Usage, AWrongCommandIsNamedWithTheValidOnes) {
     EXPECT_EQ(znica({"rum", "bold.nii"}).err, "znica: rum is not a command; did you mean run?; the commands are run, "
                                               "bids, denoise, group, simulate, score, info, "
@@ -127,6 +138,8 @@ TEST(Usage, AMisspeltOptionIsAnsweredWithTheNearestOne) {
          "--fource is not an option of znica compare; did you mean --force? (see znica compare --help)"},
         {{"score", "a", "--thruth", "b"},
          "--thruth is not an option of znica score; did you mean --truth? (see znica score --help)"},
+        {{"run", "--verison"},
+         "--verison is not an option of znica run; did you mean --version? (see znica run --help)"},
         {{"--vresion"}, "--vresion is not an option of znica; did you mean --version? (see znica --help)"},
         {{"simualte"},
          "simualte is not a command; did you mean simulate?; the commands are run, bids, denoise, group, simulate, "

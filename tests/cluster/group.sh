@@ -56,18 +56,26 @@ expect_same jobs
 echo "a batch and a run are killed, then everything is submitted again"
 cat >dying <<END
 #!/bin/bash
-# Kills znica in the second batch and in the third run, once each.
+# Kills znica in the second batch and in the third run, once each, while its hidden folder is there. It runs in slices of
+# milliseconds and is stopped in between, so that a fast one does not end unseen.
 case "\$*" in
 *reduce*2/3*) mark=$work/reduce ;;
 *back*sub-03*) mark=$work/back ;;
 *) exec $znica "\$@" ;;
 esac
 [ ! -e "\$mark" ] || exec $znica "\$@"
-touch "\$mark"
 $znica "\$@" &
-sleep 0.02
-kill -KILL \$!
-exit 137
+while kill -STOP \$!; do
+    if [ -n "\$(find $work/killed -type d -name ".*.unfinished-*-\$!-*")" ]; then
+        touch "\$mark"
+        kill -KILL \$!
+        exit 137
+    fi
+    kill -CONT \$!
+    sleep 0.001
+done
+echo "znica ended before its hidden folder was seen"
+exit 1
 END
 chmod +x dying
 export ZNICA=$work/dying

@@ -1,57 +1,9 @@
 // The report on paper.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, painted, screenshot } from './browser.mjs';
-import { madeUp } from './runs.mjs';
-
-const PAPER = 703; // CSS pixels: A4 without margins of 12 mm
-
-/** In the page: once `window.printed` is set, scripts are not notified of new sizes, as on paper. */
-function observeUntilPrinted() {
-    const Observer = window.ResizeObserver;
-    window.ResizeObserver = class extends Observer {
-        constructor(callback) {
-            super((...about) => {
-                if (!window.printed) callback(...about);
-            });
-        }
-    };
-    addEventListener(
-        'resize',
-        (event) => {
-            if (window.printed) event.stopImmediatePropagation();
-        },
-        { capture: true },
-    );
-}
-
-/** Lays the page out for paper after its scripts have run for the last time. */
-async function onPaper(page) {
-    await painted(page);
-    await page.evaluate(() => {
-        dispatchEvent(new Event('beforeprint'));
-        window.printed = true;
-    });
-    await page.emulateMedia({ media: 'print' });
-    await page.setViewportSize({ width: PAPER, height: 1000 });
-    await painted(page);
-}
-
-/** Boxes of the visible elements that match, each with the box of its panel. */
-const boxes = (page, selector) =>
-    page.locator(selector).evaluateAll((all) =>
-        all
-            .map((element) => {
-                const { left, right, top, bottom } = element.getBoundingClientRect();
-                const panel = element.parentElement.closest('.panel')?.getBoundingClientRect();
-                return { name: element.parentElement.className, left, right, top, bottom, panel: panel?.toJSON() };
-            })
-            .filter(({ left, right }) => right > left),
-    );
-
-const inside = (box, frame) =>
-    box.left >= frame.left && box.right <= frame.right && box.top >= frame.top && box.bottom <= frame.bottom;
-const overlap = (a, b) => a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+import { browserFor, missingBrowser, openReport, screenshot, watchedPage } from './browser.mjs';
+import { boxes, inside, observeUntilPrinted, onPaper, overlap, PAPER } from './paper.mjs';
+import { groupStudy, madeUp } from './runs.mjs';
 
 describe('printing', { skip: missingBrowser }, () => {
     const browser = browserFor('canvas');
@@ -150,3 +102,67 @@ for (const renderer of ['webgl2', 'canvas']) {
         });
     });
 }
+
+describe('a group analysis on paper', { skip: missingBrowser }, () => {
+    const browser = browserFor('canvas');
+    let study;
+    before(() => {
+        study = groupStudy();
+    });
+
+    const open = async (at) => {
+        const page = await watchedPage(browser, {
+            first: `(${observeUntilPrinted})()`,
+            viewport: { width: 1100, height: 900 },
+        });
+        await page.goto(`file://${study.report}${at}`);
+        await page.locator('body[data-shown]').waitFor();
+        return page;
+    };
+    const colours = (page, selector) =>
+        page.locator(selector).evaluateAll((all) => all.map((element) => getComputedStyle(element).printColorAdjust));
+
+    test('a component in a run is named, and its numbers leave the maps free', async () => {
+        const page = await open(`#/component/ICA_01/${study.names[1]}`);
+        await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
+        await onPaper(page);
+        await screenshot(page, 'group-run-paper');
+        assert.ok((await page.locator('main').innerText()).includes(`IC 2 in ${study.names[1]}`));
+        const numbers = await boxes(page, '.brain-foot');
+        const planes = await boxes(page, '.planes canvas');
+        assert.equal(numbers.length, 2);
+        assert.ok(planes.length >= 2);
+        for (const plane of planes) {
+            assert.ok(inside(plane, plane.panel), JSON.stringify(plane));
+            for (const foot of numbers) assert.ok(!overlap(foot, plane), JSON.stringify([foot, plane]));
+        }
+        const file = (await page.pdf({ format: 'A4' })).toString('latin1');
+        assert.equal(file.match(/\/Type\s*\/Page\b/g).length, 1);
+        await page.close();
+    });
+
+    test('the dots of the amplitudes are printed, the switch is not', async () => {
+        const page = await open('#/amplitudes');
+        await onPaper(page);
+        await screenshot(page, 'group-amplitudes-paper');
+        assert.deepEqual(new Set(await colours(page, '.dot, .dot-median')), new Set(['exact']));
+        assert.equal(await page.locator('.switch:visible').count(), 0);
+        await page.close();
+    });
+
+    test('the correlations keep their colours and the width of the paper with many components', async () => {
+        const page = await open('#/correlations');
+        await page.evaluate(() => {
+            const table = document.querySelector('.matrix');
+            table.style.setProperty('--columns', 24);
+            for (const row of table.rows) while (row.cells.length < 25) row.append(row.cells[1].cloneNode(true));
+        });
+        await onPaper(page);
+        await screenshot(page, 'group-correlations-paper');
+        assert.deepEqual(new Set(await colours(page, '.matrix td')), new Set(['exact']));
+        const [table] = await boxes(page, '.matrix');
+        assert.ok(inside(table, table.panel), JSON.stringify(table));
+        assert.equal(await page.locator('.matrix-readout:visible').count(), 0);
+        await page.close();
+    });
+});

@@ -94,7 +94,7 @@ void regressRuns(const GroupOptions& options, UnfinishedWork& unfinished) {
     requireKnown(study, options.only);
     const GroupMaps maps = readGroupMaps(study);
     requireFreeMemory("the dual regression", preparationBytes(study) + dualRegressionBytes(study, maps.count));
-    WorkerThreads threads(options.threads.value_or(MatrixProducts::defaultThreads()));
+    WorkerThreads threads(MatrixProducts::threadsFor(options.threads));
     for (const GroupRun& run : study.runs) {
         const bool wanted = options.only.empty() || std::ranges::find(options.only, run.name) != options.only.end();
         if (wanted) regressRun(options, study, maps, run, threads, unfinished);

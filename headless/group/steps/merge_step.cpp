@@ -89,7 +89,7 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
         return;
     }
     StepFiles files(unfinished, folder, "group.json");
-    WorkerThreads threads(options.threads.value_or(MatrixProducts::defaultThreads()));
+    WorkerThreads threads(MatrixProducts::threadsFor(options.threads));
     const int most = study.rows();
     if (batches.size() > 1) requireFreeMemory("merging", 2 * reductionBytes(study, threads.threads()));
     GroupRows rows;

@@ -43,7 +43,7 @@ void reduceBatch(const GroupOptions& options, UnfinishedWork& unfinished) {
         return;
     }
     const Stopwatch total;
-    WorkerThreads threads(options.threads.value_or(MatrixProducts::defaultThreads()));
+    WorkerThreads threads(MatrixProducts::threadsFor(options.threads));
     requireFreeMemory("the reduction", preparationBytes(study) + reductionBytes(study, threads.threads()));
     StepFiles files(unfinished, reductionFolder(study.folder), name + ".json");
     GroupRows rows;

@@ -38,8 +38,12 @@ export class AmplitudesView implements View {
                     'p',
                     { class: 'chart-note' },
                     `Standard deviation of the course, in ${amplitudeUnit(group.plan)}. A dot is a run, the line the `
-                        + 'median. \u25c6: outlier, more than 3.5 robust standard deviations from the median. Enter '
-                        + 'or a click opens the run; \u2190 \u2192 go from dot to dot.',
+                        + 'median. \u25c6: outlier, more than 3.5 robust standard deviations from the median.',
+                    h(
+                        'span',
+                        { class: 'on-screen' },
+                        ' Enter or a click opens the run; \u2190 \u2192 go from dot to dot.',
+                    ),
                 ),
                 this.rows,
             ),

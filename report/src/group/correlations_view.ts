@@ -32,8 +32,9 @@ export class CorrelationsView implements View {
                     { class: 'chart-note' },
                     'Below the diagonal: mean over the runs (of Fisher\u2019s z, as r). Above it: spread, the standard '
                         + 'deviation of Fisher\u2019s z over the runs. Signs follow the maps as this page shows them. The '
-                        + `arrow keys go from cell to cell. The colours reach their full strength at |r| `
-                        + `${this.largest.mean.toFixed(2)} and at a spread of ${this.largest.sd.toFixed(2)}.`,
+                        + `colours reach their full strength at |r| ${this.largest.mean.toFixed(2)} and at a spread of `
+                        + `${this.largest.sd.toFixed(2)}.`,
+                    h('span', { class: 'on-screen' }, ' The arrow keys go from cell to cell.'),
                 ),
                 this.readout,
                 this.place,
@@ -62,6 +63,7 @@ export class CorrelationsView implements View {
                 ...components.map(({ title }, a) => h('tr', {}, h('th', { scope: 'row' }, title), ...cells[a])),
             ),
         );
+        table.style.setProperty('--columns', String(components.length));
         this.place.replaceChildren(table);
     }
 

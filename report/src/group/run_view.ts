@@ -19,7 +19,7 @@ export class RunView implements View {
     readonly element: HTMLElement;
     private readonly components: Stepper;
     private readonly runs: Stepper;
-    private readonly title = h('h2', { class: 'visually-hidden', tabindex: -1 });
+    private readonly title = h('h2', { class: 'run-title visually-hidden', tabindex: -1 });
     private readonly amplitude = h('span', { class: 'run-amplitude', role: 'status' });
     private readonly brains: BrainPair;
     private readonly controls: ReturnType<typeof lookControls>;

@@ -71,6 +71,18 @@ TEST_F(Sidecars, OutsideADatasetLieInTheImagesFolder) {
     EXPECT_THAT(of("some/task-rest_bold.nii.gz"), IsEmpty());
 }
 
+TEST_F(Sidecars, OfManyImagesAreThoseOfEach) {
+    for (const char* file : {"ds/task-rest_bold.json", "ds/sub-01/func/sub-01_task-rest_run-1_bold.json",
+                             "ds/sub-02/func/sub-02_task-rest_bold.json"}) {
+        make(file);
+    }
+    SidecarFolders folders;
+    const auto counted = [&](const char* image) { return folders.sidecarsOf(folder / image).size(); };
+    EXPECT_EQ(counted("ds/sub-01/func/sub-01_task-rest_run-1_bold.nii.gz"), 2U);
+    EXPECT_EQ(counted("ds/sub-01/func/sub-01_task-rest_run-2_bold.nii.gz"), 1U);
+    EXPECT_EQ(counted("ds/sub-02/func/sub-02_task-rest_bold.nii.gz"), 2U);
+}
+
 } // namespace
 
 } // namespace zn::test

@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace zn::test {
 
@@ -68,6 +70,25 @@ TEST(WorkerThreads, ProcessEveryPieceOnce) {
             for (const auto& count : done) ASSERT_EQ(count, 1);
         }
     }
+}
+
+// Root is exempt from the limit.
+void allowNoMoreThreads() {
+    constexpr uid_t kNobody = 65534;
+    if (getuid() == 0 && setuid(kNobody) != 0) _exit(77);
+    const rlimit one{1, 1};
+    if (setrlimit(RLIMIT_NPROC, &one) != 0) _exit(77);
+}
+
+TEST(WorkerThreads, DoWithoutThoseThatCannotBeStarted) {
+    const auto work = [] {
+        allowNoMoreThreads();
+        WorkerThreads workers(4);
+        int sum = 0; // safe, because no other thread runs
+        workers.run(17, [&](int i) { sum += i; });
+        _exit(workers.threads() == 1 && sum == 136 ? 0 : 1);
+    };
+    EXPECT_EXIT(work(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -21,8 +21,19 @@ TEST(NearestWord, HasTheFewestDifferences) {
 TEST(NearestWord, MayBeTheBeginningOrTheRest) {
     EXPECT_EQ(nearestWord("--comp", kOptions), "--components");
     EXPECT_EQ(nearestWord("--output", kOptions), "--out");
+    EXPECT_EQ(nearestWord("--tr-seconds", kOptions), "--tr");
     EXPECT_EQ(nearestWord("-", kOptions), "");
     EXPECT_EQ(nearestWord("--", kOptions), "");
+}
+
+TEST(NearestWord, DoesNotGuessAmongSeveralThatBeginAlike) {
+    EXPECT_EQ(nearestWord("--co", kOptions), "");
+    EXPECT_EQ(nearestWord("--transform", kOptions), ""); // two letters in common with --tr by chance
+}
+
+TEST(NearestWord, DoesNotCountTheDashes) {
+    EXPECT_EQ(nearestWord("--version", {"--epsilon"}), ""); // 3 of 7 letters differ
+    EXPECT_EQ(nearestWord("-components", kOptions), "--components");
 }
 
 TEST(NearestWord, IsNothingWhenAllDifferTooMuch) {

@@ -1,10 +1,12 @@
 // What killed processes leave behind, and what the next one makes of it.
 #include "files.h"
 #include "headless/result/hidden_folder.h"
+#include "headless/result/old_foreign_work.h"
 #include "headless/result/result_folder.h"
 #include "headless/text/text_file.h"
 #include "headless/text/unfinished_name.h"
 
+#include <chrono>
 #include <csignal>
 #include <string>
 
@@ -62,6 +64,25 @@ TEST_F(Leftovers, OfEndedProcessesAreRemovedAndNothingElse) {
     write(nameOfLeftover("report.html"));
     removeLeftovers(folder.path());
     EXPECT_THAT(namesIn(folder.path()), testing::UnorderedElementsAre(ours, elsewhere, ".out.unfinished-notes", "out"));
+}
+
+TEST_F(Leftovers, OfOtherMachinesAreNamedOnceTheyAreOld) {
+    const std::string out = ".out.unfinished-00000000-17-0";
+    const std::string other = ".other.unfinished-00000000-17-0";
+    for (const std::string& name : {left, out, other}) write(fs::path(name) / "log.txt");
+    EXPECT_EQ(noteOnOldForeignWork(folder.path()), "");
+    const auto twoDaysAgo = fs::file_time_type::clock::now() - std::chrono::hours(48);
+    for (const std::string& name : {left, out}) {
+        fs::last_write_time(folder / name / "log.txt", twoDaysAgo);
+        fs::last_write_time(folder / name, twoDaysAgo);
+    }
+    fs::last_write_time(folder / other, twoDaysAgo); // but its log is being written
+    const std::string note = folder.path().string() + " holds " + out +
+                             ", which another machine or container began and has not changed for a day; remove it if "
+                             "that process was killed.";
+    EXPECT_EQ(noteOnOldForeignWork(folder.path()), note);
+    EXPECT_EQ(noteOnOldForeignWork(folder.path(), "out"), note);
+    EXPECT_EQ(noteOnOldForeignWork(folder.path(), "other"), "");
 }
 
 // Ended, but its parent has not collected its status yet.
