@@ -57,7 +57,7 @@ std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
     size.storedBytes = asShort ? 0 : image.nbyper;
     size.regions = static_cast<int>(run.session.regions.size());
     size.repeats = run.options.control.repeats;
-    size.threads = run.options.control.threads.value_or(MatrixProducts::defaultThreads());
+    size.threads = MatrixProducts::threadsFor(run.options.control.threads);
     size.symmetric = run.options.approach == Approach::kSymmetric;
     return predictedPeakBytes(size);
 }
