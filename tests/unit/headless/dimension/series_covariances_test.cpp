@@ -12,7 +12,7 @@ using namespace headless;
 namespace {
 
 constexpr std::array<int, 3> kSize = {13, 11, 9};
-constexpr int kVolumes = 7;
+constexpr int kExampleVolumes = 7;
 
 struct Example {
     TimeSeries series;
@@ -24,8 +24,8 @@ Example makeExample(bool asFloat) {
     RandomNumbers random(3);
     Example example;
     example.series.voxels = kSize[0] * kSize[1] * kSize[2];
-    example.series.volumes = kVolumes;
-    const auto count = static_cast<std::size_t>(example.series.voxels) * kVolumes;
+    example.series.volumes = kExampleVolumes;
+    const auto count = static_cast<std::size_t>(example.series.voxels) * kExampleVolumes;
     if (asFloat) example.series.floats = std::make_unique<float[]>(count);
     if (!asFloat) example.series.shorts = std::make_unique<std::int16_t[]>(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -87,7 +87,7 @@ private:
     static int at(const std::array<int, 3>& x) { return (x[2] * kSize[1] + x[1]) * kSize[0] + x[0]; }
     bool inside(int v) const { return example_.mask[static_cast<std::size_t>(v)] != 0; }
     double value(int v, int t) const {
-        return static_cast<double>(example_.series.floats[static_cast<std::size_t>(v * kVolumes + t)]);
+        return static_cast<double>(example_.series.floats[static_cast<std::size_t>(v * kExampleVolumes + t)]);
     }
 
     const Example& example_;
@@ -97,9 +97,9 @@ TEST(SeriesCovariances, AreThoseOfThePlainForm) {
     const Example example = makeExample(true);
     const SeriesCovariances covariances = covariancesOf(example, 1);
     const Plain plain(example);
-    for (int s = 0; s < kVolumes; ++s) {
-        for (int t = 0; t < kVolumes; ++t) {
-            const auto element = static_cast<std::size_t>(s * kVolumes + t);
+    for (int s = 0; s < kExampleVolumes; ++s) {
+        for (int t = 0; t < kExampleVolumes; ++t) {
+            const auto element = static_cast<std::size_t>(s * kExampleVolumes + t);
             EXPECT_NEAR(covariances.total[element], plain.total(s, t), 1e-7); // of values around 3e5
             for (std::size_t axis = 0; axis < 3; ++axis) {
                 EXPECT_NEAR(covariances.differences[axis][element], plain.difference(axis, s, t), 1e-7);
@@ -124,11 +124,11 @@ TEST(SeriesCovariances, AreTheSameBitsForTheCoursesInTheMaskAlone) {
     std::vector<float> courses;
     for (std::size_t v = 0; v < example.mask.size(); ++v) {
         if (example.mask[v] == 0) continue;
-        const float* course = example.series.floats.get() + v * kVolumes;
-        courses.insert(courses.end(), course, course + kVolumes);
+        const float* course = example.series.floats.get() + v * kExampleVolumes;
+        courses.insert(courses.end(), course, course + kExampleVolumes);
     }
     WorkerThreads workers(2);
-    const SeriesCovariances inside = seriesCovariances(courses, kVolumes, kSize, example.mask, workers);
+    const SeriesCovariances inside = seriesCovariances(courses, kExampleVolumes, kSize, example.mask, workers);
     const SeriesCovariances whole = covariancesOf(example, 1);
     EXPECT_EQ(inside.voxels, whole.voxels);
     EXPECT_EQ(inside.total, whole.total);
