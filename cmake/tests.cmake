@@ -3,11 +3,16 @@
 # One GoogleTest program, compiled with the warnings of our own code. CTest lists each of its tests; a program for
 # another platform is a single test, because starting it takes a second. Tests with a COST start first, so that at the
 # end of a parallel run only short ones are left.
+set(ZN_TEST_OPTIONS "$<$<CONFIG:Release>:-O1>") # compiles in two thirds of the time, and the tests take as long
+
 if(CMAKE_CROSSCOMPILING)
     include(wine)
     set(ZN_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "GoogleTest's sources, as Debian installs them")
     set(INSTALL_GTEST OFF)
     add_subdirectory(${ZN_GOOGLETEST_SOURCE} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+    foreach(library gmock gtest gtest_main)
+        target_compile_options(${library} PRIVATE ${ZN_TEST_OPTIONS})
+    endforeach()
 else()
     find_package(GTest REQUIRED)
 endif()
@@ -16,7 +21,6 @@ include(GoogleTest)
 zn_shared_headers(test_headers
     HEADERS <gmock/gmock.h> <gtest/gtest.h> <algorithm> <filesystem> <functional> <string> <vector>
     USES GTest::gmock)
-set(ZN_TEST_OPTIONS "$<$<CONFIG:Release>:-O1>") # compiles in two thirds of the time, and the tests take as long
 target_compile_options(test_headers PRIVATE ${ZN_TEST_OPTIONS})
 
 # Prefix of this machine's absolute paths in a test program: Wine shows / as a drive.
