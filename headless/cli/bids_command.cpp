@@ -26,16 +26,16 @@ namespace zn::headless {
 
 namespace {
 
-constexpr char kExamples[] = "All options of znica run (see --help-all) apply to every run.\n"
-                             "Examples:\n"
-                             "  znica bids data out participant --task rest --components auto\n"
-                             "  znica bids data out participant -d fmriprep --space MNI152NLin2009cAsym \\\n"
-                             "      --design auto --confounds auto --dummy-scans confounds\n"
-                             "  znica bids data out participant --labels-dir labels --denoise nonaggr\n"
-                             "  znica bids data out group\n"
-                             "  znica bids data out group --ica 20\n";
+constexpr char kBidsFooter[] = "All options of znica run (see --help-all) apply to every run.\n"
+                               "Examples:\n"
+                               "  znica bids data out participant --task rest --components auto\n"
+                               "  znica bids data out participant -d fmriprep --space MNI152NLin2009cAsym \\\n"
+                               "      --design auto --confounds auto --dummy-scans confounds\n"
+                               "  znica bids data out participant --labels-dir labels --denoise nonaggr\n"
+                               "  znica bids data out group\n"
+                               "  znica bids data out group --ica 20\n";
 
-struct Command {
+struct BidsCommand {
     StudyOptions options;
     std::string level;
     bool list = false;
@@ -79,7 +79,7 @@ void replaceOptions(CLI::App& command, StudyOptions& o) {
         ->type_name("auto");
 }
 
-void addShared(CLI::App& command, Command& c) {
+void addShared(CLI::App& command, BidsCommand& c) {
     RunOptions& run = c.options.run;
     const auto before = command.get_options();
     addAnalysisOptions(command, run);
@@ -96,7 +96,7 @@ void addShared(CLI::App& command, Command& c) {
 }
 
 // `--design auto` is settled for each run.
-std::vector<std::string> forwarded(const Command& c) {
+std::vector<std::string> forwarded(const BidsCommand& c) {
     std::vector<const CLI::Option*> options = c.shared;
     std::erase_if(options, [&](const CLI::Option* option) {
         return c.options.run.designBesideImage && option->check_lname("design");
@@ -104,7 +104,7 @@ std::vector<std::string> forwarded(const Command& c) {
     return forwardedOptions(options);
 }
 
-void settleGroup(const CLI::App& command, Command& c) {
+void settleGroup(const CLI::App& command, BidsCommand& c) {
     c.together = command.count("--ica") > 0;
     if (!c.together) return;
     if (c.level != "group") throw CLI::ValidationError("--ica", "belongs to the level group");
@@ -112,7 +112,7 @@ void settleGroup(const CLI::App& command, Command& c) {
     c.group.components = c.components;
 }
 
-void settle(const CLI::App& command, Command& c) {
+void settle(const CLI::App& command, BidsCommand& c) {
     StudyOptions& o = c.options;
     o.dataset = absolutePath(o.dataset);
     o.out = absolutePath(o.out);
@@ -125,7 +125,7 @@ void settle(const CLI::App& command, Command& c) {
     }
 }
 
-StudyPlan planOf(const Command& c) {
+StudyPlan planOf(const BidsCommand& c) {
     StudyPlan plan = planStudy(c.options);
     for (const std::string& note : plan.notes) std::fprintf(stderr, "znica: %s\n", note.c_str());
     return plan;
@@ -137,7 +137,7 @@ void sayOldForeignWork(const StudyOptions& options) {
     if (!note.empty()) std::fprintf(stderr, "znica: %s\n", note.c_str());
 }
 
-ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
+ExitStatus participants(const BidsCommand& c, UnfinishedWork& unfinished) {
     const StudyPlan plan = planOf(c);
     if (c.list) {
         listRuns(plan, c.options);
@@ -148,7 +148,7 @@ ExitStatus participants(const Command& c, UnfinishedWork& unfinished) {
     return runStudy(plan, c.options, unfinished);
 }
 
-ExitStatus together(const Command& c, UnfinishedWork& unfinished) {
+ExitStatus together(const BidsCommand& c, UnfinishedWork& unfinished) {
     const StudyPlan plan = planOf(c);
     if (c.list) {
         listRunsTogether(plan, c.options);
@@ -162,7 +162,7 @@ ExitStatus together(const Command& c, UnfinishedWork& unfinished) {
     return analyseGroup(options, unfinished);
 }
 
-ExitStatus overview(const Command& c) {
+ExitStatus overview(const BidsCommand& c) {
     sayOldForeignWork(c.options);
     std::printf("%s\n", writeOverview(c.options.out).c_str());
     return ExitStatus::kDone;
@@ -171,7 +171,7 @@ ExitStatus overview(const Command& c) {
 } // namespace
 
 void addBidsCommand(CLI::App& app, Action& action) {
-    const auto c = std::make_shared<Command>();
+    const auto c = std::make_shared<BidsCommand>();
     auto* bids = app.add_subcommand("bids", "Analyse every run of a BIDS dataset (participant); show all (group).");
     bids->add_option("BIDS_DIR", c->options.dataset, "dataset, or preprocessed derivatives")->required();
     bids->add_option("OUT_DIR", c->options.out, "folder for the results")->required();
@@ -188,7 +188,7 @@ void addBidsCommand(CLI::App& app, Action& action) {
     addGroupComponents(*bids, "--ica", "group: components of all runs together; auto: estimated", c->components);
     bids->add_flag("--list", c->list, "print the runs with TR and memory, then exit");
     bids->set_help_all_flag("--help-all", "also list options that are rarely needed");
-    bids->footer(kExamples);
+    bids->footer(kBidsFooter);
     bids->callback([bids, c, &action] {
         settle(*bids, *c);
         action = [c](UnfinishedWork& unfinished) {

@@ -14,7 +14,7 @@ namespace zn::headless {
 
 namespace {
 
-struct Options {
+struct CompareCommand {
     std::filesystem::path a;
     std::filesystem::path b;
     std::filesystem::path out; // empty: the table is only printed
@@ -34,17 +34,17 @@ void requireOutside(const std::filesystem::path& folder, const std::filesystem::
     throw Failure(ExitStatus::kOther, out.string() + " exists; name another file, or use --force.");
 }
 
-void write(const Options& options, const std::string& table) {
+void writeTable(const CompareCommand& options, const std::string& table) {
     if (options.force) return replaceTextFile(options.out, table);
     if (!createTextFile(options.out, table)) refuseExisting(options.out); // it has appeared in the meantime
 }
 
-ExitStatus compare(const Options& options, UnfinishedWork& unfinished) {
+ExitStatus compare(const CompareCommand& options, UnfinishedWork& unfinished) {
     if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) refuseExisting(options.out);
     for (const std::filesystem::path& folder : {options.a, options.b}) requireOutside(folder, options.out);
     const auto pairs = pairComponents(options.a, options.b);
     const std::string table = pairTable(pairs);
-    if (!options.out.empty()) unfinished.deliver([&] { write(options, table); });
+    if (!options.out.empty()) unfinished.deliver([&] { writeTable(options, table); });
     std::printf("%s%s\n", table.c_str(), pairSummary(pairs).c_str());
     requirePrinted();
     return ExitStatus::kDone;
@@ -53,7 +53,7 @@ ExitStatus compare(const Options& options, UnfinishedWork& unfinished) {
 } // namespace
 
 void addCompareCommand(CLI::App& app, Action& action) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<CompareCommand>();
     auto* command =
         app.add_subcommand("compare", "Pair the components of two results by absolute spatial correlation.");
     command->add_option("A", options->a, "folder created by znica run")->required()->type_name("DIR");

@@ -13,11 +13,11 @@ namespace zn::headless {
 
 namespace {
 
-constexpr char kExamples[] = "Defaults are in parentheses.\n"
-                             "Examples:\n"
-                             "  znica denoise ica bold.nii.gz --labels bold_desc-ICA_labels.tsv --out clean\n"
-                             "  znica denoise ica bold.nii.gz --reject 3,7,12 --out clean \\\n"
-                             "      --confounds confounds.tsv --columns csf,white_matter --high-pass 128\n";
+constexpr char kDenoiseFooter[] = "Defaults are in parentheses.\n"
+                                  "Examples:\n"
+                                  "  znica denoise ica bold.nii.gz --labels bold_desc-ICA_labels.tsv --out clean\n"
+                                  "  znica denoise ica bold.nii.gz --reject 3,7,12 --out clean \\\n"
+                                  "      --confounds confounds.tsv --columns csf,white_matter --high-pass 128\n";
 
 void setMethod(DenoiseOptions& options, const std::string& name) {
     const auto method = denoiseMethodNamed(name);
@@ -76,7 +76,7 @@ void addDenoiseCommand(CLI::App& app, Action& action) {
     command->add_flag("--force", o.force, "replace an earlier result in DIR");
     command->add_flag("--quiet", o.quiet, "print only errors");
     command->add_flag("!--no-report", o.report, "do not write report.html");
-    command->footer(kExamples);
+    command->footer(kDenoiseFooter);
     command->callback([options, &action] {
         action = [options](UnfinishedWork& unfinished) {
             denoise(*options, unfinished);

@@ -27,7 +27,7 @@ constexpr char kFooter[] = "Steps, one after another with all: plan, reduce, mer
                            "  znica group all study sub-*_bold.nii.gz --components 20\n"
                            "  znica group plan study --runs runs.tsv; znica group reduce study --batch 1/4\n";
 
-struct Command {
+struct GroupCommand {
     GroupOptions options;
     std::string step;
     std::vector<fs::path> images;
@@ -41,7 +41,7 @@ const std::map<std::string, std::string> kStepOf = {
     {"--components", "ica"}, {"--repeats", "ica"},    {"--starts", "ica"}, {"--max-iterations", "ica"},
     {"--seed", "ica"},       {"--plugin", "ica"},     {"--only", "back"}};
 
-void requireOptionsOfStep(const CLI::App& command, const Command& c) {
+void requireOptionsOfStep(const CLI::App& command, const GroupCommand& c) {
     for (const auto& [option, step] : kStepOf) {
         if (command.count(option) == 0 || step == c.step) continue;
         const bool part = option == "--batch" || option == "--only";
@@ -73,7 +73,7 @@ void setBatch(Batch& batch, const std::string& text) {
     if (!valid) throw CLI::ValidationError("--batch", "needs I/N with I from 1 to N, such as 2/4; got " + text);
 }
 
-void addPlanOptions(CLI::App& command, Command& c) {
+void addPlanOptions(CLI::App& command, GroupCommand& c) {
     GroupOptions& o = c.options;
     command.add_option("--runs", c.table, "table of the runs: columns image, name, mask")->type_name("TSV");
     command.add_option("--mask", o.mask, "mask of runs without one (from the mean image)")->type_name("NIFTI");
@@ -112,7 +112,7 @@ void addStepOptions(CLI::App& command, GroupOptions& o) {
     command.add_option("--only", o.only, "back: this run; may be repeated (all)")->type_name("NAME");
 }
 
-ExitStatus perform(const Command& c, UnfinishedWork& unfinished) {
+ExitStatus perform(const GroupCommand& c, UnfinishedWork& unfinished) {
     const GroupOptions& options = c.options;
     if (c.step == "all") return analyseGroup(options, unfinished);
     if (c.step == "ica") return separateGroup(options, unfinished);
@@ -125,7 +125,7 @@ ExitStatus perform(const Command& c, UnfinishedWork& unfinished) {
     return ExitStatus::kDone;
 }
 
-ExitStatus listAndPerform(Command& c, UnfinishedWork& unfinished) {
+ExitStatus listAndPerform(GroupCommand& c, UnfinishedWork& unfinished) {
     if (!c.table.empty()) c.options.runs = readRunList(c.table);
     for (const fs::path& image : c.images) c.options.runs.push_back(listedRun(image));
     return perform(c, unfinished);
@@ -134,8 +134,8 @@ ExitStatus listAndPerform(Command& c, UnfinishedWork& unfinished) {
 } // namespace
 
 void addGroupCommand(CLI::App& app, Action& action) {
-    const auto shared = std::make_shared<Command>();
-    Command& c = *shared;
+    const auto shared = std::make_shared<GroupCommand>();
+    GroupCommand& c = *shared;
     auto* command = app.add_subcommand("group", "Analyse several runs together: group components, each run's share.");
     command->add_option("STEP", c.step, "plan, reduce, merge, ica, back, report or all")
         ->required()

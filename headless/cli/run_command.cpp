@@ -19,12 +19,12 @@ namespace zn::headless {
 
 namespace {
 
-constexpr char kExamples[] = "Defaults are in parentheses.\n"
-                             "Examples:\n"
-                             "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
-                             "  znica run bold.nii.gz --mask mask.nii.gz --components 30 --out ica\n"
-                             "  znica run bold.nii.gz --out ica --design blocks.tsv \\\n"
-                             "      --rois atlas.nii.gz --roi-names atlas.tsv\n";
+constexpr char kRunFooter[] = "Defaults are in parentheses.\n"
+                              "Examples:\n"
+                              "  znica run sub-01_task-rest_bold.nii.gz --out ica\n"
+                              "  znica run bold.nii.gz --mask mask.nii.gz --components 30 --out ica\n"
+                              "  znica run bold.nii.gz --out ica --design blocks.tsv \\\n"
+                              "      --rois atlas.nii.gz --roi-names atlas.tsv\n";
 
 bool parseCount(std::string_view text, int& number) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -196,7 +196,7 @@ void addRunCommand(CLI::App& app, Action& action) {
     run->add_flag("--force", o.force, "replace an earlier result in DIR");
     addControlOptions(*run, o.control);
     run->set_help_all_flag("--help-all", "also list options that are rarely needed");
-    run->footer(kExamples);
+    run->footer(kRunFooter);
     run->callback([options, &action] {
         action = [options](UnfinishedWork& unfinished) { return runAnalysis(*options, unfinished); };
     });

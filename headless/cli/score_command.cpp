@@ -14,12 +14,12 @@ namespace zn::headless {
 
 namespace {
 
-struct Options {
+struct ScoreCommand {
     std::filesystem::path result;
     std::filesystem::path truth;
 };
 
-ExitStatus score(const Options& options) {
+ExitStatus score(const ScoreCommand& options) {
     const auto scores = scoreResult(options.result, options.truth);
     std::printf("%-16s %-10s %s\n", "source", "component", "|r| of the maps");
     double worst = 1.0;
@@ -36,7 +36,7 @@ ExitStatus score(const Options& options) {
 } // namespace
 
 void addScoreCommand(CLI::App& app, Action& action) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ScoreCommand>();
     auto* command = app.add_subcommand("score", "Print how well a result recovers the sources of a simulated sample.");
     command->add_option("RESULT", options->result, "folder created by znica run")->required()->type_name("DIR");
     command->add_option("--truth", options->truth, "folder created by znica simulate")->required()->type_name("DIR");

@@ -15,14 +15,14 @@ namespace zn::headless {
 
 namespace {
 
-struct Options {
+struct SimulateCommand {
     SimulateOptions sample;
     std::filesystem::path out;
     int subjects = 1;
     bool force = false;
 };
 
-ExitStatus simulateStudy(const Options& options, UnfinishedWork& unfinished) {
+ExitStatus simulateStudy(const SimulateCommand& options, UnfinishedWork& unfinished) {
     ResultFolder folder(unfinished, options.out, options.force);
     const GroupSample group = makeGroupSample(options.sample, options.subjects);
     writeGroupSample(ResultFiles(folder.path(), kSampleStem), group, options.sample);
@@ -34,7 +34,7 @@ ExitStatus simulateStudy(const Options& options, UnfinishedWork& unfinished) {
     return ExitStatus::kDone;
 }
 
-ExitStatus simulate(const Options& options, UnfinishedWork& unfinished) {
+ExitStatus simulate(const SimulateCommand& options, UnfinishedWork& unfinished) {
     ResultFolder folder(unfinished, options.out, options.force);
     const Sample sample = makeSample(options.sample);
     writeSample(ResultFiles(folder.path(), kSampleStem), sample, options.sample);
@@ -52,7 +52,7 @@ const char kSimulateExamples[] = "Example:\n"
                                  "  znica score ica --truth sample\n";
 
 void addSimulateCommand(CLI::App& app, Action& action) {
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<SimulateCommand>();
     SimulateOptions& o = options->sample;
     auto* command = app.add_subcommand("simulate", "Create a brain-shaped sample with known sources.");
     command->add_option("--out", options->out, "folder to create for the sample")->required()->type_name("DIR");

@@ -13,13 +13,13 @@ namespace {
 
 constexpr std::size_t kInput = 1 << 18;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 } // namespace
 
 struct InflatingFile::State {
+    struct CloseFile {
+        void operator()(std::FILE* opened) const { std::fclose(opened); }
+    };
+
     std::unique_ptr<std::FILE, CloseFile> file;
     std::array<std::uint8_t, kInput> input{};
     inflate_state stream{};

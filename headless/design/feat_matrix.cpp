@@ -1,6 +1,6 @@
 #include "headless/design/feat_matrix.h"
 
-#include "headless/failure/failure.h"
+#include "headless/text/input_file.h"
 #include "headless/text/text_lines.h"
 
 #include <algorithm>
@@ -9,10 +9,6 @@
 namespace zn::headless {
 
 namespace {
-
-[[noreturn]] void refuse(const std::string& file, const std::string& why) {
-    throw Failure(ExitStatus::kInput, file + " " + why);
-}
 
 // The number after a key such as "/NumWaves"; 0 when it is missing.
 std::size_t countAfter(const std::string& key, const std::vector<std::string>& lines) {
@@ -41,10 +37,10 @@ bool isFeatMatrix(const std::vector<std::string>& lines) {
 DesignMatrix parseFeatMatrix(const std::vector<std::string>& lines, const std::string& file) {
     const std::size_t waves = countAfter("/NumWaves", lines);
     const std::size_t points = countAfter("/NumPoints", lines);
-    if (waves == 0 || points == 0) refuse(file, "lacks a count above 0 after \"/NumWaves\" or \"/NumPoints\".");
+    if (waves == 0 || points == 0) refuseFile(file, "lacks a count above 0 after \"/NumWaves\" or \"/NumPoints\".");
     const auto begin =
         std::find_if(lines.begin(), lines.end(), [](const auto& line) { return isKey(line, "/Matrix"); });
-    if (begin == lines.end()) refuse(file, "lacks the line \"/Matrix\".");
+    if (begin == lines.end()) refuseFile(file, "lacks the line \"/Matrix\".");
 
     DesignMatrix design;
     for (std::size_t line = static_cast<std::size_t>(begin - lines.begin()) + 1; line < lines.size(); ++line) {
@@ -52,16 +48,16 @@ DesignMatrix parseFeatMatrix(const std::vector<std::string>& lines, const std::s
         if (words.empty()) continue;
         const std::string where = file + ", line " + std::to_string(line + 1) + ",";
         if (words.size() != waves) {
-            refuse(where,
-                   "has " + std::to_string(words.size()) + " numbers, but /NumWaves is " + std::to_string(waves) + ".");
+            refuseFile(where, "has " + std::to_string(words.size()) + " numbers, but /NumWaves is " +
+                                  std::to_string(waves) + ".");
         }
         design.predictors.resize(waves);
         for (std::size_t p = 0; p < waves; ++p) design.predictors[p].push_back(numberIn(words[p], where));
     }
     const std::size_t rows = design.predictors.empty() ? 0 : design.predictors.front().size();
     if (rows != points) {
-        refuse(file,
-               "has " + std::to_string(rows) + " rows of numbers, but /NumPoints is " + std::to_string(points) + ".");
+        refuseFile(file, "has " + std::to_string(rows) + " rows of numbers, but /NumPoints is " +
+                             std::to_string(points) + ".");
     }
     for (std::size_t p = 1; p <= waves; ++p) design.names.push_back("EV" + std::to_string(p));
     return design;

@@ -18,10 +18,6 @@ constexpr char kFormats[] =
     "a design is a BIDS events file, a table (TSV, CSV) with a header, FEAT's design.mat, AFNI's "
     ".1D or RTC text.";
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw Failure(ExitStatus::kInput, text);
-}
-
 Design fromEvents(const TextTable& table, const AnalysedVolumes& volumes) {
     Design design{{}, "BIDS events", 0, {}};
     for (const auto& [name, events] : conditionsIn(table)) {
@@ -50,7 +46,7 @@ Design parseAny(const std::vector<std::string>& lines, const std::string& file, 
     } catch (const Failure& failure) {
         std::string text = failure.what();
         if (text.ends_with('.')) text.pop_back();
-        refuse(text + "; " + kFormats);
+        refuseInput(text + "; " + kFormats);
     }
 }
 
@@ -58,9 +54,9 @@ void requireCount(const Design& design, const std::string& file) {
     const std::size_t count = design.matrix.names.size();
     if (count <= kMaxPredictors) return;
     const bool events = design.format == "BIDS events";
-    refuse(file + " has " + std::to_string(count) + (events ? " trial types" : " predictors") +
-           "; the plug-in accepts at most " + std::to_string(kMaxPredictors) +
-           (events ? " predictors; name fewer of them in trial_type." : "; keep only the columns that matter."));
+    refuseInput(file + " has " + std::to_string(count) + (events ? " trial types" : " predictors") +
+                "; the plug-in accepts at most " + std::to_string(kMaxPredictors) +
+                (events ? " predictors; name fewer of them in trial_type." : "; keep only the columns that matter."));
 }
 
 void fitRows(Design& design, const AnalysedVolumes& volumes, const std::string& file) {
@@ -75,9 +71,9 @@ void fitRows(Design& design, const AnalysedVolumes& volumes, const std::string& 
     }
     const std::string without =
         volumes.omitted > 0 ? " (" + std::to_string(volumes.count()) + " without the dummy scans)" : "";
-    refuse(file + " has " + std::to_string(rows) + " rows of predictor values, but the data have " +
-           std::to_string(volumes.inImage) + " volumes" + without +
-           "; provide one row per volume, or the events with their times as a BIDS events file.");
+    refuseInput(file + " has " + std::to_string(rows) + " rows of predictor values, but the data have " +
+                std::to_string(volumes.inImage) + " volumes" + without +
+                "; provide one row per volume, or the events with their times as a BIDS events file.");
 }
 
 } // namespace

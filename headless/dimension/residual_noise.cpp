@@ -13,7 +13,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kRounding = 1e-12;
+constexpr double kRoundingOfZero = 1e-12;
 
 std::size_t index(int i) {
     return static_cast<std::size_t>(i);
@@ -65,7 +65,7 @@ ResidualNoise::ResidualNoise(const SeriesCovariances& covariances, MatrixProduct
     : products_(products), volumes_(covariances.volumes), voxels_(covariances.voxels), vectors_(covariances.total),
       values_(index(covariances.volumes)), differences_(covariances.total.size()) {
     requireSuccess(symmetricEigenpairs(vectors_.data(), volumes_, values_.data()));
-    while (dimensions_ < volumes_ && values_[index(dimensions_)] > kRounding * values_[0]) ++dimensions_;
+    while (dimensions_ < volumes_ && values_[index(dimensions_)] > kRoundingOfZero * values_[0]) ++dimensions_;
     int axes = 0;
     for (std::size_t axis = 0; axis < 3; ++axis) {
         if (covariances.differences[axis].empty()) continue;

@@ -26,4 +26,9 @@ private:
     ExitStatus status_;
 };
 
+/// Throws Failure (kInput).
+[[noreturn]] inline void refuseInput(const std::string& text) {
+    throw Failure(ExitStatus::kInput, text);
+}
+
 } // namespace zn::headless

@@ -4,6 +4,7 @@
 #include "headless/blas/one_blas_thread.h"
 #include "headless/blas/symmetric_matrix.h"
 #include "headless/group/normal_deviate.h"
+#include "headless/group/voxel_blocks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,13 +14,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr std::int64_t kVoxelsPerBlock = 2048;
-
 using Matrix = std::vector<double>;
-
-std::size_t product(std::int64_t a, std::int64_t b) {
-    return static_cast<std::size_t>(a * b);
-}
 
 struct Block {
     Block(const DualRegressionInput& input, int number)
@@ -32,10 +27,6 @@ struct Block {
     int count;
     Matrix series; // [voxel][volume]
 };
-
-int blocksIn(std::int64_t voxels) {
-    return static_cast<int>((voxels + kVoxelsPerBlock - 1) / kVoxelsPerBlock);
-}
 
 // S [St X] of one block, [component][K + T].
 Matrix mapProducts(const DualRegressionInput& input, int number) {

@@ -3,6 +3,7 @@
 #include "headless/blas/block_product.h"
 #include "headless/blas/one_blas_thread.h"
 #include "headless/blas/symmetric_matrix.h"
+#include "headless/group/voxel_blocks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +14,6 @@ namespace zn::headless {
 
 namespace {
 
-constexpr std::int64_t kVoxelsPerBlock = 2048;
 constexpr int kMostRows = 1000;
 constexpr double kSmallest = 1e-7; // of the largest eigenvalue: below, a direction is single-precision rounding
 
@@ -53,10 +53,6 @@ private:
     const GroupRows& group_;
 };
 
-std::size_t product(std::int64_t a, std::int64_t b) {
-    return static_cast<std::size_t>(a * b);
-}
-
 // W (m rows) and X (n rows) over the same voxels, block by block.
 class Stack {
 public:
@@ -64,7 +60,7 @@ public:
         : group_(group), added_(added), m_(group.count()), n_(added.rows()), order_(m_ + n_) {}
 
     int order() const { return order_; }
-    int blocks() const { return static_cast<int>((group_.voxels + kVoxelsPerBlock - 1) / kVoxelsPerBlock); }
+    int blocks() const { return blocksIn(group_.voxels); }
 
     // The inner products of all rows, [order][order], upper triangle. Those of W with itself are known.
     std::vector<double> innerProducts(WorkerThreads& threads) const {

@@ -8,9 +8,9 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kSteps = 127.0;         // to the largest magnitude that 8 bits can hold
-constexpr double kFinestTenths = 2.0;    // smaller steps would mostly store noise
-constexpr std::uint8_t kNoValue = 0x80u; // -128
+constexpr double kSteps = 127.0;               // to the largest magnitude that 8 bits can hold
+constexpr double kFinestTenths = 2.0;          // smaller steps would mostly store noise
+constexpr std::uint8_t kNoCoarseValue = 0x80u; // -128
 
 double stepFor(std::span<const float> values) {
     double largest = 0.0;
@@ -21,7 +21,7 @@ double stepFor(std::span<const float> values) {
 }
 
 std::uint8_t stepsTo(float value, double step) {
-    if (!std::isfinite(value)) return kNoValue;
+    if (!std::isfinite(value)) return kNoCoarseValue;
     return static_cast<std::uint8_t>(static_cast<std::int8_t>(std::lround(double{value} / step)));
 }
 

@@ -8,7 +8,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr std::int16_t kNoValue = -32768;
+constexpr std::int16_t kNoPackedValue = -32768;
 constexpr double kLargest = 32767.0;
 
 // Decimals for values up to this magnitude: `digits` around 1 to 100, more below, fewer where 16 bits would overflow.
@@ -21,7 +21,7 @@ int decimalsFor(double magnitude, int digits) {
 }
 
 std::int16_t rounded(float value, double scale) {
-    if (!std::isfinite(value)) return kNoValue;
+    if (!std::isfinite(value)) return kNoPackedValue;
     return static_cast<std::int16_t>(std::lround(double{value} * scale));
 }
 

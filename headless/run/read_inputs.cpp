@@ -22,10 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw Failure(ExitStatus::kInput, text);
-}
-
 void requireInputsOutsideResult(const Run& run) {
     const RunOptions& options = run.options;
     if (!options.force) return;
@@ -37,13 +33,13 @@ ImageHeader readFunctionalHeader(const RunOptions& options) {
     ImageHeader header = readImageHeader(options.functional);
     const std::string file = options.functional.string();
     if (header.volumes < 2) {
-        refuse(file + " holds a single volume (" + sizeText(header) +
-               "); an analysis needs a 4D image with one volume per time point.");
+        refuseInput(file + " holds a single volume (" + sizeText(header) +
+                    "); an analysis needs a 4D image with one volume per time point.");
     }
     requireRealNumbers(header);
     if (header.volumes - options.dummyScans < 2) {
-        refuse(file + " holds " + std::to_string(header.volumes) + " volumes, of which --dummy-scans " +
-               std::to_string(options.dummyScans) + " leaves fewer than 2; omit fewer.");
+        refuseInput(file + " holds " + std::to_string(header.volumes) + " volumes, of which --dummy-scans " +
+                    std::to_string(options.dummyScans) + " leaves fewer than 2; omit fewer.");
     }
     return header;
 }
@@ -55,17 +51,17 @@ EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes, int dime
     const EigenvalueRange& range = options.eigenvalues;
     const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();
     if (range.count() > volumes) {
-        refuse(std::to_string(range.count()) + " components are more than" + have +
-               "; request fewer with "
-               "--components.");
+        refuseInput(std::to_string(range.count()) + " components are more than" + have +
+                    "; request fewer with "
+                    "--components.");
     }
     if (range.last > volumes) {
-        refuse("the eigenvalues " + std::to_string(range.first) + ":" + std::to_string(range.last) + " exceed" + have +
-               "; there is one eigenvalue per volume.");
+        refuseInput("the eigenvalues " + std::to_string(range.first) + ":" + std::to_string(range.last) + " exceed" +
+                    have + "; there is one eigenvalue per volume.");
     }
     if (range.last > dimensions) {
-        refuse(std::to_string(range.last) + " eigenvalues are more than the " + std::to_string(dimensions) +
-               " that --high-pass and --scale leave of" + have + "; request fewer.");
+        refuseInput(std::to_string(range.last) + " eigenvalues are more than the " + std::to_string(dimensions) +
+                    " that --high-pass and --scale leave of" + have + "; request fewer.");
     }
     return range;
 }

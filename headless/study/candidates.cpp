@@ -20,10 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw Failure(ExitStatus::kInput, text);
-}
-
 bool isDerivative(const fs::path& dataset) {
     std::ifstream file(dataset / "dataset_description.json");
     const auto description = parseShallow<nlohmann::json>(file);
@@ -32,8 +28,10 @@ bool isDerivative(const fs::path& dataset) {
 
 void requireFolder(const fs::path& folder) {
     std::error_code error;
-    if (!fs::exists(folder, error)) refuse(folder.string() + " does not exist; name the folder of a BIDS dataset.");
-    if (!fs::is_directory(folder, error)) refuse(folder.string() + " is not a folder; name that of a BIDS dataset.");
+    if (!fs::exists(folder, error))
+        refuseInput(folder.string() + " does not exist; name the folder of a BIDS dataset.");
+    if (!fs::is_directory(folder, error))
+        refuseInput(folder.string() + " is not a folder; name that of a BIDS dataset.");
 }
 
 // The subject and session of --only narrow the walk.
@@ -82,8 +80,8 @@ void filterBy(const char* entity, const std::vector<std::string>& given, std::ve
     for (const std::string& label : wanted) {
         const auto same = [&](const std::string& other) { return sameLabel(entity, label, other); };
         if (std::any_of(present.begin(), present.end(), same)) continue;
-        refuse("no image has the label " + std::string(entity) + "-" + label +
-               (present.empty() ? "; none has such a label." : "; the labels are " + wordList(present) + "."));
+        refuseInput("no image has the label " + std::string(entity) + "-" + label +
+                    (present.empty() ? "; none has such a label." : "; the labels are " + wordList(present) + "."));
     }
     filter.allow(entity, wanted);
 }
@@ -91,7 +89,7 @@ void filterBy(const char* entity, const std::vector<std::string>& given, std::ve
 void keepSpace(const std::string& wanted, std::vector<Candidate>& candidates) {
     if (!candidates.front().preprocessed && wanted.empty()) return;
     if (!candidates.front().preprocessed) {
-        refuse("--space chooses among preprocessed images; say with --derivatives where they are.");
+        refuseInput("--space chooses among preprocessed images; say with --derivatives where they are.");
     }
     std::set<std::string> spaces;
     for (const Candidate& candidate : candidates) spaces.insert(spaceOf(candidate.image.name));
@@ -114,8 +112,8 @@ std::vector<Candidate> findCandidates(const StudyOptions& options, PassedOver& p
     if (!candidates.empty()) return candidates;
     const fs::path& where = options.derivatives.empty() ? options.dataset : options.derivatives.front().folder;
     const bool preprocessed = !options.derivatives.empty() || isDerivative(options.dataset);
-    refuse("the chosen subjects of " + where.string() + " have no *" + (preprocessed ? "_desc-preproc" : "") +
-           "_bold.nii.gz in sub-*/[ses-*/]func; check the folder and the labels.");
+    refuseInput("the chosen subjects of " + where.string() + " have no *" + (preprocessed ? "_desc-preproc" : "") +
+                "_bold.nii.gz in sub-*/[ses-*/]func; check the folder and the labels.");
 }
 
 void chooseCandidates(const Selection& selection, std::vector<Candidate>& candidates) {
@@ -126,8 +124,8 @@ void chooseCandidates(const Selection& selection, std::vector<Candidate>& candid
     const std::size_t all = candidates.size();
     std::erase_if(candidates, [&](const Candidate& candidate) { return !filter.passes(candidate.image.name); });
     if (candidates.empty()) {
-        refuse("none of the " + std::to_string(all) +
-               " images passes all filters (--task, --run, --bids-filter-file); leave one of them out.");
+        refuseInput("none of the " + std::to_string(all) +
+                    " images passes all filters (--task, --run, --bids-filter-file); leave one of them out.");
     }
     // The name of a single run says its space.
     if (!selection.only.empty()) {

@@ -18,9 +18,8 @@ namespace zn::headless {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::json;
 
-std::string textOr(const Json& json, const char* name) {
+std::string textOr(const nlohmann::json& json, const char* name) {
     const auto found = json.find(name);
     return found != json.end() && found->is_string() ? found->get<std::string>() : "";
 }
@@ -29,29 +28,29 @@ std::string statusText(int status) {
     return status == 0 ? "done" : status == 4 ? "fewer components" : "no result";
 }
 
-void addMeasures(const Json& record, OverviewKind kind, OverviewRun& run) {
+void addMeasures(const nlohmann::json& record, OverviewKind kind, OverviewRun& run) {
     for (std::size_t i = 0; i < kOverviewColumns.size(); ++i) {
         const OverviewColumn& column = kOverviewColumns[i];
-        const Json::json_pointer member(column.member);
+        const nlohmann::json::json_pointer member(column.member);
         if (column.kind != kind || !record.contains(member) || !record[member].is_number()) continue;
         run.values[i] = record[member].get<double>() * column.scale;
     }
 }
 
-std::vector<std::string> textsIn(const Json& record, const char* name) {
+std::vector<std::string> textsIn(const nlohmann::json& record, const char* name) {
     std::vector<std::string> texts;
-    for (const Json& text : record.value(name, Json::array())) {
+    for (const nlohmann::json& text : record.value(name, nlohmann::json::array())) {
         if (text.is_string()) texts.push_back(text);
     }
     return texts;
 }
 
-bool hasFile(const Json& record, const std::string& name) {
+bool hasFile(const nlohmann::json& record, const std::string& name) {
     const auto files = textsIn(record, "Files");
     return std::find(files.begin(), files.end(), name) != files.end();
 }
 
-void addRecord(const Json& record, OverviewRun& run) {
+void addRecord(const nlohmann::json& record, OverviewRun& run) {
     run.exitStatus = record["ExitStatus"].get<int>();
     run.status = statusText(*run.exitStatus);
     run.message = textOr(record, "Message");
@@ -62,16 +61,16 @@ void addRecord(const Json& record, OverviewRun& run) {
     if (thumbnail != record.end() && thumbnail->is_object()) run.thumbnail = textOr(*thumbnail, "Pixels");
 }
 
-bool isRecord(const Json& json) {
+bool isRecord(const nlohmann::json& json) {
     return json.is_object() && json.contains("ExitStatus") && json["ExitStatus"].is_number_integer();
 }
 
-Json recordIn(const fs::path& file) {
+nlohmann::json recordIn(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    return stream ? parseShallow<Json>(stream) : Json();
+    return stream ? parseShallow<nlohmann::json>(stream) : nlohmann::json();
 }
 
-void addDenoised(const Json& record, OverviewRun& run) {
+void addDenoised(const nlohmann::json& record, OverviewRun& run) {
     DenoisedRun denoised;
     denoised.exitStatus = record["ExitStatus"].get<int>();
     denoised.message = textOr(record, "Message");
@@ -91,10 +90,10 @@ OverviewRun readRun(const fs::path& logs, const std::string& name) {
         run.task = entities->label("task").value_or("");
     }
     const fs::path file = logs / (name + ".json");
-    const Json record = recordIn(file);
+    const nlohmann::json record = recordIn(file);
     if (isRecord(record)) {
         addRecord(record, run);
-        const Json denoised = recordIn(logs / "denoise" / (name + ".json"));
+        const nlohmann::json denoised = recordIn(logs / "denoise" / (name + ".json"));
         if (isRecord(denoised)) addDenoised(denoised, run);
         return run;
     }

@@ -14,14 +14,10 @@ namespace zn::headless {
 
 namespace {
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw Failure(ExitStatus::kInput, text);
-}
-
 void requireLabelsFolder(const StudyOptions& options) {
     std::error_code error;
     if (!options.denoise || std::filesystem::is_directory(options.labelsFolder, error)) return;
-    refuse(options.labelsFolder.string() + " is not a folder; name the one that holds the tables of labels.");
+    refuseInput(options.labelsFolder.string() + " is not a folder; name the one that holds the tables of labels.");
 }
 
 void requireDifferentNames(const std::vector<PlannedRun>& runs) {
@@ -29,15 +25,15 @@ void requireDifferentNames(const std::vector<PlannedRun>& runs) {
     for (const PlannedRun& run : runs) {
         const auto [other, isNew] = byName.emplace(run.name, &run);
         if (isNew) continue;
-        refuse(other->second->image.string() + " and " + run.image.string() + " would have the same result, " +
-               run.name + "; leave one of them out.");
+        refuseInput(other->second->image.string() + " and " + run.image.string() + " would have the same result, " +
+                    run.name + "; leave one of them out.");
     }
 }
 
 void keepOnly(std::vector<PlannedRun>& runs, const std::string& name) {
     if (name.empty()) return;
     std::erase_if(runs, [&](const PlannedRun& run) { return run.name != name; });
-    if (runs.empty()) refuse("there is no run named " + name + "; --list prints the names.");
+    if (runs.empty()) refuseInput("there is no run named " + name + "; --list prints the names.");
 }
 
 // "2 images were passed over, being single echoes: a_bold.nii.gz, b_bold.nii.gz."

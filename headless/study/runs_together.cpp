@@ -15,7 +15,7 @@ std::string cellOr(const std::string& text) {
     return text.empty() ? "n/a" : cellText(text);
 }
 
-std::string line(const PlannedRun& run, const StudyOptions& options) {
+std::string row(const PlannedRun& run, const StudyOptions& options) {
     std::string problem = run.problem;
     std::string seconds;
     std::string volumes;
@@ -50,7 +50,7 @@ std::vector<ListedRun> runsTogether(const StudyPlan& plan, const StudyFolder& st
 
 void listRunsTogether(const StudyPlan& plan, const StudyOptions& options) {
     std::printf("name\trepetition_time\tvolumes\tmask\timage\tresults\tproblem\n");
-    for (const PlannedRun& run : plan.runs) std::printf("%s\n", line(run, options).c_str());
+    for (const PlannedRun& run : plan.runs) std::printf("%s\n", row(run, options).c_str());
 }
 
 } // namespace zn::headless

@@ -1,4 +1,5 @@
 #include "headless/compression/checksum.h"
+#include "headless/failure/failure.h"
 #include "headless/group/steps/batch_files.h"
 #include "headless/group/steps/component_count.h"
 #include "headless/group/steps/group_maps.h"
@@ -22,17 +23,13 @@ using Json = nlohmann::ordered_json;
 
 constexpr char kLeadingRows[] = "group.nii"; // the plug-in's result is named after it
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw Failure(ExitStatus::kInput, text);
-}
-
 // The record of the merged rows of the study as it is planned now.
 Json mergedRecord(const GroupStudy& study) {
     const auto record = anyRecord(reductionFolder(study.folder) / "group.json");
-    if (!record) refuse(study.folder.string() + " holds no merged rows yet; run znica group merge first.");
+    if (!record) refuseInput(study.folder.string() + " holds no merged rows yet; run znica group merge first.");
     if (record->value("Study", "") != study.id) {
-        refuse("the merged rows in " + study.folder.string() +
-               " belong to another plan of this study; repeat znica group reduce and znica group merge.");
+        refuseInput("the merged rows in " + study.folder.string() +
+                    " belong to another plan of this study; repeat znica group reduce and znica group merge.");
     }
     return *record;
 }
@@ -40,8 +37,8 @@ Json mergedRecord(const GroupStudy& study) {
 void requireRows(int components, const Json& merged) {
     const int rows = merged.at("Rows");
     if (components <= rows) return;
-    refuse(std::to_string(components) + " components are more than the " + std::to_string(rows) +
-           " rows to which the group was reduced; request fewer with --components, or list more runs.");
+    refuseInput(std::to_string(components) + " components are more than the " + std::to_string(rows) +
+                " rows to which the group was reduced; request fewer with --components, or list more runs.");
 }
 
 // The number of components: as requested, or the median of the runs' estimates.

@@ -24,20 +24,16 @@ struct BatchRecord {
     Json record;
 };
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw Failure(ExitStatus::kInput, text);
-}
-
 [[noreturn]] void refuseMissing(const std::vector<std::string>& missing, const std::vector<std::string>& foreign) {
     if (missing.empty() && foreign.empty()) {
-        refuse("no batch has been reduced yet; run znica group reduce first.");
+        refuseInput("no batch has been reduced yet; run znica group reduce first.");
     }
     if (!foreign.empty()) {
-        refuse(listOfNames(foreign) + (foreign.size() == 1 ? " was" : " were") +
-               " reduced for another plan of this study; repeat znica group reduce with the same --batch.");
+        refuseInput(listOfNames(foreign) + (foreign.size() == 1 ? " was" : " were") +
+                    " reduced for another plan of this study; repeat znica group reduce with the same --batch.");
     }
-    refuse(listOfNames(missing) + (missing.size() == 1 ? " is" : " are") +
-           " missing; run znica group reduce with the --batch of each.");
+    refuseInput(listOfNames(missing) + (missing.size() == 1 ? " is" : " are") +
+                " missing; run znica group reduce with the --batch of each.");
 }
 
 // A complete set of batches of the study, the smallest if there are several.

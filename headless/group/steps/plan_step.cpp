@@ -27,10 +27,6 @@ namespace fs = std::filesystem;
 
 constexpr double kLeastShare = 0.6; // of the median mask that all runs have to have in common
 
-[[noreturn]] void refuse(const std::string& text) {
-    throw Failure(ExitStatus::kInput, text);
-}
-
 // Changes with the list, the images and the options. An image is recognised by its size and time of modification here;
 // its contents are checked whenever it is read.
 std::string basisOf(const GroupOptions& options) {
@@ -54,16 +50,17 @@ std::string basisOf(const GroupOptions& options) {
 }
 
 void requireNames(const std::vector<ListedRun>& runs) {
-    if (runs.size() < 2) refuse("a group analysis needs at least two runs; list more, or analyse one with znica run.");
+    if (runs.size() < 2)
+        refuseInput("a group analysis needs at least two runs; list more, or analyse one with znica run.");
     std::map<std::string, fs::path> known;
     for (const ListedRun& run : runs) {
         if (run.name.empty() || run.name.find('/') != std::string::npos || run.name.front() == '.') {
-            refuse("\"" + run.name + "\" cannot be the name of a run; use letters, digits, _ and -.");
+            refuseInput("\"" + run.name + "\" cannot be the name of a run; use letters, digits, _ and -.");
         }
         const auto [other, isNew] = known.emplace(run.name, run.image);
         if (isNew) continue;
-        refuse("two runs are named " + run.name + ": " + other->second.string() + " and " + run.image.string() +
-               "; name them in the column name of a table given with --runs.");
+        refuseInput("two runs are named " + run.name + ": " + other->second.string() + " and " + run.image.string() +
+                    "; name them in the column name of a table given with --runs.");
     }
 }
 
@@ -72,15 +69,15 @@ RunHeader headerOf(const ListedRun& listed, const GroupOptions& options) {
     requireRealNumbers(run.header);
     const int volumes = run.header.volumes - options.dummyScans;
     if (volumes < 3) {
-        refuse(listed.image.string() + " has " + std::to_string(run.header.volumes) +
-               " volumes, too few for a group analysis; list 4D images" +
-               (options.dummyScans > 0 ? ", or omit fewer with --dummy-scans." : "."));
+        refuseInput(listed.image.string() + " has " + std::to_string(run.header.volumes) +
+                    " volumes, too few for a group analysis; list 4D images" +
+                    (options.dummyScans > 0 ? ", or omit fewer with --dummy-scans." : "."));
     }
     run.secondsPerVolume = repetitionTime(options.secondsPerVolume, run.header).seconds;
     if (options.preparation.highPassSeconds > 0.0 && options.preparation.highPassSeconds < 2.0 * run.secondsPerVolume) {
-        refuse("--high-pass " + secondsText(options.preparation.highPassSeconds) +
-               " is below two repetition times of " + secondsText(run.secondsPerVolume) +
-               "; give a longer cut-off in seconds, such as 128.");
+        refuseInput("--high-pass " + secondsText(options.preparation.highPassSeconds) +
+                    " is below two repetition times of " + secondsText(run.secondsPerVolume) +
+                    "; give a longer cut-off in seconds, such as 128.");
     }
     return run;
 }
@@ -104,9 +101,9 @@ std::vector<bool> maskOf(const RunHeader& run, const GroupOptions& options, cons
         count += mask[v] ? 1 : 0;
     }
     if (count > 0) return mask;
-    refuse(run.listed.image.string() +
-           " has no voxel that can be analysed: within its mask all are constant, not finite" +
-           (percent ? " or without a positive mean" : "") + "; check the image, or leave the run out.");
+    refuseInput(run.listed.image.string() +
+                " has no voxel that can be analysed: within its mask all are constant, not finite" +
+                (percent ? " or without a positive mean" : "") + "; check the image, or leave the run out.");
 }
 
 // Relative to the study's folder, so that all may be moved together.
@@ -121,8 +118,8 @@ void requireDifferent(const std::vector<GroupRun>& runs) {
     for (const GroupRun& run : runs) {
         const auto [other, isNew] = known.emplace(run.checksum, &run);
         if (isNew) continue;
-        refuse(other->second->name + " and " + run.name + " hold the same data (" + other->second->image.string() +
-               ", " + run.image.string() + "); list the run once.");
+        refuseInput(other->second->name + " and " + run.name + " hold the same data (" + other->second->image.string() +
+                    ", " + run.image.string() + "); list the run once.");
     }
 }
 
@@ -144,9 +141,9 @@ std::string culprits(const CommonMask& mask, const std::vector<GroupRun>& runs) 
 
 void requireEnough(const CommonMask& mask, const std::vector<GroupRun>& runs) {
     if (static_cast<double>(mask.count) < kLeastShare * static_cast<double>(mask.median)) {
-        refuse("the runs have only " + std::to_string(mask.count) +
-               " voxels in common, less than 60 % of the median mask of " + std::to_string(mask.median) + ": " +
-               culprits(mask, runs) + "; leave such runs out, or give all runs one mask with --mask.");
+        refuseInput("the runs have only " + std::to_string(mask.count) +
+                    " voxels in common, less than 60 % of the median mask of " + std::to_string(mask.median) + ": " +
+                    culprits(mask, runs) + "; leave such runs out, or give all runs one mask with --mask.");
     }
 }
 

@@ -11,20 +11,20 @@ namespace {
 
 constexpr int kVolumes = 60;
 
-struct Match {
+struct DesignMatch {
     Series correlation;
     Series index;
     Series rms;
 };
 
 // Predictors that are not given are 0, up to sixteen.
-Match match(const std::vector<Series>& courses, std::vector<Series> predictors) {
+DesignMatch matchDesign(const std::vector<Series>& courses, std::vector<Series> predictors) {
     const auto t = static_cast<int>(courses.front().size());
     const auto k = static_cast<int>(courses.size());
     predictors.resize(16, Series(courses.front().size(), 0.0f));
     const OffsetMatrix<float> design = matrixWithColumns(predictors);
     const OffsetMatrix<float> timeCourses = matrixWithColumns(courses);
-    Match result{Series(courses.size()), Series(courses.size()), Series(courses.size())};
+    DesignMatch result{Series(courses.size()), Series(courses.size()), Series(courses.size())};
     matchDesignMatrix(design.get(), timeCourses.get(), 16, t, k, result.correlation.data(), result.index.data(),
                       result.rms.data());
     return result;
@@ -35,7 +35,7 @@ std::vector<Series> threePredictors() {
 }
 
 TEST(MatchDesignMatrix, FindsThePredictorThatEqualsTheTimeCourse) {
-    const Match result = match({testSeries(kVolumes, 2.0)}, threePredictors());
+    const DesignMatch result = matchDesign({testSeries(kVolumes, 2.0)}, threePredictors());
     EXPECT_FLOAT_EQ(result.correlation[0], 1.0f);
     EXPECT_EQ(result.index[0], 3.0f);
 }
@@ -43,7 +43,7 @@ TEST(MatchDesignMatrix, FindsThePredictorThatEqualsTheTimeCourse) {
 TEST(MatchDesignMatrix, IgnoresTheSign) {
     Series inverted = testSeries(kVolumes, 1.0);
     for (float& value : inverted) value = -value;
-    const Match result = match({inverted}, threePredictors());
+    const DesignMatch result = matchDesign({inverted}, threePredictors());
     EXPECT_FLOAT_EQ(result.correlation[0], 1.0f);
     EXPECT_EQ(result.index[0], 2.0f);
 }
@@ -52,17 +52,17 @@ TEST(MatchDesignMatrix, TakesTheLowerOfTwoEqualPredictors) {
     const Series x = testSeries(kVolumes, 0.5);
     Series inverted = x;
     for (float& value : inverted) value = -value;
-    EXPECT_EQ(match({x}, {testSeries(kVolumes, 1.0), inverted, x}).index[0], 2.0f);
+    EXPECT_EQ(matchDesign({x}, {testSeries(kVolumes, 1.0), inverted, x}).index[0], 2.0f);
 }
 
 TEST(MatchDesignMatrix, WithoutPredictorsReportsTheFirst) {
-    const Match result = match({testSeries(kVolumes, 0.5)}, {});
+    const DesignMatch result = matchDesign({testSeries(kVolumes, 0.5)}, {});
     EXPECT_EQ(result.correlation[0], 0.0f);
     EXPECT_EQ(result.index[0], 1.0f);
 }
 
 TEST(MatchDesignMatrix, OfAConstantTimeCourseIsNoMatch) {
-    const Match result = match({Series(kVolumes, 0.5f), Series(kVolumes, kNaN)}, threePredictors());
+    const DesignMatch result = matchDesign({Series(kVolumes, 0.5f), Series(kVolumes, kNaN)}, threePredictors());
     for (std::size_t i = 0; i < 2; ++i) {
         EXPECT_EQ(result.correlation[i], 0.0f);
         EXPECT_EQ(result.index[i], 1.0f);
@@ -72,13 +72,13 @@ TEST(MatchDesignMatrix, OfAConstantTimeCourseIsNoMatch) {
 }
 
 TEST(MatchDesignMatrix, GivesTheSampleStandardDeviation) {
-    EXPECT_FLOAT_EQ(match({{1, 2, 3, 4}}, {}).rms[0], static_cast<float>(std::sqrt(5.0 / 3)));
+    EXPECT_FLOAT_EQ(matchDesign({{1, 2, 3, 4}}, {}).rms[0], static_cast<float>(std::sqrt(5.0 / 3)));
 }
 
 TEST(MatchDesignMatrix, UsesTheSixteenthPredictor) {
     std::vector<Series> predictors(15, Series(kVolumes, 0.0f));
     predictors.push_back(testSeries(kVolumes, 0.5));
-    EXPECT_EQ(match({testSeries(kVolumes, 0.5)}, predictors).index[0], 16.0f);
+    EXPECT_EQ(matchDesign({testSeries(kVolumes, 0.5)}, predictors).index[0], 16.0f);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 namespace {
 
 using Matrix = Eigen::MatrixXd;
-using RowMajor = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
+using RowMajorMatrix = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
 
 template <class Work> int orNoMemory(Work work) {
     try {
@@ -41,10 +41,10 @@ int LAPACKE_dsyevd(int, char job, char, int n, double* a, int, double* values) {
 
 int LAPACKE_dposv(int, char, int n, int columns, double* a, int, double* b, int) {
     return orNoMemory([&] {
-        const Eigen::Map<RowMajor> matrix(a, n, n);
+        const Eigen::Map<RowMajorMatrix> matrix(a, n, n);
         const Eigen::LLT<Matrix, Eigen::Upper> factor(matrix);
         if (factor.info() != Eigen::Success) return 1;
-        Eigen::Map<RowMajor> right(b, n, columns);
+        Eigen::Map<RowMajorMatrix> right(b, n, columns);
         right = factor.solve(right).eval();
         return 0;
     });

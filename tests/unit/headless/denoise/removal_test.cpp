@@ -17,7 +17,7 @@ using testing::Pointwise;
 
 using Course = std::vector<double>;
 
-constexpr double kTolerance = 1e-12;
+constexpr double kPartTolerance = 1e-12;
 
 // Two courses of unit length with a product of 1/2.
 const Course kNoise = unitCourse({1, -1, 0, 0});
@@ -47,7 +47,7 @@ const Regressors kOneOfTwo = {4, {kNoise}, {kSignal}, {}};
 
 TEST(Removal, NonAggressiveTakesWhatTheFitOfAllAscribesToNoise) {
     const Removal removal = makeRemoval(kOneOfTwo, DenoiseMethod::kNonAggressive);
-    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kTolerance), combined(2, 0)));
+    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kPartTolerance), combined(2, 0)));
     EXPECT_EQ(removal.designColumns, 2);
     EXPECT_EQ(removal.designRank, 2);
     EXPECT_EQ(removal.lostDegrees, 1);
@@ -56,21 +56,21 @@ TEST(Removal, NonAggressiveTakesWhatTheFitOfAllAscribesToNoise) {
 TEST(Removal, AggressiveTakesAlsoWhatNoiseSharesWithSignal) {
     // The product of noise with 2 noise + 3 signal is 2 + 3 / 2.
     const Removal removal = makeRemoval(kOneOfTwo, DenoiseMethod::kAggressive);
-    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kTolerance), combined(3.5, 0)));
+    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kPartTolerance), combined(3.5, 0)));
 }
 
 TEST(Removal, OrthogonalisedTakesOnlyWhatNoiseDoesNotShare) {
     // Noise without signal is noise - signal / 2; its squared length is 3/4 and its product with the course 2 * 3/4.
     const Removal removal = makeRemoval(kOneOfTwo, DenoiseMethod::kOrthogonalised);
-    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kTolerance), combined(2, -1)));
-    EXPECT_THAT(removedFrom(kSignal, removal), Pointwise(DoubleNear(kTolerance), Course(4)));
+    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kPartTolerance), combined(2, -1)));
+    EXPECT_THAT(removedFrom(kSignal, removal), Pointwise(DoubleNear(kPartTolerance), Course(4)));
 }
 
 TEST(Removal, TakesConfoundsInTheSameRegression) {
     for (const DenoiseMethod method :
          {DenoiseMethod::kNonAggressive, DenoiseMethod::kAggressive, DenoiseMethod::kOrthogonalised}) {
         const Removal removal = makeRemoval({4, {}, {kSignal}, {kDrift}}, method);
-        EXPECT_THAT(removedFrom(combined(0, 3, 5), removal), Pointwise(DoubleNear(kTolerance), combined(0, 0, 5)));
+        EXPECT_THAT(removedFrom(combined(0, 3, 5), removal), Pointwise(DoubleNear(kPartTolerance), combined(0, 0, 5)));
         EXPECT_EQ(removal.lostDegrees, 1);
     }
 }
@@ -78,20 +78,20 @@ TEST(Removal, TakesConfoundsInTheSameRegression) {
 TEST(Removal, SharesWhatDependentColumnsHaveInCommon) {
     // Noise twice, once rejected and once kept: each gets half.
     const Removal removal = makeRemoval({4, {kNoise}, {kNoise}, {}}, DenoiseMethod::kNonAggressive);
-    EXPECT_THAT(removedFrom(combined(2, 0), removal), Pointwise(DoubleNear(kTolerance), combined(1, 0)));
+    EXPECT_THAT(removedFrom(combined(2, 0), removal), Pointwise(DoubleNear(kPartTolerance), combined(1, 0)));
     EXPECT_EQ(removal.designColumns, 2);
     EXPECT_EQ(removal.designRank, 1);
 }
 
 TEST(Removal, CountsDependentColumnsOnceAmongTheDegreesLost) {
     const Removal removal = makeRemoval({4, {kNoise}, {}, {kNoise, kDrift}}, DenoiseMethod::kAggressive);
-    EXPECT_THAT(removedFrom(combined(2, 0, 5), removal), Pointwise(DoubleNear(kTolerance), combined(2, 0, 5)));
+    EXPECT_THAT(removedFrom(combined(2, 0, 5), removal), Pointwise(DoubleNear(kPartTolerance), combined(2, 0, 5)));
     EXPECT_EQ(removal.lostDegrees, 2);
 }
 
 TEST(Removal, OfNoiseThatSignalExplainsEntirelyIsNothingWhenOrthogonalised) {
     const Removal removal = makeRemoval({4, {kSignal}, {kNoise, kSignal}, {}}, DenoiseMethod::kOrthogonalised);
-    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kTolerance), Course(4)));
+    EXPECT_THAT(removedFrom(combined(2, 3), removal), Pointwise(DoubleNear(kPartTolerance), Course(4)));
     EXPECT_EQ(removal.lostDegrees, 0);
 }
 

@@ -15,7 +15,7 @@ using namespace headless;
 namespace {
 
 constexpr std::array<int, 3> kSize = {13, 11, 9};
-constexpr int kVolumes = 7;
+constexpr int kExampleVolumes = 7;
 
 struct Example {
     TimeSeries series;
@@ -27,8 +27,8 @@ Example makeExample(bool asFloat) {
     RandomNumbers random(3);
     Example example;
     example.series.voxels = kSize[0] * kSize[1] * kSize[2];
-    example.series.volumes = kVolumes;
-    const auto count = static_cast<std::size_t>(example.series.voxels) * kVolumes;
+    example.series.volumes = kExampleVolumes;
+    const auto count = static_cast<std::size_t>(example.series.voxels) * kExampleVolumes;
     if (asFloat) example.series.floats = std::make_unique<float[]>(count);
     if (!asFloat) example.series.shorts = std::make_unique<std::int16_t[]>(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -48,34 +48,34 @@ SeriesCovariances covariancesOf(const Example& example, int threads, const Direc
 
 // A constant and a straight line.
 Directions constantAndLine() {
-    Directions result{2, std::vector<double>(kVolumes, 1.0 / std::sqrt(7.0))};
-    for (int t = 0; t < kVolumes; ++t) result.rows.push_back((t - 3) / std::sqrt(28.0));
+    Directions result{2, std::vector<double>(kExampleVolumes, 1.0 / std::sqrt(7.0))};
+    for (int t = 0; t < kExampleVolumes; ++t) result.rows.push_back((t - 3) / std::sqrt(28.0));
     return result;
 }
 
 // The spatial mean of every volume.
-std::array<double, kVolumes> meanCourse(const Example& example) {
-    std::array<double, kVolumes> mean{};
+std::array<double, kExampleVolumes> meanCourse(const Example& example) {
+    std::array<double, kExampleVolumes> mean{};
     double count = 0.0;
     for (std::size_t v = 0; v < example.mask.size(); ++v) {
         if (example.mask[v] == 0) continue;
         count += 1.0;
-        for (std::size_t t = 0; t < kVolumes; ++t) mean[t] += example.series.floats[v * kVolumes + t];
+        for (std::size_t t = 0; t < kExampleVolumes; ++t) mean[t] += example.series.floats[v * kExampleVolumes + t];
     }
     for (double& value : mean) value /= count;
     return mean;
 }
 
 // The sum of squares about the straight line that fits a course without the spatial means best.
-double squaresAboutTheLine(const float* course, const std::array<double, kVolumes>& mean) {
+double squaresAboutTheLine(const float* course, const std::array<double, kExampleVolumes>& mean) {
     double offset = 0.0;
     double slope = 0.0;
-    for (std::size_t t = 0; t < kVolumes; ++t) {
+    for (std::size_t t = 0; t < kExampleVolumes; ++t) {
         offset += (course[t] - mean[t]) / 7.0;
         slope += (course[t] - mean[t]) * (static_cast<double>(t) - 3.0) / 28.0;
     }
     double sum = 0.0;
-    for (std::size_t t = 0; t < kVolumes; ++t) {
+    for (std::size_t t = 0; t < kExampleVolumes; ++t) {
         sum += std::pow(course[t] - mean[t] - offset - slope * (static_cast<double>(t) - 3.0), 2);
     }
     return sum;
@@ -89,18 +89,18 @@ int makeEven(Example& example) {
     for (std::size_t v = 0; v < example.mask.size(); ++v) {
         if (example.mask[v] == 0) continue;
         count += 1.0;
-        level += squaresAboutTheLine(example.series.floats.get() + v * kVolumes, mean);
+        level += squaresAboutTheLine(example.series.floats.get() + v * kExampleVolumes, mean);
     }
     int largest = 0;
     for (std::size_t v = 0; v < example.mask.size(); ++v) {
         if (example.mask[v] == 0) continue;
-        float* course = example.series.floats.get() + v * kVolumes;
+        float* course = example.series.floats.get() + v * kExampleVolumes;
         double factor = std::sqrt(level / count / squaresAboutTheLine(course, mean));
         if (factor > 10.0) {
             factor = 10.0;
             ++largest;
         }
-        for (int t = 0; t < kVolumes; ++t) course[t] = static_cast<float>(factor * course[t]);
+        for (int t = 0; t < kExampleVolumes; ++t) course[t] = static_cast<float>(factor * course[t]);
     }
     return largest;
 }
@@ -149,7 +149,7 @@ private:
     static int at(const std::array<int, 3>& x) { return (x[2] * kSize[1] + x[1]) * kSize[0] + x[0]; }
     bool inside(int v) const { return example_.mask[static_cast<std::size_t>(v)] != 0; }
     double value(int v, int t) const {
-        return static_cast<double>(example_.series.floats[static_cast<std::size_t>(v * kVolumes + t)]);
+        return static_cast<double>(example_.series.floats[static_cast<std::size_t>(v * kExampleVolumes + t)]);
     }
 
     const Example& example_;
@@ -159,9 +159,9 @@ TEST(SeriesCovariances, AreThoseOfThePlainForm) {
     const Example example = makeExample(true);
     const SeriesCovariances covariances = covariancesOf(example, 1);
     const Plain plain(example);
-    for (int s = 0; s < kVolumes; ++s) {
-        for (int t = 0; t < kVolumes; ++t) {
-            const auto element = static_cast<std::size_t>(s * kVolumes + t);
+    for (int s = 0; s < kExampleVolumes; ++s) {
+        for (int t = 0; t < kExampleVolumes; ++t) {
+            const auto element = static_cast<std::size_t>(s * kExampleVolumes + t);
             EXPECT_NEAR(covariances.total[element], plain.total(s, t), 1e-7); // of values around 3e5
             for (std::size_t axis = 0; axis < 3; ++axis) {
                 EXPECT_NEAR(covariances.differences[axis][element], plain.difference(axis, s, t), 1e-7);
@@ -174,7 +174,7 @@ TEST(SeriesCovariances, WithEvenNoiseAreThoseOfCoursesDividedByTheStrengthOfThei
     Example example = makeExample(true);
     const std::size_t quiet = 500; // a voxel without any noise but that of the spatial means
     example.mask[quiet] = 1;
-    std::fill_n(example.series.floats.get() + quiet * kVolumes, kVolumes, 0.0f);
+    std::fill_n(example.series.floats.get() + quiet * kExampleVolumes, kExampleVolumes, 0.0f);
     const SeriesCovariances even = covariancesOf(example, 2, constantAndLine());
     ASSERT_EQ(makeEven(example), 1);
     const SeriesCovariances expected = covariancesOf(example, 1);
@@ -188,7 +188,7 @@ TEST(SeriesCovariances, WithEvenNoiseAreThoseOfCoursesDividedByTheStrengthOfThei
 
 TEST(SeriesCovariances, CoursesWithoutNoiseStayAsTheyAre) {
     Example example = makeExample(true);
-    std::fill_n(example.series.floats.get(), example.series.voxels * kVolumes, 5.0f);
+    std::fill_n(example.series.floats.get(), example.series.voxels * kExampleVolumes, 5.0f);
     EXPECT_EQ(covariancesOf(example, 1, constantAndLine()).total, covariancesOf(example, 1).total);
 }
 
@@ -210,12 +210,12 @@ TEST(SeriesCovariances, AreTheSameBitsForTheCoursesInTheMaskAlone) {
     std::vector<float> courses;
     for (std::size_t v = 0; v < example.mask.size(); ++v) {
         if (example.mask[v] == 0) continue;
-        const float* course = example.series.floats.get() + v * kVolumes;
-        courses.insert(courses.end(), course, course + kVolumes);
+        const float* course = example.series.floats.get() + v * kExampleVolumes;
+        courses.insert(courses.end(), course, course + kExampleVolumes);
     }
     WorkerThreads workers(2);
     for (const Directions& leading : {Directions{}, constantAndLine()}) {
-        const SeriesCovariances inside = seriesCovariances(courses, kVolumes, kSize, example.mask, workers, leading);
+        const SeriesCovariances inside = seriesCovariances(courses, kExampleVolumes, kSize, example.mask, workers, leading);
         const SeriesCovariances whole = covariancesOf(example, 1, leading);
         EXPECT_EQ(inside.voxels, whole.voxels);
         EXPECT_EQ(inside.total, whole.total);

@@ -25,12 +25,12 @@ std::vector<PlaneRotation> someRotations() {
 }
 
 // The rows of a tile and their elements p.
-struct Rows {
+struct TileRows {
     std::vector<std::vector<double>> elements;
     std::vector<double*> handles;
     std::vector<double> shared;
 
-    explicit Rows(unsigned seed) : elements(kTileRows, std::vector<double>(kColumns)), shared(kTileRows) {
+    explicit TileRows(unsigned seed) : elements(kTileRows, std::vector<double>(kColumns)), shared(kTileRows) {
         std::mt19937 random(seed);
         const auto number = [&] { return static_cast<double>(random()) / 4294967296.0 - 0.5; };
         for (auto& row : elements) {
@@ -49,7 +49,7 @@ void rotatePair(const PlaneRotation& r, double& x, double& y) {
     y = h + r.s * (g - h * r.tau);
 }
 
-Rows plainlyRotated(Rows rows) {
+TileRows plainlyRotated(TileRows rows) {
     for (const auto& r : someRotations()) {
         for (std::size_t i = 0; i < rows.elements.size(); ++i) {
             rotatePair(r, rows.shared[i], rows.elements[i][static_cast<std::size_t>(r.q)]);
@@ -58,7 +58,7 @@ Rows plainlyRotated(Rows rows) {
     return rows;
 }
 
-void expectSameBits(const Rows& a, const Rows& b) {
+void expectSameBits(const TileRows& a, const TileRows& b) {
     EXPECT_EQ(std::memcmp(a.shared.data(), b.shared.data(), a.shared.size() * sizeof(double)), 0);
     for (std::size_t i = 0; i < a.elements.size(); ++i) {
         EXPECT_EQ(std::memcmp(a.elements[i].data(), b.elements[i].data(), kColumns * sizeof(double)), 0) << "row " << i;
@@ -70,8 +70,8 @@ TYPED_TEST_SUITE(RotationKernels, KernelForms, NameOfKernelForm);
 
 TYPED_TEST(RotationKernels, OfATileEqualSequentialRotations) {
     constexpr int lanes = TypeParam::value;
-    Rows rows(11);
-    const Rows expected = plainlyRotated(Rows(11));
+    TileRows rows(11);
+    const TileRows expected = plainlyRotated(TileRows(11));
     const auto rotations = someRotations();
     std::vector<TileColumn> tile(kColumns - 2); // columns 2 .. 22
     fillTileKernel<lanes>(rows.handles.data(), 2, kColumns - 1, tile.data());
@@ -82,8 +82,8 @@ TYPED_TEST(RotationKernels, OfATileEqualSequentialRotations) {
 
 TYPED_TEST(RotationKernels, OfTwoTilesEqualSequentialRotations) {
     constexpr int lanes = TypeParam::value;
-    Rows rows[] = {Rows(11), Rows(12)};
-    const Rows expected[] = {plainlyRotated(Rows(11)), plainlyRotated(Rows(12))};
+    TileRows rows[] = {TileRows(11), TileRows(12)};
+    const TileRows expected[] = {plainlyRotated(TileRows(11)), plainlyRotated(TileRows(12))};
     const auto rotations = someRotations();
     std::vector<TileColumn> tiles[] = {std::vector<TileColumn>(kColumns), std::vector<TileColumn>(kColumns)};
     TileColumn* const tileOf[] = {tiles[0].data(), tiles[1].data()};
@@ -95,8 +95,8 @@ TYPED_TEST(RotationKernels, OfTwoTilesEqualSequentialRotations) {
 }
 
 TYPED_TEST(RotationKernels, OfAStretchEqualSequentialRotations) {
-    Rows rows(13);
-    Rows expected(13);
+    TileRows rows(13);
+    TileRows expected(13);
     const PlaneRotation rotation = someRotations()[0];
     for (std::size_t j = 3; j <= kColumns - 2; ++j)
         rotatePair(rotation, expected.elements[0][j], expected.elements[1][j]);
