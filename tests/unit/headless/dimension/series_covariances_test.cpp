@@ -215,7 +215,8 @@ TEST(SeriesCovariances, AreTheSameBitsForTheCoursesInTheMaskAlone) {
     }
     WorkerThreads workers(2);
     for (const Directions& leading : {Directions{}, constantAndLine()}) {
-        const SeriesCovariances inside = seriesCovariances(courses, kExampleVolumes, kSize, example.mask, workers, leading);
+        const SeriesCovariances inside =
+            seriesCovariances(courses, kExampleVolumes, kSize, example.mask, workers, leading);
         const SeriesCovariances whole = covariancesOf(example, 1, leading);
         EXPECT_EQ(inside.voxels, whole.voxels);
         EXPECT_EQ(inside.total, whole.total);

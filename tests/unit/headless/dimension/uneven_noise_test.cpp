@@ -13,8 +13,8 @@ using namespace headless;
 
 namespace {
 
-constexpr std::array<int, 3> kSize = {14, 12, 12};
-constexpr int kVolumes = 48;
+constexpr std::array<int, 3> kUnevenSize = {14, 12, 12};
+constexpr int kUnevenVolumes = 48;
 constexpr std::int64_t kVoxels = 14 * 12 * 12;
 
 // White noise whose standard deviation scatters by a factor of two from voxel to voxel, and components in a twelfth of
@@ -23,19 +23,19 @@ TimeSeries unevenNoiseWith(std::size_t components) {
     RandomNumbers random(4);
     TimeSeries series;
     series.voxels = kVoxels;
-    series.volumes = kVolumes;
-    series.floats = std::make_unique<float[]>(static_cast<std::size_t>(kVoxels) * kVolumes);
+    series.volumes = kUnevenVolumes;
+    series.floats = std::make_unique<float[]>(static_cast<std::size_t>(kVoxels) * kUnevenVolumes);
     for (std::size_t v = 0; v < kVoxels; ++v) {
         const double strength = std::exp(0.7 * random.normal());
-        for (std::size_t t = 0; t < kVolumes; ++t) {
-            series.floats[v * kVolumes + t] = static_cast<float>(strength * random.normal());
+        for (std::size_t t = 0; t < kUnevenVolumes; ++t) {
+            series.floats[v * kUnevenVolumes + t] = static_cast<float>(strength * random.normal());
         }
     }
     for (std::size_t c = 0; c < components; ++c) {
-        for (std::size_t t = 0; t < kVolumes; ++t) {
+        for (std::size_t t = 0; t < kUnevenVolumes; ++t) {
             const auto value = static_cast<float>(3.0 * random.normal());
             for (std::size_t v = c * kVoxels / 12; v < (c + 1) * kVoxels / 12; ++v) {
-                series.floats[v * kVolumes + t] += value;
+                series.floats[v * kUnevenVolumes + t] += value;
             }
         }
     }
@@ -45,7 +45,7 @@ TimeSeries unevenNoiseWith(std::size_t components) {
 class UnevenNoise : public testing::Test {
 protected:
     SeriesCovariances covariancesOf(const TimeSeries& series, const Directions& leading) {
-        return seriesCovariances(series, kSize, mask_, products_.team(), leading);
+        return seriesCovariances(series, kUnevenSize, mask_, products_.team(), leading);
     }
     int estimateFor(const TimeSeries& series) {
         return estimateComponents([&](const Directions& leading) { return covariancesOf(series, leading); }, products_)
@@ -75,7 +75,7 @@ TEST_F(UnevenNoise, LeavesTheEigenvaluesThoseOfTheData) {
     const auto estimate =
         estimateComponents([&](const Directions& leading) { return covariancesOf(series, leading); }, products_);
     double trace = 0.0;
-    for (std::size_t t = 0; t < kVolumes; ++t) trace += plain.total[t * (kVolumes + 1)];
+    for (std::size_t t = 0; t < kUnevenVolumes; ++t) trace += plain.total[t * (kUnevenVolumes + 1)];
     double sum = 0.0;
     for (const double value : estimate.eigenvalues) sum += value;
     EXPECT_NEAR(sum, trace, 1e-9 * trace);
