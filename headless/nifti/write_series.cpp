@@ -28,9 +28,10 @@ void gatherVolumes(const float* series, std::int64_t voxels, int volumes, int fi
 } // namespace
 
 void writeSeries(const std::filesystem::path& file, const float* series, int volumes, const ImageHeader& like,
-                 double secondsPerVolume) {
+                 double secondsPerVolume, int threads) {
     const std::int64_t voxels = like.voxels();
-    ImageWriter writer(file, *like.image, {volumes, NIFTI_TYPE_FLOAT32, secondsPerVolume, like.image->descrip});
+    ImageWriter writer(file, *like.image,
+                       {volumes, NIFTI_TYPE_FLOAT32, secondsPerVolume, like.image->descrip, threads});
     const auto room = static_cast<std::size_t>(voxels * std::min(volumes, kTogether));
     std::vector<float> next(room);
     std::vector<float> current(room);

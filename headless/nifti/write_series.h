@@ -13,9 +13,10 @@ namespace zn::headless {
 ///   series             element v * volumes + t, x fastest
 ///   like               grid, orientation and description
 ///   secondsPerVolume   repetition time for the header
+///   threads            that compress; the file does not depend on their number
 ///
 /// Throws Failure (kOther) when the file cannot be written completely.
 void writeSeries(const std::filesystem::path& file, const float* series, int volumes, const ImageHeader& like,
-                 double secondsPerVolume);
+                 double secondsPerVolume, int threads = 1);
 
 } // namespace zn::headless
