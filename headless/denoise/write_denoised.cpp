@@ -1,12 +1,15 @@
 #include "headless/denoise/denoise_stages.h"
 
+#include "headless/blas/matrix_products.h"
 #include "headless/denoise/denoise_record.h"
+#include "headless/denoise/denoising_memory.h"
 #include "headless/denoise/denoising_page.h"
 #include "headless/denoise/evidence_files.h"
 #include "headless/denoise/named_courses.h"
 #include "headless/failure/as_failure.h"
 #include "headless/nifti/write_series.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 
@@ -38,8 +41,9 @@ void printSummary(const Denoising& run, const Quality& quality) {
 
 void writeResult(Denoising& run, const Quality& quality) {
     const ResultFiles& files = *run.files;
+    const int threads = std::min(kMostCompressing, MatrixProducts::threadsFor(run.options.threads));
     writeSeries(files[imageFileOf(run.options.method)], run.series.floats.get(), run.functional.volumes, run.functional,
-                run.functional.secondsPerVolume.value_or(run.secondsPerVolume));
+                run.functional.secondsPerVolume.value_or(run.secondsPerVolume), threads);
     writeSidecar(run);
     writeNamedCourses(run);
     writeEvidence(run, quality);
