@@ -14,8 +14,8 @@ public:
 
     /// Sets the course at a position; null: 0 throughout.
     ///
-    ///   course   [columns]
-    void set(int at, const float* course);
+    ///   source   [columns]
+    void set(int at, const float* source);
     bool isEmpty() const { return filled_ == 0; }
 
     /// target[t] = sum over d of kernel[d] (course at - d + course at + d)[t], over divisor; courses beyond the line
