@@ -24,8 +24,8 @@ struct ParallelAnalysis {
 /// then.
 ///
 /// Real noise has weak structure at all levels. If k exceeds d / 3, with d the number of eigenvalues above rounding
-/// level, there is no edge to be found; then the eigenvalues above 1.5 times the edge count, d / 3 at most, and as many
-/// directions as that are taken away on trial.
+/// level, the noise has no edge. Then the eigenvalues above 1.5 times the edge count, at most d / 3 of them, and up to
+/// d / 3 directions are taken away on trial.
 ParallelAnalysis parallelAnalysis(const ResidualNoise& noise);
 
 } // namespace zn::headless

@@ -145,7 +145,7 @@ std::vector<double> meanCourse(const Summation<Value>& summation, const SeriesCo
     return mean;
 }
 
-// By [voxel of the grid]; empty: there is no noise.
+// By [voxel of the grid]; empty if nothing is left as noise.
 template <class Value>
 std::vector<double> evenFactors(const Summation<Value>& summation, const SeriesCovariances& series, std::size_t grid,
                                 const Directions& leading, WorkerThreads& threads) {
