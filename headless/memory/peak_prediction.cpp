@@ -27,7 +27,7 @@ std::int64_t predictedPeakBytes(const RunSize& size) {
     const double part = std::min(v / 2.0, std::max(v / 8.0, 200.0 * n));
     const double starts = size.symmetric ? 9.0 * part * n + v * n : 0.0;
     const double separation = 8.0 * v * t + 8.0 * v * n + 36.0 * v + starts + templates;
-    const double compressing = std::min(4.0 * g * n, 24.0 * kMib * size.threads);
+    const double compressing = std::min(4.0 * g * n, 32.0 * kMib * size.threads);
     const double maps = 4.0 * g * n + std::max(4.0 * v * n, compressing);
     const double keeping = std::max(12.0 * v * n, maps) + 20.0 * v + templates;
     const double all = n * size.repeats;

@@ -28,7 +28,7 @@ struct RunSize {
 ///                + 9 P n + V n               for the symmetric estimate: P voxels on which starts are tried, and
 ///                                             the sums of parts of the voxels
 ///   maps         8 V T + 8 V n, then 12 V n, then 4 V n + 4 G n for the maps that are kept, then again up to
-///                4 G n for what is being compressed: 24 MiB per thread
+///                4 G n for what is being compressed: 32 MiB per thread
 ///   repeats      8 V n R + 4 G n + 16 (n R)^2 throughout, for R > 1 runs: all their maps, and two
 ///                                             copies of their correlations
 std::int64_t predictedPeakBytes(const RunSize& size);
