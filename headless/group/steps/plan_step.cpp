@@ -50,8 +50,9 @@ std::string basisOf(const GroupOptions& options) {
 }
 
 void requireNames(const std::vector<ListedRun>& runs) {
-    if (runs.size() < 2)
+    if (runs.size() < 2) {
         refuseInput("a group analysis needs at least two runs; list more, or analyse one with znica run.");
+    }
     std::map<std::string, fs::path> known;
     for (const ListedRun& run : runs) {
         if (run.name.empty() || run.name.find('/') != std::string::npos || run.name.front() == '.') {
