@@ -26,9 +26,16 @@ function compared(a, b) {
     return JSON.parse(execFileSync(PYTHON, [COMPARE, a, b], { encoding: 'utf8' }));
 }
 
+// One of 156 volumes in another bin changes an entropy by about log2(156) / 156 = 0.05 bits at most, and its exponential,
+// rescaled to the range over all components, by about twice as much.
+const ONE_VOLUME = 0.1;
+
 /** Asserts that two folders hold the same result up to rounding. */
 export function assertAgree(inTab, native) {
     const { smallest_r, tables } = compared(inTab, native);
     assert.ok(smallest_r > 0.9999, `|r| ${smallest_r}`);
-    for (const [table, difference] of Object.entries(tables)) assert.ok(difference <= 1e-5, `${table}: ${difference}`);
+    for (const [table, difference] of Object.entries(tables)) {
+        const bound = table === 'entropies' ? ONE_VOLUME : 1e-5;
+        assert.ok(difference <= bound, `${table}: ${difference}`);
+    }
 }
