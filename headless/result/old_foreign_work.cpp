@@ -1,5 +1,6 @@
 #include "headless/result/old_foreign_work.h"
 
+#include "headless/result/output_place.h"
 #include "headless/text/unfinished_name.h"
 
 #include <chrono>
@@ -54,6 +55,11 @@ std::string noteOnOldForeignWork(const fs::path& folder, const std::string& want
     if (names.size() > kMostNamed) text += " and " + std::to_string(names.size() - kMostNamed) + " more";
     return text + ", which another machine or container began and has not changed for a day; remove " +
            (names.size() == 1 ? "it if that process was killed." : "them if those processes were killed.");
+}
+
+std::string noteOnOldForeignWorkFor(const fs::path& out) {
+    const fs::path place = outputPlace(out);
+    return noteOnOldForeignWork(place.parent_path(), place.filename().string());
 }
 
 } // namespace zn::headless

@@ -12,4 +12,7 @@ namespace zn::headless {
 ///   wanted   only what would have got this name; empty: everything
 std::string noteOnOldForeignWork(const std::filesystem::path& folder, const std::string& wanted = "");
 
+/// The same about what would have become the result `out`.
+std::string noteOnOldForeignWorkFor(const std::filesystem::path& out);
+
 } // namespace zn::headless

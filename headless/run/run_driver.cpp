@@ -2,7 +2,6 @@
 
 #include "headless/nifti/time_series.h"
 #include "headless/result/old_foreign_work.h"
-#include "headless/result/output_place.h"
 #include "headless/result/result_names.h"
 #include "headless/run/stages.h"
 
@@ -20,8 +19,7 @@ void openResult(Run& run) {
     const RunOptions& options = run.options;
     run.library.emplace(options.plugin.empty() ? findPlugin() : options.plugin);
     run.folder.emplace(run.unfinished, options.out, options.force);
-    const std::filesystem::path out = outputPlace(options.out);
-    const std::string note = noteOnOldForeignWork(out.parent_path(), out.filename().string());
+    const std::string note = noteOnOldForeignWorkFor(options.out);
     if (!note.empty()) run.notes.say(note);
     run.files.emplace(run.folder->path(), resultStem(options.functional));
     run.files->requireShortNames();
