@@ -3,8 +3,10 @@
 #include "headless/blas/matrix_products.h"
 #include "headless/denoise/voxel_kinds.h"
 #include "headless/failure/failure.h"
+#include "headless/result/old_foreign_work.h"
 #include "headless/result/result_names.h"
 
+#include <cstdio>
 #include <string>
 
 namespace zn::headless {
@@ -17,6 +19,8 @@ constexpr int kCarpetRows = 400; // about the height of the plot on the page
 
 void openResult(Denoising& run) {
     run.folder.emplace(run.unfinished, run.options.out, run.options.force);
+    const std::string note = noteOnOldForeignWorkFor(run.options.out);
+    if (!note.empty() && !run.options.quiet) std::fprintf(stderr, "znica: %s\n", note.c_str());
     run.files.emplace(run.folder->path(), resultStem(run.options.functional));
     run.files->requireShortNames(ResultPlace::kDenoised);
 }

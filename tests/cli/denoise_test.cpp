@@ -5,6 +5,7 @@
 #include "files.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -183,6 +184,17 @@ TEST_F(Denoise, ReplacesAnEarlierImageOnlyWithForce) {
     EXPECT_FALSE(std::filesystem::exists(folder / "out/a_desc-nonaggrDenoised_bold.nii.gz"));
     writeFile(folder / "out/mine.txt", "");
     expectRefusal(1, "holds mine.txt, which does not belong to a result", {"--reject", "1", "--force"});
+}
+
+TEST_F(Denoise, NamesWhatAnotherMachineLeftOfTheSameImage) {
+    const std::filesystem::path left = folder / ".out.unfinished-00000000-17-0";
+    std::filesystem::create_directory(left);
+    std::filesystem::last_write_time(left, std::filesystem::file_time_type::clock::now() - std::chrono::hours(48));
+    EXPECT_EQ(denoise({"--reject", "2", "--quiet"}).err, "");
+    const CommandResult done = denoise({"--reject", "2", "--force"});
+    EXPECT_EQ(done.status, 0);
+    EXPECT_THAT(done.err, HasSubstr("holds .out.unfinished-00000000-17-0, which another machine or container began"));
+    EXPECT_TRUE(std::filesystem::exists(left));
 }
 
 TEST_F(Denoise, NeverReplacesItsInputs) {
