@@ -73,6 +73,7 @@ ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& g
     const QuietLibrary quiet;
     const Image image(nifti_copy_nim_info(&grid), nifti_image_free);
     if (!image) throw std::bad_alloc();
+    nifti_free_extensions(image.get()); // they describe the input
     setMillimetres(*image);
     setVolumes(*image, layout);
     setValues(*image, layout);

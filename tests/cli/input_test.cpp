@@ -135,6 +135,22 @@ TEST_F(Input, UnusableVoxelsAreExcludedFromEveryKindOfMaskAndCounted) {
     }
 }
 
+// AFNI and others keep their history there, which is not that of a map.
+TEST_F(Input, AnExtensionOfItsHeaderChangesNothing) {
+    const auto filesOf = [&](const NiftiBytes& image) {
+        maskAfter(image);
+        std::vector<std::string> texts;
+        for (const char* name : {"brain_mask", "mean_bold", "ICA_components"}) {
+            texts.push_back(textOf(folder / ("out/a_desc-" + std::string(name) + ".nii.gz")));
+        }
+        return texts;
+    };
+    NiftiBytes image = plainSeries();
+    const auto without = filesOf(image);
+    image.extension = std::string("\x20\0\0\0\x04\0\0\0", 8) + std::string(24, ' '); // 32 bytes, of AFNI
+    EXPECT_EQ(filesOf(image), without);
+}
+
 TEST_F(Input, DummyScansAreOmitted) {
     NiftiBytes image = plainSeries(26);
     const std::string all = image.data;

@@ -23,6 +23,7 @@ struct NiftiBytes {
     std::int16_t sformCode = 1;
     std::array<float, 6> quaternAndOffset{};
     std::array<std::array<float, 4>, 3> sform = {{{3, 0, 0, -9}, {0, 3, 0, -7.5f}, {0, 0, 3, -6}}};
+    std::string extension; ///< of the header: a multiple of 16 bytes, of which 8 are its size and its code
     bool bigEndian = false;
     std::string data; ///< voxel bytes in the file's byte order
 
@@ -40,7 +41,7 @@ struct NiftiBytes {
         put(file, 70, dataType);
         put(file, 72, bitsPerVoxel);
         for (std::size_t i = 0; i < 8; ++i) put(file, 76 + 4 * i, pixdim[i]);
-        put(file, 108, 352.0f);
+        put(file, 108, static_cast<float>(352 + extension.size()));
         put(file, 112, slope);
         put(file, 116, inter);
         file[123] = units;
@@ -52,7 +53,8 @@ struct NiftiBytes {
                 put(file, 280 + 16 * row + 4 * column, sform[row][column]);
         }
         file.replace(344, 4, std::string("n+1\0", 4));
-        return file + data;
+        file[348] = extension.empty() ? 0 : 1;
+        return file + extension + data;
     }
 
 private:
