@@ -139,7 +139,11 @@ describe('the page says', { skip: missingBrowser }, () => {
         );
         assert.match(
             await text({ SmoothingAsked: 'auto', SmoothingFWHM: 5 }),
-            /chosen from the smoothness of the data/,
+            /Gaussian of 5 mm full width at half maximum, chosen from the smoothness of the data\. The data were reduced/,
+        );
+        assert.match(
+            await text({ SmoothingAsked: 'auto', SmoothingFWHM: 5, Scaling: 'percent' }),
+            /chosen from the smoothness of the data; then scaled to per cent/,
         );
         const share = { Eigenvalues: [80, 10, 6, 4], Preparation: { ...nothing, Scaling: 'sd' } };
         assert.doesNotMatch(await methods({ facts: share }), /the mean image\)/);

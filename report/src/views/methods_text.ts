@@ -60,7 +60,7 @@ function voxels(run: Run): string {
 
 function preparation({ facts: { Preparation: done } }: Run): string[] {
     if (!done) return [];
-    const estimated = done.SmoothingAsked === 'auto' ? ', chosen from the smoothness of the data,' : '';
+    const estimated = done.SmoothingAsked === 'auto' ? ', chosen from the smoothness of the data' : '';
     const steps = [
         done.SmoothingFWHM > 0
             && `smoothed within the mask with a Gaussian of ${short(done.SmoothingFWHM)} mm full width at half `
