@@ -247,7 +247,7 @@ describe('the page says', { skip: missingBrowser }, () => {
             const text = await page
                 .locator(`.card[data-component=${component}] .card-predictor:visible`)
                 .allTextContents();
-            const shown = text.map((line) => line.replace('\u2212', ''));
+            const shown = text.map((line) => line.replace('\u2212', '').replace(' (inverted)', ''));
             assert.deepEqual(shown, strength < 0.3 ? [] : [`${name} r ${Number(strength).toFixed(2)}`], strength);
         }
         assert.ok(run.metrics.some(({ dm_pred_max: strength }) => strength < 0.3));

@@ -8,7 +8,7 @@ import { drawSpectrumGlyph } from '../charts/spectrum_glyph';
 import { scaledPredictor } from '../charts/time_course_chart';
 import { clearConfound } from '../data/measures';
 import { METRICS } from '../data/metrics';
-import { isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
+import { isInverted, isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
 import { shownCourse, shownMap } from '../data/shown_component';
 import { append, h } from '../dom';
@@ -35,6 +35,10 @@ function confoundText({ measures }: Component): HTMLElement | null {
             `${confound.name} |r| ${confound.strength.toFixed(2)}`,
         )
     );
+}
+
+function predictorText(match: PredictorMatch): string {
+    return `${match.predictor.name} r ${fixed(match.r, 2)}${isInverted(match) ? ' (inverted)' : ''}`;
 }
 
 /** One component in the gallery. Its images are drawn when it comes into view. */
@@ -86,7 +90,7 @@ export class Card {
     refreshSign(): void {
         const match = this.match();
         this.name.textContent = `${this.component.name}${this.run.signs.isFlipped(this.component) ? ' \u00b7 flipped' : ''}`;
-        this.predictor.textContent = match ? `${match.predictor.name} r ${fixed(match.r, 2)}` : '';
+        this.predictor.textContent = match ? predictorText(match) : '';
         this.predictor.hidden = match === null;
     }
 
