@@ -85,4 +85,24 @@ describe('a page of two results', { skip: missingBrowser }, () => {
         assert.deepEqual(await shown('course'), [0, 240]);
         await page.close();
     });
+
+    test('says of each result how often it was repeated, if at all', async () => {
+        const repeated = (Runs, StabilityIndex) => ({
+            Repeats: { Runs },
+            Components: [0, 1].map((c) => ({ Name: `ICA_0${c}`, StabilityIndex, StabilityRuns: Runs - 1 })),
+        });
+        const stability = async (name, first, second) => {
+            const [a, b] = [first, second].map((facts, i) => madeUp(`${name}-${i}`, { components: 2, facts }));
+            execFileSync(ZNICA, ['report', a.folder, '--compare', b.folder]);
+            const page = await openReport(browser, a.report, { at: '#/component/ICA_00' });
+            const cells = await page.locator('td[data-metric=stability_iq]').allTextContents();
+            await page.close();
+            return cells;
+        };
+        assert.deepEqual(await stability('once', repeated(5, 0.91), {}), ['Iq 0.91, in 4 of 5 runs', 'not measured']);
+        assert.deepEqual(await stability('often', repeated(5, 0.91), repeated(9, 0.75)), [
+            'Iq 0.91, in 4 of 5 runs',
+            'Iq 0.75, in 8 of 9 runs',
+        ]);
+    });
 });

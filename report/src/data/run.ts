@@ -43,6 +43,7 @@ export interface Component {
     highest: number;
     negativeTail: boolean; // the longer tail of the map is the negative one
     facts: ComponentFacts | undefined;
+    repeats: number | null; // of the result that the component belongs to; null: it was not repeated
     otherDesign: boolean; // compared with other predictors than those of this run
 }
 
@@ -121,6 +122,7 @@ function readComponents(block: RunBlock): Component[] {
             highest: block.maps[index].highest,
             negativeTail: block.maps[index].negative_tail,
             facts,
+            repeats: block.decomposition.Repeats?.Runs ?? null,
             otherDesign: false,
         };
     });

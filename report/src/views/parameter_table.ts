@@ -60,9 +60,14 @@ export function fingerprintTable(run: Run, shown: Component[]): HTMLElement {
     );
 }
 
+function stabilityText(component: Component): string {
+    if (!isRepeated(component)) return 'not measured';
+    const { facts, repeats } = component;
+    return `Iq ${short(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${repeats} runs`;
+}
+
 /** How consistently a component is found from different starting points. */
-function stabilityRow(run: Run, shown: Component[]): HTMLElement {
-    const { Runs } = run.facts.Repeats ?? {};
+function stabilityRow(shown: Component[]): HTMLElement {
     return h(
         'tr',
         {},
@@ -71,13 +76,7 @@ function stabilityRow(run: Run, shown: Component[]): HTMLElement {
             { scope: 'row', title: 'Himberg et al. 2004: 1 means that all runs found the same component' },
             'Stability',
         ),
-        ...shown.map(({ facts }) =>
-            h(
-                'td',
-                { 'data-metric': 'stability_iq' },
-                `Iq ${short(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${Runs} runs`,
-            ),
-        ),
+        ...shown.map((component) => h('td', { 'data-metric': 'stability_iq' }, stabilityText(component))),
     );
 }
 
@@ -152,7 +151,7 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
             ...measureRows(run, shown),
             row('RMS', 2, (component) => cell(component, 2)),
-            ...(shown.some(isRepeated) ? [stabilityRow(run, shown)] : []),
+            ...(shown.some(isRepeated) ? [stabilityRow(shown)] : []),
         ),
     );
 }
