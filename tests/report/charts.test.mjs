@@ -152,7 +152,9 @@ describe('charts', { skip: missingBrowser }, () => {
             const [course, predictor] = (await chartData(page, 'course')).datasets;
             const [drawn, drawnPredictor] = [course, predictor].map(({ data }) => data.map(({ y }) => y));
             assert.ok(covariance(drawn, drawnPredictor) > 0, predictor.label);
-            const negative = (await page.locator('.matches [data-metric=dm_pred_max]').textContent()).includes('\u2212');
+            const negative = (await page.locator('.matches [data-metric=dm_pred_max]').textContent()).includes(
+                '\u2212',
+            );
             assert.match(predictor.label, negative ? /^\w+ hand \(scaled, inverted\)$/ : /^\w+ hand \(scaled\)$/);
             labels.add(negative);
         }

@@ -3,7 +3,15 @@ import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, goTo, missingBrowser, openReport, screenshot } from './browser.mjs';
 import { chartData } from './page_contents.mjs';
-import { denoised, madeUp } from './runs.mjs';
+import { denoised, denoisedBy, grown, madeUp } from './runs.mjs';
+
+function lowestOf({ size: [nx, ny, nz], at }) {
+    let lowest = Infinity;
+    for (let z = 0; z < nz; ++z) {
+        for (let y = 0; y < ny; ++y) for (let x = 0; x < nx; ++x) lowest = Math.min(lowest, at([x, y, z]));
+    }
+    return lowest;
+}
 
 // The grey levels of a canvas, row by row.
 function greysOf(canvas) {
@@ -125,7 +133,7 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
         const captions = await page.locator('.evidence-caption').allTextContents();
         assert.match(
             captions.join(),
-            /^Temporal SNR before0\d+,Temporal SNR after0\d+,Variance removed, per cent0\d+$/,
+            /^Temporal SNR before0\d+,Temporal SNR after0\d+,Variance removed, per cent\u2212\d+0\d+$/,
         );
         for (const canvas of await page.locator('.evidence-map').all()) {
             await canvas.scrollIntoViewIfNeeded();
@@ -138,6 +146,34 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
             assert.ok(coloured > 0.1, `${coloured}`);
         }
         await screenshot(page, 'denoising');
+        await page.close();
+    });
+
+    test('gives the map of the removed variance a scale of both signs, up to 100 % at most', async () => {
+        const image = grown();
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const caption = page.locator('.evidence-caption').last();
+        assert.equal(await caption.textContent(), 'Variance removed, per cent\u2212100' + '0' + '100');
+        const strips = await caption
+            .locator('.colour-strip')
+            .evaluateAll((all) => all.map((strip) => strip.style.background.match(/\d+/g).slice(0, 3).map(Number)));
+        assert.equal(strips.length, 2);
+        assert.ok(strips[0][2] > strips[0][0], 'blue for the growth');
+        assert.ok(strips[1][0] > strips[1][2], 'orange for what was removed');
+        const grew = /^Blue: voxels whose variance grew, by up to (\d+) %,/;
+        const [, most] = grew.exec(await page.locator('.maps-panel .chart-note').textContent());
+        assert.equal(Number(most), Math.ceil(-lowestOf(image.removedVariance())));
+        await caption.scrollIntoViewIfNeeded();
+        await screenshot(page, 'denoising-grown');
+        await page.close();
+    });
+
+    test('mentions no growth where the variance of no voxel grew', async () => {
+        const image = denoisedBy('aggressive', '2', '--method', 'aggr');
+        assert.equal(lowestOf(image.removedVariance()), 0);
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        assert.match(await page.locator('.evidence-caption').last().textContent(), /^Variance removed, per cent0\d+$/);
+        assert.equal(await page.locator('.maps-panel .chart-note').textContent(), '');
         await page.close();
     });
 

@@ -1,12 +1,13 @@
 import type { Look } from '../brain/look';
 import { ChartBox } from '../charts/chart';
 import { showVolumes } from '../charts/volumes_chart';
+import type { ComponentMap } from '../data/component_map';
 import type { Denoising, QualityRow } from '../data/denoising';
 import type { Run } from '../data/run';
 import { h } from '../dom';
-import { plural, short } from '../numbers';
+import { grouped, plural, short } from '../numbers';
 import { carpets } from './carpets';
-import { evidenceMap } from './evidence_map';
+import { evidenceMap, lowestOf } from './evidence_map';
 import { removedTable } from './removed_table';
 import type { View } from './view';
 
@@ -24,6 +25,7 @@ const METHODS: Record<Denoising['method'], string> = {
 export class DenoisingView implements View {
     readonly element: HTMLElement;
     private readonly maps = h('div', { class: 'evidence-maps' });
+    private readonly growth = h('p', { class: 'chart-note' });
     private drawn: Promise<void> | null = null;
 
     constructor(
@@ -49,12 +51,7 @@ export class DenoisingView implements View {
                 { class: 'panel maps-panel' },
                 h('h2', { class: 'visually-hidden' }, 'Maps'),
                 this.maps,
-                h(
-                    'p',
-                    { class: 'chart-note' },
-                    'Blue: voxels whose variance grew, because components that cancelled each other were not removed '
-                        + 'together.',
-                ),
+                this.growth,
             ),
         );
     }
@@ -71,7 +68,8 @@ export class DenoisingView implements View {
         const plain = { ...this.look, threshold: 0, fewest: 0, opacity: 1 };
         const [before, after, removed] = all;
         const ratio: Look = { ...plain, colourMap: 'viridis', ceiling: Math.max(before.high, after.high) };
-        const share: Look = { ...plain, colourMap: 'orange-blue', ceiling: removed.high };
+        const share: Look = { ...plain, colourMap: 'orange-blue', ceiling: Math.min(100, removed.high) };
+        this.growth.textContent = growthText(removed);
         this.maps.replaceChildren(
             ...all.map((map, i) => evidenceMap(this.run, maps[i].title, map, map === removed ? share : ratio)),
         );
@@ -127,6 +125,14 @@ export class DenoisingView implements View {
             fd?.element,
         );
     }
+}
+
+function growthText(removed: ComponentMap): string {
+    const lowest = lowestOf(removed);
+    return lowest < 0
+        ? `Blue: voxels whose variance grew, by up to ${grouped(Math.ceil(-lowest))} %, because components that cancelled `
+              + 'each other were not removed together.'
+        : '';
 }
 
 function qualityTable(rows: QualityRow[]): HTMLElement {
