@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, goTo, missingBrowser, openReport, screenshot } from './browser.mjs';
 import { chartData } from './page_contents.mjs';
-import { denoised, denoisedBy, grown, madeUp } from './runs.mjs';
+import { denoised, denoisedBy, denoisedByNothing, grown, madeUp } from './runs.mjs';
 
 function lowestOf({ size: [nx, ny, nz], at }) {
     let lowest = Infinity;
@@ -169,7 +169,7 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
     });
 
     test('mentions no growth where the variance of no voxel grew', async () => {
-        const image = denoisedBy('aggressive', '2', '--method', 'aggr');
+        const image = denoisedBy('aggressive', '--reject', '2', '--method', 'aggr');
         assert.equal(lowestOf(image.removedVariance()), 0);
         const page = await openReport(browser, image.report, { at: '#/denoising' });
         assert.match(await page.locator('.evidence-caption').last().textContent(), /^Variance removed, per cent0\d+$/);
@@ -185,6 +185,40 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
         await screenshot(page, 'denoising-narrow');
         assert.deepEqual(page.complaints, []);
         await page.close();
+    });
+
+    const summaryAndMethods = async (image) => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const summary = await page.locator('.denoising-summary > p').first().textContent();
+        const heads = await page.locator('.fates').evaluateAll((tables) => tables.map((table) => table.className));
+        await goTo(page, '#/methods');
+        const text = await page.locator('#methods-text').textContent();
+        const references = (await page.locator('.references li').allTextContents()).join();
+        await page.close();
+        return { summary, tables: heads.length, denoising: /(\d|None)[^.]* rejected.*$/.exec(text)[0], references };
+    };
+
+    test('says that nothing was removed where nothing was', async () => {
+        const { summary, tables, denoising, references } = await summaryAndMethods(denoisedByNothing('nothing'));
+        assert.equal(summary, 'No component was rejected: nothing was removed, and the image stays as it is.');
+        assert.equal(tables, 1); // what was kept
+        assert.equal(denoising, 'None of the 6 components was rejected, so nothing was removed from the image.');
+        assert.doesNotMatch(references, /Griffanti|Pruim/);
+    });
+
+    test('says that only drifts were removed where no component was rejected', async () => {
+        const of = (name, method) =>
+            summaryAndMethods(denoisedByNothing(name, '--high-pass', '40', '--method', method));
+        const { summary, denoising } = await of('drifts', 'nonaggr');
+        assert.equal(summary, 'No component was rejected: only confounds or slow drifts were removed.');
+        assert.match(
+            denoising,
+            /^None of the 6 components was rejected, but cosines were removed from the image: the time course of every voxel was regressed on the time courses of all components and \d+ .* above 40 s, and the part of the fit that belongs to cosines was subtracted/,
+        );
+        assert.match(
+            (await of('drifts-aggr', 'aggr')).denoising,
+            /: the time course of every voxel was regressed on \d+ .* above 40 s, and the fit was subtracted/,
+        );
     });
 
     test('is missing from the report of a run', async () => {

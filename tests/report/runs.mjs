@@ -104,10 +104,17 @@ export function denoised() {
     };
 }
 
-/** The same sample with some components removed. `options`: what else `znica denoise` is to do. */
-export function denoisedBy(name, rejected, ...options) {
+/** The same sample denoised with some options, such as the components to remove. */
+export function denoisedBy(name, ...options) {
     const { stem, bold, result } = tinyAnalysis();
-    return denoisedResult(result, bold, stem, name, ['--reject', rejected, ...options]);
+    return denoisedResult(result, bold, stem, name, options);
+}
+
+/** The same sample with no component rejected. `options`: what else `znica denoise` is to do. */
+export function denoisedByNothing(name, ...options) {
+    const labels = join(scratch, 'kept.tsv');
+    writeFileSync(labels, 'component\tclassification\nICA_00\tsignal\n');
+    return denoisedBy(name, '--labels', labels, ...options);
 }
 
 /** The same sample with one of two almost equal time courses removed: the variance of most voxels grows manyfold. */

@@ -2,7 +2,7 @@ import type { Look } from '../brain/look';
 import { ChartBox } from '../charts/chart';
 import { showVolumes } from '../charts/volumes_chart';
 import type { ComponentMap } from '../data/component_map';
-import type { Denoising, QualityRow } from '../data/denoising';
+import type { Denoising, QualityRow, RemovedPart } from '../data/denoising';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import { grouped, plural, short } from '../numbers';
@@ -20,6 +20,13 @@ const METHODS: Record<Denoising['method'], string> = {
         'Orthogonalised: the kept components were regressed out of the rejected ones, and what was left of those was '
         + 'regressed out.',
 };
+
+function summaryOf(method: Denoising['method'], rejected: number, parts: RemovedPart[]): string {
+    if (rejected > 0) return METHODS[method];
+    return parts.some(({ removed }) => removed)
+        ? 'No component was rejected: only confounds or slow drifts were removed.'
+        : 'No component was rejected: nothing was removed, and the image stays as it is.';
+}
 
 /** The evidence that an image was denoised, and that nothing else was lost. */
 export class DenoisingView implements View {
@@ -83,7 +90,7 @@ export class DenoisingView implements View {
             'section',
             { class: 'panel denoising-summary' },
             h('h2', {}, `${rejected} of ${plural(components, 'component')} removed`),
-            h('p', {}, METHODS[method]),
+            h('p', {}, summaryOf(method, rejected, parts)),
             h('p', { class: 'summary-input' }, h('span', {}, 'Image '), h('code', {}, image)),
             qualityTable(quality),
             h(
