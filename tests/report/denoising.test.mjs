@@ -73,10 +73,16 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
             const cells = await page.locator(`tr[data-measure=${measure}] td`).allTextContents();
             assert.deepEqual(
                 cells,
-                [before, after].map((cell) => String(Number(Number(cell).toPrecision(4)))),
+                [before, after].map(
+                    (cell) => `${Number(Number(cell).toPrecision(4))}${measure === 'variance' ? ' %' : ''}`,
+                ),
                 measure,
             );
         }
+        assert.equal(
+            await page.locator('tr[data-measure=variance] th').textContent(),
+            'Variance over time (of that before)',
+        );
         assert.equal(await page.locator('tr[data-measure=dvars_fd_correlation]').count(), 1);
         await page.close();
     });

@@ -142,24 +142,28 @@ function growthText(removed: ComponentMap): string {
         : '';
 }
 
+const PER_CENT = 'per cent ';
+
+// "per cent of that before" stands after the numbers and, for the rest, behind the title.
+function qualityRow({ measure, title, units, before, after }: QualityRow): HTMLElement {
+    const isShare = units.startsWith(PER_CENT);
+    const rest = isShare ? units.slice(PER_CENT.length) : units;
+    const cell = (value: number | null): HTMLElement =>
+        h('td', { class: 'number' }, `${short(value ?? NaN, 4)}${isShare && value !== null ? ' %' : ''}`);
+    return h(
+        'tr',
+        { 'data-measure': measure },
+        h('th', { scope: 'row' }, title, rest !== '' && h('span', { class: 'tile-unit' }, ` (${rest})`)),
+        cell(before),
+        cell(after),
+    );
+}
+
 function qualityTable(rows: QualityRow[]): HTMLElement {
-    const number = (value: number | null): string => short(value ?? NaN, 4);
     return h(
         'table',
         { class: 'quality' },
         h('thead', {}, h('tr', {}, ...['Measure', 'Before', 'After'].map((head) => h('th', { scope: 'col' }, head)))),
-        h(
-            'tbody',
-            {},
-            ...rows.map(({ measure, title, units, before, after }) =>
-                h(
-                    'tr',
-                    { 'data-measure': measure },
-                    h('th', { scope: 'row' }, title, units !== '' && h('span', { class: 'tile-unit' }, ` (${units})`)),
-                    h('td', { class: 'number' }, number(before)),
-                    h('td', { class: 'number' }, number(after)),
-                ),
-            ),
-        ),
+        h('tbody', {}, ...rows.map(qualityRow)),
     );
 }
