@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, goTo, missingBrowser, openReport, screenshot } from './browser.mjs';
 import { chartData } from './page_contents.mjs';
-import { denoised, denoisedBy, denoisedByNothing, grown, madeUp } from './runs.mjs';
+import { denoised, denoisedBy, denoisedByNothing, grown, hardlyLabelled, madeUp } from './runs.mjs';
 
 function lowestOf({ size: [nx, ny, nz], at }) {
     let lowest = Infinity;
@@ -225,6 +225,17 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
             (await of('drifts-aggr', 'aggr')).denoising,
             /: the time course of every voxel was regressed on \d+ .* above 40 s, and the fit was subtracted/,
         );
+    });
+
+    test('counts many components without a label instead of naming them, because the table does', async () => {
+        const page = await openReport(browser, hardlyLabelled(14).report, { at: '#/denoising' });
+        const notes = await page.locator('.denoising-notes li').allTextContents();
+        assert.ok(
+            notes.includes('Components: 13 without a label, kept (see the table of components).'),
+            notes.join('\n'),
+        );
+        assert.equal(await page.locator('.fates-kept td', { hasText: 'no label' }).count(), 13);
+        await page.close();
     });
 
     test('is missing from the report of a run', async () => {

@@ -68,14 +68,14 @@ export function analysed() {
 }
 
 /** A small simulated sample and its analysis, without a report. Made once. */
-function tinyAnalysis() {
-    const [sample, result] = ['tiny', 'tiny-result'].map((name) => join(scratch, name));
+function tinyAnalysis(components = 6) {
+    const [sample, result] = [`tiny-${components}`, `tiny-${components}-result`].map((name) => join(scratch, name));
     const stem = 'sub-sim_task-blocks';
     const bold = `${sample}/${stem}_bold.nii.gz`;
     if (!existsSync(result)) {
-        execFileSync(ZNICA, ['simulate', '--out', sample, '--size', 'tiny', '--sources', '6']);
+        execFileSync(ZNICA, ['simulate', '--out', sample, '--size', 'tiny', '--sources', String(components)]);
         const mask = `${sample}/${stem}_desc-brain_mask.nii.gz`;
-        const options = ['--components', '6', '--seed', '3', '--as-is', '--no-report'];
+        const options = ['--components', String(components), '--seed', '3', '--as-is', '--no-report'];
         execFileSync(ZNICA, ['run', bold, '--mask', mask, ...options, '--out', result]);
     }
     return { stem, bold, result };
@@ -112,9 +112,19 @@ export function denoisedBy(name, ...options) {
 
 /** The same sample with no component rejected. `options`: what else `znica denoise` is to do. */
 export function denoisedByNothing(name, ...options) {
+    return denoisedBy(name, '--labels', keepsFirst(), ...options);
+}
+
+/** A sample of so many components, only the first of which has a label. */
+export function hardlyLabelled(components) {
+    const { stem, bold, result } = tinyAnalysis(components);
+    return denoisedResult(result, bold, stem, `hardly-labelled-${components}`, ['--labels', keepsFirst()]);
+}
+
+function keepsFirst() {
     const labels = join(scratch, 'kept.tsv');
     writeFileSync(labels, 'component\tclassification\nICA_00\tsignal\n');
-    return denoisedBy(name, '--labels', labels, ...options);
+    return labels;
 }
 
 /** The same sample with one of two almost equal time courses removed: the variance of most voxels grows manyfold. */
