@@ -238,6 +238,19 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('fades the lower edge of its tables until the reader has scrolled to their end', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const box = page.locator('.fates-scroll');
+        const fades = () => box.evaluate((element) => element.hasAttribute('data-more-below'));
+        assert.equal(await fades(), false); // six components fit
+        await page.addStyleTag({ content: '.fates-scroll { max-height: 120px !important; }' });
+        await page.locator('.fates-scroll[data-more-below]').waitFor();
+        await screenshot(page, 'denoising-more');
+        await box.evaluate((element) => element.scrollTo(0, element.scrollHeight));
+        await page.locator('.fates-scroll:not([data-more-below])').waitFor();
+        await page.close();
+    });
+
     test('is missing from the report of a run', async () => {
         const run = madeUp('not-denoised', { components: 3 });
         const page = await openReport(browser, run.report);

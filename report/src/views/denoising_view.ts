@@ -6,6 +6,7 @@ import type { Denoising, QualityRow, RemovedPart } from '../data/denoising';
 import type { Run } from '../data/run';
 import { h } from '../dom';
 import { grouped, plural, short } from '../numbers';
+import { fadeEdges } from '../scroll_edges';
 import { carpets } from './carpets';
 import { evidenceMap, lowestOf } from './evidence_map';
 import { removedTable } from './removed_table';
@@ -48,8 +49,7 @@ export class DenoisingView implements View {
                 'section',
                 { class: 'panel fates-panel' },
                 h('h2', { class: 'visually-hidden' }, 'Components'),
-                removedTable(run, denoising.parts, true),
-                removedTable(run, denoising.parts, false),
+                this.fates(),
             ),
             this.volumes(),
             carpets(denoising),
@@ -80,6 +80,21 @@ export class DenoisingView implements View {
         this.maps.replaceChildren(
             ...all.map((map, i) => evidenceMap(this.run, maps[i].title, map, map === removed ? share : ratio)),
         );
+    }
+
+    private fates(): HTMLElement {
+        const {
+            run,
+            denoising: { parts },
+        } = this;
+        const tables = h(
+            'div',
+            { class: 'fates-scroll' },
+            removedTable(run, parts, true),
+            removedTable(run, parts, false),
+        );
+        fadeEdges(tables);
+        return tables;
     }
 
     private summary(): HTMLElement {
