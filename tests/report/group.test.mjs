@@ -258,6 +258,20 @@ describe('the page of a group analysis', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('fades the right edge of the correlations where the window is too narrow for them', async () => {
+        const page = await open(browser, '#/correlations', { viewport: { width: 320, height: 800 } });
+        const box = page.locator('.group-correlations .table-scroll');
+        await page.locator('.table-scroll[data-more-right]').waitFor();
+        await screenshot(page, 'group-correlations-narrow');
+        await box.evaluate((element) => element.scrollTo(element.scrollWidth, 0));
+        await page.locator('.table-scroll:not([data-more-right])').waitFor();
+        await box.evaluate((element) => element.scrollTo(0, 0));
+        await page.locator('.table-scroll[data-more-right]').waitFor();
+        await page.setViewportSize({ width: 1000, height: 800 });
+        await page.locator('.table-scroll:not([data-more-right])').waitFor();
+        await page.close();
+    });
+
     for (const width of [390, 320]) {
         test(`sticks out nowhere in a window of ${width} pixels`, async () => {
             const page = await open(browser, '', { viewport: { width, height: 800 }, dark: true });
