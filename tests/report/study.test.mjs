@@ -228,6 +228,24 @@ describe('a study with denoised runs', { skip: missingBrowser }, () => {
         assert.equal(await row(5).locator('.denoised').count(), 0);
     });
 
+    for (const width of [700, 390]) {
+        test(`scrolls only the table sideways in a window of ${width} pixels`, async () => {
+            await page.setViewportSize({ width, height: 800 });
+            const box = page.locator('.runs-box[data-more-right]');
+            await box.waitFor();
+            assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), width);
+            const head = await page.locator('.page-head').boundingBox();
+            assert.equal(head.width, width);
+            await screenshot(page, `study-denoised-${width}`);
+            await box.evaluate((element) => element.scrollTo(element.scrollWidth, 100));
+            const last = page.locator('thead th:visible').last();
+            const { x, y, width: own } = await last.boundingBox();
+            assert.ok(x + own <= width + 0.5, `${x} + ${own}`);
+            const { y: top } = await page.locator('.runs-box').boundingBox();
+            assert.ok(Math.abs(y - top) < 1, 'the heads stay at the top');
+        });
+    }
+
     test('has no complaints', () => assert.deepEqual(page.complaints, []));
 });
 
