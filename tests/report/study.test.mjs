@@ -1,11 +1,12 @@
 // The page over all runs of a study, made by the real command from made-up records.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
+import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { browserFor, missingBrowser, screenshot } from './browser.mjs';
+import { ZNICA } from './runs.mjs';
 
 const folder = mkdtempSync(join(tmpdir(), 'znica-study-'));
 after(() => rmSync(folder, { recursive: true, force: true }));
@@ -46,7 +47,7 @@ function study(name, records) {
         writeFileSync(join(out, 'logs', `${r.Run}.json`), JSON.stringify(r));
         if (Denoised) writeFileSync(join(out, 'logs', 'denoise', `${r.Run}.json`), JSON.stringify(Denoised));
     }
-    execFileSync(process.env.ZNICA, ['bids', 'nowhere', out, 'group']);
+    execFileSync(ZNICA, ['bids', 'nowhere', out, 'group']);
     return join(out, 'index.html');
 }
 
@@ -252,4 +253,33 @@ describe('a study with denoised runs', { skip: missingBrowser }, () => {
 test('a study without denoised runs has no columns for them', { skip: missingBrowser }, async () => {
     const text = readFileSync(study('plain', [record(1)]), 'utf8');
     assert.ok(!text.includes('DVARS before'));
+});
+
+describe('a study with a group analysis', { skip: missingBrowser }, () => {
+    const browser = browserFor('canvas');
+
+    const link = async (file) => {
+        const page = await open(browser, file);
+        const links = page.getByRole('link', { name: 'Group analysis' });
+        return (await links.count()) === 0 ? null : links.getAttribute('href');
+    };
+
+    test('leads to its page', async () => {
+        const file = study('together', [record(1)]);
+        assert.equal(await link(file), null);
+        mkdirSync(join(folder, 'together', 'group'));
+        writeFileSync(join(folder, 'together', 'group', 'desc-groupICA_report.html'), '');
+        study('together', [record(1)]);
+        assert.equal(await link(file), 'group/desc-groupICA_report.html');
+    });
+
+    test('has the link as soon as the group is analysed', async () => {
+        const data = join(folder, 'data');
+        execFileSync(ZNICA, ['simulate', '--subjects', '2', '--size', 'tiny', '--sources', '3', '--out', data]);
+        const file = study('analysed', [record(1)]);
+        execFileSync(ZNICA, ['bids', data, join(folder, 'analysed'), 'group', '--ica', '3', '--repeats', '1']);
+        const href = await link(file);
+        assert.equal(href, 'group/desc-groupICA_report.html');
+        assert.ok(existsSync(join(folder, 'analysed', href)));
+    });
 });

@@ -69,6 +69,7 @@ export class StudyView {
             h(
                 'div',
                 { class: 'page-actions' },
+                this.study.group && h('a', { class: 'button', href: this.study.group }, 'Group analysis'),
                 h('a', { class: 'button', href: 'runs.tsv' }, 'Table (TSV)'),
                 h('button', { class: 'button', type: 'button', onclick: toggleTheme }, 'Light / dark'),
             ),
