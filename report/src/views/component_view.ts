@@ -41,6 +41,7 @@ export class ComponentView implements View {
         this.chosen = run.compared ? 'match' : null;
         this.head = new ComponentHead(run, labels);
         this.head.onStep = (by) => this.step(by);
+        this.head.onLabel = (label) => this.label(label);
         this.head.onCompare = (other) => {
             this.chosen = other;
             void this.draw();
