@@ -118,6 +118,17 @@ describe('labels', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('are not read from a table that names a component twice', async () => {
+        const run = madeUp('twice', { components: 4, volumes: 140 });
+        const page = await openReport(browser, run.report);
+        const rows = ['ICA_01\tsignal', 'ICA_00\tnoise', 'ICA_00\tsignal'];
+        const file = join(run.folder, 'twice.tsv');
+        const message = await read(page, file, `component\tclassification\n${rows.join('\n')}\n`);
+        assert.equal(message, 'The file names ICA_00 a second time; give each component one label.');
+        assert.deepEqual(await chips(page), {});
+        await page.close();
+    });
+
     test('and notes survive reading a table without them', async () => {
         const run = madeUp('unlabelled-table', { components: 4, volumes: 110 });
         const page = await open(run, 'ICA_00');
