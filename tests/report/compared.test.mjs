@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
 import { describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { browserFor, missingBrowser, openReport, screenshot, showComponent } from './browser.mjs';
 import { CHART, cardNames, chartData, isFlipped, numberOf } from './page_contents.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
@@ -83,6 +83,22 @@ describe('a page of two results', { skip: missingBrowser }, () => {
         const shown = (chart) =>
             page.locator(CHART(chart)).evaluate((canvas) => [canvas.chart.scales.x.min, canvas.chart.scales.x.max]);
         assert.deepEqual(await shown('course'), [0, 240]);
+        await page.close();
+    });
+
+    test('warns of values that are rescaled in each result, beside a component of the other one only', async () => {
+        const [first, second] = ['one', 'two'].map((name) => madeUp(`rescaled-${name}`, { components: 2 }));
+        execFileSync(ZNICA, ['report', first.folder, '--compare', second.folder]);
+        const page = await openReport(browser, first.report, { at: '#/component/ICA_00' });
+        const notes = page.locator('.rescaled-note');
+        assert.equal(
+            await notes.textContent(),
+            'Do not compare skewness, kurtosis, spatial entropy, temporal entropy and the bands between the two '
+                + 'results: they are rescaled across the components of each.',
+        );
+        await screenshot(page, 'compared-tables');
+        await page.selectOption('#compare', { label: 'Compare with IC 2' });
+        await notes.waitFor({ state: 'detached' });
         await page.close();
     });
 

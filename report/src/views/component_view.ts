@@ -11,7 +11,7 @@ import { LABELS, type Label, type Labels } from '../labels/labels';
 import { BrainPair } from './brain_pair';
 import { ComponentHead } from './component_head';
 import { lookControls } from './look_controls';
-import { fingerprintTable, lag1Note, matchTable } from './parameter_table';
+import { fingerprintTable, lag1Note, matchTable, rescaledNote } from './parameter_table';
 import type { View } from './view';
 
 /** Everything about one component, alone or beside a second one. */
@@ -126,7 +126,12 @@ export class ComponentView implements View {
         showFingerprint(this.fingerprint, component, compared);
         const shown = compared ? [component, compared] : [component];
         this.tables.replaceChildren();
-        append(this.tables, [fingerprintTable(run, shown), lag1Note(shown), matchTable(run, shown)]);
+        append(this.tables, [
+            fingerprintTable(run, shown),
+            rescaledNote(run, shown),
+            lag1Note(shown),
+            matchTable(run, shown),
+        ]);
         await this.brains.show(component, compared);
     }
 

@@ -27,6 +27,20 @@ export function lag1Note(shown: Component[]): HTMLElement | null {
     );
 }
 
+const RESCALED = ['skewness', 'kurtosis', 'spatial_entropy', 'temporal_entropy'];
+
+/** A warning where components of two results are side by side; null for those of one. */
+export function rescaledNote(run: Run, shown: Component[]): HTMLElement | null {
+    if (shown.every((component) => run.components.includes(component))) return null;
+    const names = METRICS.filter(({ column }) => RESCALED.includes(column)).map((metric) => metric.short.toLowerCase());
+    return h(
+        'p',
+        { class: 'chart-note rescaled-note' },
+        `Do not compare ${names.join(', ')} and the bands between the two results: they are rescaled across the `
+            + 'components of each.',
+    );
+}
+
 /**
  * The eleven values of the fingerprint in their order, one column per component; all digits in the tooltip of a value.
  */
