@@ -86,6 +86,32 @@ describe('a page of two results', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('shows a match with the sign that agrees, whatever its longer tail is, and says so', async () => {
+        const balls = (first, second) => [
+            [...ball(0, first), ...ball(1, second)],
+            ball(2, 8), // another component, the same in both
+        ];
+        const [first, second] = [balls(8, -6), balls(-6, 8)].map((shape, i) =>
+            madeUp(`opposite-${i}`, { components: 2, grid: 'medium', balls: shape }),
+        );
+        execFileSync(ZNICA, ['report', first.folder, '--compare', second.folder]);
+        const page = await openReport(browser, first.report);
+        const texts = await page.locator('.card-value span[title^=Spatial]').allTextContents();
+        for (const text of texts) assert.ok(numberOf(/, r (\u2212?[\d.]+)$/.exec(text)[1]) > 0.5, text);
+        await showComponent(page, 'ICA_00', 'canvas');
+        await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
+        const flipped = () =>
+            page.locator('.brain').evaluateAll((brains) => brains.map((brain) => brain.dataset.flipped));
+        assert.deepEqual(await flipped(), ['false', 'true']);
+        assert.match(await page.locator('.sign-note').textContent(), /The match in opposite-1 .* sign that agrees\.$/);
+        await screenshot(page, 'compared-opposite');
+        await page.keyboard.press('f');
+        await page.locator('.brain:nth-child(1)[data-flipped=true]').waitFor();
+        await page.locator('.brain:nth-child(2)[data-flipped=false]').waitFor();
+        await page.keyboard.press('f');
+        await page.close();
+    });
+
     test('warns of values that are rescaled in each result, beside a component of the other one only', async () => {
         const [first, second] = ['one', 'two'].map((name) => madeUp(`rescaled-${name}`, { components: 2 }));
         execFileSync(ZNICA, ['report', first.folder, '--compare', second.folder]);

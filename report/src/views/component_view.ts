@@ -67,6 +67,7 @@ export class ComponentView implements View {
                     { class: 'chart-note sign-note' },
                     'The sign of a component is arbitrary: shown with the longer tail of the map positive, unless flipped; the '
                         + 'files keep their sign.',
+                    run.compared && ` The match in ${run.compared.folder} is shown with the sign that agrees.`,
                 ),
             ),
             h('div', { class: 'component-side' }, figure('Fingerprint', this.fingerprint.element, this.tables)),
