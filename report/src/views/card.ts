@@ -13,7 +13,7 @@ import type { Component, Run } from '../data/run';
 import { shownCourse, shownMap } from '../data/shown_component';
 import { append, h } from '../dom';
 import { LABELS, type Labels } from '../labels/labels';
-import { fixed, plural, short } from '../numbers';
+import { fixed, plural, short, stabilityText } from '../numbers';
 import type { SortKey } from './order';
 
 /** "three planes through the largest cluster and 5 axial slices" */
@@ -120,7 +120,10 @@ export class Card {
             !Number.isNaN(measures.explainedPercent)
                 && fact(`${measures.explainedPercent.toFixed(1)} % of variance`, 'Explained variance over time'),
             facts?.StabilityIndex !== undefined
-                && fact(`stability ${short(facts.StabilityIndex ?? NaN, 2)}`, 'Stability index Iq over the repeats'),
+                && fact(
+                    `stability ${stabilityText(facts.StabilityIndex ?? NaN)}`,
+                    'Stability index Iq over the repeats',
+                ),
         ]);
     }
 

@@ -2,7 +2,7 @@ import { FINGERPRINT, FINGERPRINT_START, METRICS } from '../data/metrics';
 import { predictorMatch } from '../data/predictor_match';
 import { type Component, isRepeated, type Run } from '../data/run';
 import { h } from '../dom';
-import { fixed, short } from '../numbers';
+import { fixed, short, stabilityText } from '../numbers';
 
 function cell(component: Component, metric: number): HTMLElement {
     const { column } = METRICS[metric];
@@ -74,10 +74,10 @@ export function fingerprintTable(run: Run, shown: Component[]): HTMLElement {
     );
 }
 
-function stabilityText(component: Component): string {
+function repeatsText(component: Component): string {
     if (!isRepeated(component)) return 'not measured';
     const { facts, repeats } = component;
-    return `Iq ${short(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${repeats} runs`;
+    return `Iq ${stabilityText(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${repeats} runs`;
 }
 
 /** How consistently a component is found from different starting points. */
@@ -90,7 +90,7 @@ function stabilityRow(shown: Component[]): HTMLElement {
             { scope: 'row', title: 'Himberg et al. 2004: 1 means that all runs found the same component' },
             'Stability',
         ),
-        ...shown.map((component) => h('td', { 'data-metric': 'stability_iq' }, stabilityText(component))),
+        ...shown.map((component) => h('td', { 'data-metric': 'stability_iq' }, repeatsText(component))),
     );
 }
 
