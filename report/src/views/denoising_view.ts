@@ -111,8 +111,8 @@ export class DenoisingView implements View {
             h(
                 'p',
                 { class: 'chart-note' },
-                'Every degree of freedom that is removed lowers DVARS and raises temporal SNR a little, whatever the '
-                    + 'column is; compare methods that remove equally many.',
+                'Removing any regressor, even noise, lowers DVARS and raises temporal SNR a little; compare methods that '
+                    + 'remove equally many.',
             ),
             notes.length > 0 && h('ul', { class: 'denoising-notes' }, ...notes.map((note) => h('li', {}, note))),
         );

@@ -84,15 +84,15 @@ function componentCount({ facts: { ComponentEstimate: estimate } }: Run): string
                 + 'independent voxels.',
         ];
     }
-    const compromise =
+    const caveat =
         estimate.Noise?.HasEdge === false
-            ? ' The eigenvalues descended into the noise without an edge, so that the number is a compromise.'
+            ? ' No clear gap separated the eigenvalues of signal from those of noise, so the number is approximate.'
             : '';
     return [
         `The number of components, ${estimate.ParallelAnalysis}, was estimated by parallel analysis (Dobriban & Owen, `
             + '2019): with the noise scaled to the same strength in all voxels, that many eigenvalues were clearly above '
             + 'the largest one expected of noise with the spatial smoothness and temporal autocorrelation of the '
-            + `residuals.${compromise}`,
+            + `residuals.${caveat}`,
     ];
 }
 
