@@ -66,6 +66,12 @@ describe('the page says', { skip: missingBrowser }, () => {
         const auto = { settings: { Mask: 'auto' } };
         assert.match(await methods(auto), /voxels inside a brain mask derived from the temporal mean image/);
         assert.equal(await warnings({ components: 2, ...auto }), '');
+        const inside = Number(/of ([\d,]+) voxels/.exec(await methods(auto))[1].replace(',', ''));
+        const excluded = { VoxelsDropped: { NotFinite: 0, Constant: 26 * 30 * 24 - inside } }; // of the whole grid
+        assert.match(
+            await methods({ ...auto, input: excluded }),
+            /voxels of the whole grid, because the temporal mean image did not show where the brain is, entered/,
+        );
         assert.match(await methods({}), /voxels inside a mask entered/);
     });
 

@@ -46,10 +46,19 @@ function input(run: Run): string {
     );
 }
 
+// The automatic mask then has every voxel, also those that were excluded afterwards.
+function foundNoBrain({ grid, voxelsInside, facts }: Run): boolean {
+    const { NotFinite = 0, Constant = 0 } = facts.Input.VoxelsDropped ?? {};
+    const all = grid.size[0] * grid.size[1] * grid.size[2];
+    return facts.Settings.Mask === 'auto' && voxelsInside + NotFinite + Constant === all;
+}
+
 function voxels(run: Run): string {
     const where: Record<string, string> = {
         none: ' of the whole grid, without a mask,',
-        auto: ' inside a brain mask derived from the temporal mean image',
+        auto: foundNoBrain(run)
+            ? ' of the whole grid, because the temporal mean image did not show where the brain is,'
+            : ' inside a brain mask derived from the temporal mean image',
     };
     return (
         `The time courses of ${plural(run.voxelsInside, 'voxel')}${where[run.facts.Settings.Mask] ?? ' inside a mask'} `
