@@ -1,6 +1,7 @@
 #include "headless/run/stages.h"
 
 #include "headless/batch/batch_job.h"
+#include "headless/blas/one_blas_thread.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/memory/peak_prediction.h"
@@ -83,7 +84,7 @@ constexpr std::int64_t kMappedBytesPerThread = 96 << 20;
 void requireAddressSpace(const Run& run) {
     const auto left = addressSpaceLeftBytes();
     const int own = MatrixProducts::threadsFor(run.options.control.threads);
-    const int threads = MatrixProducts::blasThreads() + own;
+    const int threads = blasThreadsAtStart() + own;
     const std::int64_t needed = run.predictedBytes + kMappedBytes + threads * kMappedBytesPerThread;
     if (!left || needed <= *left) return;
     throw Failure(ExitStatus::kMemory, run.functional.file.string() + " needs about " + gibText(needed) +

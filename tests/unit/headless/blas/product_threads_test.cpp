@@ -45,6 +45,12 @@ TEST(ProductThreads, GiveTheSameBitsForAnyNumber) {
     }
 }
 
+TEST(ProductThreads, AreCountedAsBeforeOnceTheBlasUsesOne) {
+    const int before = MatrixProducts::defaultThreads();
+    { const MatrixProducts products(1); }
+    EXPECT_EQ(MatrixProducts::defaultThreads(), before);
+}
+
 TEST(ProductThreads, LongSumsInBlocksEqualDirectSums) {
     constexpr int kRows = 9001;
     constexpr int kColumns = 3;
