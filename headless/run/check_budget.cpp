@@ -40,22 +40,24 @@ std::vector<unsigned char> writtenCourses(const Run& run) {
     return passes.empty() ? run.session.mask : passes.front().wanted;
 }
 
-std::int64_t seriesBytes(const Run& run, int bytesPerValue) {
-    const std::int64_t perVoxel = std::int64_t{bytesPerValue} * run.volumes;
+bool keptAsShort(const Run& run) {
+    return staysShort(*run.functional.image) && !run.options.preparation.any();
+}
+
+std::int64_t seriesBytes(const Run& run) {
+    const std::int64_t perVoxel = std::int64_t{keptAsShort(run) ? 2 : 4} * run.volumes;
     if (neededVoxels(run).empty()) return perVoxel * run.functional.voxels();
     return touchedBytes(writtenCourses(run), perVoxel);
 }
 
 std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
-    const nifti_image& image = *run.functional.image;
     RunSize size;
     size.gridVoxels = run.functional.voxels();
     size.voxels = voxels;
     size.volumes = run.volumes;
     size.components = run.eigenvalues.count();
-    const bool asShort = staysShort(image) && !run.options.preparation.any();
-    size.seriesBytes = seriesBytes(run, asShort ? 2 : 4);
-    size.storedBytes = asShort ? 0 : image.nbyper;
+    size.seriesBytes = run.seriesBytes;
+    size.storedBytes = keptAsShort(run) ? 0 : run.functional.image->nbyper;
     size.regions = static_cast<int>(run.session.regions.size());
     size.repeats = run.options.control.repeats;
     size.threads = MatrixProducts::threadsFor(run.options.control.threads);
@@ -107,6 +109,7 @@ void checkBudget(Run& run) {
     run.budgetBytes = budgetOf(run.options);
     const std::int64_t voxels = expectedVoxels(run);
     requireVoxelsForVolumes(run, voxels);
+    run.seriesBytes = seriesBytes(run);
     run.predictedBytes = predictedBytes(run, voxels);
     run.notes.say("Memory: about " + gibText(run.predictedBytes) + " at the peak, for " + std::to_string(voxels) +
                   " voxels; " + budgetText(run) + ".");

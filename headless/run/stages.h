@@ -48,13 +48,13 @@ int preparedDimensions(const Run& run);
 std::vector<unsigned char> neededVoxels(const Run& run);
 
 /// Determines the mask from the data as read: computes it for --mask auto and excludes voxels that cannot be analysed.
-/// Writes the mean image for the report, NaN where any volume is not finite. Throws Failure: kInput when no voxel
+/// Writes the mean image, NaN where any volume is not finite. Throws Failure: kInput when no voxel
 /// remains, kOther when the image cannot be written.
 void settleMask(Run& run);
 
 /// Smooths, filters and scales the time courses inside the mask, as the options say, notes it, and excludes voxels that
 /// are constant or no longer finite afterwards. Values outside the mask are undefined then. Throws Failure (kInput)
-/// when no voxel remains or --scale percent meets means that are not positive.
+/// when no voxel remains.
 void prepareSeries(Run& run);
 
 /// Passes the mask to the session, which gets none for --mask none if every voxel can be analysed. Notes the numbers
