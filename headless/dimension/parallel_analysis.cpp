@@ -56,7 +56,7 @@ ParallelAnalysis parallelAnalysis(const ResidualNoise& noise) {
     constexpr int kFewest = 6; // dimensions; with fewer there is no noise to speak of
     ParallelAnalysis result;
     if (noise.dimensions() < kFewest) return result;
-    const int most = noise.dimensions() / 3;
+    const int most = mostComponents(noise.dimensions());
     result.count = Search(noise, kMargin, kAhead, most).run();
     if (result.count > most) {
         result.hasEdge = false;

@@ -13,6 +13,11 @@ struct ParallelAnalysis {
     NoiseModel noise; ///< after `count` directions
 };
 
+/// The largest number that it yields of d eigenvalues above rounding level.
+constexpr int mostComponents(int d) {
+    return d < 3 ? 1 : d / 3;
+}
+
 /// Parallel analysis in its deterministic form: not random noise but the edge of its eigenvalues is compared with those
 /// of the data (Dobriban and Owen 2019, Journal of the Royal Statistical Society B 81, 163-183).
 ///

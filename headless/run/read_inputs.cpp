@@ -2,6 +2,7 @@
 
 #include "headless/design/read_design.h"
 #include "headless/design/region_names.h"
+#include "headless/dimension/parallel_analysis.h"
 #include "headless/events/events_beside_image.h"
 #include "headless/failure/failure.h"
 #include "headless/nifti/read_volumes.h"
@@ -44,10 +45,10 @@ ImageHeader readFunctionalHeader(const RunOptions& options) {
     return header;
 }
 
-// The range as far as it is known before the data are read; --components auto yields at most a quarter of the volumes.
+// The range as far as it is known before the data are read: for --components auto the largest possible one.
 EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes, int dimensions) {
     if (options.componentCount == ComponentCount::kMaximum) return {1, dimensions};
-    if (options.componentCount == ComponentCount::kEstimated) return {1, std::max(1, volumes / 4)};
+    if (options.componentCount == ComponentCount::kEstimated) return {1, mostComponents(dimensions)};
     const EigenvalueRange& range = options.eigenvalues;
     const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();
     if (range.count() > volumes) {
