@@ -40,7 +40,9 @@ int readFacts(Denoising& run) {
     const auto record = readRecord(*run.result);
     const auto& input = record["Input"];
     const auto omitted = input.value("DummyScans", nlohmann::ordered_json(0));
-    run.secondsPerVolume = input["RepetitionTimeMilliseconds"].get<double>() / 1000.0;
+    const auto exact = input.value("RepetitionTime", nlohmann::ordered_json()); // older records lack it
+    run.secondsPerVolume =
+        exact.is_number() ? exact.get<double>() : input["RepetitionTimeMilliseconds"].get<double>() / 1000.0;
     if (!omitted.is_number_integer() || !(run.secondsPerVolume >= 0.001 && run.secondsPerVolume <= 20.0)) {
         refuseFile((*run.result)[ResultFile::kDecomposition],
                    "is damaged: dummy scans or repetition time cannot be used; create the result again.");
@@ -71,7 +73,7 @@ void readFunctional(Denoising& run, int analysed) {
 
 void requireMemory(const Denoising& run) {
     const std::int64_t needed = denoisingBytes(run.functional);
-    const auto available = availableMemoryBytes();
+    const auto available = usableMemoryBytes();
     if (!available || needed <= *available) return;
     char text[160];
     constexpr double kGib = 1073741824.0;

@@ -134,6 +134,19 @@ TEST_F(Denoise, RecordsMethodReasonsSoftwareAndInputs) {
     EXPECT_EQ(record["Inputs"][2]["SHA256"].get<std::string>().size(), 64U);
 }
 
+TEST_F(Denoise, WritesTheRepetitionTimeWithAllItsDigits) {
+    std::filesystem::copy(result(), folder / "copy", std::filesystem::copy_options::recursive);
+    const std::filesystem::path record = folder / "copy/a_desc-ICA_decomposition.json";
+    json changed = json::parse(textOf(record));
+    changed["Input"]["RepetitionTime"] = 0.7215;
+    changed["Input"]["RepetitionTimeMilliseconds"] = 722;
+    writeFile(record, changed.dump());
+    ASSERT_EQ(
+        znica({"denoise", (folder / "copy").string(), bold(), "--reject", "2", "--no-report", "--out", out()}).status,
+        0);
+    EXPECT_EQ(json::parse(textOf(folder / "out/a_desc-nonaggrDenoised_bold.json"))["RepetitionTime"], 0.7215);
+}
+
 TEST_F(Denoise, CountsComponentsWithoutALabelAloud) {
     const CommandResult done = denoise({"--labels", labels("ICA_00\tnoise\t\nICA_03\tunsure\t\n")});
     ASSERT_EQ(done.status, 0) << done.err;
