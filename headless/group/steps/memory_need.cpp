@@ -41,7 +41,7 @@ std::int64_t dualRegressionBytes(const GroupStudy& study, int components) {
 }
 
 void requireFreeMemory(const char* what, std::int64_t bytes) {
-    const auto available = availableMemoryBytes();
+    const auto available = usableMemoryBytes();
     if (!available || bytes <= *available) return;
     throw Failure(ExitStatus::kMemory, std::string(what) + " needs about " + gibText(bytes) + ", but " +
                                            gibText(*available) +
