@@ -83,6 +83,7 @@ void writeMean(Run& run, const VoxelSummary& summary) {
         if (summary.finite[v] == 0) run.mean[v] = std::nanf("");
     }
     writeMeanImage((*run.files)[ResultFile::kMean], run.mean, run.functional);
+    if (!run.options.control.report) run.mean.clear();
 }
 
 } // namespace
@@ -103,7 +104,7 @@ void settleMask(Run& run) {
     WorkerThreads threads(MatrixProducts::threadsFor(run.options.control.threads));
     const VoxelSummary summary = summariseVoxels(run.session.series, threads);
     run.session.series.sums = {}; // they are in the summary
-    if (run.options.control.report) writeMean(run, summary);
+    writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);
     mask.excluded = removeUnusable(summary, mask.voxels);

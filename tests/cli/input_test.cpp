@@ -151,6 +151,19 @@ TEST_F(Input, AnExtensionOfItsHeaderChangesNothing) {
     EXPECT_EQ(filesOf(image), without);
 }
 
+TEST_F(Input, WithoutAReportOnlyThePageIsMissing) {
+    std::string design = "block\n";
+    for (int t = 0; t < 12; ++t) design += t % 4 < 2 ? "0\n" : "1\n";
+    writeFile(folder / "design.tsv", design);
+    const std::vector<std::string> options = {"--design", (folder / "design.tsv").string()};
+    maskAfter(plainSeries(), options);
+    auto names = namesIn(folder / "out");
+    std::erase(names, "report.html");
+    maskAfter(plainSeries(), {options[0], options[1], "--no-report"});
+    EXPECT_EQ(namesIn(folder / "out"), names);
+    EXPECT_THAT(names, testing::IsSupersetOf({"a_desc-ICA_design.tsv", "a_desc-mean_bold.nii.gz"}));
+}
+
 TEST_F(Input, DummyScansAreOmitted) {
     NiftiBytes image = plainSeries(26);
     const std::string all = image.data;
