@@ -19,6 +19,7 @@ namespace {
 
 using nlohmann::json;
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -113,6 +114,15 @@ TEST_F(Denoise, NamesTheCoursesAfterTheirFate) {
     const auto analysed = tableIn(std::filesystem::path(result()) / "a_desc-ICA_timeseries.tsv");
     EXPECT_EQ(table[kDummyScans + 1][3], analysed[1][3]);
     EXPECT_EQ(table[kVolumes][0], analysed[kVolumes - kDummyScans][0]);
+}
+
+TEST_F(Denoise, GivesEveryVolumeOfTheImageARow) {
+    ASSERT_EQ(denoise({"--reject", "2"}).status, 0);
+    const auto table = tableIn(folder / "out/a_desc-denoise_volumes.tsv");
+    ASSERT_EQ(table.size(), 1U + kVolumes);
+    EXPECT_THAT(table[kDummyScans], ElementsAre("n/a", "n/a"));
+    EXPECT_THAT(table[kDummyScans + 1], ElementsAre("n/a", "n/a")); // DVARS of the first analysed volume
+    EXPECT_THAT(table[kDummyScans + 2], Not(Contains("n/a")));
 }
 
 TEST_F(Denoise, RecordsMethodReasonsSoftwareAndInputs) {
