@@ -2,6 +2,7 @@
 
 #include "headless/failure/failure.h"
 #include "headless/mask/brain_mask.h"
+#include "headless/mask/intensity_threshold.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/report/mean_image.h"
@@ -24,6 +25,14 @@ std::vector<unsigned char> requestedMask(const Run& run, const VoxelSummary& sum
     if (run.options.maskSource == MaskSource::kFile) return run.session.mask;
     if (run.options.maskSource == MaskSource::kAutomatic) return brainMask(summary.mean, run.session.grid);
     return std::vector<unsigned char>(summary.mean.size(), 1);
+}
+
+void noteMissingIntensities(Run& run, const std::vector<float>& mean) {
+    if (intensityThreshold(mean)) return;
+    run.notes.remark(
+        {"mask-without-intensities",
+         "Mask: many values of the mean image are negative, as after removal of the mean, so no brain mask "
+         "can be computed from it and all voxels are used; specify one with --mask FILE."});
 }
 
 [[noreturn]] void refuseEmpty(const RunOptions& options, const ExcludedVoxels& excluded) {
@@ -107,6 +116,7 @@ void settleMask(Run& run) {
     writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);
+    if (run.options.maskSource == MaskSource::kAutomatic) noteMissingIntensities(run, summary.mean);
     mask.excluded = removeUnusable(summary, mask.voxels);
     mask.count = countOnes(mask.voxels);
     if (mask.count == 0) refuseEmpty(run.options, mask.excluded);

@@ -91,7 +91,7 @@ TEST_F(Input, AnImageWithoutBackgroundIsUsedCompletely) {
     EXPECT_THAT(maskAfter(plainSeries(24)), testing::Each(1));
 }
 
-TEST_F(Input, AnImageOfDeviationsFromZeroIsUsedCompletely) {
+TEST_F(Input, AnImageOfDeviationsFromZeroIsUsedCompletelyAndThatIsNoted) {
     NiftiBytes image;
     image.dim[4] = 24;
     std::uint32_t state = 1;
@@ -100,6 +100,9 @@ TEST_F(Input, AnImageOfDeviationsFromZeroIsUsedCompletely) {
         image.append(static_cast<std::int16_t>(static_cast<int>(state >> 24) - 128));
     }
     EXPECT_THAT(maskAfter(image), testing::Each(1));
+    EXPECT_THAT(result.out, HasSubstr("no brain mask can be computed from it and all voxels are used"));
+    const json record = json::parse(textOf(folder / "out/a_desc-ICA_decomposition.json"));
+    EXPECT_THAT(record["Input"]["Notes"].dump(), HasSubstr("\"mask-without-intensities\""));
 }
 
 TEST_F(Input, AGivenMaskIsUsedAsIs) {
