@@ -82,6 +82,7 @@ TEST_F(Denoise, WritesTheImageWithItsEvidence) {
     ASSERT_EQ(done.status, 0) << done.err;
     EXPECT_THAT(done.out, HasSubstr("Components: 2 of 4 rejected: ICA_01, ICA_03.\n"));
     EXPECT_THAT(done.out, HasSubstr("Dummy scans: 2 volumes copied unchanged.\n"));
+    EXPECT_THAT(done.out, HasSubstr("\nVariance over time (per cent of that before) "));
     EXPECT_THAT(
         namesIn(out()),
         ElementsAre(
