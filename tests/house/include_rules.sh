@@ -41,6 +41,11 @@ while read -r folder allowed; do
         xargs grep -HoE '#include "[^"]+"' | sed -E 's/:#include "([^"]+)"/ \1/' |
         awk -v allowed="^$prefix($pattern)/[^/]+$" -v others="$others" '$2 !~ allowed && $2 !~ others')
     [ -z "$found" ] || complain "$folder may not include:" "$found"
+    for name in $allowed; do
+        case $name in src/*) used=${name#src/} ;; *) used=$prefix$name ;; esac
+        grep -qE "^#include \"$used/[^/]+\"" "$folder"/*.h "$folder"/*.cpp 2>/dev/null ||
+            complain "$folder may include, but does not:" "$name"
+    done
 done <<ROWS
 $rows
 ROWS
