@@ -1,7 +1,6 @@
 #include "headless/denoise/denoise_stages.h"
 
 #include "headless/denoise/denoising_memory.h"
-#include "headless/denoise/note_texts.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/nifti/read_volumes.h"
@@ -10,6 +9,7 @@
 #include "headless/report/whole_result.h"
 #include "headless/result/require_outside.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 
 #include <cstdio>
 

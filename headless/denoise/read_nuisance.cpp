@@ -1,9 +1,9 @@
 #include "headless/denoise/denoise_stages.h"
 
-#include "headless/denoise/note_texts.h"
 #include "headless/failure/failure.h"
 #include "headless/prepare/high_pass.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 
 #include <algorithm>
 #include <cmath>

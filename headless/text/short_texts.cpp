@@ -1,4 +1,4 @@
-#include "headless/denoise/note_texts.h"
+#include "headless/text/short_texts.h"
 
 #include <cstdio>
 
