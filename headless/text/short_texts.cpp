@@ -14,4 +14,8 @@ std::string shortNumber(double number) {
     return text;
 }
 
+std::string secondsText(double seconds) {
+    return shortNumber(seconds) + " s";
+}
+
 } // namespace zn::headless

@@ -13,6 +13,7 @@
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
 #include "headless/run/repetition_time.h"
+#include "headless/text/short_texts.h"
 #include "headless/text/text_file.h"
 
 #include <algorithm>
