@@ -2,6 +2,7 @@
 
 #include "headless/failure/failure.h"
 #include "headless/nifti/voxel_size.h"
+#include "headless/prepare/cut_off.h"
 #include "headless/prepare/high_pass.h"
 #include "headless/text/short_texts.h"
 
@@ -25,11 +26,7 @@ void checkPreparation(Run& run) {
                                               " mm; give a smaller width in millimetres.");
     }
     if (options.highPassSeconds <= 0.0) return;
-    if (options.highPassSeconds < 2.0 * run.repetition.seconds) {
-        throw Failure(ExitStatus::kInput,
-                      "--high-pass " + shortNumber(options.highPassSeconds) + " s is below two repetition times of " +
-                          secondsText(run.repetition.seconds) + "; give a longer cut-off in seconds, such as 128.");
-    }
+    requireCutOff(options.highPassSeconds, run.repetition.seconds);
     run.cosines = cosinesBelow(options.highPassSeconds, run.volumes, run.repetition.seconds);
 }
 
