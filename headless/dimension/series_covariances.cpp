@@ -147,8 +147,8 @@ std::vector<double> meanCourse(const Summation<Value>& summation, const SeriesCo
 
 // By [voxel of the grid]; empty if nothing is left as noise.
 template <class Value>
-std::vector<double> evenFactors(const Summation<Value>& summation, const SeriesCovariances& series, std::size_t grid,
-                                const Directions& leading, WorkerThreads& threads) {
+std::vector<double> normalisationFactors(const Summation<Value>& summation, const SeriesCovariances& series,
+                                         std::size_t grid, const Directions& leading, WorkerThreads& threads) {
     constexpr double kLargest = 10.0;
     const std::vector<double> mean = meanCourse(summation, series, threads);
     std::vector<double> factors(grid); // the sums of squares at first
@@ -193,7 +193,7 @@ template <class Value>
 SeriesCovariances covariancesOf(Summation<Value> summation, const SeriesCovariances& empty,
                                 const std::vector<unsigned char>& mask, const Directions& leading,
                                 WorkerThreads& threads) {
-    if (leading.count > 0) summation.scale(evenFactors(summation, empty, mask.size(), leading, threads));
+    if (leading.count > 0) summation.scale(normalisationFactors(summation, empty, mask.size(), leading, threads));
     return covariancesOf(summation, empty, threads);
 }
 
