@@ -1,6 +1,6 @@
 #include "headless/dimension/series_covariances.h"
 
-#include "headless/blas/symmetric_matrix.h"
+#include "headless/dimension/cross_products.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,36 +11,6 @@ namespace {
 
 constexpr int kPieces = 16;  // of the grid; fixed, so that the sums do not depend on the number of threads
 constexpr int kTogether = 4; // at most so many pieces at a time, each with four matrices
-constexpr int kRows = 256;   // courses per call of the BLAS
-
-// The sum of r rt over courses r, gathered into blocks.
-class CrossProducts {
-public:
-    explicit CrossProducts(int volumes)
-        : volumes_(volumes), rows_(static_cast<std::size_t>(kRows) * static_cast<std::size_t>(volumes)),
-          sum_(static_cast<std::size_t>(volumes) * static_cast<std::size_t>(volumes)) {}
-
-    // fill(t) is the value at volume t.
-    template <class Fill> void add(Fill fill) {
-        double* row = rows_.data() + std::int64_t{1} * count_ * volumes_;
-        for (int t = 0; t < volumes_; ++t) row[t] = fill(t);
-        ++total_;
-        if (++count_ == kRows) flush();
-    }
-    void flush() {
-        if (count_ > 0) addCrossProducts(rows_.data(), count_, volumes_, 1.0, sum_.data());
-        count_ = 0;
-    }
-    const std::vector<double>& sum() const { return sum_; }
-    std::int64_t total() const { return total_; }
-
-private:
-    int volumes_;
-    int count_ = 0;
-    std::int64_t total_ = 0;
-    std::vector<double> rows_;
-    std::vector<double> sum_; // upper triangle
-};
 
 // The data and, in turn, the differences along x, y and z.
 using Sums = std::array<CrossProducts, 4>;
