@@ -1,5 +1,6 @@
 #!/bin/sh
-# include_rules.sh over a small tree: it must name an include that the tables do not allow, and pass without it.
+# include_rules.sh over a small tree: it must name an include that the tables do not allow, and a permission that nothing
+# uses, and pass without them.
 #
 #   forbidden_includes.sh INCLUDE_RULES
 set -u
@@ -30,3 +31,10 @@ refuses headless/group/b.h headless/group/steps/a.h
 refuses headless/study/b.h headless/group/steps/a.h
 refuses src/host/b.h headless/group/a.h
 refuses headless/group/b.h host/a.h
+
+: >headless/study/a.h
+said=$("$rules" .) && { echo "a permission that nothing uses passes"; exit 1; }
+case $said in
+*"headless/study may include, but does not:"*group*) ;;
+*) echo "the unused permission is not named: $said"; exit 1 ;;
+esac
