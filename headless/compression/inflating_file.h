@@ -7,8 +7,8 @@
 
 namespace zn::headless {
 
-/// Reads a file from its beginning, inflated if it is compressed with gzip (which its first bytes tell), otherwise as
-/// it is. Several gzip members in a row count as one file; anything else after a member is ignored.
+/// Reads a file from its beginning, inflated if it is compressed with gzip (recognised by its first two bytes),
+/// otherwise as it is. Several gzip members in a row count as one file; anything else after a member is ignored.
 class InflatingFile {
 public:
     /// A file that cannot be opened reads as empty; see isOpen().
@@ -22,7 +22,7 @@ public:
     /// Up to `count` bytes; fewer at the end, or where the file is damaged.
     std::size_t read(std::byte* target, std::size_t count);
 
-    /// Passes over bytes; false if there are fewer.
+    /// Skips bytes; false if there are fewer.
     bool skip(std::int64_t count);
 
     /// Whether what has been read so far is not what was compressed: invalid data or a wrong checksum, which is

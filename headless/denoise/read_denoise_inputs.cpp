@@ -1,7 +1,6 @@
 #include "headless/denoise/denoise_stages.h"
 
 #include "headless/denoise/denoising_memory.h"
-#include "headless/denoise/note_texts.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/nifti/read_volumes.h"
@@ -9,7 +8,9 @@
 #include "headless/nifti/voxel_values.h"
 #include "headless/report/whole_result.h"
 #include "headless/result/require_outside.h"
+#include "headless/text/byte_sizes.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 
 #include <cstdio>
 
@@ -76,9 +77,8 @@ void requireMemory(const Denoising& run) {
     const auto available = usableMemoryBytes();
     if (!available || needed <= *available) return;
     char text[160];
-    constexpr double kGib = 1073741824.0;
     std::snprintf(text, sizeof text, " needs %.1f GiB of memory, but only %.1f GiB are free; free some memory.",
-                  static_cast<double>(needed) / kGib, static_cast<double>(*available) / kGib);
+                  static_cast<double>(needed) / kBytesPerGib, static_cast<double>(*available) / kBytesPerGib);
     throw Failure(ExitStatus::kMemory, run.functional.file.string() + text);
 }
 

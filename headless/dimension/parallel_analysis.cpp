@@ -29,7 +29,7 @@ public:
 
 private:
     // The number of eigenvalues above the noise after k directions, or after up to ahead_ further ones, if that is more
-    // than were taken away; otherwise k.
+    // than were projected out; otherwise k.
     int moreThan(int k) const {
         for (int taken = k; taken <= std::min(k + ahead_, most_); ++taken) {
             const int above = countAbove(margin_ * noise_.after(taken).edge);

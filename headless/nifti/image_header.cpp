@@ -1,5 +1,6 @@
 #include "headless/nifti/image_header.h"
 
+#include "headless/nifti/millimetres_per_unit.h"
 #include "headless/nifti/quiet_library.h"
 #include "headless/nifti/raw_header.h"
 #include "headless/text/input_file.h"
@@ -74,12 +75,6 @@ void checkLength(const fs::path& file, const nifti_image& image, const RawHeader
         refuseFile(file,
                    "is too short for the image that its header describes; it is truncated or its header is wrong.");
     }
-}
-
-double millimetresPerUnit(int unit) {
-    if (unit == NIFTI_UNITS_METER) return 1e3;
-    if (unit == NIFTI_UNITS_MICRON) return 1e-3;
-    return 1.0; // millimetres, or no unit given
 }
 
 Affine affineOf(const nifti_image& image) {

@@ -1,6 +1,7 @@
 #include "headless/nifti/image_writer.h"
 
 #include "headless/failure/failure.h"
+#include "headless/nifti/millimetres_per_unit.h"
 #include "headless/nifti/quiet_library.h"
 
 #include <cstdio>
@@ -14,9 +15,7 @@ namespace {
 using Image = std::unique_ptr<nifti_image, decltype(&nifti_image_free)>;
 
 void setMillimetres(nifti_image& image) {
-    const double scale = image.xyz_units == NIFTI_UNITS_METER    ? 1e3
-                         : image.xyz_units == NIFTI_UNITS_MICRON ? 1e-3
-                                                                 : 1.0;
+    const double scale = millimetresPerUnit(image.xyz_units);
     image.xyz_units = NIFTI_UNITS_MM;
     if (scale == 1.0) return; // keep the affines bit for bit
     for (int axis = 1; axis <= 3; ++axis) image.pixdim[axis] *= scale;

@@ -13,7 +13,7 @@ VolumeStream::VolumeStream(const ImageHeader& header)
     if (!file_.isOpen()) {
         throw Failure(ExitStatus::kInput, header.file.string() + " cannot be opened; check its permissions.");
     }
-    file_.skip(header.image->iname_offset); // if the file ends before, reading says so
+    file_.skip(header.image->iname_offset); // read() reports a file that ends earlier
 }
 
 void VolumeStream::read(std::byte* volume) {

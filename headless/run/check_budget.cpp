@@ -9,9 +9,9 @@
 #include "headless/nifti/time_series.h"
 #include "headless/prepare/smoothing_passes.h"
 #include "headless/run/smoothing_width.h"
+#include "headless/text/byte_sizes.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -19,17 +19,9 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kGib = 1073741824.0;
-
-std::string gibText(std::int64_t bytes) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.3g GiB", static_cast<double>(bytes) / kGib);
-    return text;
-}
-
 std::optional<std::int64_t> budgetOf(const RunOptions& options) {
     if (!options.memoryGib) return usableMemoryBytes();
-    return static_cast<std::int64_t>(std::min(*options.memoryGib, 1e9) * kGib);
+    return static_cast<std::int64_t>(std::min(*options.memoryGib, 1e9) * kBytesPerGib);
 }
 
 // The courses that are written while the data are read and smoothed, if only those of the mask are needed.

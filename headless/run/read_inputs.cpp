@@ -12,6 +12,7 @@
 #include "headless/result/result_names.h"
 #include "headless/run/region_coordinates.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 #include "host/voi_records.h"
 
 #include <algorithm>
@@ -108,10 +109,6 @@ AnalysedVolumes analysedVolumes(const Run& run) {
 fs::path designFile(const RunOptions& options) {
     if (!options.designBesideImage) return options.design;
     return eventsBesideImage(options.functional, imageStem(options.functional));
-}
-
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 void addDesign(Run& run) {

@@ -4,9 +4,9 @@
 #include "headless/failure/failure.h"
 #include "headless/result/result_names.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 
 #include <cmath>
-#include <cstdio>
 #include <system_error>
 
 #include <nlohmann/json.hpp>
@@ -73,12 +73,6 @@ std::vector<Candidate> candidates(const std::optional<double>& given, const Imag
 }
 
 } // namespace
-
-std::string secondsText(double seconds) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g s", seconds);
-    return text;
-}
 
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional,
                               const Sidecars& sidecars) {

@@ -25,7 +25,4 @@ struct RepetitionTime {
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional,
                               const std::optional<std::vector<std::filesystem::path>>& sidecars = {});
 
-/// "2 s", with at most six significant digits.
-std::string secondsText(double seconds);
-
 } // namespace zn::headless

@@ -1,6 +1,7 @@
 #include "headless/run/run_notes.h"
 
 #include "headless/result/frequency_bands.h"
+#include "headless/text/short_texts.h"
 
 #include <cstdio>
 

@@ -91,10 +91,10 @@ void repeatSeparation(Run& run);
 /// moments of their maps, the most similar confound; and the variance over time that the eigenvalues kept hold.
 void measureComponents(Run& run);
 
-/// Writes the files of a run whose maps are complete: the table of parameters, the record, the mean image and, with a
-/// design matrix, its table; then report.html, which is omitted with a message if it cannot be made: the analysis
-/// is complete without it. Gives the folder its name and prints the summary. Returns kDone, or kGaveUp when components
-/// are missing; throws Failure (kOther), in which case the wanted folder is as it was.
+/// Writes the files of a run whose maps are complete: the table of parameters, the record and, with a design matrix,
+/// its table; then report.html, which is omitted with a message if it cannot be made: the analysis is complete
+/// without it. Gives the folder its name and prints the summary. Returns kDone, or kGaveUp when components are missing;
+/// throws Failure (kOther), in which case the wanted folder is as it was.
 ExitStatus writeResult(Run& run);
 
 } // namespace zn::headless
