@@ -181,6 +181,9 @@ TEST_F(Denoise, ReplacesAnEarlierImageOnlyWithForce) {
     expectRefusal(1, "exists and is not empty; name another folder, or use --force to replace a result.",
                   {"--reject", "1"});
     ASSERT_EQ(denoise({"--reject", "1", "--method", "aggr", "--force"}).status, 0);
+    const CommandResult run = znica({"run", bold(), "--components", "1", "--out", out(), "--force"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, HasSubstr("out holds a denoised image; --force replaces only results of znica run.\n"));
     EXPECT_FALSE(std::filesystem::exists(folder / "out/a_desc-nonaggrDenoised_bold.nii.gz"));
     writeFile(folder / "out/mine.txt", "");
     expectRefusal(1, "holds mine.txt, which does not belong to a result", {"--reject", "1", "--force"});
