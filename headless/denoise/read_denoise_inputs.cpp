@@ -1,6 +1,7 @@
 #include "headless/denoise/denoise_stages.h"
 
 #include "headless/denoise/denoising_memory.h"
+#include "headless/denoise/foreign_image.h"
 #include "headless/denoise/note_texts.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
@@ -94,6 +95,8 @@ void readInputs(Denoising& run) {
     requireReadable(run.options.functional);
     requireInputsOutsideOutput(run.options);
     run.result = ResultFiles::of(run.options.functional, run.options.result);
+    const std::string foreign = noteOnForeignImage(run.options.functional, run.result->stem());
+    if (!foreign.empty()) run.say(foreign);
     const int analysed = readFacts(run);
     readFunctional(run, analysed);
     requireMemory(run);

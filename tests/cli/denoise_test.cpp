@@ -150,6 +150,24 @@ TEST_F(Denoise, WondersAboutLabelsWithTheNameOfAnotherResult) {
     EXPECT_THAT(own.out, Not(HasSubstr("Labels:")));
 }
 
+TEST_F(Denoise, WondersAboutTheImageOfAnotherSubject) {
+    std::filesystem::create_directory(folder / "renamed");
+    for (const std::string& name : namesIn(result())) {
+        if (!name.starts_with("a_")) continue;
+        std::filesystem::copy(result() + "/" + name, folder / ("renamed/sub-01_task-rest" + name.substr(1)));
+    }
+    const auto notesOn = [&](const std::string& image) {
+        return znica({"denoise", (folder / "renamed").string(), file(image, plainSeries(kVolumes).bytes()), "--reject",
+                      "1", "--no-report", "--out", out(), "--force"});
+    };
+    EXPECT_THAT(notesOn("sub-02_task-rest_bold.nii").out,
+                HasSubstr("Image: sub-02_task-rest_bold.nii is named sub-02, but the result sub-01; check that they "
+                          "belong together.\n"));
+    const CommandResult own = notesOn("sub-01_task-rest_desc-smooth_bold.nii");
+    EXPECT_EQ(own.status, 0) << own.err;
+    EXPECT_THAT(own.out, Not(HasSubstr("Image:")));
+}
+
 TEST_F(Denoise, SaysThatTheAnalysisWasFiltered) {
     const std::filesystem::path copy = folder / "copy";
     std::filesystem::copy(result(), copy);
