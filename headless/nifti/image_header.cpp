@@ -143,6 +143,7 @@ ImageHeader readImageHeader(const fs::path& file) {
     header.affine = affineOf(*image);
     header.oriented = image->sform_code > 0 || image->qform_code > 0;
     header.secondsPerVolume = secondsPerVolume(*image, raw);
+    header.timeUnit = image->time_units != NIFTI_UNITS_UNKNOWN;
     header.image = std::move(image);
     return header;
 }
