@@ -36,6 +36,7 @@ Design parse(const std::vector<std::string>& lines, const std::string& file, con
     if (areNumberColumns(lines)) return {parseNumberColumns(lines, file), "number columns", 0, {}};
     const TextTable table = parseTable(lines, file);
     if (isEventTable(table)) return fromEvents(table, volumes);
+    refusePartOfAnEventTable(table);
     return {predictorTable(table), "table", 0, {}};
 }
 
