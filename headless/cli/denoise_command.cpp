@@ -29,7 +29,7 @@ void addRejection(CLI::App& command, DenoiseOptions& o) {
     auto* labels = command.add_option("--labels", o.labels, "labels exported by the report: noise is rejected");
     labels->type_name("TSV");
     auto* reject = command.add_option_function<std::string>(
-        "--reject", [&o](const std::string& text) { o.rejected = listIn("--reject", text, "3,7 or ICA_02,ICA_06"); },
+        "--reject", [&o](const std::string& text) { o.rejected = listIn("--reject", text, "3,7-9 or ICA_02,ICA_06"); },
         "instead: components by number (from 1) or name");
     reject->type_name("LIST")->excludes(labels);
     command.parse_complete_callback([labels, reject] {

@@ -306,7 +306,7 @@ TEST_F(Denoise, CopiesVoxelsWithNonFiniteValues) {
 TEST_F(Denoise, NeedsLabelsOrAList) {
     expectRefusal(2, "--labels TSV or --reject LIST is required", {});
     expectRefusal(2, "--method: needs nonaggr, aggr or orthaggr; got soft", {"--reject", "1", "--method", "soft"});
-    expectRefusal(2, "--reject: needs names separated by commas, such as 3,7 or ICA_02,ICA_06; got 1,,2",
+    expectRefusal(2, "--reject: needs names separated by commas, such as 3,7-9 or ICA_02,ICA_06; got 1,,2",
                   {"--reject", "1,,2"});
     expectRefusal(2, "--columns", {"--reject", "1", "--columns", "a"});
 }
