@@ -123,6 +123,8 @@ std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader
 
 ImageHeader readImageHeader(const fs::path& file) {
     requireReadable(file);
+    std::error_code error;
+    if (fs::file_size(file, error) == 0 && !error) refuseFile(file, "is empty; export or copy the image again.");
     const RawHeader raw = readRawHeader(file); // before the library, which trusts what it reads
     auto image = readImage(file);
     if (!image || !image->iname)
