@@ -4,6 +4,7 @@
 #include "headless/cli/help_pages.h"
 #include "headless/cli/manual_pages.h"
 #include "headless/cli/nearest_word.h"
+#include "headless/cli/parser_complaint.h"
 #include "headless/failure/failure.h"
 #include "headless/text/text_file.h"
 
@@ -126,7 +127,7 @@ std::string CommandLine::complaint(const CLI::ParseError& error, int count, cons
         const std::string flag = flagWithValue(command, count, arguments);
         if (!flag.empty()) return flag + " takes no value" + help;
     }
-    if (named || error.get_name() != "RequiredError") return error.what() + help;
+    if (named || error.get_name() != "RequiredError") return parserComplaint(error, command) + help;
     const auto names = commandNames(app);
     std::string commands;
     for (const std::string& name : names) commands += (commands.empty() ? "" : ", ") + name;

@@ -162,6 +162,27 @@ TEST(Usage, AFlagTakesNoValue) {
     }
 }
 
+TEST(Usage, WhatTheParserRefusesIsSaidInPlainWords) {
+    const std::vector<std::pair<std::vector<std::string>, std::string>> wrong = {
+        {{"run", "b.nii", "--out", "o", "--components", "2", "--components", "3"}, "--components is given twice"},
+        {{"run", "b.nii", "--out", "o", "--seed", "1", "--seed", "2", "--seed", "3"}, "--seed is given 3 times"},
+        {{"run", "b.nii", "c.nii", "--out", "o"},
+         "c.nii is one argument too many; usage: znica run BOLD --out DIR [option...]"},
+        {{"run", "b.nii", "--out="}, "--out needs a value: --out DIR"},
+        {{"run", "b.nii", "--out"}, "--out needs a value: --out DIR"},
+        {{"run", "b.nii", "--out", "o", "--repeats", "0"}, "--repeats: needs 1 to 1000; got 0"},
+        {{"run", "b.nii", "--out", "o", "--repeats", "two"}, "--repeats: needs 1 to 1000; got two"},
+        {{"run", "b.nii", "--out", "o", "--quiet", "--verbose"}, "give --quiet or --verbose, not both"},
+        {{"simulate", "--out", "o", "--size", "huge"}, "--size: needs tiny, small, medium or large; got huge"},
+        {{"denoise", "r", "b.nii", "--out", "o", "--labels", "l.tsv", "--reject", "1"},
+         "give --labels or --reject, not both"}};
+    for (const auto& [arguments, complaint] : wrong) {
+        const CommandResult result = znica(arguments);
+        EXPECT_EQ(result.status, 2) << complaint;
+        EXPECT_EQ(result.err, "znica: " + complaint + " (see znica " + arguments[0] + " --help)\n");
+    }
+}
+
 TEST(Usage, ColumnsNeedConfoundsAndNames) {
     EXPECT_THAT(znica({"run", "b.nii", "--out", "o", "--columns", "a"}).err,
                 HasSubstr("--columns requires --confounds"));
