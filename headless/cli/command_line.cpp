@@ -9,6 +9,7 @@
 #include "headless/text/text_file.h"
 
 #include <filesystem>
+#include <system_error>
 
 namespace zn::headless {
 
@@ -55,9 +56,15 @@ std::vector<std::string> optionNames(const CLI::App& app) {
 // that are missing are complained about earlier than this, though its misspelling is often the reason.
 std::string unknownOption(const CLI::App& command) {
     for (const std::string& argument : command.remaining()) {
+        if (argument == "--") break; // what follows are names
         if (argument.starts_with('-')) return argument.substr(0, argument.find('='));
     }
     return "";
+}
+
+std::string hintOnFile(const std::string& option) {
+    std::error_code error;
+    return std::filesystem::exists(option, error) ? "; for the file of this name, write ./" + option : "";
 }
 
 bool isFlag(const CLI::Option& option) {
@@ -121,7 +128,7 @@ std::string CommandLine::complaint(const CLI::ParseError& error, int count, cons
     const std::string option = unknownOption(command);
     if (!option.empty()) {
         return option + " is not an option of " + program + suggestion(nearestWord(option, optionNames(command))) +
-               help;
+               hintOnFile(option) + help;
     }
     if (error.get_name() == "ArgumentMismatch") {
         const std::string flag = flagWithValue(command, count, arguments);

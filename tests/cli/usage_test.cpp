@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "files.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -181,6 +182,18 @@ TEST(Usage, WhatTheParserRefusesIsSaidInPlainWords) {
         EXPECT_EQ(result.status, 2) << complaint;
         EXPECT_EQ(result.err, "znica: " + complaint + " (see znica " + arguments[0] + " --help)\n");
     }
+}
+
+TEST(Usage, NamesMayBeginWithADash) {
+    const TemporaryFolder folder;
+    writeFile(folder / "-lead.nii", "");
+    const Surroundings there = {folder.path(), {}, {}};
+    EXPECT_EQ(znica({"run", "--out", "o", "--", "-lead.nii"}, there).err,
+              "znica: -lead.nii is empty; export or copy the image again.\n");
+    EXPECT_EQ(znica({"run", "--out", "o", "-lead.nii"}, there).err,
+              "znica: -lead.nii is not an option of znica run; for the file of this name, write ./-lead.nii (see znica "
+              "run --help)\n");
+    EXPECT_EQ(znica({"run", "--", "-lead.nii"}, there).err, "znica: --out is required (see znica run --help)\n");
 }
 
 TEST(Usage, ColumnsNeedConfoundsAndNames) {
