@@ -8,7 +8,9 @@
 #include "headless/failure/failure.h"
 #include "headless/text/text_file.h"
 
+#include <array>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 namespace zn::headless {
@@ -118,6 +120,13 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
         command->set_version_flag("--version", kVersion)->group(""); // listed once, in the first help
         refuseValuesOfFlags(*command);
     }
+}
+
+void CommandLine::parse(int count, const char* const* arguments) {
+    const bool help = count > 1 && std::string_view(arguments[1]) == "help";
+    if (!help) return app.parse(count, arguments);
+    const std::array<const char*, 3> instead = {arguments[0], count > 2 ? arguments[2] : "--help", "--help"};
+    app.parse(count > 2 ? 3 : 2, instead.data());
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {

@@ -196,6 +196,13 @@ TEST(Usage, NamesMayBeginWithADash) {
     EXPECT_EQ(znica({"run", "--", "-lead.nii"}, there).err, "znica: --out is required (see znica run --help)\n");
 }
 
+TEST(Usage, HelpIsAlsoACommand) {
+    EXPECT_EQ(znica({"help"}).out, znica({"--help"}).out);
+    const CommandResult help = znica({"help", "run"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.out, znica({"run", "--help"}).out);
+}
+
 TEST(Usage, ColumnsNeedConfoundsAndNames) {
     EXPECT_THAT(znica({"run", "b.nii", "--out", "o", "--columns", "a"}).err,
                 HasSubstr("--columns requires --confounds"));
