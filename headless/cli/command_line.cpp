@@ -80,6 +80,11 @@ void refuseValuesOfFlags(CLI::App& command) {
     }
 }
 
+// Also where it is the same as --help, and is not listed then.
+void acceptHelpAll(CLI::App& command) {
+    if (!command.get_help_all_ptr()) command.set_help_all_flag("--help-all")->group("");
+}
+
 // The first flag that is given a value; empty when there is no such argument.
 std::string flagWithValue(const CLI::App& command, int count, const char* const* arguments) {
     for (int i = 1; i < count; ++i) {
@@ -116,9 +121,11 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
         ->group("");
     addCommands(app, action);
     refuseValuesOfFlags(app);
+    acceptHelpAll(app);
     for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
         command->set_version_flag("--version", kVersion)->group(""); // listed once, in the first help
         refuseValuesOfFlags(*command);
+        acceptHelpAll(*command);
     }
 }
 

@@ -203,6 +203,16 @@ TEST(Usage, HelpIsAlsoACommand) {
     EXPECT_EQ(help.out, znica({"run", "--help"}).out);
 }
 
+TEST(Usage, EveryCommandHasAllOfItsHelp) {
+    for (const char* command : {"simulate", "score", "info", "compare", "report", "group", "denoise", "bids", "run"}) {
+        const CommandResult help = znica({command, "--help-all"});
+        EXPECT_EQ(help.status, 0) << command;
+        EXPECT_THAT(help.out, HasSubstr(std::string("Usage: znica ") + command));
+    }
+    EXPECT_EQ(znica({"simulate", "--help-all"}).out, znica({"simulate", "--help"}).out);
+    EXPECT_EQ(znica({"--help-all"}).out, znica({"--help"}).out);
+}
+
 TEST(Usage, ColumnsNeedConfoundsAndNames) {
     EXPECT_THAT(znica({"run", "b.nii", "--out", "o", "--columns", "a"}).err,
                 HasSubstr("--columns requires --confounds"));
