@@ -73,7 +73,7 @@ void addDenoiseCommand(CLI::App& app, Action& action) {
     command->add_option("--threads", o.threads, "threads (all)")
         ->check(CLI::Range(1, 1024).description(""))
         ->type_name("N");
-    command->add_flag("--force", o.force, "replace an earlier result in DIR");
+    command->add_flag("--force", o.force, "replace an earlier denoised image in DIR");
     command->add_flag("--quiet", o.quiet, "print only errors");
     command->add_flag("!--no-report", o.report, "do not write report.html");
     command->footer(kDenoiseFooter);
