@@ -1,6 +1,7 @@
 #include "headless/denoise/denoise_stages.h"
 
 #include "headless/denoise/denoising_memory.h"
+#include "headless/denoise/foreign_image.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/nifti/read_volumes.h"
@@ -96,6 +97,8 @@ void readInputs(Denoising& run) {
     requireReadable(run.options.functional);
     requireInputsOutsideOutput(run.options);
     run.result = ResultFiles::of(run.options.functional, run.options.result);
+    const std::string foreign = noteOnForeignImage(run.options.functional, run.result->stem());
+    if (!foreign.empty()) run.say(foreign);
     const int analysed = readFacts(run);
     readFunctional(run, analysed);
     requireMemory(run);

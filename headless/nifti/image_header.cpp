@@ -118,6 +118,8 @@ std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader
 
 ImageHeader readImageHeader(const fs::path& file) {
     requireReadable(file);
+    std::error_code error;
+    if (fs::file_size(file, error) == 0 && !error) refuseFile(file, "is empty; export or copy the image again.");
     const RawHeader raw = readRawHeader(file); // before the library, which trusts what it reads
     auto image = readImage(file);
     if (!image || !image->iname)
@@ -138,6 +140,7 @@ ImageHeader readImageHeader(const fs::path& file) {
     header.affine = affineOf(*image);
     header.oriented = image->sform_code > 0 || image->qform_code > 0;
     header.secondsPerVolume = secondsPerVolume(*image, raw);
+    header.timeUnit = image->time_units != NIFTI_UNITS_UNKNOWN;
     header.image = std::move(image);
     return header;
 }

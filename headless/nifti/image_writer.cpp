@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 
 namespace zn::headless {
@@ -53,6 +54,7 @@ void setValues(nifti_image& image, const ImageWriter::Layout& layout) {
     image.slice_code = 0;
     image.slice_start = image.slice_end = 0;
     image.slice_duration = 0.0;
+    std::memset(image.descrip, 0, sizeof image.descrip);
     std::snprintf(image.descrip, sizeof image.descrip, "%s", layout.description);
 }
 

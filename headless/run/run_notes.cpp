@@ -32,6 +32,11 @@ std::vector<Remark> repetitionTimeRemarks(const RepetitionTime& repetition) {
     for (const std::string& sentence : repetition.disagreements) {
         remarks.push_back({"repetition-time-disagreement", sentence});
     }
+    if (repetition.perhapsUnset) {
+        remarks.push_back({"repetition-time-without-unit",
+                           "TR: the header says 1 s without a unit, which many programs write by default; check it, or "
+                           "give --tr."});
+    }
     return remarks;
 }
 

@@ -3,9 +3,11 @@
 #include "headless/failure/failure.h"
 #include "headless/mask/brain_mask.h"
 #include "headless/mask/intensity_threshold.h"
+#include "headless/mask/volumes_without_values.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/report/mean_image.h"
+#include "headless/text/input_file.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,13 +37,26 @@ void noteMissingIntensities(Run& run, const std::vector<float>& mean) {
          "can be computed from it and all voxels are used; specify one with --mask FILE."});
 }
 
-[[noreturn]] void refuseEmpty(const RunOptions& options, const ExcludedVoxels& excluded) {
+// A single such volume makes every voxel unusable.
+void refuseVolumesWithoutValues(const Run& run) {
+    const std::vector<int> without = volumesWithoutValues(run.session.series);
+    if (without.empty() || without.size() == static_cast<std::size_t>(run.volumes)) return;
+    const std::size_t others = without.size() - 1;
+    refuseFile(run.functional.file, "has no finite value in volume " +
+                                        std::to_string(run.options.dummyScans + without.front() + 1) +
+                                        (others > 0 ? " and " + std::to_string(others) + " more" : "") + " of " +
+                                        std::to_string(run.functional.volumes) + ", counted from 1; repair the image.");
+}
+
+[[noreturn]] void refuseEmpty(const Run& run, const ExcludedVoxels& excluded) {
+    const RunOptions& options = run.options;
     const std::string check =
         options.maskSource == MaskSource::kFile ? "; check the image and the mask." : "; check the image.";
     const std::string file = options.functional.string();
     if (excluded.notFinite == 0) {
         throw Failure(ExitStatus::kInput, file + " does not change over time in any voxel to be analysed" + check);
     }
+    refuseVolumesWithoutValues(run);
     throw Failure(ExitStatus::kInput,
                   file + " has no voxel that can be analysed: " + std::to_string(excluded.notFinite) +
                       " with non-finite values, " + std::to_string(excluded.constant) + " constant" + check);
@@ -116,10 +131,10 @@ void settleMask(Run& run) {
     writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);
-    if (run.options.maskSource == MaskSource::kAutomatic) noteMissingIntensities(run, summary.mean);
     mask.excluded = removeUnusable(summary, mask.voxels);
     mask.count = countOnes(mask.voxels);
-    if (mask.count == 0) refuseEmpty(run.options, mask.excluded);
+    if (mask.count == 0) refuseEmpty(run, mask.excluded);
+    if (run.options.maskSource == MaskSource::kAutomatic) noteMissingIntensities(run, summary.mean);
 }
 
 void useMask(Run& run) {

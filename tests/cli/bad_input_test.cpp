@@ -65,7 +65,7 @@ TEST_F(BadInput, ATextFileWithTheEndingOfACompressedImage) {
 
 TEST_F(BadInput, AnEmptyFile) {
     writeFile(folder / "empty.nii", "");
-    expectRefusal(run({(folder / "empty.nii").string()}), "empty.nii is not a NIfTI image");
+    expectRefusal(run({(folder / "empty.nii").string()}), "empty.nii is empty; export or copy the image again.");
 }
 
 // The image library prints several messages about these; the user sees only one sentence.

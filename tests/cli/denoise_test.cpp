@@ -174,6 +174,24 @@ TEST_F(Denoise, WondersAboutLabelsWithTheNameOfAnotherResult) {
     EXPECT_THAT(own.out, Not(HasSubstr("Labels:")));
 }
 
+TEST_F(Denoise, WondersAboutTheImageOfAnotherSubject) {
+    std::filesystem::create_directory(folder / "renamed");
+    for (const std::string& name : namesIn(result())) {
+        if (!name.starts_with("a_")) continue;
+        std::filesystem::copy(result() + "/" + name, folder / ("renamed/sub-01_task-rest" + name.substr(1)));
+    }
+    const auto notesOn = [&](const std::string& image) {
+        return znica({"denoise", (folder / "renamed").string(), file(image, plainSeries(kVolumes).bytes()), "--reject",
+                      "1", "--no-report", "--out", out(), "--force"});
+    };
+    EXPECT_THAT(notesOn("sub-02_task-rest_bold.nii").out,
+                HasSubstr("Image: sub-02_task-rest_bold.nii is named sub-02, but the result sub-01; check that they "
+                          "belong together.\n"));
+    const CommandResult own = notesOn("sub-01_task-rest_desc-smooth_bold.nii");
+    EXPECT_EQ(own.status, 0) << own.err;
+    EXPECT_THAT(own.out, Not(HasSubstr("Image:")));
+}
+
 TEST_F(Denoise, SaysThatTheAnalysisWasFiltered) {
     const std::filesystem::path copy = folder / "copy";
     std::filesystem::copy(result(), copy);
@@ -205,6 +223,9 @@ TEST_F(Denoise, ReplacesAnEarlierImageOnlyWithForce) {
     expectRefusal(1, "exists and is not empty; name another folder, or use --force to replace a result.",
                   {"--reject", "1"});
     ASSERT_EQ(denoise({"--reject", "1", "--method", "aggr", "--force"}).status, 0);
+    const CommandResult run = znica({"run", bold(), "--components", "1", "--out", out(), "--force"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, HasSubstr("out holds a denoised image; --force replaces only results of znica run.\n"));
     EXPECT_FALSE(std::filesystem::exists(folder / "out/a_desc-nonaggrDenoised_bold.nii.gz"));
     writeFile(folder / "out/mine.txt", "");
     expectRefusal(1, "holds mine.txt, which does not belong to a result", {"--reject", "1", "--force"});
@@ -309,7 +330,7 @@ TEST_F(Denoise, CopiesVoxelsWithNonFiniteValues) {
 TEST_F(Denoise, NeedsLabelsOrAList) {
     expectRefusal(2, "--labels TSV or --reject LIST is required", {});
     expectRefusal(2, "--method: needs nonaggr, aggr or orthaggr; got soft", {"--reject", "1", "--method", "soft"});
-    expectRefusal(2, "--reject: needs names separated by commas, such as 3,7 or ICA_02,ICA_06; got 1,,2",
+    expectRefusal(2, "--reject: needs names separated by commas, such as 3,7-9 or ICA_02,ICA_06; got 1,,2",
                   {"--reject", "1,,2"});
     expectRefusal(2, "--columns", {"--reject", "1", "--columns", "a"});
 }

@@ -138,6 +138,18 @@ TEST_F(Input, UnusableVoxelsAreExcludedFromEveryKindOfMaskAndCounted) {
     }
 }
 
+TEST_F(Input, AVolumeWithoutValuesIsNamed) {
+    NiftiBytes image = floats(24);
+    for (int v = 0; v < kVoxels; ++v) setFloat(image, 6, v, std::numeric_limits<float>::quiet_NaN());
+    EXPECT_THAT(echo(image, {"--dummy-scans", "2"}).err,
+                HasSubstr("a_bold.nii has no finite value in volume 7 of 24, counted from 1; repair the image.\n"));
+    for (int v = 0; v < kVoxels; ++v) setFloat(image, 20, v, std::numeric_limits<float>::infinity());
+    writeFile(folder / "mask.nii", plainMask().bytes());
+    EXPECT_THAT(echo(image, {"--mask", (folder / "mask.nii").string()}).err,
+                HasSubstr(" in volume 7 and 1 more of 24, counted from 1;"));
+    EXPECT_THAT(echo(image, {"--dummy-scans", "22"}).err, Not(HasSubstr("no finite value")));
+}
+
 // AFNI and others keep their history there, which is not that of a map.
 TEST_F(Input, AnExtensionOfItsHeaderChangesNothing) {
     const auto filesOf = [&](const NiftiBytes& image) {
