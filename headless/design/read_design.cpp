@@ -63,13 +63,12 @@ void requireCount(const Design& design, const std::string& file) {
                 (events ? " predictors; name fewer of them in trial_type." : "; keep only the columns that matter."));
 }
 
-void requireDistinctNames(const Design& design, const std::string& file) {
-    std::set<std::string> seen;
-    const auto& names = design.matrix.names;
-    const auto twice =
-        std::find_if(names.begin(), names.end(), [&](const std::string& name) { return !seen.insert(name).second; });
-    if (twice == names.end()) return;
-    refuseInput(file + " has two predictors named " + *twice + "; give each a name of its own.");
+void noteEqualNames(Design& design) {
+    std::set<std::string> names;
+    for (const std::string& name : design.matrix.names) {
+        if (names.insert(name).second) continue;
+        design.notes.push_back("Design: two predictors are named " + name + ", which the results do not distinguish.");
+    }
 }
 
 void noteConstants(Design& design) {
@@ -104,7 +103,7 @@ void fitRows(Design& design, const AnalysedVolumes& volumes, const std::string& 
 Design readDesign(const std::filesystem::path& file, const AnalysedVolumes& volumes) {
     Design design = parseAny(readLines(file), file.string(), volumes);
     requireCount(design, file.string());
-    requireDistinctNames(design, file.string());
+    noteEqualNames(design);
     fitRows(design, volumes, file.string());
     if (design.format != kEvents) noteConstants(design);
     return design;

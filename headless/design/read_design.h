@@ -29,8 +29,7 @@ struct Design {
 /// Except for events, which have times, a file has either one row per analysed volume, or one row per volume of the
 /// image, in which case those of the dummy scans are omitted.
 ///
-/// Throws Failure (kInput) naming file, line and column; also for more than kMaxPredictors predictors and for two of
-/// the same name.
+/// Throws Failure (kInput) naming file, line and column; also for more than kMaxPredictors predictors.
 Design readDesign(const std::filesystem::path& file, const AnalysedVolumes& volumes);
 
 } // namespace zn::headless
