@@ -27,8 +27,7 @@ struct Verdict {
 std::vector<Verdict> readVerdicts(const std::filesystem::path& labels, const std::vector<std::string>& components);
 
 /// Verdicts from a list of rejected components: numbers as the report shows them, from 1, ranges of these ("3-5"), or
-/// names. Throws Failure
-/// (kInput) for one that the result does not have.
+/// names. Throws Failure (kInput) for one that the result does not have.
 std::vector<Verdict> verdictsFor(const std::vector<std::string>& rejected, const std::vector<std::string>& components);
 
 } // namespace zn::headless
