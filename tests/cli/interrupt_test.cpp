@@ -93,6 +93,12 @@ TEST_F(Interrupt, IgnoredByTheCallerStaysIgnored) {
     }
 }
 
+TEST_F(Interrupt, IgnoredByTheCallerStaysIgnoredWhileTheLibrariesAreLoaded) {
+    const std::string interrupted = "export LD_PRELOAD=" INTERRUPTING_LIBRARY_FILE ";";
+    EXPECT_EQ(znica({"--version"}, {{}, {}, interrupted}).status, 128 + SIGINT);
+    EXPECT_EQ(znica({"--version"}, {{}, {}, "trap '' INT;" + interrupted}).status, 0);
+}
+
 TEST_F(Interrupt, KeepsTheResultThatWasToBeReplaced) {
     std::filesystem::create_directory(folder / "out");
     writeFile(folder / "out/log.txt", "earlier");
