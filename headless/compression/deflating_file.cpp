@@ -58,7 +58,7 @@ DeflatingFile::DeflatingFile(const std::filesystem::path& file, bool compressed,
     state_->file = std::fopen(file.c_str(), "wbe");
     state_->good = state_->file != nullptr;
     state_->compressed = compressed;
-    state_->threads = static_cast<std::size_t>(threads);
+    state_->threads = static_cast<std::size_t>(std::max(threads, 1));
 }
 
 DeflatingFile::~DeflatingFile() = default;

@@ -182,6 +182,13 @@ TEST_F(InflatingFileTest, OfADeflatingFileDoesNotDependOnTheThreads) {
     EXPECT_TRUE(fileMadeWith(3) == alone);
 }
 
+// Nothing is kept until close() that could be written before.
+TEST_F(InflatingFileTest, OfADeflatingFileWithoutThreadsGrowsMemberByMember) {
+    DeflatingFile out(folder / "out.gz", true, 0);
+    for (int i = 0; i < 80; ++i) EXPECT_TRUE(out.write(std::as_bytes(std::span(text)))); // three members and a part
+    EXPECT_GT(std::filesystem::file_size(folder / "out.gz"), 2u << 24);
+}
+
 TEST_F(InflatingFileTest, OfAnEmptyDeflatingFileIsEmpty) {
     DeflatingFile out(folder / "out.gz", true);
     EXPECT_TRUE(out.close());
