@@ -1,7 +1,6 @@
 #include "headless/nifti/image_writer.h"
 
 #include "headless/failure/failure.h"
-#include "headless/nifti/quiet_library.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -70,7 +69,6 @@ void setFile(nifti_image& image, const std::filesystem::path& file) {
 
 ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout)
     : file_(file), stream_(file, file.extension() == ".gz", layout.threads) {
-    const QuietLibrary quiet;
     const Image image(nifti_copy_nim_info(&grid), nifti_image_free);
     if (!image) throw std::bad_alloc();
     setMillimetres(*image);
