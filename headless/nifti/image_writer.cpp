@@ -4,7 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
+#include <string>
 
 namespace zn::headless {
 
@@ -76,9 +76,9 @@ ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& g
     setValues(*image, layout);
     setFile(*image, file);
     for (int axis = 1; axis <= 4; ++axis) {
-        if (image->dim[axis] > std::numeric_limits<std::int16_t>::max()) {
-            throw Failure(ExitStatus::kOther,
-                          file.string() + " cannot be written: NIfTI-1 holds at most 32767 elements along an axis.");
+        if (image->dim[axis] > kMostElements) {
+            throw Failure(ExitStatus::kOther, file.string() + " cannot be written: NIfTI-1 holds at most " +
+                                                  std::to_string(kMostElements) + " elements along an axis.");
         }
     }
     writeHeader(*image);
