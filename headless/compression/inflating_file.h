@@ -25,9 +25,15 @@ public:
     /// Skips bytes; false if there are fewer.
     bool skip(std::int64_t count);
 
+    /// Reads a compressed file to its end, so that isDamaged() and isTruncated() are about the whole of it.
+    void finish();
+
     /// Whether what has been read so far is not what was compressed: invalid data or a wrong checksum, which is
-    /// compared when read() reaches the end.
+    /// compared at the end of each member.
     bool isDamaged() const;
+
+    /// Whether reading has met the end of the file inside a gzip member.
+    bool isTruncated() const;
 
 private:
     struct State;

@@ -4,6 +4,7 @@
 #include "headless/denoise/foreign_image.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
+#include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
@@ -66,6 +67,12 @@ void readFunctional(Denoising& run, int analysed) {
                        ", but the result is of " + std::to_string(analysed) +
                        (run.dummyScans > 0 ? " after " + std::to_string(run.dummyScans) + " dummy scans" : "") +
                        "; name the image that was analysed, or another version of it.");
+    }
+    if (run.functional.volumes > ImageWriter::kMostElements) {
+        refuseFile(run.functional.file, "has " + std::to_string(run.functional.volumes) +
+                                            " volumes, but a denoised image can hold at most " +
+                                            std::to_string(ImageWriter::kMostElements) +
+                                            "; split it before the analysis.");
     }
     if (analysed < 3) refuseFile(run.functional.file, "has too few volumes to be denoised.");
     const ImageHeader mask = readImageHeader((*run.result)[ResultFile::kMask]);

@@ -2,12 +2,11 @@
 
 #include "headless/failure/failure.h"
 #include "headless/nifti/millimetres_per_unit.h"
-#include "headless/nifti/quiet_library.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
+#include <string>
 
 namespace zn::headless {
 
@@ -71,7 +70,6 @@ void setFile(nifti_image& image, const std::filesystem::path& file) {
 
 ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout)
     : file_(file), stream_(file, file.extension() == ".gz", layout.threads) {
-    const QuietLibrary quiet;
     const Image image(nifti_copy_nim_info(&grid), nifti_image_free);
     if (!image) throw std::bad_alloc();
     nifti_free_extensions(image.get()); // they describe the input
@@ -80,9 +78,9 @@ ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& g
     setValues(*image, layout);
     setFile(*image, file);
     for (int axis = 1; axis <= 4; ++axis) {
-        if (image->dim[axis] > std::numeric_limits<std::int16_t>::max()) {
-            throw Failure(ExitStatus::kOther,
-                          file.string() + " cannot be written: NIfTI-1 holds at most 32767 elements along an axis.");
+        if (image->dim[axis] > kMostElements) {
+            throw Failure(ExitStatus::kOther, file.string() + " cannot be written: NIfTI-1 holds at most " +
+                                                  std::to_string(kMostElements) + " elements along an axis.");
         }
     }
     writeHeader(*image);

@@ -108,6 +108,21 @@ TEST_F(BadInput, ACompressedFileWithAWrongChecksum) {
     expectRefusal(result, "damaged");
 }
 
+TEST_F(BadInput, ACompressedFileWithoutItsChecksum) {
+    writeCompressed(folder / "complete.nii.gz", plainSeries(24).bytes());
+    const std::string bytes = textOf(folder / "complete.nii.gz");
+    writeFile(folder / "bold.nii.gz", bytes.substr(0, bytes.size() - 8));
+    expectRefusal(run({(folder / "bold.nii.gz").string()}), "bold.nii.gz is truncated: it ends before its checksum;");
+}
+
+TEST_F(BadInput, ACompressedFileWithAWrongChecksumBeyondTheLastVolume) {
+    writeCompressed(folder / "complete.nii.gz", plainSeries(24).bytes() + std::string(100'000, 'x'));
+    std::string bytes = textOf(folder / "complete.nii.gz");
+    bytes[bytes.size() - 7] ^= 1;
+    writeFile(folder / "bold.nii.gz", bytes);
+    expectRefusal(run({(folder / "bold.nii.gz").string()}), "bold.nii.gz is damaged: its checksum is wrong;");
+}
+
 TEST_F(BadInput, AThreeDimensionalImage) {
     NiftiBytes image = plainMask();
     expectRefusal(runOn(image), "bold.nii holds a single volume (6x5x4); an analysis needs a 4D image");

@@ -276,6 +276,41 @@ TEST_F(Denoise, RefusesImagesThatDoNotMatchTheResult) {
     expectRefusal(3, "cut.nii", {"--reject", "1"}, file("cut.nii", whole.substr(0, whole.size() / 2)));
 }
 
+// Noise on 6x5x4 voxels as a NIfTI-2 file, which may have more volumes than NIfTI-1 can count.
+std::string longSeries(std::int64_t volumes) {
+    std::string file(544 + 120 * static_cast<std::size_t>(volumes), '\0');
+    const auto put = [&](std::size_t offset, auto value) { std::memcpy(file.data() + offset, &value, sizeof value); };
+    put(0, std::int32_t{540});
+    file.replace(4, 8, std::string("n+2\0\r\n\032\n", 8));
+    put(12, std::int16_t{2}); // uint8
+    put(14, std::int16_t{8});
+    const std::array<std::int64_t, 8> dim = {4, 6, 5, 4, volumes, 1, 1, 1};
+    for (std::size_t i = 0; i < 8; ++i) put(16 + 8 * i, dim[i]);
+    for (std::size_t i = 0; i < 8; ++i) put(104 + 8 * i, i == 4 ? 2.0 : 1.0);
+    put(168, std::int64_t{544});
+    put(348, std::int32_t{1});                                               // the sform is that of a scanner
+    for (std::size_t row = 0; row < 3; ++row) put(400 + 8 * (5 * row), 1.0); // voxels of 1 mm
+    put(500, std::int32_t{2 | 8});                                           // millimetres and seconds
+    std::uint32_t state = 1;
+    for (std::size_t i = 544; i < file.size(); ++i) {
+        file[i] = static_cast<char>(64 + ((state = state * 1664525U + 1013904223U) >> 26));
+    }
+    return file;
+}
+
+TEST_F(Denoise, RefusesMoreVolumesThanItCanWriteBeforeTheWork) {
+    const std::string image = file("long.nii", longSeries(32768));
+    const std::string analysis = (folder / "analysis").string();
+    const CommandResult analysed = znica({"run", image, "--components", "4", "--seed", "1", "--dummy-scans", "32748",
+                                          "--mask", "none", "--no-report", "--epsilon", "0.5", "--out", analysis});
+    ASSERT_EQ(analysed.status, 0) << analysed.err;
+    const CommandResult refused = znica({"denoise", analysis, image, "--reject", "1", "--out", out()});
+    EXPECT_EQ(refused.status, 3) << refused.err;
+    EXPECT_EQ(refused.err, "znica: " + image +
+                               " has 32768 volumes, but a denoised image can hold at most 32767; split it before the "
+                               "analysis.\n");
+}
+
 TEST_F(Denoise, RefusesADamagedTableOfCourses) {
     const std::filesystem::path copy = folder / "copy";
     std::filesystem::copy(result(), copy);
