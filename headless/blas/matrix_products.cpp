@@ -1,6 +1,7 @@
 #include "headless/blas/matrix_products.h"
 
 #include "headless/batch/batch_job.h"
+#include "headless/blas/one_blas_thread.h"
 
 #include <cblas.h>
 
@@ -95,15 +96,12 @@ void productWithItself(WorkerThreads& team, bool transpose, int n, int k, const 
 } // namespace
 
 MatrixProducts::MatrixProducts(int threads) : team_(std::max(threads, 1)) {
+    blasThreadsAtStart();
     openblas_set_num_threads(1); // every block is one call on the thread that picks it up
 }
 
-int MatrixProducts::blasThreads() {
-    return openblas_get_num_threads();
-}
-
 int MatrixProducts::defaultThreads() {
-    return std::min(blasThreads(), batchJobProcessors().value_or(blasThreads()));
+    return std::min(blasThreadsAtStart(), batchJobProcessors().value_or(blasThreadsAtStart()));
 }
 
 template <class Real>

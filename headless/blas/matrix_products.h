@@ -12,17 +12,13 @@ namespace zn::headless {
 /// and the last bits. Here every product is cut into blocks of a fixed size, each block is one call of the BLAS on one
 /// thread, and partial sums are added in the order of the blocks.
 ///
-/// All arrays are contiguous row-major blocks. While an object of this class exists, the BLAS itself uses one thread.
+/// All arrays are contiguous row-major blocks. From the first object of this class on, the BLAS itself uses one thread.
 class MatrixProducts {
 public:
     /// At least one thread, counting the caller's own.
     explicit MatrixProducts(int threads);
 
-    /// As many threads as the BLAS would use: the number of processors, or OPENBLAS_NUM_THREADS; call it before the
-    /// first object is made. It has started them already.
-    static int blasThreads();
-
-    /// The same, but no more than the batch job has processors.
+    /// As many threads as the BLAS would use (blasThreadsAtStart()), but no more than the batch job has processors.
     static int defaultThreads();
 
     /// As many as the user wants; if nothing is said, defaultThreads().

@@ -4,7 +4,13 @@
 
 namespace zn::headless {
 
+int blasThreadsAtStart() {
+    static const int number = openblas_get_num_threads(); // the first call precedes every change of the number
+    return number;
+}
+
 OneBlasThread::OneBlasThread() : before_(openblas_get_num_threads()) {
+    blasThreadsAtStart();
     openblas_set_num_threads(1);
 }
 

@@ -1,6 +1,7 @@
 #include "headless/blas/worker_threads.h"
 
 #include <system_error>
+#include <utility>
 
 namespace zn::headless {
 
@@ -32,14 +33,21 @@ void WorkerThreads::run(int count, const std::function<void(int)>& piece) {
     begun_.notify_all();
     takePieces(lock);
     ended_.wait(lock, [this] { return unfinished_ == 0; });
+    if (const auto failure = std::exchange(failure_, nullptr)) std::rethrow_exception(failure);
 }
 
 void WorkerThreads::takePieces(std::unique_lock<std::mutex>& lock) {
     while (next_ < count_) {
         const int mine = next_++;
         lock.unlock();
-        (*piece_)(mine);
+        std::exception_ptr failure;
+        try {
+            (*piece_)(mine);
+        } catch (...) {
+            failure = std::current_exception();
+        }
         lock.lock();
+        if (failure) failure_ = failure;
         if (--unfinished_ == 0) ended_.notify_all();
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <exception>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -21,7 +22,7 @@ public:
     int threads() const { return static_cast<int>(workers_.size()) + 1; }
 
     /// Calls piece(0) ... piece(count - 1), each once, in any order and on any thread, and returns when all are done.
-    /// The pieces must not throw. Only one thread may call this at a time.
+    /// If pieces throw, it throws one of their exceptions then. Only one thread may call this at a time.
     void run(int count, const std::function<void(int)>& piece);
 
 private:
@@ -35,6 +36,7 @@ private:
     int count_ = 0;
     int next_ = 0;
     int unfinished_ = 0;
+    std::exception_ptr failure_;
     bool stopping_ = false;
     std::vector<std::thread> workers_;
 };

@@ -14,6 +14,7 @@
 #include "headless/study/run_study.h"
 #include "headless/study/runs_together.h"
 #include "headless/study/write_overview.h"
+#include "headless/text/byte_sizes.h"
 
 #include <algorithm>
 #include <charconv>
@@ -118,7 +119,7 @@ void settle(const CLI::App& command, BidsCommand& c) {
     o.out = absolutePath(o.out);
     o.maskGiven = command.count("--mask") > 0;
     o.runArguments = forwarded(c);
-    if (o.run.memoryGib) o.memoryBytes = static_cast<std::int64_t>(std::min(*o.run.memoryGib, 1e9) * 1073741824.0);
+    if (o.run.memoryGib) o.memoryBytes = static_cast<std::int64_t>(std::min(*o.run.memoryGib, 1e9) * kBytesPerGib);
     settleGroup(command, c);
     for (const char* ignored : {"--work-dir", "--skip-bids-validation"}) {
         if (command.count(ignored) > 0) std::fprintf(stderr, "znica: %s has no effect.\n", ignored);

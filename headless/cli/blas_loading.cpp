@@ -14,6 +14,7 @@ struct sigaction before {};
 // SIGINT while loading. Only what a signal handler may do.
 void endLoading(int signal, siginfo_t* info, void*) {
     const bool ownDoing = info->si_code == SI_TKILL && info->si_pid == getpid();
+    if (!ownDoing && before.sa_handler == SIG_IGN) return; // stays ignored
     if (!ownDoing) _exit(128 + signal);
     constexpr char kText[] = "znica: " ZN_NO_THREADS "\n";
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, kText, sizeof kText - 1);
@@ -21,10 +22,11 @@ void endLoading(int signal, siginfo_t* info, void*) {
 }
 
 void beforeLibraries() {
+    sigaction(SIGINT, nullptr, &before); // known before the handler can be called
     struct sigaction action {};
     action.sa_sigaction = endLoading;
-    action.sa_flags = SA_SIGINFO;
-    sigaction(SIGINT, &action, &before);
+    action.sa_flags = SA_SIGINFO | SA_RESTART;
+    sigaction(SIGINT, &action, nullptr);
 }
 
 // Runs before the constructors of all libraries.

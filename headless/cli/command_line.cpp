@@ -4,10 +4,14 @@
 #include "headless/cli/help_pages.h"
 #include "headless/cli/manual_pages.h"
 #include "headless/cli/nearest_word.h"
+#include "headless/cli/parser_complaint.h"
 #include "headless/failure/failure.h"
 #include "headless/text/text_file.h"
 
+#include <array>
 #include <filesystem>
+#include <string_view>
+#include <system_error>
 
 namespace zn::headless {
 
@@ -54,9 +58,15 @@ std::vector<std::string> optionNames(const CLI::App& app) {
 // that are missing are complained about earlier than this, though its misspelling is often the reason.
 std::string unknownOption(const CLI::App& command) {
     for (const std::string& argument : command.remaining()) {
+        if (argument == "--") break; // what follows are names
         if (argument.starts_with('-')) return argument.substr(0, argument.find('='));
     }
     return "";
+}
+
+std::string hintOnFile(const std::string& option) {
+    std::error_code error;
+    return std::filesystem::exists(option, error) ? "; for the file of this name, write ./" + option : "";
 }
 
 bool isFlag(const CLI::Option& option) {
@@ -68,6 +78,11 @@ void refuseValuesOfFlags(CLI::App& command) {
     for (CLI::Option* option : command.get_options([](const CLI::Option* o) { return isFlag(*o); })) {
         option->disable_flag_override();
     }
+}
+
+// Also where it is the same as --help, and is not listed then.
+void acceptHelpAll(CLI::App& command) {
+    if (!command.get_help_all_ptr()) command.set_help_all_flag("--help-all")->group("");
 }
 
 // The first flag that is given a value; empty when there is no such argument.
@@ -106,10 +121,19 @@ CommandLine::CommandLine() : app(kAbout, "znica") {
         ->group("");
     addCommands(app, action);
     refuseValuesOfFlags(app);
+    acceptHelpAll(app);
     for (CLI::App* command : app.get_subcommands([](CLI::App*) { return true; })) {
         command->set_version_flag("--version", kVersion)->group(""); // listed once, in the first help
         refuseValuesOfFlags(*command);
+        acceptHelpAll(*command);
     }
+}
+
+void CommandLine::parse(int count, const char* const* arguments) {
+    const bool help = count > 1 && std::string_view(arguments[1]) == "help";
+    if (!help) return app.parse(count, arguments);
+    const std::array<const char*, 3> instead = {arguments[0], count > 2 ? arguments[2] : "--help", "--help"};
+    app.parse(count > 2 ? 3 : 2, instead.data());
 }
 
 std::string CommandLine::complaint(const CLI::ParseError& error, int count, const char* const* arguments) const {
@@ -120,13 +144,13 @@ std::string CommandLine::complaint(const CLI::ParseError& error, int count, cons
     const std::string option = unknownOption(command);
     if (!option.empty()) {
         return option + " is not an option of " + program + suggestion(nearestWord(option, optionNames(command))) +
-               help;
+               hintOnFile(option) + help;
     }
     if (error.get_name() == "ArgumentMismatch") {
         const std::string flag = flagWithValue(command, count, arguments);
         if (!flag.empty()) return flag + " takes no value" + help;
     }
-    if (named || error.get_name() != "RequiredError") return error.what() + help;
+    if (named || error.get_name() != "RequiredError") return parserComplaint(error, command) + help;
     const auto names = commandNames(app);
     std::string commands;
     for (const std::string& name : names) commands += (commands.empty() ? "" : ", ") + name;

@@ -22,6 +22,10 @@ struct CommandLine {
     CLI::App app;
     Action action; ///< of the command that was given
 
+    /// Parses the arguments, of which the first is the program's name; "help COMMAND" is "COMMAND --help". Throws as
+    /// CLI::App::parse() does.
+    void parse(int count, const char* const* arguments);
+
     /// One sentence for the user about arguments that do not parse.
     std::string complaint(const CLI::ParseError& error, int count, const char* const* arguments) const;
 };

@@ -34,13 +34,29 @@ void requireOutside(const std::filesystem::path& folder, const std::filesystem::
     throw Failure(ExitStatus::kOther, out.string() + " exists; name another file, or use --force.");
 }
 
+// Before anything is computed.
+void requireFilePlace(const CompareCommand& options) {
+    const std::filesystem::path& out = options.out;
+    std::error_code error;
+    if (out.empty()) return;
+    if (std::filesystem::is_directory(out, error)) {
+        throw Failure(ExitStatus::kOther, out.string() + " is a folder; name a file for the table.");
+    }
+    const std::filesystem::path folder = out.parent_path();
+    if (!folder.empty() && !std::filesystem::is_directory(folder, error)) {
+        throw Failure(ExitStatus::kOther,
+                      out.string() + " cannot be written: the folder " + folder.string() + " does not exist.");
+    }
+    if (!options.force && std::filesystem::exists(out, error)) refuseExisting(out);
+}
+
 void writeTable(const CompareCommand& options, const std::string& table) {
     if (options.force) return replaceTextFile(options.out, table);
     if (!createTextFile(options.out, table)) refuseExisting(options.out); // it has appeared in the meantime
 }
 
 ExitStatus compare(const CompareCommand& options, UnfinishedWork& unfinished) {
-    if (!options.out.empty() && !options.force && std::filesystem::exists(options.out)) refuseExisting(options.out);
+    requireFilePlace(options);
     for (const std::filesystem::path& folder : {options.a, options.b}) requireOutside(folder, options.out);
     const auto pairs = pairComponents(options.a, options.b);
     const std::string table = pairTable(pairs);

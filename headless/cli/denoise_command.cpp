@@ -29,7 +29,7 @@ void addRejection(CLI::App& command, DenoiseOptions& o) {
     auto* labels = command.add_option("--labels", o.labels, "labels exported by the report: noise is rejected");
     labels->type_name("TSV");
     auto* reject = command.add_option_function<std::string>(
-        "--reject", [&o](const std::string& text) { o.rejected = listIn("--reject", text, "3,7 or ICA_02,ICA_06"); },
+        "--reject", [&o](const std::string& text) { o.rejected = listIn("--reject", text, "3,7-9 or ICA_02,ICA_06"); },
         "instead: components by number (from 1) or name");
     reject->type_name("LIST")->excludes(labels);
     command.parse_complete_callback([labels, reject] {
@@ -73,7 +73,7 @@ void addDenoiseCommand(CLI::App& app, Action& action) {
     command->add_option("--threads", o.threads, "threads (all)")
         ->check(CLI::Range(1, 1024).description(""))
         ->type_name("N");
-    command->add_flag("--force", o.force, "replace an earlier result in DIR");
+    command->add_flag("--force", o.force, "replace an earlier denoised image in DIR");
     command->add_flag("--quiet", o.quiet, "print only errors");
     command->add_flag("!--no-report", o.report, "do not write report.html");
     command->footer(kDenoiseFooter);

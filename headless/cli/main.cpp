@@ -59,7 +59,7 @@ constexpr int kLargeBlock = 4 << 20;
 int run(int argc, char** argv, UnfinishedWork& unfinished) {
     zn::headless::CommandLine line;
     try {
-        line.app.parse(argc, argv);
+        line.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return line.app.exit(error); // help and version
         return complain(unfinished, ExitStatus::kUsage, line.complaint(error, argc, argv));

@@ -173,7 +173,7 @@ void addControlOptions(CLI::App& command, RunControl& control) {
     command.add_option("--seed", control.seed, "random seed; the same one reproduces a run (random)")
         ->check(wholeNumber(std::numeric_limits<std::uint32_t>::max()))
         ->type_name("N");
-    command.add_option("--threads", control.threads, "threads for matrix products (all)")
+    command.add_option("--threads", control.threads, "threads (all)")
         ->check(CLI::Range(1, 1024).description(""))
         ->type_name("N");
     command.add_option("--repeats", control.repeats, "run R times to measure stability (1)")

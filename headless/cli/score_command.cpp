@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace zn::headless {
 
@@ -19,13 +20,26 @@ struct ScoreCommand {
     std::filesystem::path truth;
 };
 
+// Another source whose map the same component resembles more.
+std::string sharedWith(const std::vector<SourceScore>& scores, const SourceScore& score) {
+    for (const SourceScore& other : scores) {
+        const bool same = score.recovery.component >= 0 && other.recovery.component == score.recovery.component;
+        if (same && other.recovery.correlation > score.recovery.correlation) {
+            return "  (also the component of " + other.name + ", more similar)";
+        }
+    }
+    return "";
+}
+
 ExitStatus score(const ScoreCommand& options) {
     const auto scores = scoreResult(options.result, options.truth);
     std::printf("%-16s %-10s %s\n", "source", "component", "|r| of the maps");
     double worst = 1.0;
-    for (const auto& [name, recovery] : scores) {
+    for (const SourceScore& row : scores) {
+        const Recovery& recovery = row.recovery;
         const std::string component = recovery.component < 0 ? "none" : componentName(recovery.component);
-        std::printf("%-16s %-10s %.4f\n", name.c_str(), component.c_str(), recovery.correlation);
+        std::printf("%-16s %-10s %.4f%s\n", row.name.c_str(), component.c_str(), recovery.correlation,
+                    sharedWith(scores, row).c_str());
         worst = std::min(worst, recovery.correlation);
     }
     std::printf("lowest: %.4f\n", worst);

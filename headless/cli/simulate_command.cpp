@@ -23,7 +23,7 @@ struct SimulateCommand {
 };
 
 ExitStatus simulateStudy(const SimulateCommand& options, UnfinishedWork& unfinished) {
-    ResultFolder folder(unfinished, options.out, options.force);
+    ResultFolder folder(unfinished, options.out, ResultKind::kSample, options.force);
     const GroupSample group = makeGroupSample(options.sample, options.subjects);
     writeGroupSample(ResultFiles(folder.path(), kSampleStem), group, options.sample);
     folder.commit();
@@ -35,7 +35,7 @@ ExitStatus simulateStudy(const SimulateCommand& options, UnfinishedWork& unfinis
 }
 
 ExitStatus simulate(const SimulateCommand& options, UnfinishedWork& unfinished) {
-    ResultFolder folder(unfinished, options.out, options.force);
+    ResultFolder folder(unfinished, options.out, ResultKind::kSample, options.force);
     const Sample sample = makeSample(options.sample);
     writeSample(ResultFiles(folder.path(), kSampleStem), sample, options.sample);
     folder.commit();

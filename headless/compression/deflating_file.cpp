@@ -25,8 +25,8 @@ struct DeflatingFile::State {
     std::size_t threads = 1;
     bool good = false;
     bool anyMember = false;
-    Bytes waiting;                           // for the member to become full
-    std::deque<std::future<Bytes>> underway; // the members before, in their order
+    Bytes waiting;                                // for the member to become full
+    std::deque<std::future<GzipMember>> underway; // the members before, in their order
 
     ~State() {
         if (file) std::fclose(file);
@@ -39,7 +39,7 @@ struct DeflatingFile::State {
     void endMember() {
         anyMember = true;
         if (threads == 1) {
-            store(gzip(waiting));
+            store(gzip(waiting).bytes());
             waiting.clear();
             return;
         }
@@ -48,7 +48,7 @@ struct DeflatingFile::State {
     }
 
     void storeOldest() {
-        store(underway.front().get());
+        store(underway.front().get().bytes());
         underway.pop_front();
     }
 };
@@ -58,7 +58,7 @@ DeflatingFile::DeflatingFile(const std::filesystem::path& file, bool compressed,
     state_->file = std::fopen(file.c_str(), "wbe");
     state_->good = state_->file != nullptr;
     state_->compressed = compressed;
-    state_->threads = static_cast<std::size_t>(threads);
+    state_->threads = static_cast<std::size_t>(std::max(threads, 1));
 }
 
 DeflatingFile::~DeflatingFile() = default;

@@ -12,7 +12,7 @@ class DeflatingFile {
 public:
     /// A large file is compressed in members of 16 MiB (RFC 1952, section 2.2), independently of the threads.
     ///
-    ///   threads   members that may be compressed at the same time, each in up to 32 MiB; 1: by the caller itself
+    ///   threads   members that may be compressed at the same time, each in up to 32 MiB; up to 1: by the caller
     DeflatingFile(const std::filesystem::path& file, bool compressed, int threads = 1);
     ~DeflatingFile();
     DeflatingFile(const DeflatingFile&) = delete;

@@ -1,6 +1,5 @@
 #include "headless/compression/gzip.h"
 
-#include <memory>
 #include <new>
 
 #include <libdeflate.h>
@@ -17,13 +16,13 @@ struct FreeCompressor {
 
 } // namespace
 
-std::vector<std::byte> gzip(std::span<const std::byte> bytes) {
+GzipMember gzip(std::span<const std::byte> bytes) {
     const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(libdeflate_alloc_compressor(kFastest));
     if (!compressor) throw std::bad_alloc();
     const std::size_t most = libdeflate_gzip_compress_bound(compressor.get(), bytes.size());
-    const std::unique_ptr<std::byte[]> packed(new std::byte[most]); // not initialised: little of it may be used
-    const std::size_t size = libdeflate_gzip_compress(compressor.get(), bytes.data(), bytes.size(), packed.get(), most);
-    return {packed.get(), packed.get() + size};
+    GzipMember member{std::unique_ptr<std::byte[]>(new std::byte[most])}; // not initialised: little of it may be used
+    member.size = libdeflate_gzip_compress(compressor.get(), bytes.data(), bytes.size(), member.buffer.get(), most);
+    return member;
 }
 
 } // namespace zn::headless

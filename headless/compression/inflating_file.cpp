@@ -25,6 +25,7 @@ struct InflatingFile::State {
     inflate_state stream{};
     bool compressed = false;
     bool damaged = false;
+    bool truncated = false;
     bool ended = false; // no member begins after the last one
 
     // False at the end of the file.
@@ -49,14 +50,14 @@ struct InflatingFile::State {
     std::size_t inflate(std::byte* target, std::size_t count) {
         stream.next_out = reinterpret_cast<std::uint8_t*>(target);
         stream.avail_out = static_cast<std::uint32_t>(count);
-        while (stream.avail_out > 0 && !ended && !damaged) {
+        while (stream.avail_out > 0 && !ended && !damaged && !truncated) {
             const bool more = refill();
             const std::uint32_t before = stream.avail_out;
             damaged = isal_inflate(&stream) < 0;
             if (stream.block_state == ISAL_BLOCK_FINISH) {
                 passToNextMember();
-            } else if (!more && stream.avail_out == before) {
-                break; // truncated
+            } else {
+                truncated = !more && stream.avail_out == before;
             }
         }
         return count - stream.avail_out;
@@ -109,8 +110,16 @@ bool InflatingFile::skip(std::int64_t count) {
     return true;
 }
 
+void InflatingFile::finish() {
+    if (state_->compressed) skip(std::numeric_limits<std::int64_t>::max());
+}
+
 bool InflatingFile::isDamaged() const {
     return state_->damaged;
+}
+
+bool InflatingFile::isTruncated() const {
+    return state_->truncated;
 }
 
 } // namespace zn::headless

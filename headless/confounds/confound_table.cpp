@@ -5,12 +5,18 @@
 #include "headless/text/text_lines.h"
 #include "headless/text/text_table.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
 namespace zn::headless {
 
 namespace {
+
+void requireDistinct(const TextTable& table, const std::string& name) {
+    if (std::count(table.columns.begin(), table.columns.end(), name) < 2) return;
+    refuseFile(table.file, "has two columns \"" + name + "\"; rename one.");
+}
 
 std::vector<std::size_t> chosenColumns(const TextTable& table, const std::vector<std::string>& names) {
     std::vector<std::size_t> chosen;
@@ -19,11 +25,16 @@ std::vector<std::size_t> chosenColumns(const TextTable& table, const std::vector
         if (!column) {
             refuseFile(table.file, "has no column \"" + name + "\"; --columns takes names from its first line.");
         }
+        if (std::find(chosen.begin(), chosen.end(), *column) != chosen.end()) {
+            refuseInput("--columns names " + name + " twice.");
+        }
+        requireDistinct(table, name);
         chosen.push_back(*column);
     }
     if (!names.empty()) return chosen;
     chosen.resize(table.columns.size());
     std::iota(chosen.begin(), chosen.end(), std::size_t{0});
+    for (const std::string& name : table.columns) requireDistinct(table, name);
     return chosen;
 }
 

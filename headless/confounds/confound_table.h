@@ -24,8 +24,8 @@ struct Confounds {
 ///   volumes   the table has one row per analysed volume, or one per volume of the image, in which case the rows of
 ///             the dummy scans are omitted
 ///
-/// Throws Failure (kInput) for a column that does not exist, a cell that is not a number, another number of rows, and
-/// when no column varies.
+/// Throws Failure (kInput) for a column that does not exist, a cell that is not a number, another number of rows, for
+/// a column that is read twice, and when no column varies.
 Confounds readConfounds(const std::filesystem::path& file, const std::vector<std::string>& columns,
                         const AnalysedVolumes& volumes);
 

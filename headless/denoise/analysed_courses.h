@@ -5,7 +5,8 @@
 
 namespace zn::headless {
 
-/// A view of single-precision time courses, voxel after voxel, of which the first volumes (dummy scans) are left alone.
+/// A view of single-precision time courses, voxel after voxel, of which the first volumes (dummy scans) are not
+/// touched.
 struct AnalysedCourses {
     float* values; ///< element v * volumesInImage + t
     std::int64_t voxels;

@@ -18,7 +18,7 @@ constexpr int kCarpetRows = 400; // about the height of the plot on the page
 } // namespace
 
 void openResult(Denoising& run) {
-    run.folder.emplace(run.unfinished, run.options.out, run.options.force);
+    run.folder.emplace(run.unfinished, run.options.out, ResultKind::kDenoised, run.options.force);
     const std::string note = noteOnOldForeignWorkFor(run.options.out);
     if (!note.empty() && !run.options.quiet) std::fprintf(stderr, "znica: %s\n", note.c_str());
     run.files.emplace(run.folder->path(), resultStem(run.options.functional));

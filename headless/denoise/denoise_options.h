@@ -42,7 +42,7 @@ struct DenoiseOptions {
     std::filesystem::path confounds;          ///< empty: none
     std::vector<std::string> confoundColumns; ///< empty: all; only "none": none
     double highPassSeconds = 0.0;             ///< cut-off period; 0: none
-    std::optional<int> threads;               ///< nothing: all processors
+    std::optional<int> threads;               ///< nothing: those of the BLAS, at most the job's
     bool force = false;
     bool quiet = false;
     bool report = true; ///< write report.html

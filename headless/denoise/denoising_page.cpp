@@ -63,7 +63,7 @@ Json partsOf(const Denoising& run) {
 }
 
 // Only the voxels of the mask, in their order, as for the maps of components.
-Json addMaps(ReportPage& page, const Denoising& run) {
+Json addEvidenceMaps(ReportPage& page, const Denoising& run) {
     Json maps = Json::array();
     for (const EvidenceMap& map : evidenceMaps(run)) {
         std::vector<float> inside;
@@ -96,7 +96,7 @@ ReportPage denoisingPage(const Denoising& run, const Quality& quality) {
     json["dvars_after"] = numbersOf(run.cleaning.dvarsAfter);
     json["framewise_displacement"] = run.fd ? numbersOf(*run.fd) : Json(nullptr);
     json["carpet"] = {{"rows", run.carpet.voxels.size()}, {"limit", kCarpetLimit}};
-    json["maps"] = addMaps(page, run);
+    json["maps"] = addEvidenceMaps(page, run);
     page.add("denoising", json.dump(-1, ' ', false, Json::error_handler_t::replace));
     return page;
 }

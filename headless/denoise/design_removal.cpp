@@ -4,6 +4,8 @@
 #include "headless/prepare/high_pass.h"
 
 #include <algorithm>
+#include <cmath>
+#include <string>
 
 namespace zn::headless {
 
@@ -44,12 +46,26 @@ void requireSomethingKept(const Denoising& run) {
                       "explains.");
 }
 
+// With nonaggr alone what kept courses share with the confounds stays, and the rest may have cancelled it before.
+void noteSharedNuisance(Denoising& run, const Regressors& regressors) {
+    constexpr double kNegligible = 0.05;
+    if (run.options.method != DenoiseMethod::kNonAggressive || regressors.nuisance.empty()) return;
+    const double share = largestNuisanceShare(regressors);
+    if (share <= kNegligible) return;
+    const std::string percent = std::to_string(std::lround(100.0 * share));
+    run.say(
+        "Regression: confounds and cosines explain up to " + percent +
+        " % of a kept course, and nonaggr keeps that part in the image; use --method orthaggr or aggr to remove it, "
+        "or analyse with the same --high-pass.");
+}
+
 } // namespace
 
 void designRemoval(Denoising& run) {
     requireSomethingKept(run);
     const Regressors regressors = regressorsOf(run);
     run.removal = makeRemoval(regressors, run.options.method);
+    noteSharedNuisance(run, regressors);
     if (run.removal.lostDegrees >= run.volumes() - 1) {
         throw Failure(ExitStatus::kInput, "the " + std::to_string(run.removal.count) +
                                               " columns to be removed leave "

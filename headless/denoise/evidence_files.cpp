@@ -34,9 +34,8 @@ void writeQuality(const ResultFiles& files, const Quality& quality) {
 }
 
 void writeVolumes(const Denoising& run, const ResultFiles& files) {
-    const auto cells = [](const auto& values) {
-        std::vector<std::string> texts;
-        texts.reserve(values.size());
+    const auto cells = [&run](const auto& values) {
+        std::vector<std::string> texts(static_cast<std::size_t>(run.dummyScans), "n/a");
         for (const auto value : values) texts.push_back(cellOf(static_cast<double>(value)));
         return texts;
     };

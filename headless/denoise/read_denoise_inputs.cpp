@@ -1,15 +1,18 @@
 #include "headless/denoise/denoise_stages.h"
 
 #include "headless/denoise/denoising_memory.h"
-#include "headless/denoise/note_texts.h"
+#include "headless/denoise/foreign_image.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
+#include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
 #include "headless/report/whole_result.h"
 #include "headless/result/require_outside.h"
+#include "headless/text/byte_sizes.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 
 #include <cstdio>
 
@@ -40,7 +43,9 @@ int readFacts(Denoising& run) {
     const auto record = readRecord(*run.result);
     const auto& input = record["Input"];
     const auto omitted = input.value("DummyScans", nlohmann::ordered_json(0));
-    run.secondsPerVolume = input["RepetitionTimeMilliseconds"].get<double>() / 1000.0;
+    const auto exact = input.value("RepetitionTime", nlohmann::ordered_json()); // older records lack it
+    run.secondsPerVolume =
+        exact.is_number() ? exact.get<double>() : input["RepetitionTimeMilliseconds"].get<double>() / 1000.0;
     if (!omitted.is_number_integer() || !(run.secondsPerVolume >= 0.001 && run.secondsPerVolume <= 20.0)) {
         refuseFile((*run.result)[ResultFile::kDecomposition],
                    "is damaged: dummy scans or repetition time cannot be used; create the result again.");
@@ -63,6 +68,12 @@ void readFunctional(Denoising& run, int analysed) {
                        (run.dummyScans > 0 ? " after " + std::to_string(run.dummyScans) + " dummy scans" : "") +
                        "; name the image that was analysed, or another version of it.");
     }
+    if (run.functional.volumes > ImageWriter::kMostElements) {
+        refuseFile(run.functional.file, "has " + std::to_string(run.functional.volumes) +
+                                            " volumes, but a denoised image can hold at most " +
+                                            std::to_string(ImageWriter::kMostElements) +
+                                            "; split it before the analysis.");
+    }
     if (analysed < 3) refuseFile(run.functional.file, "has too few volumes to be denoised.");
     const ImageHeader mask = readImageHeader((*run.result)[ResultFile::kMask]);
     requireSameGrid("mask", mask, components);
@@ -71,12 +82,11 @@ void readFunctional(Denoising& run, int analysed) {
 
 void requireMemory(const Denoising& run) {
     const std::int64_t needed = denoisingBytes(run.functional);
-    const auto available = availableMemoryBytes();
+    const auto available = usableMemoryBytes();
     if (!available || needed <= *available) return;
     char text[160];
-    constexpr double kGib = 1073741824.0;
     std::snprintf(text, sizeof text, " needs %.1f GiB of memory, but only %.1f GiB are free; free some memory.",
-                  static_cast<double>(needed) / kGib, static_cast<double>(*available) / kGib);
+                  static_cast<double>(needed) / kBytesPerGib, static_cast<double>(*available) / kBytesPerGib);
     throw Failure(ExitStatus::kMemory, run.functional.file.string() + text);
 }
 
@@ -94,6 +104,8 @@ void readInputs(Denoising& run) {
     requireReadable(run.options.functional);
     requireInputsOutsideOutput(run.options);
     run.result = ResultFiles::of(run.options.functional, run.options.result);
+    const std::string foreign = noteOnForeignImage(run.options.functional, run.result->stem());
+    if (!foreign.empty()) run.say(foreign);
     const int analysed = readFacts(run);
     readFunctional(run, analysed);
     requireMemory(run);

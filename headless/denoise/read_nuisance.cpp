@@ -1,9 +1,9 @@
 #include "headless/denoise/denoise_stages.h"
 
-#include "headless/denoise/note_texts.h"
-#include "headless/failure/failure.h"
+#include "headless/prepare/cut_off.h"
 #include "headless/prepare/high_pass.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,12 +31,7 @@ void requirePresent(const Confounds& confounds, const std::filesystem::path& fil
 void readNuisance(Denoising& run) {
     const DenoiseOptions& options = run.options;
     if (options.highPassSeconds > 0.0) {
-        if (options.highPassSeconds < 2.0 * run.secondsPerVolume) {
-            throw Failure(ExitStatus::kInput, "--high-pass " + shortNumber(options.highPassSeconds) +
-                                                  " s is below two repetition times of " +
-                                                  shortNumber(run.secondsPerVolume) +
-                                                  " s; give a longer cut-off in seconds, such as 128.");
-        }
+        requireCutOff(options.highPassSeconds, run.secondsPerVolume);
         run.cosines = cosinesBelow(options.highPassSeconds, run.volumes(), run.secondsPerVolume);
         run.say("High-pass filter: " + counted(static_cast<std::size_t>(run.cosines), "cosine") + " slower than " +
                 shortNumber(options.highPassSeconds) + " s.");

@@ -26,24 +26,45 @@ Inverse invert(const std::vector<double>& columns, int volumes) {
     return inverse;
 }
 
+// The part of a course that columns explain, from their pseudo-inverse.
+UnitCourse explainedBy(const std::vector<UnitCourse>& columns, const Inverse& inverse, const UnitCourse& course) {
+    UnitCourse part(course.size(), 0.0);
+    for (std::size_t k = 0; k < columns.size(); ++k) {
+        const auto weights = inverse.rows.begin() + static_cast<std::ptrdiff_t>(k * course.size());
+        const double coefficient = std::inner_product(course.begin(), course.end(), weights, 0.0);
+        for (std::size_t t = 0; t < part.size(); ++t) part[t] += coefficient * columns[k][t];
+    }
+    return part;
+}
+
+double squaresOf(const UnitCourse& course) {
+    return std::inner_product(course.begin(), course.end(), course.begin(), 0.0);
+}
+
 // Column by column B - G (G+ B). What remains of a column that the kept ones explain is rounding error, and set to 0.
 void orthogonalise(std::vector<UnitCourse>& rejected, const std::vector<UnitCourse>& kept, int volumes) {
     std::vector<double> g;
     append(g, kept);
     const Inverse inverse = invert(g, volumes);
     for (UnitCourse& column : rejected) {
-        const UnitCourse original = column;
-        for (std::size_t k = 0; k < kept.size(); ++k) {
-            const auto weights = inverse.rows.begin() + static_cast<std::ptrdiff_t>(k * original.size());
-            const double coefficient = std::inner_product(original.begin(), original.end(), weights, 0.0);
-            for (std::size_t t = 0; t < column.size(); ++t) column[t] -= coefficient * kept[k][t];
-        }
-        const double squares = std::inner_product(column.begin(), column.end(), column.begin(), 0.0);
-        if (std::sqrt(squares) < kDependent) std::fill(column.begin(), column.end(), 0.0);
+        const UnitCourse explained = explainedBy(kept, inverse, column);
+        for (std::size_t t = 0; t < column.size(); ++t) column[t] -= explained[t];
+        if (std::sqrt(squaresOf(column)) < kDependent) std::fill(column.begin(), column.end(), 0.0);
     }
 }
 
 } // namespace
+
+double largestNuisanceShare(const Regressors& regressors) {
+    std::vector<double> nuisance;
+    append(nuisance, regressors.nuisance);
+    const Inverse inverse = invert(nuisance, static_cast<int>(regressors.volumes));
+    double largest = 0.0;
+    for (const UnitCourse& course : regressors.kept) {
+        largest = std::max(largest, squaresOf(explainedBy(regressors.nuisance, inverse, course)));
+    }
+    return largest;
+}
 
 Removal makeRemoval(const Regressors& regressors, DenoiseMethod method) {
     Removal removal;

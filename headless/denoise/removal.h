@@ -31,6 +31,11 @@ struct Removal {
 ///   orthaggr   [B' F]+ with B' = B - G G+ B, columns B'
 ///
 /// Linearly dependent columns share what they have in common (the solution of smallest length).
+///
+/// Whether nonaggr removes confounds and cosines depends on the kept courses: what the fit ascribes to those stays.
 Removal makeRemoval(const Regressors& regressors, DenoiseMethod method);
+
+/// The largest share of a kept course's sum of squares that confounds and cosines explain, from 0 to 1.
+double largestNuisanceShare(const Regressors& regressors);
 
 } // namespace zn::headless

@@ -51,6 +51,29 @@ std::string labelIn(const std::string& cell, const std::string& place) {
                   place + " holds the label \"" + cell + "\"; the labels are signal, noise, unsure and n/a.");
 }
 
+// A number of a component, from 1; 0 for any other text.
+std::size_t numberOf(std::string_view text, std::size_t count) {
+    std::size_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number <= count ? number : 0;
+}
+
+struct Positions {
+    std::size_t first = 0;
+    std::size_t last = 0;
+};
+
+// "ICA_02", "3" or "3-5"
+std::optional<Positions> positionsOf(std::string_view wanted, const std::vector<std::string>& components) {
+    if (const auto named = positionOf(std::string(wanted), components)) return Positions{*named, *named};
+    const std::size_t dash = wanted.find('-');
+    const std::size_t first = numberOf(wanted.substr(0, dash), components.size());
+    const std::size_t last =
+        dash == std::string_view::npos ? first : numberOf(wanted.substr(dash + 1), components.size());
+    if (first == 0 || last < first) return std::nullopt;
+    return Positions{first - 1, last - 1};
+}
+
 } // namespace
 
 std::vector<Verdict> readVerdicts(const std::filesystem::path& labels, const std::vector<std::string>& components) {
@@ -85,17 +108,13 @@ std::vector<Verdict> readVerdicts(const std::filesystem::path& labels, const std
 std::vector<Verdict> verdictsFor(const std::vector<std::string>& rejected, const std::vector<std::string>& components) {
     std::vector<Verdict> verdicts(components.size());
     for (const std::string& wanted : rejected) {
-        auto position = positionOf(wanted, components);
-        std::size_t number = 0;
-        const auto [end, error] = std::from_chars(wanted.data(), wanted.data() + wanted.size(), number);
-        const bool isNumber = error == std::errc() && end == wanted.data() + wanted.size();
-        if (!position && isNumber && number >= 1 && number <= components.size()) position = number - 1;
-        if (!position) {
+        const auto positions = positionsOf(wanted, components);
+        if (!positions) {
             throw Failure(ExitStatus::kInput, "--reject names " + wanted + ", but the result has " +
                                                   rangeOf(components) + ", that is IC 1 to IC " +
                                                   std::to_string(components.size()) + ".");
         }
-        verdicts[*position].rejected = true;
+        for (std::size_t i = positions->first; i <= positions->last; ++i) verdicts[i].rejected = true;
     }
     return verdicts;
 }

@@ -26,8 +26,8 @@ struct Verdict {
 /// or that occurs twice, and a label that is none of signal, noise, unsure and n/a.
 std::vector<Verdict> readVerdicts(const std::filesystem::path& labels, const std::vector<std::string>& components);
 
-/// Verdicts from a list of rejected components: numbers as the report shows them, from 1, or names. Throws Failure
-/// (kInput) for one that the result does not have.
+/// Verdicts from a list of rejected components: numbers as the report shows them, from 1, ranges of these ("3-5"), or
+/// names. Throws Failure (kInput) for one that the result does not have.
 std::vector<Verdict> verdictsFor(const std::vector<std::string>& rejected, const std::vector<std::string>& components);
 
 } // namespace zn::headless

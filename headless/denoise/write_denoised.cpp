@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <string>
 
 namespace zn::headless {
 
@@ -32,7 +33,8 @@ void printSummary(const Denoising& run, const Quality& quality) {
     if (run.options.quiet) return;
     std::printf("%-50s %12s %12s\n", "", "before", "after");
     for (const QualityRow& row : qualityRows(quality)) {
-        std::printf("%-50s %12.5g %12.5g\n", row.title, row.values.before, row.values.after);
+        const std::string title = row.title + (*row.units ? std::string(" (") + row.units + ")" : "");
+        std::printf("%-50s %12.5g %12.5g\n", title.c_str(), row.values.before, row.values.after);
     }
     std::printf("result: %s\n", run.options.out.c_str());
 }

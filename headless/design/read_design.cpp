@@ -9,17 +9,20 @@
 #include "headless/text/text_lines.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
 
 namespace zn::headless {
 
 namespace {
 
+constexpr char kEvents[] = "BIDS events";
 constexpr char kFormats[] =
     "a design is a BIDS events file, a table (TSV, CSV) with a header, FEAT's design.mat, AFNI's "
     ".1D or RTC text.";
 
 Design fromEvents(const TextTable& table, const AnalysedVolumes& volumes) {
-    Design design{{}, "BIDS events", 0, {}};
+    Design design{{}, kEvents, 0, {}};
     for (const auto& [name, events] : conditionsIn(table)) {
         design.matrix.names.push_back(name);
         design.matrix.predictors.push_back(predictorOf(events, volumes));
@@ -36,6 +39,7 @@ Design parse(const std::vector<std::string>& lines, const std::string& file, con
     if (areNumberColumns(lines)) return {parseNumberColumns(lines, file), "number columns", 0, {}};
     const TextTable table = parseTable(lines, file);
     if (isEventTable(table)) return fromEvents(table, volumes);
+    refusePartOfAnEventTable(table);
     return {predictorTable(table), "table", 0, {}};
 }
 
@@ -53,10 +57,28 @@ Design parseAny(const std::vector<std::string>& lines, const std::string& file, 
 void requireCount(const Design& design, const std::string& file) {
     const std::size_t count = design.matrix.names.size();
     if (count <= kMaxPredictors) return;
-    const bool events = design.format == "BIDS events";
+    const bool events = design.format == kEvents;
     refuseInput(file + " has " + std::to_string(count) + (events ? " trial types" : " predictors") +
                 "; the plug-in accepts at most " + std::to_string(kMaxPredictors) +
                 (events ? " predictors; name fewer of them in trial_type." : "; keep only the columns that matter."));
+}
+
+void noteEqualNames(Design& design) {
+    std::set<std::string> names;
+    for (const std::string& name : design.matrix.names) {
+        if (names.insert(name).second) continue;
+        design.notes.push_back("Design: two predictors are named " + name + ", which the results do not distinguish.");
+    }
+}
+
+void noteConstants(Design& design) {
+    for (std::size_t i = 0; i < design.matrix.names.size(); ++i) {
+        const auto& values = design.matrix.predictors[i];
+        const bool varies = std::any_of(values.begin(), values.end(), [&](float value) { return value != values[0]; });
+        if (varies) continue;
+        design.notes.push_back("Design: " + design.matrix.names[i] +
+                               " is constant over the analysed volumes, so it correlates with nothing.");
+    }
 }
 
 void fitRows(Design& design, const AnalysedVolumes& volumes, const std::string& file) {
@@ -81,7 +103,9 @@ void fitRows(Design& design, const AnalysedVolumes& volumes, const std::string& 
 Design readDesign(const std::filesystem::path& file, const AnalysedVolumes& volumes) {
     Design design = parseAny(readLines(file), file.string(), volumes);
     requireCount(design, file.string());
+    noteEqualNames(design);
     fitRows(design, volumes, file.string());
+    if (design.format != kEvents) noteConstants(design);
     return design;
 }
 

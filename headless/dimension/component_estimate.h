@@ -13,9 +13,9 @@ namespace zn::headless {
 /// The number of components by several criteria. Parallel analysis (parallel_analysis.h) is used; the others, which are
 /// reported beside it, need nothing but the eigenvalues l_1 >= ... >= l_T of the temporal covariance over V voxels.
 ///
-/// Noise is rarely equally strong in all voxels, whereas parallel analysis takes it to be. So parallel analysis is done
-/// twice: the directions that it finds first are taken away to see how strong the noise of every voxel is, and its
-/// result is that for the series with even noise (seriesCovariances).
+/// Parallel analysis assumes the same noise variance in all voxels. It is therefore done twice: the leading directions
+/// of the first pass are projected out to estimate each voxel's noise, and the second pass runs on the
+/// variance-normalised series (seriesCovariances).
 ///
 /// Only the spatial mean of every volume is removed, so l_1 belongs to the mean image: it is one of the directions that
 /// the analysis keeps and counts like any other. Eigenvalues at rounding level (below 1e-12 of the first) are omitted;
@@ -54,8 +54,8 @@ struct ComponentEstimate {
 /// The criteria that need nothing but the eigenvalues.
 ComponentEstimate eigenvalueCriteria(const std::vector<double>& eigenvalues, std::int64_t voxels);
 
-/// The covariances of a series, with even noise if there are directions to take away: seriesCovariances with all but
-/// its last argument given.
+/// The covariances of a series, variance-normalised if there are directions to project out: seriesCovariances with all
+/// but its last argument given.
 using CovariancesOf = std::function<SeriesCovariances(const Directions& leading)>;
 
 /// All of them. Throws Failure (kOther) if LAPACK does not converge. Bit-identical for any number of threads while the

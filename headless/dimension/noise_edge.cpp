@@ -1,5 +1,7 @@
 #include "headless/dimension/noise_edge.h"
 
+#include "headless/statistics/gaussian_width.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -7,8 +9,6 @@
 namespace zn::headless {
 
 namespace {
-
-constexpr double kFwhmOfUnitSigma = 2.354820045030949; // sqrt(8 ln 2)
 
 // Midpoints of the positive frequencies up to where the spectrum is negligible; the rest counts as 0.
 std::vector<SpatialEigenvalue> alongAxis(double fwhm) {

@@ -28,8 +28,8 @@ std::vector<SpatialEigenvalue> gaussianSpectrum(const std::array<double, 3>& fwh
 ///   voxels     V
 ///
 /// With F(q) = 1/V sum_j a_j / (1 - q a_j) and G(p) = mean of s / (1 - p s), real q F(q) = p G(p) has one solution p
-/// for every q in (0, 1 / max a), and the edge is the smallest z = F(q) / p. For A and S equal to the identity it is (1
-/// + sqrt(T / V))^2 (Marchenko and Pastur 1967).
+/// for every q in (0, 1 / max a), and the edge is the smallest z = F(q) / p. For A and S equal to the identity it is
+/// (1 + sqrt(T / V))^2 (Marchenko and Pastur 1967).
 ///
 /// Method: the equations of Couillet and Hachem (2014), Random Matrices: Theory and Applications 3(4), 1450016, on the
 /// real axis above the spectrum.

@@ -29,7 +29,7 @@ public:
 
 private:
     // The number of eigenvalues above the noise after k directions, or after up to ahead_ further ones, if that is more
-    // than were taken away; otherwise k.
+    // than were projected out; otherwise k.
     int moreThan(int k) const {
         for (int taken = k; taken <= std::min(k + ahead_, most_); ++taken) {
             const int above = countAbove(margin_ * noise_.after(taken).edge);
@@ -56,7 +56,7 @@ ParallelAnalysis parallelAnalysis(const ResidualNoise& noise) {
     constexpr int kFewest = 6; // dimensions; with fewer there is no noise to speak of
     ParallelAnalysis result;
     if (noise.dimensions() < kFewest) return result;
-    const int most = noise.dimensions() / 3;
+    const int most = mostComponents(noise.dimensions());
     result.count = Search(noise, kMargin, kAhead, most).run();
     if (result.count > most) {
         result.hasEdge = false;

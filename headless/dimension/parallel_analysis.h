@@ -13,6 +13,11 @@ struct ParallelAnalysis {
     NoiseModel noise; ///< after `count` directions
 };
 
+/// The largest number that it yields of d eigenvalues above rounding level.
+constexpr int mostComponents(int d) {
+    return d < 3 ? 1 : d / 3;
+}
+
 /// Parallel analysis in its deterministic form: not random noise but the edge of its eigenvalues is compared with those
 /// of the data (Dobriban and Owen 2019, Journal of the Royal Statistical Society B 81, 163-183).
 ///
@@ -20,12 +25,12 @@ struct ParallelAnalysis {
 /// number of eigenvalues above 1.1 times its edge, until it no longer grows. The margin of a tenth covers what the
 /// model leaves out: the finite size, the edge of the mask, noise that varies over space. As long as strong components
 /// are part of what is left, the noise appears stronger and smoother than it is, and k could stop too early. So up to
-/// two further directions are taken away on trial, and k goes on if more eigenvalues than those are above the edge
-/// then.
+/// two further directions are projected out tentatively, and k goes on if more eigenvalues than those are above the
+/// edge then.
 ///
 /// Real noise has weak structure at all levels. If k exceeds d / 3, with d the number of eigenvalues above rounding
 /// level, the noise has no edge. Then the eigenvalues above 1.5 times the edge count, at most d / 3 of them, and up to
-/// d / 3 directions are taken away on trial.
+/// d / 3 directions are projected out tentatively.
 ParallelAnalysis parallelAnalysis(const ResidualNoise& noise);
 
 } // namespace zn::headless

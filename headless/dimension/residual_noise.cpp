@@ -25,28 +25,6 @@ void requireSuccess(int info) {
                                           std::to_string(info) + "); specify the number of components.");
 }
 
-// Solves a x = b for a positive definite matrix by Cholesky's method; returns an empty vector if it is not.
-std::vector<double> solve(std::vector<double> a, std::vector<double> b) {
-    const std::size_t n = b.size();
-    for (std::size_t i = 0; i < n; ++i) {
-        for (std::size_t j = 0; j <= i; ++j) {
-            double sum = a[i * n + j];
-            for (std::size_t k = 0; k < j; ++k) sum -= a[i * n + k] * a[j * n + k];
-            if (i == j && !(sum > 0.0)) return {};
-            a[i * n + j] = i == j ? std::sqrt(sum) : sum / a[j * n + j];
-        }
-    }
-    for (std::size_t i = 0; i < n; ++i) {
-        for (std::size_t k = 0; k < i; ++k) b[i] -= a[i * n + k] * b[k];
-        b[i] /= a[i * n + i];
-    }
-    for (std::size_t i = n; i-- > 0;) {
-        for (std::size_t k = i + 1; k < n; ++k) b[i] -= a[k * n + i] * b[k];
-        b[i] /= a[i * n + i];
-    }
-    return b;
-}
-
 double widthOf(double correlation) {
     constexpr double kHighest = 0.999; // 37 voxels
     if (!(correlation > 0.0)) return 0.0;
@@ -122,9 +100,9 @@ std::vector<double> ResidualNoise::autocovariance(int k) const {
         for (std::size_t l = 0; l <= m; ++l)
             system[m * n + l] = system[l * n + m] = sumOfProducts(lags_[m], lags_[l], k);
     }
-    std::vector<double> result = solve(std::move(system), std::move(right));
-    if (result.empty() || !(result[0] > 0.0)) return {1.0}; // too few directions are left: as if white
-    return result;
+    const bool solved = solvePositiveDefinite(system.data(), static_cast<int>(n), right.data(), 1);
+    if (!solved || !(right[0] > 0.0)) return {1.0}; // too few directions are left: as if white
+    return right;
 }
 
 std::vector<double> ResidualNoise::temporalEigenvalues(const std::vector<double>& correlation, int k) const {

@@ -8,7 +8,7 @@
 
 namespace zn::headless {
 
-/// The noise that is left of a series when its k leading directions have been taken away.
+/// The noise that is left of a series when its k leading directions have been projected out.
 struct NoiseModel {
     double edge = 0.0;              ///< the largest eigenvalue that noise of this kind yields
     std::array<double, 3> fwhm{};   ///< its smoothness along x, y, z, in voxels
@@ -22,11 +22,10 @@ struct NoiseModel {
 ///   smoothness    along every axis, rho = 1 - tr(P D P) / tr(P C P) is the correlation of neighbours, with C the
 ///                 covariance of the data and D that of the differences; FWHM = sqrt(-2 ln 2 / ln rho), as in Forman et
 ///                 al. (1995), Magnetic Resonance in Medicine 33, 636-647
-///   time          the autocovariances g_n, n = 0 ... p, with tr(L_m P D P) = sum_n g_n tr(L_m P L_n P) for all m,
-///   where
-///                 L_n has ones at a distance of n from the diagonal: corrected for the directions that were taken
-///                 away, as in Worsley et al. (2002), NeuroImage 15, 1-15. p is T / 12, from 2 to 8. D instead of C,
-///                 because the differences contain little of the components that are yet to be found.
+///   time          the autocovariances g_n, n = 0 ... p, with tr(L_m P D P) = sum_n g_n tr(L_m P L_n P) for all m;
+///                 L_n has ones at a distance of n from the diagonal. They are corrected for the directions that were
+///                 projected out, as in Worsley et al. (2002), NeuroImage 15, 1-15. p is T / 12, from 2 to 8. D
+///                 instead of C, because the differences contain little of the components that are yet to be found.
 ///   level         the noise has as much variance as the directions that are left
 class ResidualNoise {
 public:

@@ -12,7 +12,7 @@ struct Directions {
     std::vector<double> rows;
 };
 
-/// What is left of courses when some directions have been taken away: the sum of squares of each, by matrix products
+/// What is left of courses when some directions have been projected out: the sum of squares of each, by matrix products
 /// over many courses at a time.
 class ResidualSquares {
 public:

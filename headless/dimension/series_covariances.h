@@ -27,7 +27,7 @@ struct SeriesCovariances {
 ///
 ///   size      voxels of the grid along x, y, z
 ///   mask      one byte per voxel, nonzero: included; at least one voxel, all of them finite in every volume
-///   leading   if any: the covariances of the series with even noise. What is left of a voxel's course without the
+///   leading   if any: the covariances of the variance-normalised series. What is left of a voxel's course without the
 ///             spatial means and without these directions is its noise; s_v is the square root of its sum of squares
 ///             and s^2 the mean of s_v^2. Every course is multiplied by s / s_v, at most by 10.
 ///

@@ -22,6 +22,16 @@ bool isEventTable(const TextTable& table) {
     return table.find("onset") && table.find("duration");
 }
 
+void refusePartOfAnEventTable(const TextTable& table) {
+    const bool onset = table.find("onset").has_value();
+    const bool duration = table.find("duration").has_value();
+    const bool meant = table.find("trial_type") || table.file.ends_with("_events.tsv");
+    if (onset == duration || !meant) return;
+    throw Failure(ExitStatus::kInput, table.file + " has a column " + (onset ? "onset" : "duration") +
+                                          " but no column " + (onset ? "duration" : "onset") +
+                                          "; BIDS events need both.");
+}
+
 std::vector<Condition> conditionsIn(const TextTable& table) {
     const std::size_t onset = table.find("onset").value();
     const std::size_t duration = table.find("duration").value();

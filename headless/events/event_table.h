@@ -22,6 +22,10 @@ struct Condition {
 /// Whether a table lists events: it has the columns onset and duration.
 bool isEventTable(const TextTable& table);
 
+/// Throws Failure (kInput) for a table that is meant to list events, since it has the column trial_type or such a name,
+/// but has only one of the columns onset and duration.
+void refusePartOfAnEventTable(const TextTable& table);
+
 /// The events of a BIDS table by their trial_type, in alphabetical order of the names. Without that column all events
 /// are one condition, "events"; events whose trial_type is missing belong to none. A missing duration counts as 0.
 /// Other columns are ignored. Throws Failure (kInput) for an onset or duration that is not a number, for a negative

@@ -1,5 +1,6 @@
 #include "headless/nifti/image_header.h"
 
+#include "headless/nifti/millimetres_per_unit.h"
 #include "headless/nifti/quiet_library.h"
 #include "headless/nifti/raw_header.h"
 #include "headless/text/input_file.h"
@@ -76,12 +77,6 @@ void checkLength(const fs::path& file, const nifti_image& image, const RawHeader
     }
 }
 
-double millimetresPerUnit(int unit) {
-    if (unit == NIFTI_UNITS_METER) return 1e3;
-    if (unit == NIFTI_UNITS_MICRON) return 1e-3;
-    return 1.0; // millimetres, or no unit given
-}
-
 Affine affineOf(const nifti_image& image) {
     Affine affine{};
     const double scale = millimetresPerUnit(image.xyz_units);
@@ -123,6 +118,8 @@ std::optional<double> secondsPerVolume(const nifti_image& image, const RawHeader
 
 ImageHeader readImageHeader(const fs::path& file) {
     requireReadable(file);
+    std::error_code error;
+    if (fs::file_size(file, error) == 0 && !error) refuseFile(file, "is empty; export or copy the image again.");
     const RawHeader raw = readRawHeader(file); // before the library, which trusts what it reads
     auto image = readImage(file);
     if (!image || !image->iname)
@@ -143,6 +140,7 @@ ImageHeader readImageHeader(const fs::path& file) {
     header.affine = affineOf(*image);
     header.oriented = image->sform_code > 0 || image->qform_code > 0;
     header.secondsPerVolume = secondsPerVolume(*image, raw);
+    header.timeUnit = image->time_units != NIFTI_UNITS_UNKNOWN;
     header.image = std::move(image);
     return header;
 }

@@ -23,6 +23,7 @@ struct ImageHeader {
     Affine affine{};                          ///< sform, else qform, else only the voxel sizes; millimetres
     bool oriented = true;                     ///< has a sform or qform: the affine says where left and right are
     std::optional<double> secondsPerVolume;   ///< from the fourth voxel size and its unit; no unit counts as seconds
+    bool timeUnit = false;                    ///< the header says in which unit its repetition time is
     std::shared_ptr<const nifti_image> image; ///< the header as read, without voxel data
 
     std::int64_t voxels() const { return std::int64_t{1} * size[0] * size[1] * size[2]; }

@@ -1,11 +1,12 @@
 #include "headless/nifti/image_writer.h"
 
 #include "headless/failure/failure.h"
-#include "headless/nifti/quiet_library.h"
+#include "headless/nifti/millimetres_per_unit.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
+#include <cstring>
+#include <string>
 
 namespace zn::headless {
 
@@ -14,9 +15,7 @@ namespace {
 using Image = std::unique_ptr<nifti_image, decltype(&nifti_image_free)>;
 
 void setMillimetres(nifti_image& image) {
-    const double scale = image.xyz_units == NIFTI_UNITS_METER    ? 1e3
-                         : image.xyz_units == NIFTI_UNITS_MICRON ? 1e-3
-                                                                 : 1.0;
+    const double scale = millimetresPerUnit(image.xyz_units);
     image.xyz_units = NIFTI_UNITS_MM;
     if (scale == 1.0) return; // keep the affines bit for bit
     for (int axis = 1; axis <= 3; ++axis) image.pixdim[axis] *= scale;
@@ -54,6 +53,7 @@ void setValues(nifti_image& image, const ImageWriter::Layout& layout) {
     image.slice_code = 0;
     image.slice_start = image.slice_end = 0;
     image.slice_duration = 0.0;
+    std::memset(image.descrip, 0, sizeof image.descrip);
     std::snprintf(image.descrip, sizeof image.descrip, "%s", layout.description);
 }
 
@@ -70,7 +70,6 @@ void setFile(nifti_image& image, const std::filesystem::path& file) {
 
 ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout)
     : file_(file), stream_(file, file.extension() == ".gz", layout.threads) {
-    const QuietLibrary quiet;
     const Image image(nifti_copy_nim_info(&grid), nifti_image_free);
     if (!image) throw std::bad_alloc();
     nifti_free_extensions(image.get()); // they describe the input
@@ -79,9 +78,9 @@ ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& g
     setValues(*image, layout);
     setFile(*image, file);
     for (int axis = 1; axis <= 4; ++axis) {
-        if (image->dim[axis] > std::numeric_limits<std::int16_t>::max()) {
-            throw Failure(ExitStatus::kOther,
-                          file.string() + " cannot be written: NIfTI-1 holds at most 32767 elements along an axis.");
+        if (image->dim[axis] > kMostElements) {
+            throw Failure(ExitStatus::kOther, file.string() + " cannot be written: NIfTI-1 holds at most " +
+                                                  std::to_string(kMostElements) + " elements along an axis.");
         }
     }
     writeHeader(*image);

@@ -13,6 +13,8 @@ namespace zn::headless {
 /// in functional data and maps hardly compresses further. Units are millimetres and seconds.
 class ImageWriter {
 public:
+    static constexpr int kMostElements = 32767; ///< along an axis, also that of the volumes: NIfTI-1 has 16 bits for it
+
     struct Layout {
         int volumes = 1;
         int dataType = NIFTI_TYPE_FLOAT32; ///< NIFTI_TYPE_FLOAT32, NIFTI_TYPE_INT16 or NIFTI_TYPE_UINT8

@@ -5,9 +5,15 @@
 #include "headless/nifti/voxel_values.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <future>
 #include <utility>
 #include <vector>
+
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
 
 namespace zn::headless {
 
@@ -23,6 +29,17 @@ constexpr auto kWhileReading = std::launch::async | std::launch::deferred;
 
 template <class Value> std::unique_ptr<Value[]> room(std::int64_t values) {
     return std::unique_ptr<Value[]>(new Value[static_cast<std::size_t>(values)]); // not initialised
+}
+
+// An array of which only parts are written takes up few pages only if these are small: huge ones, which some systems
+// use by default, would fill the gaps. A hint; nothing depends on it but memory.
+void useSmallPages([[maybe_unused]] void* array, [[maybe_unused]] std::int64_t bytes) {
+#ifdef __linux__
+    constexpr std::uintptr_t kPage = 4096;
+    const std::uintptr_t before = (kPage - reinterpret_cast<std::uintptr_t>(array) % kPage) % kPage;
+    const auto size = static_cast<std::uintptr_t>(bytes);
+    if (before < size) madvise(static_cast<std::byte*>(array) + before, size - before, MADV_NOHUGEPAGE);
+#endif
 }
 
 template <class Read, class Value>
@@ -43,6 +60,7 @@ std::unique_ptr<Value[]> readTransposed(TimeSeries& series, ReadVolume readVolum
     const int volumes = series.volumes;
     const int together = std::min(volumes, kCacheLine / static_cast<int>(sizeof(Value)));
     auto values = room<Value>(voxels * volumes);
+    if (!series.inside.empty()) useSmallPages(values.get(), voxels * volumes * std::int64_t{sizeof(Value)});
     auto arriving = room<Read>(voxels * together);
     auto arrived = together < volumes ? room<Read>(voxels * together) : nullptr;
     std::future<void> transposing; // its destructor waits for the work, so it is declared after the arrays

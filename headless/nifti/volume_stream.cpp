@@ -13,7 +13,7 @@ VolumeStream::VolumeStream(const ImageHeader& header)
     if (!file_.isOpen()) {
         throw Failure(ExitStatus::kInput, header.file.string() + " cannot be opened; check its permissions.");
     }
-    file_.skip(header.image->iname_offset); // if the file ends before, reading says so
+    file_.skip(header.image->iname_offset); // read() reports a file that ends earlier
 }
 
 void VolumeStream::read(std::byte* volume) {
@@ -31,8 +31,11 @@ void VolumeStream::read(std::byte* volume) {
 }
 
 void VolumeStream::finish() {
-    std::byte beyond{};
-    file_.read(&beyond, 1); // the checksum is compared at the end
+    file_.finish();
+    if (file_.isTruncated()) {
+        throw Failure(ExitStatus::kInput,
+                      header_.file.string() + " is truncated: it ends before its checksum; copy or download it again.");
+    }
     if (file_.isDamaged()) {
         throw Failure(ExitStatus::kInput,
                       header_.file.string() + " is damaged: its checksum is wrong; copy or download it again.");

@@ -6,7 +6,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr int kFloats = 2 * kLanes; // in the room of kLanes doubles
+constexpr int kFloats = 2 * kLanes; // two floats per double lane
 constexpr int kParts = kChangeSums / kFloats;
 using Floats = float __attribute__((vector_size(kFloats * sizeof(float))));
 static_assert(kChangeSums % kFloats == 0);

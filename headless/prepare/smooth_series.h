@@ -15,7 +15,7 @@ namespace zn::headless {
 ///
 /// All values inside must be finite; the others are not read, and undefined afterwards. Only those near the mask are
 /// written. Bit-identical for any number of threads. Besides the series, this needs memory for one line of voxels per
-/// thread and for nine bytes per voxel of the grid.
+/// thread and for at most ten bytes per voxel of the grid.
 void smoothSeries(const MaskedSeries& series, const std::array<double, 3>& sigma, WorkerThreads& threads);
 
 } // namespace zn::headless

@@ -6,7 +6,7 @@ namespace zn::headless {
 
 namespace {
 
-constexpr int kFloats = 2 * kLanes; // in the room of kLanes doubles
+constexpr int kFloats = 2 * kLanes; // two floats per double lane
 using Floats = float __attribute__((vector_size(kFloats * sizeof(float))));
 
 // `parts` groups of columns from `first` on; their sums stay in registers.

@@ -4,7 +4,6 @@
 #include "headless/report/report_page.h"
 
 #include <algorithm>
-#include <exception>
 
 namespace zn::headless {
 
@@ -37,18 +36,10 @@ std::vector<MapBlock> mapBlocks(const std::vector<std::span<const float>>& maps,
     const auto count = static_cast<int>(maps.size());
     const int digits = mapDigits(std::count(mask.begin(), mask.end(), 1), count);
     std::vector<MapBlock> blocks(maps.size());
-    std::vector<std::exception_ptr> failures(maps.size());
     threads.run(count, [&](int i) {
         const auto number = static_cast<std::size_t>(i);
-        try {
-            blocks[number] = mapBlock(maps[number], mask, digits);
-        } catch (...) {
-            failures[number] = std::current_exception();
-        }
+        blocks[number] = mapBlock(maps[number], mask, digits);
     });
-    for (const std::exception_ptr& failure : failures) {
-        if (failure) std::rethrow_exception(failure);
-    }
     return blocks;
 }
 

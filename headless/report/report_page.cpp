@@ -56,7 +56,7 @@ void ReportPage::write(const fs::path& file) const {
 }
 
 std::string packedText(std::span<const std::byte> bytes) {
-    return base64(gzip(bytes));
+    return base64(gzip(bytes).bytes());
 }
 
 fs::path findReportTemplate(const char* name) {

@@ -9,9 +9,8 @@
 
 namespace zn::headless {
 
-/// The page of a result, not yet written, made from the files that a run wrote to a folder, and from nothing else, so
-/// that the page shows what the folder holds. If an older result lacks the mean image, the page draws the maps over the
-/// outline of the mask.
+/// The page of a result, not yet written, made from the files of the folder; images that the run still holds are taken
+/// from memory. If an older result lacks the mean image, the page draws the maps over the outline of the mask.
 ///
 ///   templateFile   the built template; empty: the one that belongs to the command
 ///   compared       another result on the same grid, whose components the page shows beside those that they match;

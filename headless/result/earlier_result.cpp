@@ -67,6 +67,18 @@ bool isPluginFile(const std::string& name, const std::string& stem) {
            });
 }
 
+ResultKind kindOf(bool sample, const std::set<std::string>& names) {
+    if (sample) return ResultKind::kSample;
+    const bool denoised =
+        stemOf(names, ResultFile::kDecomposition).empty() && !stemOf(names, ResultFile::kDenoiseQc).empty();
+    return denoised ? ResultKind::kDenoised : ResultKind::kRun;
+}
+
+const char* nameOfKind(ResultKind kind) {
+    if (kind == ResultKind::kSample) return "a simulated sample";
+    return kind == ResultKind::kDenoised ? "a denoised image" : "a result of znica run";
+}
+
 // The first name that does not belong in these places; empty when all do.
 std::string foreignNameIn(const std::set<std::string>& names, const std::string& stem,
                           std::initializer_list<ResultPlace> places) {
@@ -79,10 +91,9 @@ std::string foreignNameIn(const std::set<std::string>& names, const std::string&
 // The same for a result of a run, with the plug-in's folder in it, or a denoised image.
 std::string foreignNameInResult(const fs::path& folder, const std::set<std::string>& names) {
     const std::string stem = stemOf(names, ResultFile::kDecomposition);
-    const std::string denoised = stemOf(names, ResultFile::kDenoiseQc);
-    if (stem.empty() && !denoised.empty()) {
+    if (kindOf(false, names) == ResultKind::kDenoised) {
         return foreignNameIn(
-            names, denoised,
+            names, stemOf(names, ResultFile::kDenoiseQc),
             {ResultPlace::kDenoised, ResultPlace::kRunAndDenoised, ResultPlace::kRunSampleAndDenoised});
     }
     std::string foreign = foreignNameIn(names, stem,
@@ -131,7 +142,12 @@ bool isMadeByZnica(const fs::path& folder) {
     });
 }
 
-std::string whyNotAResult(const fs::path& folder, const std::string& but) {
+const char* namesOfKind(ResultKind kind) {
+    if (kind == ResultKind::kSample) return "simulated samples";
+    return kind == ResultKind::kDenoised ? "denoised images" : "results of znica run";
+}
+
+std::string whyNotAResult(const fs::path& folder, ResultKind kind, const std::string& but) {
     std::set<std::string> names = namesIn(folder);
     names.erase(but + "/");
     const bool sample = isSample(folder);
@@ -142,7 +158,8 @@ std::string whyNotAResult(const fs::path& folder, const std::string& but) {
     }
     if (!foreign.empty()) return "holds " + foreign + ", which does not belong to a result";
     if (!sample && !isMadeByZnica(folder)) return "has no dataset_description.json that names znica";
-    return "";
+    const ResultKind found = kindOf(sample, names);
+    return found == kind ? "" : std::string("holds ") + nameOfKind(found);
 }
 
 } // namespace zn::headless

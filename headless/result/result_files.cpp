@@ -21,6 +21,34 @@ constexpr std::array kList = {
 #undef ZN_RESULT_FILE
 };
 
+// A result that the user names; every command that reads one begins here.
+void requireFolder(const fs::path& folder) {
+    std::error_code error;
+    const fs::file_status status = fs::status(folder, error);
+    if (!fs::exists(status)) refuseFile(folder, "does not exist.");
+    if (!fs::is_directory(status)) refuseFile(folder, "is not a folder.");
+}
+
+std::ptrdiff_t resultsIn(const fs::path& folder) {
+    const std::string_view ending = nameOf(ResultFile::kComponents);
+    std::error_code error;
+    return std::count_if(fs::directory_iterator(folder, error), fs::directory_iterator(),
+                         [&](const auto& file) { return file.path().string().ends_with(ending); });
+}
+
+// "sub-01" in "sub-01_ses-a_task-rest"; empty without the entity, which is followed by another one.
+std::string entityIn(const std::string& stem, const std::string& entity) {
+    const std::size_t begin = stem.starts_with(entity) ? 0 : stem.find("_" + entity) + 1;
+    if (begin == 0 && !stem.starts_with(entity)) return "";
+    return stem.substr(begin, stem.find('_', begin) - begin);
+}
+
+// Where znica bids puts the result of an image.
+fs::path placeInStudy(const fs::path& image, const fs::path& study) {
+    const std::string stem = resultStem(image);
+    return study / entityIn(stem, "sub-") / entityIn(stem, "ses-") / "func";
+}
+
 } // namespace
 
 std::string ResultFileEntry::in(const std::string& stem) const {
@@ -56,6 +84,7 @@ std::string ignoredNames(std::initializer_list<ResultPlace> places) {
 ResultFiles::ResultFiles(fs::path folder, std::string stem) : folder_(std::move(folder)), stem_(std::move(stem)) {}
 
 ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
+    requireFolder(folder);
     const std::string_view ending = nameOf(key);
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(folder, error)) {
@@ -68,13 +97,12 @@ ResultFiles ResultFiles::in(const fs::path& folder, ResultFile key) {
 }
 
 ResultFiles ResultFiles::of(const fs::path& image, const fs::path& folder) {
+    ResultFiles named(placeInStudy(image, folder), resultStem(image));
+    if (named.has(ResultFile::kComponents)) return named;
     ResultFiles first = in(folder);
-    const std::string_view ending = nameOf(ResultFile::kComponents);
-    std::error_code error;
-    const auto results = std::count_if(fs::directory_iterator(folder, error), fs::directory_iterator(),
-                                       [&](const auto& file) { return file.path().string().ends_with(ending); });
+    const std::ptrdiff_t results = resultsIn(folder);
     if (results < 2) return first;
-    ResultFiles named(folder, resultStem(image));
+    named = ResultFiles(folder, resultStem(image));
     if (named.has(ResultFile::kComponents)) return named;
     throw Failure(ExitStatus::kInput, folder.string() + " holds the results of " + std::to_string(results) +
                                           " runs, but none named " + named.stem() + " after " +

@@ -62,8 +62,8 @@ public:
     /// (kInput) when there is none.
     static ResultFiles in(const std::filesystem::path& folder, ResultFile key = ResultFile::kComponents);
 
-    /// The result of an image in such a folder, which may also be one of znica bids with the results of several runs:
-    /// the only result, or the one that is named after the image. Throws Failure (kInput) when there is none.
+    /// The result of an image: the one named after it in a folder of znica bids, either that of the whole study or one
+    /// with the results of several runs, or the only result in the folder. Throws Failure (kInput) when there is none.
     static ResultFiles of(const std::filesystem::path& image, const std::filesystem::path& folder);
 
     const std::filesystem::path& folder() const { return folder_; }

@@ -1,7 +1,6 @@
 #include "headless/result/result_folder.h"
 
 #include "headless/failure/as_failure.h"
-#include "headless/result/earlier_result.h"
 #include "headless/result/hidden_folder.h"
 #include "headless/result/move_entries.h"
 #include "headless/result/output_place.h"
@@ -34,7 +33,7 @@ bool isEmpty(const fs::path& folder, const fs::path& but) {
 }
 
 // Throws unless the wanted place is free or may be cleared. `own`: our folder inside it, if any.
-void checkWanted(const fs::path& wanted, bool replace, const fs::path& own = {}) {
+void checkWanted(const fs::path& wanted, ResultKind kind, bool replace, const fs::path& own = {}) {
     std::error_code error;
     const fs::file_status status = fs::symlink_status(wanted, error);
     if (error == std::errc::filename_too_long) fail(wanted, "is too long a name; choose a shorter one.");
@@ -42,17 +41,17 @@ void checkWanted(const fs::path& wanted, bool replace, const fs::path& own = {})
     if (!fs::is_directory(wanted, error)) fail(wanted, "exists and is not a folder; name another one.");
     if (isEmpty(wanted, own)) return;
     if (!replace) fail(wanted, "exists and is not empty; name another folder, or use --force to replace a result.");
-    const std::string why = whyNotAResult(wanted, own.filename().string());
-    if (!why.empty()) fail(wanted, why + "; --force replaces only results.");
+    const std::string why = whyNotAResult(wanted, kind, own.filename().string());
+    if (!why.empty()) fail(wanted, why + "; --force replaces only " + namesOfKind(kind) + ".");
 }
 
 } // namespace
 
-ResultFolder::ResultFolder(UnfinishedWork& unfinished, const fs::path& wanted, bool replace)
-    : unfinished_(unfinished), wanted_(outputPlace(wanted)), replace_(replace) {
+ResultFolder::ResultFolder(UnfinishedWork& unfinished, const fs::path& wanted, ResultKind kind, bool replace)
+    : unfinished_(unfinished), wanted_(outputPlace(wanted)), kind_(kind), replace_(replace) {
     removeLeftovers(wanted_.parent_path());
     removeLeftovers(wanted_);
-    checkWanted(wanted_, replace_);
+    checkWanted(wanted_, kind_, replace_);
     std::error_code error;
     inside_ = fs::exists(wanted_, error) && !canBeReplaced(wanted_);
     hidden_ = unfinished_.begin(inside_ ? wanted_ : wanted_.parent_path(), wanted_);
@@ -62,7 +61,8 @@ void ResultFolder::commit() {
     syncTree(hidden_);
     unfinished_.finish([this] {
         try {
-            checkWanted(wanted_, replace_, inside_ ? hidden_ : fs::path()); // it may have been taken in the meantime
+            checkWanted(wanted_, kind_, replace_,
+                        inside_ ? hidden_ : fs::path()); // it may have been taken in the meantime
             inside_ ? moveOut() : takeName();
         } catch (const std::exception& error) {
             const Failure failure = asFailure(error);
@@ -99,8 +99,8 @@ void ResultFolder::settle() noexcept {
 std::string ResultFolder::whyNotReplaced(const fs::path& earlier) const {
     if (fs::is_empty(earlier)) return "";
     if (!replace_) return "is no longer empty; name another folder.";
-    const std::string why = whyNotAResult(earlier);
-    return why.empty() ? "" : why + "; --force replaces nothing but results.";
+    const std::string why = whyNotAResult(earlier, kind_);
+    return why.empty() ? "" : why + "; --force replaces only " + namesOfKind(kind_) + ".";
 }
 
 void ResultFolder::exchange() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "headless/result/earlier_result.h"
 #include "headless/result/unfinished_work.h"
 
 #include <filesystem>
@@ -20,8 +21,9 @@ public:
     /// Throws Failure: kUsage when no place is named, kOther when something else is there or it is not writable.
     ///
     ///   unfinished   where the hidden folder is registered; outlives this
-    ///   replace      an earlier result of this program in the wanted place is replaced once the new one is complete
-    ResultFolder(UnfinishedWork& unfinished, const std::filesystem::path& wanted, bool replace);
+    ///   kind         what the folder will hold
+    ///   replace      an earlier result of this kind in the wanted place is replaced once the new one is complete
+    ResultFolder(UnfinishedWork& unfinished, const std::filesystem::path& wanted, ResultKind kind, bool replace);
     ~ResultFolder() { unfinished_.discard(); }
     ResultFolder(const ResultFolder&) = delete;
     ResultFolder& operator=(const ResultFolder&) = delete;
@@ -45,6 +47,7 @@ private:
     UnfinishedWork& unfinished_;
     std::filesystem::path wanted_; // absolute
     std::filesystem::path hidden_;
+    ResultKind kind_;
     bool replace_;
     bool inside_ = false; // the hidden folder is inside the wanted one
 };

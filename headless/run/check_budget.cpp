@@ -1,6 +1,7 @@
 #include "headless/run/stages.h"
 
 #include "headless/batch/batch_job.h"
+#include "headless/blas/one_blas_thread.h"
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
 #include "headless/memory/peak_prediction.h"
@@ -8,9 +9,9 @@
 #include "headless/nifti/time_series.h"
 #include "headless/prepare/smoothing_passes.h"
 #include "headless/run/smoothing_width.h"
+#include "headless/text/byte_sizes.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -18,17 +19,9 @@ namespace zn::headless {
 
 namespace {
 
-constexpr double kGib = 1073741824.0;
-
-std::string gibText(std::int64_t bytes) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.3g GiB", static_cast<double>(bytes) / kGib);
-    return text;
-}
-
 std::optional<std::int64_t> budgetOf(const RunOptions& options) {
     if (!options.memoryGib) return usableMemoryBytes();
-    return static_cast<std::int64_t>(std::min(*options.memoryGib, 1e9) * kGib);
+    return static_cast<std::int64_t>(std::min(*options.memoryGib, 1e9) * kBytesPerGib);
 }
 
 // The courses that are written while the data are read and smoothed, if only those of the mask are needed.
@@ -39,22 +32,24 @@ std::vector<unsigned char> writtenCourses(const Run& run) {
     return passes.empty() ? run.session.mask : passes.front().wanted;
 }
 
-std::int64_t seriesBytes(const Run& run, int bytesPerValue) {
-    const std::int64_t perVoxel = std::int64_t{bytesPerValue} * run.volumes;
+bool keptAsShort(const Run& run) {
+    return staysShort(*run.functional.image) && !run.options.preparation.any();
+}
+
+std::int64_t seriesBytes(const Run& run) {
+    const std::int64_t perVoxel = std::int64_t{keptAsShort(run) ? 2 : 4} * run.volumes;
     if (neededVoxels(run).empty()) return perVoxel * run.functional.voxels();
     return touchedBytes(writtenCourses(run), perVoxel);
 }
 
 std::int64_t predictedBytes(const Run& run, std::int64_t voxels) {
-    const nifti_image& image = *run.functional.image;
     RunSize size;
     size.gridVoxels = run.functional.voxels();
     size.voxels = voxels;
     size.volumes = run.volumes;
     size.components = run.eigenvalues.count();
-    const bool asShort = staysShort(image) && !run.options.preparation.any();
-    size.seriesBytes = seriesBytes(run, asShort ? 2 : 4);
-    size.storedBytes = asShort ? 0 : image.nbyper;
+    size.seriesBytes = run.seriesBytes;
+    size.storedBytes = keptAsShort(run) ? 0 : run.functional.image->nbyper;
     size.regions = static_cast<int>(run.session.regions.size());
     size.repeats = run.options.control.repeats;
     size.threads = MatrixProducts::threadsFor(run.options.control.threads);
@@ -83,7 +78,7 @@ constexpr std::int64_t kMappedBytesPerThread = 96 << 20;
 void requireAddressSpace(const Run& run) {
     const auto left = addressSpaceLeftBytes();
     const int own = MatrixProducts::threadsFor(run.options.control.threads);
-    const int threads = MatrixProducts::blasThreads() + own;
+    const int threads = blasThreadsAtStart() + own;
     const std::int64_t needed = run.predictedBytes + kMappedBytes + threads * kMappedBytesPerThread;
     if (!left || needed <= *left) return;
     throw Failure(ExitStatus::kMemory, run.functional.file.string() + " needs about " + gibText(needed) +
@@ -106,6 +101,7 @@ void checkBudget(Run& run) {
     run.budgetBytes = budgetOf(run.options);
     const std::int64_t voxels = expectedVoxels(run);
     requireVoxelsForVolumes(run, voxels);
+    run.seriesBytes = seriesBytes(run);
     run.predictedBytes = predictedBytes(run, voxels);
     run.notes.say("Memory: about " + gibText(run.predictedBytes) + " at the peak, for " + std::to_string(voxels) +
                   " voxels; " + budgetText(run) + ".");

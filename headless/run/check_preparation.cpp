@@ -2,22 +2,17 @@
 
 #include "headless/failure/failure.h"
 #include "headless/nifti/voxel_size.h"
+#include "headless/prepare/cut_off.h"
 #include "headless/prepare/high_pass.h"
+#include "headless/text/short_texts.h"
 
 #include <algorithm>
-#include <cstdio>
 
 namespace zn::headless {
 
 namespace {
 
 constexpr double kMostVoxels = 10.0; // of a Gaussian's full width at half maximum
-
-std::string numberText(double number) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", number);
-    return text;
-}
 
 } // namespace
 
@@ -26,16 +21,12 @@ void checkPreparation(Run& run) {
     const auto size = voxelSize(run.functional);
     const double smallest = *std::min_element(size.begin(), size.end());
     if (options.smoothMm > kMostVoxels * smallest) {
-        throw Failure(ExitStatus::kInput, "--smooth " + numberText(options.smoothMm) +
-                                              " mm is more than 10 voxels of " + numberText(smallest) +
+        throw Failure(ExitStatus::kInput, "--smooth " + shortNumber(options.smoothMm) +
+                                              " mm is more than 10 voxels of " + shortNumber(smallest) +
                                               " mm; give a smaller width in millimetres.");
     }
     if (options.highPassSeconds <= 0.0) return;
-    if (options.highPassSeconds < 2.0 * run.repetition.seconds) {
-        throw Failure(ExitStatus::kInput,
-                      "--high-pass " + numberText(options.highPassSeconds) + " s is below two repetition times of " +
-                          secondsText(run.repetition.seconds) + "; give a longer cut-off in seconds, such as 128.");
-    }
+    requireCutOff(options.highPassSeconds, run.repetition.seconds);
     run.cosines = cosinesBelow(options.highPassSeconds, run.volumes, run.repetition.seconds);
 }
 

@@ -7,6 +7,7 @@
 #include "headless/prepare/smooth_series.h"
 #include "headless/prepare/smoothness.h"
 #include "headless/run/smoothing_width.h"
+#include "headless/text/short_texts.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,6 +2,7 @@
 
 #include "headless/design/read_design.h"
 #include "headless/design/region_names.h"
+#include "headless/dimension/parallel_analysis.h"
 #include "headless/events/events_beside_image.h"
 #include "headless/failure/failure.h"
 #include "headless/nifti/read_volumes.h"
@@ -11,10 +12,12 @@
 #include "headless/result/result_names.h"
 #include "headless/run/region_coordinates.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 #include "host/voi_records.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 namespace zn::headless {
 
@@ -44,10 +47,23 @@ ImageHeader readFunctionalHeader(const RunOptions& options) {
     return header;
 }
 
-// The range as far as it is known before the data are read; --components auto yields at most a quarter of the volumes.
-EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes, int dimensions) {
+// "--high-pass 4 leaves", "--high-pass 128 and --scale sd leave"
+std::string whatLeaves(const Run& run) {
+    const PreparationOptions& options = run.options.preparation;
+    const bool mean = options.scaling == Scaling::kUnitVariance;
+    char text[32] = "";
+    if (run.cosines > 0) std::snprintf(text, sizeof text, "--high-pass %.6g", options.highPassSeconds);
+    if (!mean) return std::string(text) + " leaves";
+    return run.cosines > 0 ? std::string(text) + " and --scale sd leave" : "--scale sd leaves";
+}
+
+// The range as far as it is known before the data are read: for --components auto the largest possible one.
+EigenvalueRange eigenvalueRange(const Run& run) {
+    const RunOptions& options = run.options;
+    const int volumes = run.volumes;
+    const int dimensions = preparedDimensions(run);
     if (options.componentCount == ComponentCount::kMaximum) return {1, dimensions};
-    if (options.componentCount == ComponentCount::kEstimated) return {1, std::max(1, volumes / 4)};
+    if (options.componentCount == ComponentCount::kEstimated) return {1, mostComponents(dimensions)};
     const EigenvalueRange& range = options.eigenvalues;
     const std::string have = " the " + std::to_string(volumes) + " volumes of " + options.functional.string();
     if (range.count() > volumes) {
@@ -60,8 +76,9 @@ EigenvalueRange eigenvalueRange(const RunOptions& options, int volumes, int dime
                     have + "; there is one eigenvalue per volume.");
     }
     if (range.last > dimensions) {
-        refuseInput(std::to_string(range.last) + " eigenvalues are more than the " + std::to_string(dimensions) +
-                    " that --high-pass and --scale leave of" + have + "; request fewer.");
+        refuseInput(std::to_string(range.last) + (range.first == 1 ? " components" : " eigenvalues") +
+                    " are more than the " + std::to_string(dimensions) + " that " + whatLeaves(run) + " of" + have +
+                    "; request fewer.");
     }
     return range;
 }
@@ -107,10 +124,6 @@ AnalysedVolumes analysedVolumes(const Run& run) {
 fs::path designFile(const RunOptions& options) {
     if (!options.designBesideImage) return options.design;
     return eventsBesideImage(options.functional, imageStem(options.functional));
-}
-
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 void addDesign(Run& run) {
@@ -167,7 +180,7 @@ void readInputs(Run& run) {
     run.volumes = run.functional.volumes - run.options.dummyScans;
     run.repetition = repetitionTime(run.options.secondsPerVolume, run.functional, run.options.sidecars);
     checkPreparation(run);
-    run.eigenvalues = eigenvalueRange(run.options, run.volumes, preparedDimensions(run));
+    run.eigenvalues = eigenvalueRange(run);
     run.session = makeSession(run);
     run.notes.say(inputNote(run.functional, run.volumes, run.repetition));
     for (const Remark& remark : orientationRemarks(run.functional)) run.notes.remark(remark);

@@ -4,9 +4,9 @@
 #include "headless/failure/failure.h"
 #include "headless/result/result_names.h"
 #include "headless/text/input_file.h"
+#include "headless/text/short_texts.h"
 
 #include <cmath>
-#include <cstdio>
 #include <system_error>
 
 #include <nlohmann/json.hpp>
@@ -21,6 +21,7 @@ using Sidecars = std::optional<std::vector<fs::path>>;
 constexpr double kShortest = 0.001; // seconds; the host counts in whole milliseconds
 constexpr double kLongest = 20.0;
 constexpr double kAgreement = 0.001;
+constexpr char kHeader[] = "the header";
 
 struct Candidate {
     std::string source;
@@ -68,17 +69,11 @@ std::vector<Candidate> candidates(const std::optional<double>& given, const Imag
     std::vector<Candidate> found;
     if (given) found.push_back({"--tr", *given});
     if (const auto sidecar = fromSidecars(functional.file, sidecars, !given)) found.push_back(*sidecar);
-    if (functional.secondsPerVolume) found.push_back({"the header", *functional.secondsPerVolume});
+    if (functional.secondsPerVolume) found.push_back({kHeader, *functional.secondsPerVolume});
     return found;
 }
 
 } // namespace
-
-std::string secondsText(double seconds) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g s", seconds);
-    return text;
-}
 
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional,
                               const Sidecars& sidecars) {
@@ -95,6 +90,7 @@ RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHea
                                               ", which is not between 0.001 and 20 s; specify it with --tr SECONDS.");
     }
     RepetitionTime result{first.seconds, first.source, {}};
+    result.perhapsUnset = first.source == kHeader && first.seconds == 1.0 && !functional.timeUnit;
     for (const Candidate& other : found) {
         if (std::fabs(other.seconds - first.seconds) <= kAgreement * (1.0 + 1e-6)) continue; // rounding of decimals
         result.disagreements.push_back("TR: " + first.source + " says " + secondsText(first.seconds) +

@@ -14,6 +14,7 @@ struct RepetitionTime {
     double seconds = 0.0;
     std::string source;                     ///< "--tr", "the header" or the sidecar's file name
     std::vector<std::string> disagreements; ///< one sentence per source that differs by more than a millisecond
+    bool perhapsUnset = false;              ///< 1 s without a unit in the header, the default of many programs
 };
 
 /// The TR of a functional image: as given, else `RepetitionTime` of the JSON file with the image's name in the same
@@ -24,8 +25,5 @@ struct RepetitionTime {
 ///   sidecars   what sidecarsOf() returns for the image, if the caller has asked already
 RepetitionTime repetitionTime(const std::optional<double>& given, const ImageHeader& functional,
                               const std::optional<std::vector<std::filesystem::path>>& sidecars = {});
-
-/// "2 s", with at most six significant digits.
-std::string secondsText(double seconds);
 
 } // namespace zn::headless

@@ -18,7 +18,7 @@ Progress::Display displayOf(const RunControl& control) {
 void openResult(Run& run) {
     const RunOptions& options = run.options;
     run.library.emplace(options.plugin.empty() ? findPlugin() : options.plugin);
-    run.folder.emplace(run.unfinished, options.out, options.force);
+    run.folder.emplace(run.unfinished, options.out, ResultKind::kRun, options.force);
     const std::string note = noteOnOldForeignWorkFor(options.out);
     if (!note.empty()) run.notes.say(note);
     run.files.emplace(run.folder->path(), resultStem(options.functional));

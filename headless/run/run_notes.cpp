@@ -1,6 +1,7 @@
 #include "headless/run/run_notes.h"
 
 #include "headless/result/frequency_bands.h"
+#include "headless/text/short_texts.h"
 
 #include <cstdio>
 
@@ -30,6 +31,11 @@ std::vector<Remark> repetitionTimeRemarks(const RepetitionTime& repetition) {
     std::vector<Remark> remarks;
     for (const std::string& sentence : repetition.disagreements) {
         remarks.push_back({"repetition-time-disagreement", sentence});
+    }
+    if (repetition.perhapsUnset) {
+        remarks.push_back({"repetition-time-without-unit",
+                           "TR: the header says 1 s without a unit, which many programs write by default; check it, or "
+                           "give --tr."});
     }
     return remarks;
 }

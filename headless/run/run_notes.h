@@ -36,7 +36,8 @@ private:
 ///   volumes   number of volumes analysed, the last ones of the image
 std::string inputNote(const ImageHeader& functional, int volumes, const RepetitionTime& repetition);
 
-/// One "repetition-time-disagreement" per source of the repetition time that differs from the one used.
+/// One "repetition-time-disagreement" per source of the repetition time that differs from the one used, and a
+/// "repetition-time-without-unit" for one that may never have been set.
 std::vector<Remark> repetitionTimeRemarks(const RepetitionTime& repetition);
 
 /// A "no-orientation" remark for an image without sform and qform.

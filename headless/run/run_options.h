@@ -44,7 +44,7 @@ struct PreparationOptions {
 /// How a run is carried out; none of it changes what is analysed.
 struct RunControl {
     std::optional<std::uint32_t> seed; ///< nothing: a new one for every run
-    std::optional<int> threads;        ///< nothing: all processors
+    std::optional<int> threads;        ///< nothing: those of the BLAS, at most the job's
     int repeats = 1;
     bool quiet = false;
     bool verbose = false;

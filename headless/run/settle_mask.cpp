@@ -2,9 +2,12 @@
 
 #include "headless/failure/failure.h"
 #include "headless/mask/brain_mask.h"
+#include "headless/mask/intensity_threshold.h"
+#include "headless/mask/volumes_without_values.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
 #include "headless/report/mean_image.h"
+#include "headless/text/input_file.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,13 +29,34 @@ std::vector<unsigned char> requestedMask(const Run& run, const VoxelSummary& sum
     return std::vector<unsigned char>(summary.mean.size(), 1);
 }
 
-[[noreturn]] void refuseEmpty(const RunOptions& options, const ExcludedVoxels& excluded) {
+void noteMissingIntensities(Run& run, const std::vector<float>& mean) {
+    if (intensityThreshold(mean)) return;
+    run.notes.remark(
+        {"mask-without-intensities",
+         "Mask: many values of the mean image are negative, as after removal of the mean, so no brain mask "
+         "can be computed from it and all voxels are used; specify one with --mask FILE."});
+}
+
+// A single such volume makes every voxel unusable.
+void refuseVolumesWithoutValues(const Run& run) {
+    const std::vector<int> without = volumesWithoutValues(run.session.series);
+    if (without.empty() || without.size() == static_cast<std::size_t>(run.volumes)) return;
+    const std::size_t others = without.size() - 1;
+    refuseFile(run.functional.file, "has no finite value in volume " +
+                                        std::to_string(run.options.dummyScans + without.front() + 1) +
+                                        (others > 0 ? " and " + std::to_string(others) + " more" : "") + " of " +
+                                        std::to_string(run.functional.volumes) + ", counted from 1; repair the image.");
+}
+
+[[noreturn]] void refuseEmpty(const Run& run, const ExcludedVoxels& excluded) {
+    const RunOptions& options = run.options;
     const std::string check =
         options.maskSource == MaskSource::kFile ? "; check the image and the mask." : "; check the image.";
     const std::string file = options.functional.string();
     if (excluded.notFinite == 0) {
         throw Failure(ExitStatus::kInput, file + " does not change over time in any voxel to be analysed" + check);
     }
+    refuseVolumesWithoutValues(run);
     throw Failure(ExitStatus::kInput,
                   file + " has no voxel that can be analysed: " + std::to_string(excluded.notFinite) +
                       " with non-finite values, " + std::to_string(excluded.constant) + " constant" + check);
@@ -83,6 +107,7 @@ void writeMean(Run& run, const VoxelSummary& summary) {
         if (summary.finite[v] == 0) run.mean[v] = std::nanf("");
     }
     writeMeanImage((*run.files)[ResultFile::kMean], run.mean, run.functional);
+    if (!run.options.control.report) run.mean.clear();
 }
 
 } // namespace
@@ -103,12 +128,13 @@ void settleMask(Run& run) {
     WorkerThreads threads(MatrixProducts::threadsFor(run.options.control.threads));
     const VoxelSummary summary = summariseVoxels(run.session.series, threads);
     run.session.series.sums = {}; // they are in the summary
-    if (run.options.control.report) writeMean(run, summary);
+    writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);
     mask.excluded = removeUnusable(summary, mask.voxels);
     mask.count = countOnes(mask.voxels);
-    if (mask.count == 0) refuseEmpty(run.options, mask.excluded);
+    if (mask.count == 0) refuseEmpty(run, mask.excluded);
+    if (run.options.maskSource == MaskSource::kAutomatic) noteMissingIntensities(run, summary.mean);
 }
 
 void useMask(Run& run) {

@@ -1,7 +1,7 @@
 #include "headless/run/smoothing_width.h"
 
 #include "headless/nifti/voxel_size.h"
-#include "headless/prepare/gaussian_kernel.h"
+#include "headless/statistics/gaussian_width.h"
 
 #include <cmath>
 

@@ -48,13 +48,13 @@ int preparedDimensions(const Run& run);
 std::vector<unsigned char> neededVoxels(const Run& run);
 
 /// Determines the mask from the data as read: computes it for --mask auto and excludes voxels that cannot be analysed.
-/// Writes the mean image for the report, NaN where any volume is not finite. Throws Failure: kInput when no voxel
+/// Writes the mean image, NaN where any volume is not finite. Throws Failure: kInput when no voxel
 /// remains, kOther when the image cannot be written.
 void settleMask(Run& run);
 
 /// Smooths, filters and scales the time courses inside the mask, as the options say, notes it, and excludes voxels that
 /// are constant or no longer finite afterwards. Values outside the mask are undefined then. Throws Failure (kInput)
-/// when no voxel remains or --scale percent meets means that are not positive.
+/// when no voxel remains.
 void prepareSeries(Run& run);
 
 /// Passes the mask to the session, which gets none for --mask none if every voxel can be analysed. Notes the numbers
@@ -91,10 +91,10 @@ void repeatSeparation(Run& run);
 /// moments of their maps, the most similar confound; and the variance over time that the eigenvalues kept hold.
 void measureComponents(Run& run);
 
-/// Writes the files of a run whose maps are complete: the table of parameters, the record, the mean image and, with a
-/// design matrix, its table; then report.html, which is omitted with a message if it cannot be made: the analysis
-/// is complete without it. Gives the folder its name and prints the summary. Returns kDone, or kGaveUp when components
-/// are missing; throws Failure (kOther), in which case the wanted folder is as it was.
+/// Writes the files of a run whose maps are complete: the table of parameters, the record and, with a design matrix,
+/// its table; then report.html, which is omitted with a message if it cannot be made: the analysis is complete
+/// without it. Gives the folder its name and prints the summary. Returns kDone, or kGaveUp when components are missing;
+/// throws Failure (kOther), in which case the wanted folder is as it was.
 ExitStatus writeResult(Run& run);
 
 } // namespace zn::headless

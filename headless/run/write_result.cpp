@@ -61,7 +61,6 @@ std::optional<PageImages> packImages(Run& run) {
 
 void addReport(const Run& run, const std::optional<PageImages>& images) {
     const ResultFiles& files = *run.files;
-    if (!run.session.design.names.empty()) writeDesignTable(files[ResultFile::kDesign], run.session.design);
     const auto page = findReportTemplate();
     if (page.empty()) {
         std::fprintf(stderr, "znica: no report.html was written because its template is not installed.\n");
@@ -115,6 +114,7 @@ ExitStatus writeResult(Run& run) {
     run.log->requireWritten();
     writeMetrics(run);
     writeTimeSeries(run);
+    if (!run.session.design.names.empty()) writeDesignTable((*run.files)[ResultFile::kDesign], run.session.design);
     const auto images = packImages(run);
     finishMaps(run);
     writeDecomposition(run);

@@ -3,6 +3,7 @@
 #include "headless/failure/failure.h"
 #include "headless/run/run_driver.h"
 #include "headless/study/place_result.h"
+#include "headless/text/byte_sizes.h"
 #include "headless/text/text_file.h"
 
 #include <charconv>
@@ -14,9 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string gibText(std::int64_t bytes) {
+// For --memory: exact, with as many digits as that takes.
+std::string exactGib(std::int64_t bytes) {
     char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, static_cast<double>(bytes) / 1073741824.0).ptr;
+    const auto end = std::to_chars(text, text + sizeof text, static_cast<double>(bytes) / kBytesPerGib).ptr;
     return {text, end};
 }
 
@@ -37,7 +39,7 @@ void AnalysisTask::requirePossible(const PlannedRun& run) const {
 
 std::vector<std::string> AnalysisTask::arguments(const PlannedRun& run, int threads, std::int64_t memory) const {
     std::vector<std::string> arguments = {
-        "run", run.image.string(), "--verbose", "--threads", std::to_string(threads), "--memory", gibText(memory)};
+        "run", run.image.string(), "--verbose", "--threads", std::to_string(threads), "--memory", exactGib(memory)};
     for (std::string& setting : runSettings(run, options_)) arguments.push_back(std::move(setting));
     return arguments;
 }

@@ -1,6 +1,7 @@
 #include "headless/study/run_queue.h"
 
 #include "headless/failure/as_failure.h"
+#include "headless/text/byte_sizes.h"
 
 #include <cstdio>
 #include <exception>
@@ -29,7 +30,7 @@ void RunQueue::settleCapacity() {
     capacity_ = capacityFor(options_, waiting_.size(), *next_);
     if (options_.run.control.quiet) return;
     std::printf("%s: %zu; processors: %d; threads per run: %d; memory: %.1f GiB.\n", task_.heading(), waiting_.size(),
-                capacity_.processors, capacity_.threads, static_cast<double>(capacity_.memory) / 1073741824.0);
+                capacity_.processors, capacity_.threads, static_cast<double>(capacity_.memory) / kBytesPerGib);
     std::fflush(stdout);
 }
 

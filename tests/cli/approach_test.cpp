@@ -80,7 +80,7 @@ TEST_F(Approach, AsIsAdmitsNoOtherChoice) {
     for (const auto& [option, value] : {std::pair("--smooth", "6"), {"--scale", "sd"}, {"--approach", "symmetric"}}) {
         const CommandResult result = znica({"run", "bold.nii", "--out", "r", "--as-is", option, value});
         EXPECT_EQ(result.status, 2);
-        EXPECT_THAT(result.err, HasSubstr(std::string(option) + " excludes --as-is"));
+        EXPECT_THAT(result.err, HasSubstr("give " + std::string(option) + " or --as-is, not both"));
     }
 }
 

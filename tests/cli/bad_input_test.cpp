@@ -65,7 +65,7 @@ TEST_F(BadInput, ATextFileWithTheEndingOfACompressedImage) {
 
 TEST_F(BadInput, AnEmptyFile) {
     writeFile(folder / "empty.nii", "");
-    expectRefusal(run({(folder / "empty.nii").string()}), "empty.nii is not a NIfTI image");
+    expectRefusal(run({(folder / "empty.nii").string()}), "empty.nii is empty; export or copy the image again.");
 }
 
 // The image library prints several messages about these; the user sees only one sentence.
@@ -106,6 +106,21 @@ TEST_F(BadInput, ACompressedFileWithAWrongChecksum) {
     writeFile(folder / "bold.nii.gz", bytes);
     const CommandResult result = run({(folder / "bold.nii.gz").string()});
     expectRefusal(result, "damaged");
+}
+
+TEST_F(BadInput, ACompressedFileWithoutItsChecksum) {
+    writeCompressed(folder / "complete.nii.gz", plainSeries(24).bytes());
+    const std::string bytes = textOf(folder / "complete.nii.gz");
+    writeFile(folder / "bold.nii.gz", bytes.substr(0, bytes.size() - 8));
+    expectRefusal(run({(folder / "bold.nii.gz").string()}), "bold.nii.gz is truncated: it ends before its checksum;");
+}
+
+TEST_F(BadInput, ACompressedFileWithAWrongChecksumBeyondTheLastVolume) {
+    writeCompressed(folder / "complete.nii.gz", plainSeries(24).bytes() + std::string(100'000, 'x'));
+    std::string bytes = textOf(folder / "complete.nii.gz");
+    bytes[bytes.size() - 7] ^= 1;
+    writeFile(folder / "bold.nii.gz", bytes);
+    expectRefusal(run({(folder / "bold.nii.gz").string()}), "bold.nii.gz is damaged: its checksum is wrong;");
 }
 
 TEST_F(BadInput, AThreeDimensionalImage) {

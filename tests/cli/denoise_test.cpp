@@ -19,6 +19,7 @@ namespace {
 
 using nlohmann::json;
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -81,6 +82,7 @@ TEST_F(Denoise, WritesTheImageWithItsEvidence) {
     ASSERT_EQ(done.status, 0) << done.err;
     EXPECT_THAT(done.out, HasSubstr("Components: 2 of 4 rejected: ICA_01, ICA_03.\n"));
     EXPECT_THAT(done.out, HasSubstr("Dummy scans: 2 volumes copied unchanged.\n"));
+    EXPECT_THAT(done.out, HasSubstr("\nVariance over time (per cent of that before) "));
     EXPECT_THAT(
         namesIn(out()),
         ElementsAre(
@@ -115,6 +117,15 @@ TEST_F(Denoise, NamesTheCoursesAfterTheirFate) {
     EXPECT_EQ(table[kVolumes][0], analysed[kVolumes - kDummyScans][0]);
 }
 
+TEST_F(Denoise, GivesEveryVolumeOfTheImageARow) {
+    ASSERT_EQ(denoise({"--reject", "2"}).status, 0);
+    const auto table = tableIn(folder / "out/a_desc-denoise_volumes.tsv");
+    ASSERT_EQ(table.size(), 1U + kVolumes);
+    EXPECT_THAT(table[kDummyScans], ElementsAre("n/a", "n/a"));
+    EXPECT_THAT(table[kDummyScans + 1], ElementsAre("n/a", "n/a")); // DVARS of the first analysed volume
+    EXPECT_THAT(table[kDummyScans + 2], Not(Contains("n/a")));
+}
+
 TEST_F(Denoise, RecordsMethodReasonsSoftwareAndInputs) {
     const std::string file = labels("ICA_00\tsignal\tn/a\nICA_02\tnoise\tedge of the \"head\"\n");
     ASSERT_EQ(denoise({"--labels", file, "--method", "orthaggr", "--high-pass", "30"}).status, 0);
@@ -134,6 +145,19 @@ TEST_F(Denoise, RecordsMethodReasonsSoftwareAndInputs) {
     EXPECT_EQ(record["Inputs"][2]["SHA256"].get<std::string>().size(), 64U);
 }
 
+TEST_F(Denoise, WritesTheRepetitionTimeWithAllItsDigits) {
+    std::filesystem::copy(result(), folder / "copy", std::filesystem::copy_options::recursive);
+    const std::filesystem::path record = folder / "copy/a_desc-ICA_decomposition.json";
+    json changed = json::parse(textOf(record));
+    changed["Input"]["RepetitionTime"] = 0.7215;
+    changed["Input"]["RepetitionTimeMilliseconds"] = 722;
+    writeFile(record, changed.dump());
+    ASSERT_EQ(
+        znica({"denoise", (folder / "copy").string(), bold(), "--reject", "2", "--no-report", "--out", out()}).status,
+        0);
+    EXPECT_EQ(json::parse(textOf(folder / "out/a_desc-nonaggrDenoised_bold.json"))["RepetitionTime"], 0.7215);
+}
+
 TEST_F(Denoise, CountsComponentsWithoutALabelAloud) {
     const CommandResult done = denoise({"--labels", labels("ICA_00\tnoise\t\nICA_03\tunsure\t\n")});
     ASSERT_EQ(done.status, 0) << done.err;
@@ -148,6 +172,24 @@ TEST_F(Denoise, WondersAboutLabelsWithTheNameOfAnotherResult) {
     EXPECT_THAT(other.out, HasSubstr("Labels: b_desc-ICA_labels.tsv has the name of another result than that of a;"));
     const CommandResult own = denoise({"--labels", file("a_desc-ICA_labels.tsv", rows), "--force"});
     EXPECT_THAT(own.out, Not(HasSubstr("Labels:")));
+}
+
+TEST_F(Denoise, WondersAboutTheImageOfAnotherSubject) {
+    std::filesystem::create_directory(folder / "renamed");
+    for (const std::string& name : namesIn(result())) {
+        if (!name.starts_with("a_")) continue;
+        std::filesystem::copy(result() + "/" + name, folder / ("renamed/sub-01_task-rest" + name.substr(1)));
+    }
+    const auto notesOn = [&](const std::string& image) {
+        return znica({"denoise", (folder / "renamed").string(), file(image, plainSeries(kVolumes).bytes()), "--reject",
+                      "1", "--no-report", "--out", out(), "--force"});
+    };
+    EXPECT_THAT(notesOn("sub-02_task-rest_bold.nii").out,
+                HasSubstr("Image: sub-02_task-rest_bold.nii is named sub-02, but the result sub-01; check that they "
+                          "belong together.\n"));
+    const CommandResult own = notesOn("sub-01_task-rest_desc-smooth_bold.nii");
+    EXPECT_EQ(own.status, 0) << own.err;
+    EXPECT_THAT(own.out, Not(HasSubstr("Image:")));
 }
 
 TEST_F(Denoise, SaysThatTheAnalysisWasFiltered) {
@@ -181,6 +223,9 @@ TEST_F(Denoise, ReplacesAnEarlierImageOnlyWithForce) {
     expectRefusal(1, "exists and is not empty; name another folder, or use --force to replace a result.",
                   {"--reject", "1"});
     ASSERT_EQ(denoise({"--reject", "1", "--method", "aggr", "--force"}).status, 0);
+    const CommandResult run = znica({"run", bold(), "--components", "1", "--out", out(), "--force"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, HasSubstr("out holds a denoised image; --force replaces only results of znica run.\n"));
     EXPECT_FALSE(std::filesystem::exists(folder / "out/a_desc-nonaggrDenoised_bold.nii.gz"));
     writeFile(folder / "out/mine.txt", "");
     expectRefusal(1, "holds mine.txt, which does not belong to a result", {"--reject", "1", "--force"});
@@ -229,6 +274,41 @@ TEST_F(Denoise, RefusesImagesThatDoNotMatchTheResult) {
     expectRefusal(3, "resample the functional image to that grid", {"--reject", "1"}, file("moved.nii", moved.bytes()));
     const std::string whole = plainSeries(kVolumes).bytes();
     expectRefusal(3, "cut.nii", {"--reject", "1"}, file("cut.nii", whole.substr(0, whole.size() / 2)));
+}
+
+// Noise on 6x5x4 voxels as a NIfTI-2 file, which may have more volumes than NIfTI-1 can count.
+std::string longSeries(std::int64_t volumes) {
+    std::string file(544 + 120 * static_cast<std::size_t>(volumes), '\0');
+    const auto put = [&](std::size_t offset, auto value) { std::memcpy(file.data() + offset, &value, sizeof value); };
+    put(0, std::int32_t{540});
+    file.replace(4, 8, std::string("n+2\0\r\n\032\n", 8));
+    put(12, std::int16_t{2}); // uint8
+    put(14, std::int16_t{8});
+    const std::array<std::int64_t, 8> dim = {4, 6, 5, 4, volumes, 1, 1, 1};
+    for (std::size_t i = 0; i < 8; ++i) put(16 + 8 * i, dim[i]);
+    for (std::size_t i = 0; i < 8; ++i) put(104 + 8 * i, i == 4 ? 2.0 : 1.0);
+    put(168, std::int64_t{544});
+    put(348, std::int32_t{1});                                               // the sform is that of a scanner
+    for (std::size_t row = 0; row < 3; ++row) put(400 + 8 * (5 * row), 1.0); // voxels of 1 mm
+    put(500, std::int32_t{2 | 8});                                           // millimetres and seconds
+    std::uint32_t state = 1;
+    for (std::size_t i = 544; i < file.size(); ++i) {
+        file[i] = static_cast<char>(64 + ((state = state * 1664525U + 1013904223U) >> 26));
+    }
+    return file;
+}
+
+TEST_F(Denoise, RefusesMoreVolumesThanItCanWriteBeforeTheWork) {
+    const std::string image = file("long.nii", longSeries(32768));
+    const std::string analysis = (folder / "analysis").string();
+    const CommandResult analysed = znica({"run", image, "--components", "4", "--seed", "1", "--dummy-scans", "32748",
+                                          "--mask", "none", "--no-report", "--epsilon", "0.5", "--out", analysis});
+    ASSERT_EQ(analysed.status, 0) << analysed.err;
+    const CommandResult refused = znica({"denoise", analysis, image, "--reject", "1", "--out", out()});
+    EXPECT_EQ(refused.status, 3) << refused.err;
+    EXPECT_EQ(refused.err, "znica: " + image +
+                               " has 32768 volumes, but a denoised image can hold at most 32767; split it before the "
+                               "analysis.\n");
 }
 
 TEST_F(Denoise, RefusesADamagedTableOfCourses) {
@@ -285,7 +365,7 @@ TEST_F(Denoise, CopiesVoxelsWithNonFiniteValues) {
 TEST_F(Denoise, NeedsLabelsOrAList) {
     expectRefusal(2, "--labels TSV or --reject LIST is required", {});
     expectRefusal(2, "--method: needs nonaggr, aggr or orthaggr; got soft", {"--reject", "1", "--method", "soft"});
-    expectRefusal(2, "--reject: needs names separated by commas, such as 3,7 or ICA_02,ICA_06; got 1,,2",
+    expectRefusal(2, "--reject: needs names separated by commas, such as 3,7-9 or ICA_02,ICA_06; got 1,,2",
                   {"--reject", "1,,2"});
     expectRefusal(2, "--columns", {"--reject", "1", "--columns", "a"});
 }

@@ -94,6 +94,23 @@ TEST_F(Compare, AFileOfAComparedResultIsNeverReplaced) {
     EXPECT_EQ(textOf(*folder / "b/log.txt"), before);
 }
 
+TEST_F(Compare, AnOutputThatCannotBeAFileIsSaidToBeOne) {
+    const CommandResult missing = znica({"compare", path("a"), path("b"), "--out", path("none/table.tsv")});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_EQ(missing.err, "znica: " + path("none/table.tsv") + " cannot be written: the folder " + path("none") +
+                               " does not exist.\n");
+    const CommandResult taken = znica({"compare", path("a"), path("b"), "--out", path("s"), "--force"});
+    EXPECT_EQ(taken.status, 1);
+    EXPECT_EQ(taken.err, "znica: " + path("s") + " is a folder; name a file for the table.\n");
+}
+
+TEST_F(Compare, AResultThatDoesNotExistIsNamed) {
+    const CommandResult missing = znica({"compare", path("a"), path("nodir")});
+    EXPECT_EQ(missing.status, 3);
+    EXPECT_EQ(missing.err, "znica: " + path("nodir") + " does not exist.\n");
+    EXPECT_EQ(znica({"report", path("nodir")}).err, missing.err);
+}
+
 TEST_F(Compare, ComponentsWithoutAPartnerAreListed) {
     for (const auto& [a, b, line] : {std::tuple("a", "few", "\tn/a\tn/a\n"), {"few", "a", "\nn/a\tICA_0"}}) {
         const CommandResult result = znica({"compare", path(a), path(b)});

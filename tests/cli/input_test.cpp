@@ -91,7 +91,7 @@ TEST_F(Input, AnImageWithoutBackgroundIsUsedCompletely) {
     EXPECT_THAT(maskAfter(plainSeries(24)), testing::Each(1));
 }
 
-TEST_F(Input, AnImageOfDeviationsFromZeroIsUsedCompletely) {
+TEST_F(Input, AnImageOfDeviationsFromZeroIsUsedCompletelyAndThatIsNoted) {
     NiftiBytes image;
     image.dim[4] = 24;
     std::uint32_t state = 1;
@@ -100,6 +100,9 @@ TEST_F(Input, AnImageOfDeviationsFromZeroIsUsedCompletely) {
         image.append(static_cast<std::int16_t>(static_cast<int>(state >> 24) - 128));
     }
     EXPECT_THAT(maskAfter(image), testing::Each(1));
+    EXPECT_THAT(result.out, HasSubstr("no brain mask can be computed from it and all voxels are used"));
+    const json record = json::parse(textOf(folder / "out/a_desc-ICA_decomposition.json"));
+    EXPECT_THAT(record["Input"]["Notes"].dump(), HasSubstr("\"mask-without-intensities\""));
 }
 
 TEST_F(Input, AGivenMaskIsUsedAsIs) {
@@ -135,6 +138,18 @@ TEST_F(Input, UnusableVoxelsAreExcludedFromEveryKindOfMaskAndCounted) {
     }
 }
 
+TEST_F(Input, AVolumeWithoutValuesIsNamed) {
+    NiftiBytes image = floats(24);
+    for (int v = 0; v < kVoxels; ++v) setFloat(image, 6, v, std::numeric_limits<float>::quiet_NaN());
+    EXPECT_THAT(echo(image, {"--dummy-scans", "2"}).err,
+                HasSubstr("a_bold.nii has no finite value in volume 7 of 24, counted from 1; repair the image.\n"));
+    for (int v = 0; v < kVoxels; ++v) setFloat(image, 20, v, std::numeric_limits<float>::infinity());
+    writeFile(folder / "mask.nii", plainMask().bytes());
+    EXPECT_THAT(echo(image, {"--mask", (folder / "mask.nii").string()}).err,
+                HasSubstr(" in volume 7 and 1 more of 24, counted from 1;"));
+    EXPECT_THAT(echo(image, {"--dummy-scans", "22"}).err, Not(HasSubstr("no finite value")));
+}
+
 // AFNI and others keep their history there, which is not that of a map.
 TEST_F(Input, AnExtensionOfItsHeaderChangesNothing) {
     const auto filesOf = [&](const NiftiBytes& image) {
@@ -149,6 +164,19 @@ TEST_F(Input, AnExtensionOfItsHeaderChangesNothing) {
     const auto without = filesOf(image);
     image.extension = std::string("\x20\0\0\0\x04\0\0\0", 8) + std::string(24, ' '); // 32 bytes, of AFNI
     EXPECT_EQ(filesOf(image), without);
+}
+
+TEST_F(Input, WithoutAReportOnlyThePageIsMissing) {
+    std::string design = "block\n";
+    for (int t = 0; t < 12; ++t) design += t % 4 < 2 ? "0\n" : "1\n";
+    writeFile(folder / "design.tsv", design);
+    const std::vector<std::string> options = {"--design", (folder / "design.tsv").string()};
+    maskAfter(plainSeries(), options);
+    auto names = namesIn(folder / "out");
+    std::erase(names, "report.html");
+    maskAfter(plainSeries(), {options[0], options[1], "--no-report"});
+    EXPECT_EQ(namesIn(folder / "out"), names);
+    EXPECT_THAT(names, testing::IsSupersetOf({"a_desc-ICA_design.tsv", "a_desc-mean_bold.nii.gz"}));
 }
 
 TEST_F(Input, DummyScansAreOmitted) {

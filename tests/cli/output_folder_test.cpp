@@ -234,6 +234,22 @@ TEST_F(OutputFolderOfARun, WithForeignFilesIsRefusedDespiteForce) {
     }
 }
 
+TEST_F(OutputFolderOfARun, IsNotReplacedByAnotherKindOfResult) {
+    const std::string before = textOf(folder / "out/log.txt");
+    const CommandResult sample = simulate((folder / "out").string(), {"--force"});
+    EXPECT_EQ(sample.status, 1);
+    EXPECT_THAT(sample.err, HasSubstr("out holds a result of znica run; --force replaces only simulated samples.\n"));
+    EXPECT_EQ(textOf(folder / "out/log.txt"), before);
+}
+
+TEST_F(OutputFolderOfARun, DoesNotTakeThePlaceOfASample) {
+    ASSERT_EQ(simulate((folder / "other").string()).status, 0);
+    const CommandResult result = run("other", {"--force"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("other holds a simulated sample; --force replaces only results of znica run.\n"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "other/truth.json"));
+}
+
 TEST_F(OutputFolderOfARun, OfAnotherProgramIsRefusedDespiteForce) {
     writeFile(folder / "out/dataset_description.json", R"({"GeneratedBy": [{"Name": "another"}]})");
     const CommandResult result = run("out", {"--force"});

@@ -85,7 +85,10 @@ TEST_F(PreparationOfARun, WithValuesThatMakeNoSenseIsRefusedWithASentence) {
              {{"--scale", "z"}, 2, "--scale: needs none, percent or sd; got z"},
              {{"--high-pass", "10", "--components", "30"},
               3,
-              "30 eigenvalues are more than the 25 that --high-pass and --scale leave of the 40 volumes"}}) {
+              "30 components are more than the 25 that --high-pass 10 leaves of the 40 volumes"},
+             {{"--high-pass", "10", "--scale", "sd", "--eigenvalues", "2:25"},
+              3,
+              "25 eigenvalues are more than the 24 that --high-pass 10 and --scale sd leave of the 40 volumes"}}) {
         const CommandResult result = run(options);
         EXPECT_EQ(result.status, status) << message;
         EXPECT_THAT(result.err, HasSubstr(message));

@@ -52,6 +52,28 @@ TEST_F(RecordedInput, TheMaximumIsRecordedAsRequested) {
     EXPECT_EQ(most["Components"], 24);
 }
 
+TEST_F(RecordedInput, ATimeOfOneSecondWithoutAUnitIsDoubted) {
+    NiftiBytes image = plainSeries(24);
+    image.pixdim[4] = 1.0f;
+    image.units = 2;
+    const std::string file = (folder / "a_bold.nii").string();
+    writeFile(file, image.bytes());
+    const auto notesOf = [&](const std::string& out, const std::vector<std::string>& options) {
+        std::vector<std::string> arguments = {"run",    "--as-is", file,    "--components",          "1",
+                                              "--seed", "1",       "--out", (folder / out).string(), "--no-report"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        result = znica(arguments);
+        return json::parse(textOf(folder / out / "a_desc-ICA_decomposition.json"))["Input"]["Notes"];
+    };
+    const std::string text = "TR: the header says 1 s without a unit, which many programs write by default; check it, "
+                             "or give --tr.";
+    EXPECT_THAT(notesOf("doubted", {}), ElementsAre(json{{"Code", "repetition-time-without-unit"}, {"Text", text}}));
+    EXPECT_THAT(result.out, HasSubstr(text + "\n"));
+    EXPECT_THAT(notesOf("given", {"--tr", "1"}), IsEmpty());
+    writeFile(folder / "a_bold.json", R"({"RepetitionTime": 1.0})");
+    EXPECT_THAT(notesOf("sidecar", {}), IsEmpty());
+}
+
 TEST_F(RecordedInput, ATimeThatSuitsThePluginsBandsNeedsNoNote) {
     const json notes = factsOf({"--components", "1"})["Input"]["Notes"];
     EXPECT_TRUE(notes.is_array());

@@ -181,6 +181,19 @@ TEST_F(Simulate, ScoringAgainstTheWrongFoldersIsRefused) {
     EXPECT_THAT(result.err, testing::HasSubstr("has no file that ends in _desc-ICA_components.nii.gz"));
 }
 
+TEST_F(Simulate, AComponentThatScoresForTwoSourcesIsMarked) {
+    const std::string one = make("one", {"--size", "tiny", "--sources", "1"});
+    make("two", {"--size", "tiny", "--sources", "2"}); // the first of which is the same
+    std::filesystem::create_directory(folder / "out");
+    std::filesystem::copy(one + "desc-truth_components.nii.gz", folder / "out/a_desc-ICA_components.nii.gz");
+    const CommandResult result = znica({"score", (folder / "out").string(), "--truth", (folder / "two").string()});
+    const json sources = json::parse(textOf(folder / "two/truth.json"))["sources"];
+    const std::string first = sources[0]["name"];
+    EXPECT_THAT(result.out, testing::ContainsRegex(
+                                first + " +ICA_00 +1\\.0000\n" + sources[1]["name"].get<std::string>() +
+                                " +ICA_00 +0\\.[0-9]+  \\(also the component of " + first + ", more similar\\)\n"));
+}
+
 TEST_F(Simulate, ScoringAgainstADamagedTruthIsRefused) {
     const std::string stem = make("s", {"--size", "tiny", "--sources", "2"});
     std::filesystem::create_directory(folder / "out");

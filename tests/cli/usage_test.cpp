@@ -1,4 +1,5 @@
 #include "cli/command.h"
+#include "files.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -160,6 +161,56 @@ TEST(Usage, AFlagTakesNoValue) {
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.err, "znica: --quiet takes no value (see znica run --help)\n");
     }
+}
+
+TEST(Usage, WhatTheParserRefusesIsSaidInPlainWords) {
+    const std::vector<std::pair<std::vector<std::string>, std::string>> wrong = {
+        {{"run", "b.nii", "--out", "o", "--components", "2", "--components", "3"}, "--components is given twice"},
+        {{"run", "b.nii", "--out", "o", "--seed", "1", "--seed", "2", "--seed", "3"}, "--seed is given 3 times"},
+        {{"run", "b.nii", "c.nii", "--out", "o"},
+         "c.nii is one argument too many; usage: znica run BOLD --out DIR [option...]"},
+        {{"run", "b.nii", "--out="}, "--out needs a value: --out DIR"},
+        {{"run", "b.nii", "--out"}, "--out needs a value: --out DIR"},
+        {{"run", "b.nii", "--out", "o", "--repeats", "0"}, "--repeats: needs 1 to 1000; got 0"},
+        {{"run", "b.nii", "--out", "o", "--repeats", "two"}, "--repeats: needs 1 to 1000; got two"},
+        {{"run", "b.nii", "--out", "o", "--quiet", "--verbose"}, "give --quiet or --verbose, not both"},
+        {{"simulate", "--out", "o", "--size", "huge"}, "--size: needs tiny, small, medium or large; got huge"},
+        {{"denoise", "r", "b.nii", "--out", "o", "--labels", "l.tsv", "--reject", "1"},
+         "give --labels or --reject, not both"}};
+    for (const auto& [arguments, complaint] : wrong) {
+        const CommandResult result = znica(arguments);
+        EXPECT_EQ(result.status, 2) << complaint;
+        EXPECT_EQ(result.err, "znica: " + complaint + " (see znica " + arguments[0] + " --help)\n");
+    }
+}
+
+TEST(Usage, NamesMayBeginWithADash) {
+    const TemporaryFolder folder;
+    writeFile(folder / "-lead.nii", "");
+    const Surroundings there = {folder.path(), {}, {}};
+    EXPECT_EQ(znica({"run", "--out", "o", "--", "-lead.nii"}, there).err,
+              "znica: -lead.nii is empty; export or copy the image again.\n");
+    EXPECT_EQ(znica({"run", "--out", "o", "-lead.nii"}, there).err,
+              "znica: -lead.nii is not an option of znica run; for the file of this name, write ./-lead.nii (see znica "
+              "run --help)\n");
+    EXPECT_EQ(znica({"run", "--", "-lead.nii"}, there).err, "znica: --out is required (see znica run --help)\n");
+}
+
+TEST(Usage, HelpIsAlsoACommand) {
+    EXPECT_EQ(znica({"help"}).out, znica({"--help"}).out);
+    const CommandResult help = znica({"help", "run"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.out, znica({"run", "--help"}).out);
+}
+
+TEST(Usage, EveryCommandHasAllOfItsHelp) {
+    for (const char* command : {"simulate", "score", "info", "compare", "report", "group", "denoise", "bids", "run"}) {
+        const CommandResult help = znica({command, "--help-all"});
+        EXPECT_EQ(help.status, 0) << command;
+        EXPECT_THAT(help.out, HasSubstr(std::string("Usage: znica ") + command));
+    }
+    EXPECT_EQ(znica({"simulate", "--help-all"}).out, znica({"simulate", "--help"}).out);
+    EXPECT_EQ(znica({"--help-all"}).out, znica({"--help"}).out);
 }
 
 TEST(Usage, ColumnsNeedConfoundsAndNames) {

@@ -34,13 +34,18 @@ while read -r folder allowed; do
     *) prefix='headless/' others="^($records)$" ;;
     esac
     for name in $allowed; do
-        case $name in src/*) others="$others|^${name#src/}/" ;; esac
+        case $name in src/*) others="$others|^${name#src/}/[^/]+$" ;; esac
     done
     pattern=$(printf '%s' "${folder#*/} $allowed" | sed 's/ *$//; s/  */|/g')
     found=$(find "$folder" -maxdepth 1 -name '*.h' -o -maxdepth 1 -name '*.cpp' | sort |
         xargs grep -HoE '#include "[^"]+"' | sed -E 's/:#include "([^"]+)"/ \1/' |
-        awk -v allowed="^$prefix($pattern)/" -v others="$others" '$2 !~ allowed && $2 !~ others')
+        awk -v allowed="^$prefix($pattern)/[^/]+$" -v others="$others" '$2 !~ allowed && $2 !~ others')
     [ -z "$found" ] || complain "$folder may not include:" "$found"
+    for name in $allowed; do
+        case $name in src/*) used=${name#src/} ;; *) used=$prefix$name ;; esac
+        grep -qE "^#include \"$used/[^/]+\"" "$folder"/*.h "$folder"/*.cpp 2>/dev/null ||
+            complain "$folder may include, but does not:" "$name"
+    done
 done <<ROWS
 $rows
 ROWS

@@ -61,7 +61,7 @@ def main():
             measured = dict(zip(quality["measure"], numbers(quality[when])))
             sd = data.std(axis=1, ddof=1)
             changes = dvars(data)
-            checks[f"DVARS {when}"] = relative(numbers(volumes[f"dvars_{when}"])[1:], changes)
+            checks[f"DVARS {when}"] = relative(numbers(volumes[f"dvars_{when}"])[DUMMY_SCANS + 1 :], changes)
             checks[f"mean of DVARS {when}"] = relative(measured["dvars_mean"], changes.mean())
             checks[f"median of DVARS {when}"] = relative(measured["dvars_median"], np.median(changes))
             checks[f"mean of temporal SNR {when}"] = relative(measured["tsnr_mean"], (data.mean(axis=1) / sd).mean())
@@ -71,7 +71,7 @@ def main():
             checks[f"correlation with displacement {when}"] = relative(
                 measured["dvars_fd_correlation"], np.corrcoef(changes, fd[1:])[0, 1]
             )
-        checks["framewise displacement"] = relative(numbers(volumes["framewise_displacement"]), fd)
+        checks["framewise displacement"] = relative(numbers(volumes["framewise_displacement"])[DUMMY_SCANS:], fd)
 
         variance = {when: data.var(axis=1).sum() for when, data in masked.items()}
         measured = dict(zip(quality["measure"], numbers(quality["after"])))

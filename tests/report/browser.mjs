@@ -15,6 +15,8 @@ export const missingBrowser =
         ? false
         : `chromium was not found at ${CHROMIUM}; install the package chromium or set CHROMIUM`;
 
+const PATIENCE = 90_000; // milliseconds; a machine that builds the project at the same time is slow
+
 const QUIET = [
     '--no-sandbox',
     '--disable-quic',
@@ -64,7 +66,7 @@ async function openBrowser(renderer) {
         acceptDownloads: true,
     });
     if (renderer === 'webgl2') await context.addInitScript(complainAboutReading);
-    context.setDefaultTimeout(90_000); // a machine that builds the project at the same time is slow
+    context.setDefaultTimeout(PATIENCE);
     return {
         context,
         async close() {
@@ -128,6 +130,15 @@ export async function showComponent(page, name, renderer) {
     await goTo(page, `#/component/${name}`);
     await page.locator(`body[data-shown="${name}"]`).waitFor();
     await page.locator(`.brain .planes[data-renderer="${renderer}"]:not(.planes-waiting)`).first().waitFor();
+}
+
+/** Waits until the promise that `condition` returns resolves to true. */
+export async function until(condition) {
+    const end = Date.now() + PATIENCE;
+    while (!(await condition())) {
+        if (Date.now() > end) throw new Error(`never true: ${condition}`);
+        await new Promise((done) => setTimeout(done, 50));
+    }
 }
 
 /** Resolves when the next frame is on the screen. */

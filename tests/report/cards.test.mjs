@@ -1,7 +1,7 @@
 // What the cards of the gallery show of a map: its largest clusters, without speckle, on slices that each appear once.
 import assert from 'node:assert/strict';
 import { describe, test } from 'node:test';
-import { browserFor, goTo, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, showComponent, until } from './browser.mjs';
 import { madeUp } from './runs.mjs';
 
 // Places in the medium grid of 40 x 48 x 36 voxels, far apart: each component's largest cluster, then a smaller one.
@@ -155,12 +155,10 @@ describe('a card', { skip: missingBrowser }, () => {
             });
         assert.equal(await centre(), 0);
         await page.locator('#fewest').fill('1');
-        await page.waitForTimeout(200);
-        assert.ok((await centre()) > 10);
+        await until(async () => (await centre()) > 10);
         await goTo(page, '#/');
         await page.waitForFunction(() => document.querySelector('.gallery-legend').textContent.includes('1 voxel '));
-        await page.waitForTimeout(500);
-        assert.equal(await speck(), true);
+        await until(speck);
         await page.close();
     });
 });

@@ -73,7 +73,13 @@ describe('the gallery', { skip: missingBrowser }, () => {
 
     test('draws the cards of the overview at full size after other views too', async () => {
         const page = await openReport(browser, thirty.report, { at: '#/component/ICA_04' });
-        const away = () => page.waitForTimeout(1500); // long enough to draw cards that are in the page
+        // As many turns as the page itself needs to draw five cards.
+        const away = () =>
+            page.evaluate(async () => {
+                for (let turn = 0; turn < 5; ++turn) {
+                    await new Promise((done) => requestIdleCallback(done, { timeout: 500 }));
+                }
+            });
         const allDrawn = async () => {
             await goTo(page, '#/');
             await page.waitForFunction(

@@ -49,7 +49,7 @@ struct GroupOptions {
     // back
     std::vector<std::string> only; ///< names of runs; empty: all
 
-    std::optional<int> threads; ///< nothing: all processors
+    std::optional<int> threads; ///< nothing: those of the BLAS, at most the job's
     bool force = false;         ///< repeat a step that has been done
     bool quiet = false;
 };

@@ -2,9 +2,9 @@
 
 #include "headless/failure/failure.h"
 #include "headless/memory/available_memory.h"
+#include "headless/text/byte_sizes.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 
 namespace zn::headless {
@@ -15,12 +15,6 @@ std::int64_t longestRun(const GroupStudy& study) {
     int longest = 0;
     for (const GroupRun& run : study.runs) longest = std::max(longest, run.volumes);
     return longest;
-}
-
-std::string gibText(std::int64_t bytes) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.3g GiB", static_cast<double>(bytes) / 1073741824.0);
-    return text;
 }
 
 } // namespace
@@ -41,7 +35,7 @@ std::int64_t dualRegressionBytes(const GroupStudy& study, int components) {
 }
 
 void requireFreeMemory(const char* what, std::int64_t bytes) {
-    const auto available = availableMemoryBytes();
+    const auto available = usableMemoryBytes();
     if (!available || bytes <= *available) return;
     throw Failure(ExitStatus::kMemory, std::string(what) + " needs about " + gibText(bytes) + ", but " +
                                            gibText(*available) +

@@ -2,7 +2,7 @@
 
 #include "headless/failure/failure.h"
 #include "headless/nifti/same_grid.h"
-#include "headless/run/repetition_time.h"
+#include "headless/text/short_texts.h"
 
 #include <algorithm>
 #include <cmath>

@@ -12,7 +12,9 @@
 #include "headless/nifti/read_volumes.h"
 #include "headless/nifti/same_grid.h"
 #include "headless/nifti/voxel_values.h"
+#include "headless/prepare/cut_off.h"
 #include "headless/run/repetition_time.h"
+#include "headless/text/short_texts.h"
 #include "headless/text/text_file.h"
 
 #include <algorithm>
@@ -75,11 +77,7 @@ RunHeader headerOf(const ListedRun& listed, const GroupOptions& options) {
                     (options.dummyScans > 0 ? ", or omit fewer with --dummy-scans." : "."));
     }
     run.secondsPerVolume = repetitionTime(options.secondsPerVolume, run.header).seconds;
-    if (options.preparation.highPassSeconds > 0.0 && options.preparation.highPassSeconds < 2.0 * run.secondsPerVolume) {
-        refuseInput("--high-pass " + secondsText(options.preparation.highPassSeconds) +
-                    " is below two repetition times of " + secondsText(run.secondsPerVolume) +
-                    "; give a longer cut-off in seconds, such as 128.");
-    }
+    requireCutOff(options.preparation.highPassSeconds, run.secondsPerVolume);
     return run;
 }
 

@@ -99,9 +99,9 @@ function componentCount({ facts: { ComponentEstimate: estimate } }: Run): string
             : '';
     return [
         `The number of components, ${estimate.ParallelAnalysis}, was estimated by parallel analysis (Dobriban & Owen, `
-            + '2019): with the noise scaled to the same strength in all voxels, that many eigenvalues were clearly above '
-            + 'the largest one expected of noise with the spatial smoothness and temporal autocorrelation of the '
-            + `residuals.${caveat}`,
+            + '2019): after variance normalisation (the same noise variance in all voxels), that many eigenvalues were '
+            + 'clearly above the largest one expected of noise with the spatial smoothness and temporal '
+            + `autocorrelation of the residuals.${caveat}`,
     ];
 }
 

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cmath>
+#include <new>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -45,6 +46,12 @@ TEST(ProductThreads, GiveTheSameBitsForAnyNumber) {
     }
 }
 
+TEST(ProductThreads, AreCountedAsBeforeOnceTheBlasUsesOne) {
+    const int before = MatrixProducts::defaultThreads();
+    { const MatrixProducts products(1); }
+    EXPECT_EQ(MatrixProducts::defaultThreads(), before);
+}
+
 TEST(ProductThreads, LongSumsInBlocksEqualDirectSums) {
     constexpr int kRows = 9001;
     constexpr int kColumns = 3;
@@ -69,6 +76,22 @@ TEST(WorkerThreads, ProcessEveryPieceOnce) {
             workers.run(17, [&](int i) { ++done[static_cast<std::size_t>(i)]; });
             for (const auto& count : done) ASSERT_EQ(count, 1);
         }
+    }
+}
+
+TEST(WorkerThreads, PassOnAnExceptionOnceAllPiecesHaveEnded) {
+    for (const int throwing : {0, 16}) {
+        WorkerThreads workers(3);
+        std::atomic<int> ended = 0;
+        const auto piece = [&](int i) {
+            if (i == throwing) throw std::bad_alloc();
+            usleep(1000); // the others are still at work when it throws
+            ++ended;
+        };
+        EXPECT_THROW(workers.run(17, piece), std::bad_alloc);
+        EXPECT_EQ(ended, 16);
+        workers.run(17, [&](int) { ++ended; });
+        EXPECT_EQ(ended, 16 + 17);
     }
 }
 

@@ -50,17 +50,19 @@ protected:
             if (got < piece.size()) break;
         }
         damaged = file.isDamaged();
+        truncated = file.isTruncated();
         return text;
     }
 
     TemporaryFolder folder;
     bool damaged = false;
+    bool truncated = false;
     const std::string text = longText();
 };
 
 TEST_F(InflatingFileTest, InflatesWhatZlibDeflated) {
     EXPECT_EQ(read(member(text)), text);
-    EXPECT_FALSE(damaged);
+    EXPECT_FALSE(damaged || truncated);
 }
 
 TEST_F(InflatingFileTest, ReadsAnUncompressedFileAsItIs) {
@@ -77,7 +79,7 @@ TEST_F(InflatingFileTest, JoinsSeveralMembers) {
 
 TEST_F(InflatingFileTest, IgnoresWhatFollowsTheLastMember) {
     EXPECT_EQ(read(member(text) + std::string(1000, '\0')), text);
-    EXPECT_FALSE(damaged);
+    EXPECT_FALSE(damaged || truncated);
 }
 
 TEST_F(InflatingFileTest, EndsEarlyWhereTheFileIsCut) {
@@ -85,6 +87,27 @@ TEST_F(InflatingFileTest, EndsEarlyWhereTheFileIsCut) {
     const std::string got = read(packed.substr(0, packed.size() / 2));
     EXPECT_LT(got.size(), text.size());
     EXPECT_EQ(got, text.substr(0, got.size()));
+    EXPECT_TRUE(truncated);
+}
+
+// Checksum and length are the last eight bytes.
+TEST_F(InflatingFileTest, NoticesAMissingChecksum) {
+    const std::string packed = member(text);
+    for (const std::size_t missing : {1u, 4u, 8u}) {
+        EXPECT_EQ(read(packed.substr(0, packed.size() - missing)), text) << missing;
+        EXPECT_TRUE(truncated) << missing;
+    }
+}
+
+TEST_F(InflatingFileTest, ComparesTheChecksumOfDataThatNobodyReads) {
+    std::string packed = member(text);
+    packed[packed.size() - 5] ^= 1;
+    writeFile(folder / "file", packed);
+    InflatingFile file(folder / "file");
+    EXPECT_TRUE(file.skip(1000));
+    EXPECT_FALSE(file.isDamaged());
+    file.finish();
+    EXPECT_TRUE(file.isDamaged());
 }
 
 TEST_F(InflatingFileTest, NoticesAWrongChecksum) {
@@ -157,6 +180,13 @@ TEST_F(InflatingFileTest, OfADeflatingFileDoesNotDependOnTheThreads) {
     EXPECT_TRUE(read(alone).size() == 80 * text.size());
     EXPECT_TRUE(fileMadeWith(2) == alone);
     EXPECT_TRUE(fileMadeWith(3) == alone);
+}
+
+// Nothing is kept until close() that could be written before.
+TEST_F(InflatingFileTest, OfADeflatingFileWithoutThreadsGrowsMemberByMember) {
+    DeflatingFile out(folder / "out.gz", true, 0);
+    for (int i = 0; i < 80; ++i) EXPECT_TRUE(out.write(std::as_bytes(std::span(text)))); // three members and a part
+    EXPECT_GT(std::filesystem::file_size(folder / "out.gz"), 2u << 24);
 }
 
 TEST_F(InflatingFileTest, OfAnEmptyDeflatingFileIsEmpty) {

@@ -53,6 +53,13 @@ TEST_F(ConfoundsInAFile, ColumnsCanBeChosen) {
     EXPECT_THAT(refusalOf(table, {"outlier00"}), HasSubstr("has no confound that varies over the analysed volumes"));
 }
 
+TEST_F(ConfoundsInAFile, NoColumnIsReadTwice) {
+    const std::string twice = "csf\tcsf\n1\t1\n2\t1\n3\t0\n4\t2\n";
+    EXPECT_THAT(refusalOf(twice), HasSubstr("has two columns \"csf\"; rename one."));
+    EXPECT_EQ(refusalOf(table, {"csf", "trans_x", "csf"}), "--columns names csf twice.");
+    EXPECT_THAT(refusalOf(twice, {"csf"}), HasSubstr("has two columns \"csf\"; rename one."));
+}
+
 TEST_F(ConfoundsInAFile, RowsOfDummyScansAreOmitted) {
     EXPECT_THAT(read(table, {"csf"}, {4, 1, 2.0}).values[0], ElementsAre(6.0f, 5.0f, 4.0f));
     EXPECT_THAT(read(table, {"csf"}, {7, 3, 2.0}).values[0], ElementsAre(5.0f, 6.0f, 5.0f, 4.0f));

@@ -75,6 +75,14 @@ TEST(Removal, TakesConfoundsInTheSameRegression) {
     }
 }
 
+// Of two orthogonal parts of equal length each has half of the squares.
+TEST(Removal, KnowsHowMuchOfAKeptCourseConfoundsExplain) {
+    const UnitCourse mixed = unitCourse(combined(1, 0, 1));
+    EXPECT_NEAR(largestNuisanceShare({4, {}, {kSignal, mixed}, {kDrift}}), 0.5, kPartTolerance);
+    EXPECT_NEAR(largestNuisanceShare({4, {}, {kSignal}, {kDrift}}), 0.0, kPartTolerance);
+    EXPECT_EQ(largestNuisanceShare({4, {}, {kSignal}, {}}), 0.0);
+}
+
 TEST(Removal, SharesWhatDependentColumnsHaveInCommon) {
     // Noise twice, once rejected and once kept: each gets half.
     const Removal removal = makeRemoval({4, {kNoise}, {kNoise}, {}}, DenoiseMethod::kNonAggressive);

@@ -94,5 +94,19 @@ TEST(RejectedComponents, ThatDoNotExistAreRefused) {
     }
 }
 
+TEST(Verdicts, AreRejectedByNumberRangeOrName) {
+    const std::vector<std::string> components = {"ICA_00", "ICA_01", "ICA_02", "ICA_03", "ICA_04"};
+    const auto rejected = [&](const std::vector<std::string>& list) {
+        std::string text;
+        for (const Verdict& verdict : verdictsFor(list, components)) text += verdict.rejected ? '1' : '0';
+        return text;
+    };
+    EXPECT_EQ(rejected({"2-4", "ICA_00"}), "11110");
+    EXPECT_EQ(rejected({"5-5"}), "00001");
+    for (const char* wrong : {"3-2", "0-2", "4-6", "-2", "2-", "1-2-3", "0", "6"}) {
+        EXPECT_THROW(rejected({wrong}), Failure) << wrong;
+    }
+}
+
 } // namespace
 } // namespace zn::test

@@ -136,6 +136,19 @@ TEST_F(ReadDesign, AFileOfAnotherKindIsToldWhatADesignCanBe) {
     }
 }
 
+TEST_F(ReadDesign, ConstantPredictorsAreNoted) {
+    EXPECT_THAT(read("a.tsv", "face\tmean\n0\t1\n1\t1\n0\t1\n1\t1\n").notes,
+                ElementsAre("Design: mean is constant over the analysed volumes, so it correlates with nothing."));
+    // Only among the dummy scans does it change.
+    EXPECT_THAT(read("b.tsv", "face\n0\n1\n1\n1\n1\n1\n", {6, 2, 2.0}).notes,
+                ElementsAre("Design: face is constant over the analysed volumes, so it correlates with nothing."));
+}
+
+TEST_F(ReadDesign, PredictorsOfTheSameNameAreNoted) {
+    EXPECT_THAT(read("a.tsv", "face\tface\n0\t1\n1\t0\n0\t1\n1\t1\n").notes,
+                ElementsAre("Design: two predictors are named face, which the results do not distinguish."));
+}
+
 TEST_F(ReadDesign, MorePredictorsThanThePluginComparesAreRefused) {
     std::string events = "onset\tduration\ttrial_type\n";
     for (int i = 0; i < 17; ++i) events += "1\t1\ttype" + std::to_string(i) + "\n";

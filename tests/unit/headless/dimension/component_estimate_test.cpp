@@ -49,8 +49,12 @@ TEST(ComponentEstimate, EigenvaluesAtRoundingLevelAreIgnored) {
 }
 
 TEST(ComponentEstimate, EstimatesAtLeastOneComponent) {
-    for (const std::vector<double>& values : {std::vector<double>(12, 1.0), {5.0, 1.0}, {5.0, 0.0}}) {
-        EXPECT_EQ(eigenvalueCriteria(values, 100).byMdl, 1);
+    std::vector<double> descending;
+    for (int i = 12; i > 0; --i) descending.push_back(1.0 + 0.01 * i);
+    for (const std::vector<double>& values : {std::vector<double>(12, 1.0), descending}) { // up to 3 are possible
+        const ComponentEstimate estimate = eigenvalueCriteria(values, 1000);
+        EXPECT_EQ(estimate.byThreshold, 1); // none of them is above it
+        EXPECT_EQ(estimate.byMdl, 1);
     }
 }
 

@@ -82,7 +82,7 @@ double squaresAboutTheLine(const float* course, const std::array<double, kExampl
 }
 
 // Multiplies every course as the definition says; returns how often the largest factor is used.
-int makeEven(Example& example) {
+int normaliseVariance(Example& example) {
     const auto mean = meanCourse(example);
     double level = 0.0;
     double count = 0.0;
@@ -170,18 +170,18 @@ TEST(SeriesCovariances, AreThoseOfThePlainForm) {
     }
 }
 
-TEST(SeriesCovariances, WithEvenNoiseAreThoseOfCoursesDividedByTheStrengthOfTheirNoise) {
+TEST(SeriesCovariances, VarianceNormalisedAreThoseOfCoursesDividedByTheirNoise) {
     Example example = makeExample(true);
     const std::size_t quiet = 500; // a voxel without any noise but that of the spatial means
     example.mask[quiet] = 1;
     std::fill_n(example.series.floats.get() + quiet * kExampleVolumes, kExampleVolumes, 0.0f);
-    const SeriesCovariances even = covariancesOf(example, 2, constantAndLine());
-    ASSERT_EQ(makeEven(example), 1);
+    const SeriesCovariances normalised = covariancesOf(example, 2, constantAndLine());
+    ASSERT_EQ(normaliseVariance(example), 1);
     const SeriesCovariances expected = covariancesOf(example, 1);
     for (std::size_t i = 0; i < expected.total.size(); ++i) {
-        EXPECT_NEAR(even.total[i], expected.total[i], 0.02); // of values around 3e5, rounded to single precision
+        EXPECT_NEAR(normalised.total[i], expected.total[i], 0.02); // of values around 3e5, rounded to single precision
         for (std::size_t axis = 0; axis < 3; ++axis) {
-            EXPECT_NEAR(even.differences[axis][i], expected.differences[axis][i], 0.02);
+            EXPECT_NEAR(normalised.differences[axis][i], expected.differences[axis][i], 0.02);
         }
     }
 }

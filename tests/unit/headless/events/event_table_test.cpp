@@ -33,6 +33,23 @@ TEST(EventTable, HasOnsetsAndDurationsAmongItsColumns) {
     EXPECT_FALSE(isEventTable(parseTable({"face\thouse"}, "")));
 }
 
+TEST(EventTable, NeedsBothOfItsColumns) {
+    const auto refusal = [](const std::string& header, const std::string& file) -> std::string {
+        try {
+            refusePartOfAnEventTable(parseTable({header}, file));
+            return "accepted";
+        } catch (const Failure& failure) {
+            return failure.what();
+        }
+    };
+    EXPECT_EQ(refusal("onset\ttrial_type", "e.tsv"),
+              "e.tsv has a column onset but no column duration; BIDS events need both.");
+    EXPECT_EQ(refusal("duration\tvalue", "sub-01_events.tsv"),
+              "sub-01_events.tsv has a column duration but no column onset; BIDS events need both.");
+    EXPECT_EQ(refusal("onset\tsustained", "predictors.tsv"), "accepted");
+    EXPECT_EQ(refusal("face\ttrial_type", "e.tsv"), "accepted");
+}
+
 TEST(EventTable, GroupsEventsByTrialTypeInAlphabeticalOrder) {
     const auto found = conditions({"onset\tduration\ttrial_type\tfile", "2.5\t1\thouse\ta.png", "-1\tn/a\tface\tb.png",
                                    "9\t0\thouse\tn/a", "11\t1\tn/a\tn/a"});

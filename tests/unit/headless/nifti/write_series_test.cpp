@@ -6,6 +6,7 @@
 
 #include <cstring>
 #include <numeric>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -38,6 +39,17 @@ TEST(WrittenSeries, ReadBackAsTheyWere) {
             EXPECT_EQ(header.secondsPerVolume, 1.5);
         }
     }
+}
+
+TEST(WrittenSeries, HaveNothingOfAnotherDescriptionBehindTheirOwn) {
+    const TemporaryFolder folder;
+    const auto grid = newGrid({2, 1, 1}, 1.0);
+    std::memset(grid->descrip, 'x', sizeof grid->descrip - 1);
+    ImageWriter writer(folder / "m.nii", *grid, {1, NIFTI_TYPE_UINT8, 0.0, "mask"});
+    const std::vector<unsigned char> voxels = {0, 1};
+    writer.write(voxels);
+    writer.close();
+    EXPECT_EQ(textOf(folder / "m.nii").substr(148, 80), "mask" + std::string(76, '\0')); // the field of NIfTI-1
 }
 
 } // namespace

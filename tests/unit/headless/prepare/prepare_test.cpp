@@ -238,6 +238,14 @@ TEST(Scaling, ToPercentDividesByTheMean) {
     EXPECT_THAT(sample.values, testing::ElementsAre(75.0f, 125.0f, 0.0f, 0.0f));
 }
 
+TEST(Scaling, ToPercentTakesAMeanOfRoundingErrorsForNone) {
+    Sample sample{{1, 1, 1}, 4};
+    sample.values = {1000.0f, -1000.0f, 500.0f, -499.9999f}; // a mean of 3e-5
+    WorkerThreads threads(1);
+    scaleToPercent(sample.series(), threads);
+    EXPECT_THAT(sample.values, Each(0.0f));
+}
+
 // (y - y.mean()) / y.std() in numpy.
 TEST(Scaling, ToUnitVarianceRemovesTheMean) {
     Sample sample{{1, 1, 1}, 10};

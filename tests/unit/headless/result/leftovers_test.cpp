@@ -132,7 +132,7 @@ TEST_F(Leftovers, OfAnExchangePastItsMiddleAreCompleted) {
 TEST_F(Leftovers, DoNotBlockTheFolderTheyAreIn) {
     write(fs::path("out") / left / "log.txt");
     UnfinishedWork unfinished;
-    ResultFolder result(unfinished, folder / "out", false);
+    ResultFolder result(unfinished, folder / "out", ResultKind::kRun, false);
     EXPECT_THAT(namesIn(folder / "out"), IsEmpty());
 }
 

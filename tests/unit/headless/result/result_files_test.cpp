@@ -46,6 +46,18 @@ TEST(ResultFiles, AreThoseOfTheReadmesTable) {
     EXPECT_EQ(namesInReadme(), listed);
 }
 
+TEST(ResultFiles, OfAnImageAreFoundInTheFolderOfAStudy) {
+    const TemporaryFolder study;
+    const auto of = [&](const std::string& place, const std::string& stem) {
+        std::filesystem::create_directories(study / place);
+        writeFile(study / (place + "/" + stem + "_desc-ICA_components.nii.gz"), "");
+        return ResultFiles::of("bids/" + stem + "_bold.nii.gz", study.path()).folder();
+    };
+    EXPECT_EQ(of("sub-01/func", "sub-01_task-rest"), study / "sub-01/func");
+    EXPECT_EQ(of("sub-01/ses-b/func", "sub-01_ses-b_task-rest"), study / "sub-01/ses-b/func");
+    EXPECT_THROW(ResultFiles::of("bids/sub-02_task-rest_bold.nii.gz", study.path()), Failure);
+}
+
 TEST(ResultFiles, AreFoundByTheStemOfTheComponentMaps) {
     const TemporaryFolder folder;
     writeFile(folder / "sub-02_run-1_desc-ICA_components.nii.gz", "");

@@ -36,7 +36,7 @@ TEST_F(ResultFolderTest, DoesNotTouchWhatTookItsPlaceAndKeepsTheResult) {
         const fs::path left = folder / "out.finished";
         {
             UnfinishedWork unfinished;
-            ResultFolder result(unfinished, folder / "out", replace);
+            ResultFolder result(unfinished, folder / "out", ResultKind::kRun, replace);
             writeFile(result.path() / "log.txt", "finished");
             write("out/notes.txt");
             try {

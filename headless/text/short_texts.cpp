@@ -1,4 +1,4 @@
-#include "headless/denoise/note_texts.h"
+#include "headless/text/short_texts.h"
 
 #include <cstdio>
 
@@ -12,6 +12,10 @@ std::string shortNumber(double number) {
     char text[32];
     std::snprintf(text, sizeof text, "%.6g", number);
     return text;
+}
+
+std::string secondsText(double seconds) {
+    return shortNumber(seconds) + " s";
 }
 
 } // namespace zn::headless
