@@ -160,7 +160,9 @@ ExitStatus together(const BidsCommand& c, UnfinishedWork& unfinished) {
     GroupOptions options = c.group;
     options.runs = runsTogether(plan, study);
     study.prepare(c.options);
-    return analyseGroup(options, unfinished);
+    const ExitStatus status = analyseGroup(options, unfinished);
+    refreshOverview(c.options.out); // leads to the page of the group analysis
+    return status;
 }
 
 ExitStatus overview(const BidsCommand& c) {

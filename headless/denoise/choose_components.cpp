@@ -7,6 +7,8 @@ namespace zn::headless {
 
 namespace {
 
+constexpr auto kMostListed = 10; // components without a label; the table of components has all of them
+
 // "ICA_02, ICA_05"
 template <class Wanted>
 std::string namesOf(const CourseColumns& courses, const std::vector<Verdict>& verdicts, const Wanted& wanted) {
@@ -43,8 +45,9 @@ void chooseComponents(Denoising& run) {
     if (options.labels.empty()) return;
     const auto left = std::ranges::count_if(verdicts, unlabelled);
     if (left > 0) {
-        run.say("Components: " + std::to_string(left) +
-                " without a label, kept: " + namesOf(run.courses, verdicts, unlabelled) + ".");
+        const bool few = left <= kMostListed;
+        run.say("Components: " + std::to_string(left) + " without a label, kept" +
+                (few ? ": " + namesOf(run.courses, verdicts, unlabelled) : " (see the table of components)") + ".");
     }
     const std::string doubtful = namesOf(run.courses, verdicts, unsure);
     if (!doubtful.empty()) run.say("Components: labelled unsure, kept: " + doubtful + ".");

@@ -76,7 +76,8 @@ void designRemoval(Denoising& run) {
     const int dependent = run.removal.designColumns - run.removal.designRank;
     if (dependent > 0) {
         run.say("Regression: " + std::to_string(dependent) + " of " + std::to_string(run.removal.designColumns) +
-                " columns can be written as combinations of the others, which share their effect.");
+                (dependent == 1 ? " columns is a linear combination" : " columns are linear combinations") +
+                " of the others; the fit is divided among them.");
     }
     if (run.removal.count == 0) run.say("Nothing is rejected and there are no confounds: the image stays as it is.");
 }

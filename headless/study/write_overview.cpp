@@ -1,6 +1,7 @@
 #include "headless/study/write_overview.h"
 
 #include "headless/failure/failure.h"
+#include "headless/group/steps/group_page.h"
 #include "headless/report/report_page.h"
 #include "headless/study/overview_runs.h"
 #include "headless/study/runs_table.h"
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -79,6 +81,13 @@ Json pageRun(const OverviewRun& run, const std::vector<std::size_t>& shown) {
             {"exitStatus", run.exitStatus ? Json(*run.exitStatus) : Json(nullptr)}};
 }
 
+// The page of the study's group analysis, relative to the overview; null if there is none.
+Json groupPage(const fs::path& folder) {
+    const fs::path page = fs::path("group") / kGroupPage;
+    std::error_code error;
+    return fs::exists(folder / page, error) ? Json(page.generic_string()) : Json(nullptr);
+}
+
 // False, with a message, where the template of the page is not installed.
 bool writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
     const fs::path page = findReportTemplate(kStudyTemplate);
@@ -91,6 +100,7 @@ bool writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
     for (const OverviewRun& run : runs) list.push_back(pageRun(run, shown));
     const Json data = {{"name", fs::absolute(folder).filename().string()},
                        {"version", ZNICA_VERSION},
+                       {"group", groupPage(folder)},
                        {"columns", columnsOf(shown)},
                        {"runs", std::move(list)}};
     ReportPage report(page);
@@ -120,6 +130,16 @@ std::string writeOverview(const fs::path& folder) {
     replaceTextFile(folder / "runs.json", runsDescription());
     const fs::path overview = folder / (writePage(folder, runs) ? "index.html" : "runs.tsv");
     return summaryOf(runs) + "; overview: " + overview.string();
+}
+
+void refreshOverview(const fs::path& folder) {
+    std::error_code error;
+    if (!fs::exists(folder / "index.html", error)) return;
+    try {
+        writeOverview(folder);
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "znica: the overview was not updated: %s\n", failure.what());
+    }
 }
 
 } // namespace zn::headless

@@ -10,4 +10,7 @@ namespace zn::headless {
 /// cannot be written.
 std::string writeOverview(const std::filesystem::path& folder);
 
+/// Writes the overview again if there is one; a problem is only printed.
+void refreshOverview(const std::filesystem::path& folder);
+
 } // namespace zn::headless

@@ -10,6 +10,11 @@ export function short(value: number, digits = 3): string {
     return String(Number(value.toPrecision(digits)));
 }
 
+/** A stability index of at most 1; only a perfect one is "1". */
+export function stabilityText(index: number): string {
+    return short(index < 1 ? Math.min(index, 0.999) : index);
+}
+
 /** A map value with a fixed number of decimals and a true minus sign. */
 export function fixed(value: number, decimals: number): string {
     const text = Math.abs(value).toFixed(Math.max(0, decimals));

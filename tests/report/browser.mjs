@@ -114,7 +114,7 @@ export const STAY = "localStorage.setItem('znica-report-advance', 'off')";
 
 /** The same by the switch on the page, which must show a component. */
 export async function stay(page) {
-    await page.locator('label.switch', { hasText: 'Go on' }).locator('input').uncheck();
+    await page.locator('label.switch', { hasText: 'Advance after labelling' }).locator('input').uncheck();
     await page.locator('body').click({ position: { x: 2, y: 2 } }); // keys belong to the page again
 }
 

@@ -32,6 +32,12 @@ function welchPerCent(course, points) {
     return power.map((value) => (100 * value) / total);
 }
 
+function covariance(x, y) {
+    const mean = (values) => values.reduce((sum, value) => sum + value, 0) / values.length;
+    const [mx, my] = [mean(x), mean(y)];
+    return x.reduce((sum, value, t) => sum + (value - mx) * (y[t] - my), 0);
+}
+
 describe('charts', { skip: missingBrowser }, () => {
     const browser = browserFor('canvas');
 
@@ -134,6 +140,25 @@ describe('charts', { skip: missingBrowser }, () => {
         const [even, odd] = [left[0], left[1]];
         assert.notEqual(even, odd);
         assert.deepEqual(ground, [even, odd, odd, even, even, odd, odd, even]);
+        await page.close();
+    });
+
+    test('of time courses invert a predictor that is negatively correlated, and say so', async () => {
+        const page = await open('inverted', { components: 6 });
+        const labels = new Set();
+        for (let c = 0; c < 6; ++c) {
+            if (c > 0) await page.keyboard.press('ArrowRight');
+            await page.locator('h2', { hasText: `IC ${c + 1}` }).waitFor();
+            const [course, predictor] = (await chartData(page, 'course')).datasets;
+            const [drawn, drawnPredictor] = [course, predictor].map(({ data }) => data.map(({ y }) => y));
+            assert.ok(covariance(drawn, drawnPredictor) > 0, predictor.label);
+            const negative = (await page.locator('.matches [data-metric=dm_pred_max]').textContent()).includes(
+                '\u2212',
+            );
+            assert.match(predictor.label, negative ? /^\w+ hand \(scaled, inverted\)$/ : /^\w+ hand \(scaled\)$/);
+            labels.add(negative);
+        }
+        assert.equal(labels.size, 2); // both signs occur
         await page.close();
     });
 });

@@ -3,7 +3,7 @@ import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
 import { readFileSync } from 'node:fs';
 import { describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, showComponent } from './browser.mjs';
+import { browserFor, missingBrowser, openReport, screenshot, showComponent } from './browser.mjs';
 import { CHART, cardNames, chartData, isFlipped, numberOf } from './page_contents.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
@@ -84,5 +84,67 @@ describe('a page of two results', { skip: missingBrowser }, () => {
             page.locator(CHART(chart)).evaluate((canvas) => [canvas.chart.scales.x.min, canvas.chart.scales.x.max]);
         assert.deepEqual(await shown('course'), [0, 240]);
         await page.close();
+    });
+
+    test('shows a match with the sign that agrees, whatever its longer tail is, and says so', async () => {
+        const balls = (first, second) => [
+            [...ball(0, first), ...ball(1, second)],
+            ball(2, 8), // another component, the same in both
+        ];
+        const [first, second] = [balls(8, -6), balls(-6, 8)].map((shape, i) =>
+            madeUp(`opposite-${i}`, { components: 2, grid: 'medium', balls: shape }),
+        );
+        execFileSync(ZNICA, ['report', first.folder, '--compare', second.folder]);
+        const page = await openReport(browser, first.report);
+        const texts = await page.locator('.card-value span[title^=Spatial]').allTextContents();
+        for (const text of texts) assert.ok(numberOf(/, r (\u2212?[\d.]+)$/.exec(text)[1]) > 0.5, text);
+        await showComponent(page, 'ICA_00', 'canvas');
+        await page.locator('.brain:nth-child(2) .colour-bar').waitFor();
+        const flipped = () =>
+            page.locator('.brain').evaluateAll((brains) => brains.map((brain) => brain.dataset.flipped));
+        assert.deepEqual(await flipped(), ['false', 'true']);
+        assert.match(await page.locator('.sign-note').textContent(), /The match in opposite-1 .* sign that agrees\.$/);
+        await screenshot(page, 'compared-opposite');
+        await page.keyboard.press('f');
+        await page.locator('.brain:nth-child(1)[data-flipped=true]').waitFor();
+        await page.locator('.brain:nth-child(2)[data-flipped=false]').waitFor();
+        await page.keyboard.press('f');
+        await page.close();
+    });
+
+    test('warns of values that are rescaled in each result, beside a component of the other one only', async () => {
+        const [first, second] = ['one', 'two'].map((name) => madeUp(`rescaled-${name}`, { components: 2 }));
+        execFileSync(ZNICA, ['report', first.folder, '--compare', second.folder]);
+        const page = await openReport(browser, first.report, { at: '#/component/ICA_00' });
+        const notes = page.locator('.rescaled-note');
+        assert.equal(
+            await notes.textContent(),
+            'Do not compare skewness, kurtosis, spatial entropy, temporal entropy and the bands between the two '
+                + 'results: they are rescaled across the components of each.',
+        );
+        await screenshot(page, 'compared-tables');
+        await page.selectOption('#compare', { label: 'Compare with IC 2' });
+        await notes.waitFor({ state: 'detached' });
+        await page.close();
+    });
+
+    test('says of each result how often it was repeated, if at all', async () => {
+        const repeated = (Runs, StabilityIndex) => ({
+            Repeats: { Runs },
+            Components: [0, 1].map((c) => ({ Name: `ICA_0${c}`, StabilityIndex, StabilityRuns: Runs - 1 })),
+        });
+        const stability = async (name, first, second) => {
+            const [a, b] = [first, second].map((facts, i) => madeUp(`${name}-${i}`, { components: 2, facts }));
+            execFileSync(ZNICA, ['report', a.folder, '--compare', b.folder]);
+            const page = await openReport(browser, a.report, { at: '#/component/ICA_00' });
+            const cells = await page.locator('td[data-metric=stability_iq]').allTextContents();
+            await page.close();
+            return cells;
+        };
+        assert.deepEqual(await stability('once', repeated(5, 0.91), {}), ['Iq 0.91, in 4 of 5 runs', 'not measured']);
+        assert.deepEqual(await stability('often', repeated(5, 0.91), repeated(9, 0.75)), [
+            'Iq 0.91, in 4 of 5 runs',
+            'Iq 0.75, in 8 of 9 runs',
+        ]);
     });
 });

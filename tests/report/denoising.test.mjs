@@ -3,7 +3,15 @@ import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 import { browserFor, goTo, missingBrowser, openReport, screenshot } from './browser.mjs';
 import { chartData } from './page_contents.mjs';
-import { denoised, madeUp } from './runs.mjs';
+import { denoised, denoisedBy, denoisedByNothing, grown, hardlyLabelled, madeUp } from './runs.mjs';
+
+function lowestOf({ size: [nx, ny, nz], at }) {
+    let lowest = Infinity;
+    for (let z = 0; z < nz; ++z) {
+        for (let y = 0; y < ny; ++y) for (let x = 0; x < nx; ++x) lowest = Math.min(lowest, at([x, y, z]));
+    }
+    return lowest;
+}
 
 // The grey levels of a canvas, row by row.
 function greysOf(canvas) {
@@ -65,10 +73,16 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
             const cells = await page.locator(`tr[data-measure=${measure}] td`).allTextContents();
             assert.deepEqual(
                 cells,
-                [before, after].map((cell) => String(Number(Number(cell).toPrecision(4)))),
+                [before, after].map(
+                    (cell) => `${Number(Number(cell).toPrecision(4))}${measure === 'variance' ? ' %' : ''}`,
+                ),
                 measure,
             );
         }
+        assert.equal(
+            await page.locator('tr[data-measure=variance] th').textContent(),
+            'Variance over time (of that before)',
+        );
         assert.equal(await page.locator('tr[data-measure=dvars_fd_correlation]').count(), 1);
         await page.close();
     });
@@ -125,7 +139,7 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
         const captions = await page.locator('.evidence-caption').allTextContents();
         assert.match(
             captions.join(),
-            /^Temporal SNR before0\d+,Temporal SNR after0\d+,Variance removed, per cent0\d+$/,
+            /^Temporal SNR before0\d+,Temporal SNR after0\d+,Variance removed, per cent\u2212\d+0\d+$/,
         );
         for (const canvas of await page.locator('.evidence-map').all()) {
             await canvas.scrollIntoViewIfNeeded();
@@ -141,6 +155,34 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
         await page.close();
     });
 
+    test('gives the map of the removed variance a scale of both signs, up to 100 % at most', async () => {
+        const image = grown();
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const caption = page.locator('.evidence-caption').last();
+        assert.equal(await caption.textContent(), 'Variance removed, per cent\u2212100' + '0' + '100');
+        const strips = await caption
+            .locator('.colour-strip')
+            .evaluateAll((all) => all.map((strip) => strip.style.background.match(/\d+/g).slice(0, 3).map(Number)));
+        assert.equal(strips.length, 2);
+        assert.ok(strips[0][2] > strips[0][0], 'blue for the growth');
+        assert.ok(strips[1][0] > strips[1][2], 'orange for what was removed');
+        const grew = /^Blue: voxels whose variance grew, by up to (\d+) %,/;
+        const [, most] = grew.exec(await page.locator('.maps-panel .chart-note').textContent());
+        assert.equal(Number(most), Math.ceil(-lowestOf(image.removedVariance())));
+        await caption.scrollIntoViewIfNeeded();
+        await screenshot(page, 'denoising-grown');
+        await page.close();
+    });
+
+    test('mentions no growth where the variance of no voxel grew', async () => {
+        const image = denoisedBy('aggressive', '--reject', '2', '--method', 'aggr');
+        assert.equal(lowestOf(image.removedVariance()), 0);
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        assert.match(await page.locator('.evidence-caption').last().textContent(), /^Variance removed, per cent0\d+$/);
+        assert.equal(await page.locator('.maps-panel .chart-note').textContent(), '');
+        await page.close();
+    });
+
     test('fits into a narrow window, in the dark too', async () => {
         const narrow = { at: '#/denoising', viewport: { width: 390, height: 800 }, dark: true };
         const page = await openReport(browser, image.report, narrow);
@@ -148,6 +190,64 @@ describe('the page of a denoised image', { skip: missingBrowser }, () => {
         assert.ok(overflow <= 0, `${overflow}`);
         await screenshot(page, 'denoising-narrow');
         assert.deepEqual(page.complaints, []);
+        await page.close();
+    });
+
+    const summaryAndMethods = async (image) => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const summary = await page.locator('.denoising-summary > p').first().textContent();
+        const heads = await page.locator('.fates').evaluateAll((tables) => tables.map((table) => table.className));
+        await goTo(page, '#/methods');
+        const text = await page.locator('#methods-text').textContent();
+        const references = (await page.locator('.references li').allTextContents()).join();
+        await page.close();
+        return { summary, tables: heads.length, denoising: /(\d|None)[^.]* rejected.*$/.exec(text)[0], references };
+    };
+
+    test('says that nothing was removed where nothing was', async () => {
+        const { summary, tables, denoising, references } = await summaryAndMethods(denoisedByNothing('nothing'));
+        assert.equal(summary, 'No component was rejected: nothing was removed, and the image stays as it is.');
+        assert.equal(tables, 1); // what was kept
+        assert.equal(denoising, 'None of the 6 components was rejected, so nothing was removed from the image.');
+        assert.doesNotMatch(references, /Griffanti|Pruim/);
+    });
+
+    test('says that only drifts were removed where no component was rejected', async () => {
+        const of = (name, method) =>
+            summaryAndMethods(denoisedByNothing(name, '--high-pass', '40', '--method', method));
+        const { summary, denoising } = await of('drifts', 'nonaggr');
+        assert.equal(summary, 'No component was rejected: only confounds or slow drifts were removed.');
+        assert.match(
+            denoising,
+            /^None of the 6 components was rejected, but cosines were removed from the image: the time course of every voxel was regressed on the time courses of all components and \d+ .* above 40 s, and the part of the fit that belongs to cosines was subtracted/,
+        );
+        assert.match(
+            (await of('drifts-aggr', 'aggr')).denoising,
+            /: the time course of every voxel was regressed on \d+ .* above 40 s, and the fit was subtracted/,
+        );
+    });
+
+    test('counts many components without a label instead of naming them, because the table does', async () => {
+        const page = await openReport(browser, hardlyLabelled(14).report, { at: '#/denoising' });
+        const notes = await page.locator('.denoising-notes li').allTextContents();
+        assert.ok(
+            notes.includes('Components: 13 without a label, kept (see the table of components).'),
+            notes.join('\n'),
+        );
+        assert.equal(await page.locator('.fates-kept td', { hasText: 'no label' }).count(), 13);
+        await page.close();
+    });
+
+    test('fades the lower edge of its tables until the reader has scrolled to their end', async () => {
+        const page = await openReport(browser, image.report, { at: '#/denoising' });
+        const box = page.locator('.fates-scroll');
+        const fades = () => box.evaluate((element) => element.hasAttribute('data-more-below'));
+        assert.equal(await fades(), false); // six components fit
+        await page.addStyleTag({ content: '.fates-scroll { max-height: 120px !important; }' });
+        await page.locator('.fates-scroll[data-more-below]').waitFor();
+        await screenshot(page, 'denoising-more');
+        await box.evaluate((element) => element.scrollTo(0, element.scrollHeight));
+        await page.locator('.fates-scroll:not([data-more-below])').waitFor();
         await page.close();
     });
 

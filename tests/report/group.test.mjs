@@ -54,7 +54,9 @@ describe('the page of a group analysis', { skip: missingBrowser }, () => {
         assert.equal(await page.locator('.card').count(), 4);
         for (const { component, stability_iq } of study.metrics) {
             const foot = await page.locator(`.card[data-component=${component}] .card-foot`).textContent();
-            assert.ok(foot.includes(`stability ${Number(stability_iq).toFixed(2)}`), foot);
+            const [, shown] = /stability ([0-9.]+)/.exec(foot);
+            assert.ok(Math.abs(shown - stability_iq) < 1.001e-3, foot);
+            assert.equal(shown === '1', Number(stability_iq) === 1);
         }
         await screenshot(page, 'group-components');
         await page.close();
@@ -255,6 +257,20 @@ describe('the page of a group analysis', { skip: missingBrowser }, () => {
         for (const part of ['on 6 runs of', 'Smith et al., 2014', 'Nickerson et al., 2017', 'the 4 leading ones']) {
             assert.ok(text.includes(part), `${part}: ${text}`);
         }
+        await page.close();
+    });
+
+    test('fades the right edge of the correlations where the window is too narrow for them', async () => {
+        const page = await open(browser, '#/correlations', { viewport: { width: 320, height: 800 } });
+        const box = page.locator('.group-correlations .table-scroll');
+        await page.locator('.table-scroll[data-more-right]').waitFor();
+        await screenshot(page, 'group-correlations-narrow');
+        await box.evaluate((element) => element.scrollTo(element.scrollWidth, 0));
+        await page.locator('.table-scroll:not([data-more-right])').waitFor();
+        await box.evaluate((element) => element.scrollTo(0, 0));
+        await page.locator('.table-scroll[data-more-right]').waitFor();
+        await page.setViewportSize({ width: 1000, height: 800 });
+        await page.locator('.table-scroll:not([data-more-right])').waitFor();
         await page.close();
     });
 

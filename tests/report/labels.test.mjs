@@ -4,7 +4,7 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { describe, test } from 'node:test';
-import { browserFor, goTo, missingBrowser, openReport, showComponent, stay } from './browser.mjs';
+import { browserFor, goTo, missingBrowser, openReport, STAY, showComponent, stay } from './browser.mjs';
 import { STEM } from './made_up_run.mjs';
 import { madeUp, ZNICA } from './runs.mjs';
 
@@ -89,6 +89,43 @@ describe('labels', { skip: missingBrowser }, () => {
         await page.reload();
         await page.locator('body[data-shown=ICA_01]').waitFor();
         assert.deepEqual(await pressed(page), []);
+        await page.close();
+    });
+
+    test('set by a click advance to the next component, unless switched off; removing one does not', async () => {
+        const run = madeUp('clicked', { components: 4, measures: false, volumes: 130 });
+        const first = STAY.replace('off', 'on');
+        const page = await openReport(browser, run.report, { at: '#/component/ICA_00', first });
+        await page.click('.label-noise');
+        await page.locator('body[data-shown=ICA_01]').waitFor();
+        await page.keyboard.press('s'); // labels the next one, not the one clicked
+        await page.locator('body[data-shown=ICA_02]').waitFor();
+        await page.click('.label-unsure');
+        await page.locator('body[data-shown=ICA_03]').waitFor();
+        await showComponent(page, 'ICA_02', 'canvas');
+        await page.click('.label-unsure');
+        await page.locator('.label-unsure[aria-pressed=false]').waitFor();
+        assert.equal(await page.locator('body').getAttribute('data-shown'), 'ICA_02');
+        await stay(page);
+        await page.click('.label-noise');
+        await page.locator('.label-noise[aria-pressed=true]').waitFor();
+        assert.equal(await page.locator('body').getAttribute('data-shown'), 'ICA_02');
+        assert.deepEqual(await chips(await overview(page)), {
+            ICA_00: '\u2715 Noise',
+            ICA_01: '\u2713 Signal',
+            ICA_02: '\u2715 Noise',
+        });
+        await page.close();
+    });
+
+    test('are not read from a table that names a component twice', async () => {
+        const run = madeUp('twice', { components: 4, volumes: 140 });
+        const page = await openReport(browser, run.report);
+        const rows = ['ICA_01\tsignal', 'ICA_00\tnoise', 'ICA_00\tsignal'];
+        const file = join(run.folder, 'twice.tsv');
+        const message = await read(page, file, `component\tclassification\n${rows.join('\n')}\n`);
+        assert.equal(message, 'The file names ICA_00 a second time; give each component one label.');
+        assert.deepEqual(await chips(page), {});
         await page.close();
     });
 

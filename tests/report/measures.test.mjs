@@ -73,7 +73,7 @@ describe('beside the sixteen parameters the page', { skip: missingBrowser }, () 
         });
         const page = await openReport(browser, run.report);
         const tile = page.locator('.tile', { hasText: 'Variance over time kept' });
-        assert.match(await tile.textContent(), /61\.3 %eigenvalues 1 to 3; the mean image is not counted$/);
+        assert.match(await tile.textContent(), /61\.3 %eigenvalues 1 to 3; not counting the mean image$/);
         await goTo(page, '#/methods');
         const text = await page.locator('#methods-text').textContent();
         assert.match(text, /covariance \(61\.3 % of the variance over time\) and whitened\./);

@@ -1,7 +1,7 @@
 // The report on paper.
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
-import { browserFor, missingBrowser, openReport, screenshot, watchedPage } from './browser.mjs';
+import { browserFor, missingBrowser, openReport, screenshot, stay, watchedPage } from './browser.mjs';
 import { boxes, inside, observeUntilPrinted, onPaper, overlap, PAPER } from './paper.mjs';
 import { groupStudy, madeUp } from './runs.mjs';
 
@@ -89,6 +89,7 @@ for (const renderer of ['webgl2', 'canvas']) {
         test('a component has its label and its complete note, and no controls', async () => {
             const page = await open('#/component/ICA_02');
             const note = 'a note as long as they are where two networks meet in one component, '.repeat(4).trim();
+            await stay(page);
             await page.click('.label-unsure');
             await page.fill('#note', note);
             await onPaper(page);

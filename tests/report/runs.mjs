@@ -1,6 +1,6 @@
 // The reports that the tests open: made by the real command from made-up runs or from an actual analysis.
 import { execFileSync } from 'node:child_process';
-import { existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { cpSync, existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -67,15 +67,24 @@ export function analysed() {
     return described(folder, 'sub-sim_task-blocks');
 }
 
-/** A simulated sample, analysed, with two of its six components removed by labels; confounds with displacement. */
-export function denoised() {
-    const [sample, result, folder] = ['tiny', 'tiny-result', 'denoised'].map((name) => join(scratch, name));
+/** A small simulated sample and its analysis, without a report. Made once. */
+function tinyAnalysis(components = 6) {
+    const [sample, result] = [`tiny-${components}`, `tiny-${components}-result`].map((name) => join(scratch, name));
     const stem = 'sub-sim_task-blocks';
     const bold = `${sample}/${stem}_bold.nii.gz`;
-    execFileSync(ZNICA, ['simulate', '--out', sample, '--size', 'tiny', '--sources', '6']);
-    const mask = `${sample}/${stem}_desc-brain_mask.nii.gz`;
-    const options = ['--components', '6', '--seed', '3', '--as-is', '--no-report'];
-    execFileSync(ZNICA, ['run', bold, '--mask', mask, ...options, '--out', result]);
+    if (!existsSync(result)) {
+        execFileSync(ZNICA, ['simulate', '--out', sample, '--size', 'tiny', '--sources', String(components)]);
+        const mask = `${sample}/${stem}_desc-brain_mask.nii.gz`;
+        const options = ['--components', String(components), '--seed', '3', '--as-is', '--no-report'];
+        execFileSync(ZNICA, ['run', bold, '--mask', mask, ...options, '--out', result]);
+    }
+    return { stem, bold, result };
+}
+
+/** A simulated sample, analysed, with two of its six components removed by labels; confounds with displacement. */
+export function denoised() {
+    const { stem, bold, result } = tinyAnalysis();
+    const folder = join(scratch, 'denoised');
     const labels = join(scratch, 'labels.tsv');
     const lines = ['ICA_01\tnoise\trim <b>of</b> the brain', 'ICA_03\tnoise\tn/a', 'ICA_04\tsignal\ttask'];
     writeFileSync(labels, `component\tclassification\tnote\n${lines.join('\n')}\n`);
@@ -92,6 +101,52 @@ export function denoised() {
         parts: rows(`${folder}/${stem}_desc-denoise_components.tsv`),
         volumes: rows(`${folder}/${stem}_desc-denoise_volumes.tsv`),
         carpetBefore: rows(`${folder}/${stem}_desc-denoise_carpetBefore.tsv`),
+    };
+}
+
+/** The same sample denoised with some options, such as the components to remove. */
+export function denoisedBy(name, ...options) {
+    const { stem, bold, result } = tinyAnalysis();
+    return denoisedResult(result, bold, stem, name, options);
+}
+
+/** The same sample with no component rejected. `options`: what else `znica denoise` is to do. */
+export function denoisedByNothing(name, ...options) {
+    return denoisedBy(name, '--labels', keepsFirst(), ...options);
+}
+
+/** A sample of so many components, only the first of which has a label. */
+export function hardlyLabelled(components) {
+    const { stem, bold, result } = tinyAnalysis(components);
+    return denoisedResult(result, bold, stem, `hardly-labelled-${components}`, ['--labels', keepsFirst()]);
+}
+
+function keepsFirst() {
+    const labels = join(scratch, 'kept.tsv');
+    writeFileSync(labels, 'component\tclassification\nICA_00\tsignal\n');
+    return labels;
+}
+
+/** The same sample with one of two almost equal time courses removed: the variance of most voxels grows manyfold. */
+export function grown() {
+    const { stem, bold, result } = tinyAnalysis();
+    const folder = join(scratch, 'almost-equal');
+    cpSync(result, folder, { recursive: true });
+    rmSync(`${folder}/${stem}_desc-ICA_timeseries.tsv`);
+    const mixing = `${folder}/${stem}_desc-ICA_mixing.tsv`;
+    const lines = readFileSync(mixing, 'utf8').trimEnd().split('\n');
+    const almost = ([first, second, ...others]) => [first, Number(first) + 0.3 * second, ...others];
+    const rewritten = lines.map((line, i) => (i === 0 ? line : almost(line.split('\t')).join('\t')));
+    writeFileSync(mixing, `${rewritten.join('\n')}\n`);
+    return denoisedResult(folder, bold, stem, 'grown', ['--reject', '2']);
+}
+
+function denoisedResult(result, bold, stem, name, options) {
+    const folder = join(scratch, name);
+    execFileSync(ZNICA, ['denoise', result, bold, ...options, '--out', folder]);
+    return {
+        report: join(folder, 'report.html'),
+        removedVariance: () => readNifti(`${folder}/${stem}_desc-denoise_removedVariance.nii.gz`),
     };
 }
 

@@ -81,7 +81,9 @@ for (const renderer of ['webgl2', 'canvas']) {
             await page.locator('.brain[data-flipped=true]').waitFor();
             await goTo(page, '#/');
             assert.deepEqual(await cards(), ['ICA_00 \u00b7 flipped', 'ICA_01 \u00b7 flipped']);
-            const swapped = first.includes('\u2212') ? first.replace('\u2212', '') : first.replace(' r ', ' r \u2212');
+            const swapped = first.includes('\u2212')
+                ? first.replace('\u2212', '').replace(' (inverted)', '')
+                : `${first.replace(' r ', ' r \u2212')} (inverted)`;
             assert.deepEqual(await r(), [swapped, second]);
             await page.reload();
             await page.locator('.card[data-drawn]').first().waitFor();

@@ -1,11 +1,12 @@
 // The page over all runs of a study, made by the real command from made-up records.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
+import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { browserFor, missingBrowser, screenshot } from './browser.mjs';
+import { ZNICA } from './runs.mjs';
 
 const folder = mkdtempSync(join(tmpdir(), 'znica-study-'));
 after(() => rmSync(folder, { recursive: true, force: true }));
@@ -46,7 +47,7 @@ function study(name, records) {
         writeFileSync(join(out, 'logs', `${r.Run}.json`), JSON.stringify(r));
         if (Denoised) writeFileSync(join(out, 'logs', 'denoise', `${r.Run}.json`), JSON.stringify(Denoised));
     }
-    execFileSync(process.env.ZNICA, ['bids', 'nowhere', out, 'group']);
+    execFileSync(ZNICA, ['bids', 'nowhere', out, 'group']);
     return join(out, 'index.html');
 }
 
@@ -228,10 +229,57 @@ describe('a study with denoised runs', { skip: missingBrowser }, () => {
         assert.equal(await row(5).locator('.denoised').count(), 0);
     });
 
+    for (const width of [700, 390]) {
+        test(`scrolls only the table sideways in a window of ${width} pixels`, async () => {
+            await page.setViewportSize({ width, height: 800 });
+            const box = page.locator('.runs-box[data-more-right]');
+            await box.waitFor();
+            assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), width);
+            const head = await page.locator('.page-head').boundingBox();
+            assert.equal(head.width, width);
+            await screenshot(page, `study-denoised-${width}`);
+            await box.evaluate((element) => element.scrollTo(element.scrollWidth, 100));
+            const last = page.locator('thead th:visible').last();
+            const { x, y, width: own } = await last.boundingBox();
+            assert.ok(x + own <= width + 0.5, `${x} + ${own}`);
+            const { y: top } = await page.locator('.runs-box').boundingBox();
+            assert.ok(Math.abs(y - top) < 1, 'the heads stay at the top');
+        });
+    }
+
     test('has no complaints', () => assert.deepEqual(page.complaints, []));
 });
 
 test('a study without denoised runs has no columns for them', { skip: missingBrowser }, async () => {
     const text = readFileSync(study('plain', [record(1)]), 'utf8');
     assert.ok(!text.includes('DVARS before'));
+});
+
+describe('a study with a group analysis', { skip: missingBrowser }, () => {
+    const browser = browserFor('canvas');
+
+    const link = async (file) => {
+        const page = await open(browser, file);
+        const links = page.getByRole('link', { name: 'Group analysis' });
+        return (await links.count()) === 0 ? null : links.getAttribute('href');
+    };
+
+    test('leads to its page', async () => {
+        const file = study('together', [record(1)]);
+        assert.equal(await link(file), null);
+        mkdirSync(join(folder, 'together', 'group'));
+        writeFileSync(join(folder, 'together', 'group', 'desc-groupICA_report.html'), '');
+        study('together', [record(1)]);
+        assert.equal(await link(file), 'group/desc-groupICA_report.html');
+    });
+
+    test('has the link as soon as the group is analysed', async () => {
+        const data = join(folder, 'data');
+        execFileSync(ZNICA, ['simulate', '--subjects', '2', '--size', 'tiny', '--sources', '3', '--out', data]);
+        const file = study('analysed', [record(1)]);
+        execFileSync(ZNICA, ['bids', data, join(folder, 'analysed'), 'group', '--ica', '3', '--repeats', '1']);
+        const href = await link(file);
+        assert.equal(href, 'group/desc-groupICA_report.html');
+        assert.ok(existsSync(join(folder, 'analysed', href)));
+    });
 });

@@ -66,6 +66,12 @@ describe('the page says', { skip: missingBrowser }, () => {
         const auto = { settings: { Mask: 'auto' } };
         assert.match(await methods(auto), /voxels inside a brain mask derived from the temporal mean image/);
         assert.equal(await warnings({ components: 2, ...auto }), '');
+        const inside = Number(/of ([\d,]+) voxels/.exec(await methods(auto))[1].replace(',', ''));
+        const excluded = { VoxelsDropped: { NotFinite: 0, Constant: 26 * 30 * 24 - inside } }; // of the whole grid
+        assert.match(
+            await methods({ ...auto, input: excluded }),
+            /voxels of the whole grid, because the temporal mean image did not show where the brain is, entered/,
+        );
         assert.match(await methods({}), /voxels inside a mask entered/);
     });
 
@@ -111,8 +117,11 @@ describe('the page says', { skip: missingBrowser }, () => {
             await textOf(estimate),
             /number of components, 9, was estimated by parallel analysis \(Dobriban & Owen, 2019\)/,
         );
-        assert.doesNotMatch(await textOf(estimate), /compromise|minimum description/);
-        assert.match(await textOf({ ...estimate, Noise: { HasEdge: false } }), /without an edge.*compromise/);
+        assert.doesNotMatch(await textOf(estimate), /approximate|minimum description/);
+        assert.match(
+            await textOf({ ...estimate, Noise: { HasEdge: false } }),
+            /No clear gap separated .* so the number is approximate\./,
+        );
         assert.match(await references({ facts: { ComponentEstimate: estimate } }), /Dobriban.*Statistical Society B/);
         assert.doesNotMatch(await references({ facts: { ComponentEstimate: estimate } }), /Wax/);
         assert.match(await references({ facts: { ComponentEstimate: earlier } }), /Wax/);
@@ -139,7 +148,11 @@ describe('the page says', { skip: missingBrowser }, () => {
         );
         assert.match(
             await text({ SmoothingAsked: 'auto', SmoothingFWHM: 5 }),
-            /chosen from the smoothness of the data/,
+            /Gaussian of 5 mm full width at half maximum, chosen from the smoothness of the data\. The data were reduced/,
+        );
+        assert.match(
+            await text({ SmoothingAsked: 'auto', SmoothingFWHM: 5, Scaling: 'percent' }),
+            /chosen from the smoothness of the data; then scaled to per cent/,
         );
         const share = { Eigenvalues: [80, 10, 6, 4], Preparation: { ...nothing, Scaling: 'sd' } };
         assert.doesNotMatch(await methods({ facts: share }), /the mean image\)/);
@@ -243,7 +256,7 @@ describe('the page says', { skip: missingBrowser }, () => {
             const text = await page
                 .locator(`.card[data-component=${component}] .card-predictor:visible`)
                 .allTextContents();
-            const shown = text.map((line) => line.replace('\u2212', ''));
+            const shown = text.map((line) => line.replace('\u2212', '').replace(' (inverted)', ''));
             assert.deepEqual(shown, strength < 0.3 ? [] : [`${name} r ${Number(strength).toFixed(2)}`], strength);
         }
         assert.ok(run.metrics.some(({ dm_pred_max: strength }) => strength < 0.3));

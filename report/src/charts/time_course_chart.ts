@@ -1,4 +1,4 @@
-import { type PredictorMatch, predictorMatch } from '../data/predictor_match';
+import { isInverted, type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
 import { shownCourse } from '../data/shown_component';
 import { axis, type ChartBox } from './chart';
@@ -13,14 +13,15 @@ function duration({ timeCourse, trSeconds }: Component): number {
     return (timeCourse.length - 1) * trSeconds;
 }
 
-/** A predictor scaled to the range of the time course. */
-export function scaledPredictor({ predictor: { name, values } }: PredictorMatch): Curve {
+/** A predictor scaled to the range of the time course, and inverted where the two are negatively correlated. */
+export function scaledPredictor(match: PredictorMatch): Curve {
+    const { name, values } = match.predictor;
     const low = Math.min(...values);
     const range = Math.max(...values) - low || 1;
-    return {
-        label: `${name} (scaled)`,
-        values: values.map((value) => (value - low) / range),
-    };
+    const scaled = values.map((value) => (value - low) / range);
+    return isInverted(match)
+        ? { label: `${name} (scaled, inverted)`, values: scaled.map((value) => 1 - value) }
+        : { label: `${name} (scaled)`, values: scaled };
 }
 
 /** Time courses over seconds: the component, its best-matching predictor, and a second component. */

@@ -27,3 +27,8 @@ const WEAK = 0.3; // |r|; the two share less than a tenth of their variance
 export function isWeak(match: PredictorMatch): boolean {
     return !(Math.abs(match.r) >= WEAK);
 }
+
+/** Whether the predictor is drawn upside down, so that the two curves can be compared. */
+export function isInverted(match: PredictorMatch): boolean {
+    return match.r < 0;
+}

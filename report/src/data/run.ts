@@ -43,6 +43,7 @@ export interface Component {
     highest: number;
     negativeTail: boolean; // the longer tail of the map is the negative one
     facts: ComponentFacts | undefined;
+    repeats: number | null; // of the result that the component belongs to; null: it was not repeated
     otherDesign: boolean; // compared with other predictors than those of this run
 }
 
@@ -121,6 +122,7 @@ function readComponents(block: RunBlock): Component[] {
             highest: block.maps[index].highest,
             negativeTail: block.maps[index].negative_tail,
             facts,
+            repeats: block.decomposition.Repeats?.Runs ?? null,
             otherDesign: false,
         };
     });
@@ -153,7 +155,10 @@ export async function readRun(): Promise<Run> {
     const block = JSON.parse(text) as RunBlock;
     const components = readComponents(block);
     const grey = block.has_mean ? await blocks.bytes('mean') : mask.map((inside) => (inside ? 70 : 0));
+    const compared = readCompared(block, components);
     const id = hash([block.mixing_tsv, ...components.flatMap(({ cells }) => cells)].join('\t'));
+    const signs = new Signs(id);
+    for (const [component, match] of compared?.partners ?? []) signs.follow(match.component, component, match.r);
     return {
         name: block.name,
         id,
@@ -167,8 +172,8 @@ export async function readRun(): Promise<Run> {
         ...indexMask(mask, block.voxels_inside),
         grey,
         hasMean: block.has_mean,
-        compared: readCompared(block, components),
+        compared,
         maps: componentMaps([...block.maps, ...(block.compared?.maps ?? [])].map((map) => map.decimals)),
-        signs: new Signs(id),
+        signs,
     };
 }

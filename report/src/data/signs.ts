@@ -2,12 +2,14 @@ import type { Signed } from './map_source';
 
 /**
  * The sign that every component is shown with. The sign of a component is arbitrary, so its map, time course and
- * correlations may be inverted together; by default the longer tail of the map is positive. The files keep their sign.
+ * correlations may be inverted together; by default the longer tail of the map is positive, or the sign agrees with that
+ * of the component that it matches. The files keep their sign.
  * The reader's choices are kept in the browser's storage.
  */
 export class Signs {
     private readonly key: string;
     private chosen = new Map<string, boolean>(); // component -> inverted, where it is not the default
+    private readonly matches = new Map<string, { other: Signed; opposite: boolean }>();
     private readonly listeners = new Set<(component: Signed) => void>();
 
     constructor(runId: string) {
@@ -19,9 +21,15 @@ export class Signs {
         }
     }
 
+    /** From now on a component has the sign with which its map correlates positively with that of another one. */
+    follow(component: Signed, other: Signed, r: number): void {
+        this.matches.set(component.name, { other, opposite: r < 0 });
+    }
+
     /** Whether the component is shown with the opposite sign of the files. */
     isFlipped({ name, negativeTail }: Signed): boolean {
-        return this.chosen.get(name) ?? negativeTail;
+        const match = this.matches.get(name);
+        return this.chosen.get(name) ?? (match ? this.isFlipped(match.other) !== match.opposite : negativeTail);
     }
 
     /** Factor between the values in the files and those shown. */

@@ -2,7 +2,7 @@ import { cardAspect, drawCard } from '../brain/card_picture';
 import type { Look } from '../brain/look';
 import { shownMap } from '../data/shown_component';
 import { h } from '../dom';
-import { fixed, plural } from '../numbers';
+import { fixed, plural, stabilityText } from '../numbers';
 import { amplitudeText } from './amplitude_text';
 import type { Group, GroupComponent } from './group';
 
@@ -33,7 +33,11 @@ export class ComponentCard {
                 'footer',
                 { class: 'card-foot' },
                 !Number.isNaN(stability)
-                    && h('span', { title: 'Stability index Iq over the repeats' }, `stability ${stability.toFixed(2)}`),
+                    && h(
+                        'span',
+                        { title: 'Stability index Iq over the repeats' },
+                        `stability ${stabilityText(stability)}`,
+                    ),
                 h('span', { title: 'Median over the runs' }, `amplitude ${amplitudeText(group, component.median)}`),
                 outliers > 0 && h('span', { class: 'card-outliers' }, `\u25c6 ${plural(outliers, 'outlying run')}`),
             ),

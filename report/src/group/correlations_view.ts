@@ -1,5 +1,6 @@
 import { h } from '../dom';
 import { fixed } from '../numbers';
+import { fadeEdges } from '../scroll_edges';
 import type { View } from '../views/view';
 import type { Correlation, Group, GroupComponent } from './group';
 
@@ -40,6 +41,7 @@ export class CorrelationsView implements View {
                 this.place,
             ),
         );
+        fadeEdges(this.place);
         this.draw();
     }
 

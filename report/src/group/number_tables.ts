@@ -1,5 +1,5 @@
 import { h } from '../dom';
-import { short } from '../numbers';
+import { short, stabilityText } from '../numbers';
 import { amplitudeText } from './amplitude_text';
 import type { Group, GroupComponent, GroupRun } from './group';
 
@@ -37,7 +37,7 @@ export function runTable(group: Group, component: GroupComponent, run: GroupRun)
 export function spatialTable(component: GroupComponent): HTMLElement {
     const stability: Row[] = Number.isNaN(component.stability)
         ? []
-        : [['Stability index Iq', component.stability.toFixed(3), 'Over the repeats']];
+        : [['Stability index Iq', stabilityText(component.stability), 'Over the repeats']];
     const spatial = component.spatial.map(({ title, value, about }): Row => [title, short(value), about]);
     return table('In the group', [...stability, ...spatial]);
 }

@@ -8,7 +8,7 @@ try {
     // storage may be disabled
 }
 
-/** Whether a label set by a key moves on to the next component without one. */
+/** Whether a label moves on to the next component without one. */
 export function advances(): boolean {
     return on;
 }
@@ -28,8 +28,8 @@ export function advanceSwitch(): HTMLElement {
     input.checked = on;
     return h(
         'label',
-        { class: 'switch', title: 'After S, N or U go to the next component without a label' },
+        { class: 'switch', title: 'After a label, by key or by click, go to the next component without one' },
         input,
-        'Go on',
+        'Advance after labelling',
     );
 }

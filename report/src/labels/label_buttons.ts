@@ -1,11 +1,19 @@
 import { h } from '../dom';
-import { LABELS, type Labels } from './labels';
+import { LABELS, type Label, type Labels } from './labels';
 
 /**
- * The three labels as buttons for the component that `current` names; returns the element and a function that refreshes
- * it.
+ * The three labels as buttons for the component that `current` names: `choose` sets the one that was clicked, unless it
+ * was set already and is removed. Returns the element and a function that refreshes it.
  */
-export function labelButtons(labels: Labels, current: () => string): { element: HTMLElement; refresh: () => void } {
+export function labelButtons(
+    labels: Labels,
+    current: () => string,
+    choose: (label: Label) => void,
+): { element: HTMLElement; refresh: () => void } {
+    const click = (label: Label): void => {
+        if (labels.get(current()).label === label) labels.setLabel(current(), null);
+        else choose(label);
+    };
     const buttons = LABELS.map(({ label, key, sign, title }) =>
         h(
             'button',
@@ -14,7 +22,7 @@ export function labelButtons(labels: Labels, current: () => string): { element: 
                 class: `label-button label-${label}`,
                 'aria-keyshortcuts': key,
                 title: `${title} (key ${key.toUpperCase()})`,
-                onclick: () => labels.toggle(current(), label),
+                onclick: () => click(label),
             },
             h('span', { class: 'label-sign', 'aria-hidden': 'true' }, sign),
             title,

@@ -85,11 +85,6 @@ export class Labels {
         return former[0][0];
     }
 
-    /** Sets a label, or removes it if it is already set. */
-    toggle(component: string, label: Label): void {
-        this.change([[component, { label: this.get(component).label === label ? null : label }]]);
-    }
-
     /** The first of the components after `component` that has no label, starting over at the end; null if all have one. */
     nextWithout(components: string[], component: string): string | null {
         const own = components.indexOf(component);

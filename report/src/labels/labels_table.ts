@@ -32,11 +32,15 @@ export function readLabelsTable(text: string, components: string[]): [string, Pa
         throw new Error('The file has no columns "component" and "classification".');
     }
     const known = new Set(components);
+    const seen = new Set<string>();
     return table.rows.map((row): [string, Partial<Entry>] => {
         const cell = (column: string): string => (row[at(column)] ?? '').trim();
         const component = cell('component');
         if (!known.has(component))
             throw new Error(`This run has no component "${component}"; is this another run's file?`);
+        if (seen.has(component))
+            throw new Error(`The file names ${component} a second time; give each component one label.`);
+        seen.add(component);
         const said: Partial<Entry> = {};
         const word = cell('classification');
         const label = labelNamed(word);

@@ -40,6 +40,7 @@ export interface StudyRun {
 export interface Study {
     name: string;
     version: string;
+    group: string | null; // the page of a group analysis, relative to this one; null: none
     columns: Column[];
     runs: StudyRun[];
 }

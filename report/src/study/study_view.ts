@@ -1,4 +1,5 @@
 import { h } from '../dom';
+import { fadeEdges } from '../scroll_edges';
 import { toggleTheme } from '../theme';
 import { type Key, sorted } from './row_order';
 import { runRow } from './run_row';
@@ -22,7 +23,9 @@ export class StudyView {
     constructor(private readonly study: Study) {
         for (const run of study.runs) this.rows.set(run, runRow(study, run));
         this.fillTable();
-        this.element = h('div', { class: 'study' }, this.head(), this.table);
+        const box = h('main', { class: 'runs-box' }, this.table);
+        fadeEdges(box);
+        this.element = h('div', { class: 'study' }, this.head(), box);
         this.sort();
         this.filter();
     }
@@ -66,6 +69,7 @@ export class StudyView {
             h(
                 'div',
                 { class: 'page-actions' },
+                this.study.group && h('a', { class: 'button', href: this.study.group }, 'Group analysis'),
                 h('a', { class: 'button', href: 'runs.tsv' }, 'Table (TSV)'),
                 h('button', { class: 'button', type: 'button', onclick: toggleTheme }, 'Light / dark'),
             ),

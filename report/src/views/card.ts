@@ -8,12 +8,12 @@ import { drawSpectrumGlyph } from '../charts/spectrum_glyph';
 import { scaledPredictor } from '../charts/time_course_chart';
 import { clearConfound } from '../data/measures';
 import { METRICS } from '../data/metrics';
-import { isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
+import { isInverted, isWeak, type PredictorMatch, predictorMatch } from '../data/predictor_match';
 import type { Component, Run } from '../data/run';
 import { shownCourse, shownMap } from '../data/shown_component';
 import { append, h } from '../dom';
 import { LABELS, type Labels } from '../labels/labels';
-import { fixed, plural, short } from '../numbers';
+import { fixed, plural, short, stabilityText } from '../numbers';
 import type { SortKey } from './order';
 
 /** "three planes through the largest cluster and 5 axial slices" */
@@ -35,6 +35,10 @@ function confoundText({ measures }: Component): HTMLElement | null {
             `${confound.name} |r| ${confound.strength.toFixed(2)}`,
         )
     );
+}
+
+function predictorText(match: PredictorMatch): string {
+    return `${match.predictor.name} r ${fixed(match.r, 2)}${isInverted(match) ? ' (inverted)' : ''}`;
 }
 
 /** One component in the gallery. Its images are drawn when it comes into view. */
@@ -86,7 +90,7 @@ export class Card {
     refreshSign(): void {
         const match = this.match();
         this.name.textContent = `${this.component.name}${this.run.signs.isFlipped(this.component) ? ' \u00b7 flipped' : ''}`;
-        this.predictor.textContent = match ? `${match.predictor.name} r ${fixed(match.r, 2)}` : '';
+        this.predictor.textContent = match ? predictorText(match) : '';
         this.predictor.hidden = match === null;
     }
 
@@ -116,7 +120,10 @@ export class Card {
             !Number.isNaN(measures.explainedPercent)
                 && fact(`${measures.explainedPercent.toFixed(1)} % of variance`, 'Explained variance over time'),
             facts?.StabilityIndex !== undefined
-                && fact(`stability ${short(facts.StabilityIndex ?? NaN, 2)}`, 'Stability index Iq over the repeats'),
+                && fact(
+                    `stability ${stabilityText(facts.StabilityIndex ?? NaN)}`,
+                    'Stability index Iq over the repeats',
+                ),
         ]);
     }
 

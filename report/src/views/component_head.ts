@@ -2,12 +2,13 @@ import type { Component, Run } from '../data/run';
 import { h } from '../dom';
 import { advanceSwitch } from '../labels/advance';
 import { labelButtons } from '../labels/label_buttons';
-import type { Labels } from '../labels/labels';
+import type { Label, Labels } from '../labels/labels';
 
 /** Name, previous and next, label, note, and the choice of a second component. */
 export class ComponentHead {
     readonly element: HTMLElement;
     onStep: (by: 1 | -1) => void = () => {};
+    onLabel: (label: Label) => void = () => {};
     /** `match`: always with the component that the one shown matches. */
     onCompare: (other: Component | 'match' | null) => void = () => {};
     private component: Component;
@@ -25,7 +26,11 @@ export class ComponentHead {
     ) {
         const all = [...run.components, ...(run.compared?.components ?? [])];
         this.component = run.components[0];
-        this.buttons = labelButtons(labels, () => this.component.name);
+        this.buttons = labelButtons(
+            labels,
+            () => this.component.name,
+            (label) => this.onLabel(label),
+        );
         this.note = h('input', {
             type: 'text',
             id: 'note',

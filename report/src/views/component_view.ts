@@ -11,7 +11,7 @@ import { LABELS, type Label, type Labels } from '../labels/labels';
 import { BrainPair } from './brain_pair';
 import { ComponentHead } from './component_head';
 import { lookControls } from './look_controls';
-import { fingerprintTable, lag1Note, matchTable } from './parameter_table';
+import { fingerprintTable, lag1Note, matchTable, rescaledNote } from './parameter_table';
 import type { View } from './view';
 
 /** Everything about one component, alone or beside a second one. */
@@ -41,6 +41,7 @@ export class ComponentView implements View {
         this.chosen = run.compared ? 'match' : null;
         this.head = new ComponentHead(run, labels);
         this.head.onStep = (by) => this.step(by);
+        this.head.onLabel = (label) => this.label(label);
         this.head.onCompare = (other) => {
             this.chosen = other;
             void this.draw();
@@ -66,6 +67,7 @@ export class ComponentView implements View {
                     { class: 'chart-note sign-note' },
                     'The sign of a component is arbitrary: shown with the longer tail of the map positive, unless flipped; the '
                         + 'files keep their sign.',
+                    run.compared && ` The match in ${run.compared.folder} is shown with the sign that agrees.`,
                 ),
             ),
             h('div', { class: 'component-side' }, figure('Fingerprint', this.fingerprint.element, this.tables)),
@@ -125,7 +127,12 @@ export class ComponentView implements View {
         showFingerprint(this.fingerprint, component, compared);
         const shown = compared ? [component, compared] : [component];
         this.tables.replaceChildren();
-        append(this.tables, [fingerprintTable(run, shown), lag1Note(shown), matchTable(run, shown)]);
+        append(this.tables, [
+            fingerprintTable(run, shown),
+            rescaledNote(run, shown),
+            lag1Note(shown),
+            matchTable(run, shown),
+        ]);
         await this.brains.show(component, compared);
     }
 

@@ -31,22 +31,33 @@ export function denoisingText({ method, parts, quality, high_pass_seconds: cutOf
     const rejected = components.filter(({ removed }) => removed).length;
     const confounds = parts.find(({ name }) => name === 'confounds');
     const filter = parts.find(({ name }) => name === 'high_pass');
+    if (rejected === 0 && !confounds && !filter) {
+        return `None of the ${plural(components.length, 'component')} was rejected, so nothing was removed from the image.`;
+    }
     const regressed = [
-        COURSES[method],
+        ...(rejected > 0 || method === 'nonaggr' ? [COURSES[method]] : []),
         ...(confounds ? [`the confounds ${confounds.reason}`] : []),
         ...(filter ? [`${filter.reason} with periods above ${short(cutOff)} s`] : []),
     ];
-    const removed = ['the rejected components', ...(confounds ? ['confounds'] : []), ...(filter ? ['cosines'] : [])];
+    const removed = [
+        ...(rejected > 0 ? ['the rejected components'] : []),
+        ...(confounds ? ['confounds'] : []),
+        ...(filter ? ['cosines'] : []),
+    ];
     const fit = method === 'nonaggr' ? `the part of the fit that belongs to ${listed(removed)}` : 'the fit';
     const degrees = quality.find(({ measure }) => measure === 'degrees_of_freedom');
+    const all = plural(components.length, 'component');
+    const what =
+        rejected > 0
+            ? `${rejected} of ${all} ${rejected === 1 ? 'was' : 'were'} rejected and removed from the image`
+            : `None of the ${all} was rejected, but ${listed(removed)} were removed from the image`;
     return (
-        `${rejected} of ${plural(components.length, 'component')} ${rejected === 1 ? 'was' : 'were'} rejected and removed `
-        + `from the image: the time course of every voxel was regressed on ${listed(regressed)}, and ${fit} was `
+        `${what}: the time course of every voxel was regressed on ${listed(regressed)}, and ${fit} was `
         + `subtracted${SOURCES[method]}.`
         + (degrees ? ` This left ${degrees.after} of ${degrees.before} degrees of freedom.` : '')
     );
 }
 
-export function denoisingReferences({ method }: Denoising): string[] {
-    return method === 'orthaggr' ? [] : [GRIFFANTI, PRUIM];
+export function denoisingReferences({ method, parts }: Denoising): string[] {
+    return method === 'orthaggr' || !parts.some(({ removed }) => removed) ? [] : [GRIFFANTI, PRUIM];
 }

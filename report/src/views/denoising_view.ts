@@ -1,12 +1,14 @@
 import type { Look } from '../brain/look';
 import { ChartBox } from '../charts/chart';
 import { showVolumes } from '../charts/volumes_chart';
-import type { Denoising, QualityRow } from '../data/denoising';
+import type { ComponentMap } from '../data/component_map';
+import type { Denoising, QualityRow, RemovedPart } from '../data/denoising';
 import type { Run } from '../data/run';
 import { h } from '../dom';
-import { plural, short } from '../numbers';
+import { grouped, plural, short } from '../numbers';
+import { fadeEdges } from '../scroll_edges';
 import { carpets } from './carpets';
-import { evidenceMap } from './evidence_map';
+import { evidenceMap, lowestOf } from './evidence_map';
 import { removedTable } from './removed_table';
 import type { View } from './view';
 
@@ -20,10 +22,18 @@ const METHODS: Record<Denoising['method'], string> = {
         + 'regressed out.',
 };
 
+function summaryOf(method: Denoising['method'], rejected: number, parts: RemovedPart[]): string {
+    if (rejected > 0) return METHODS[method];
+    return parts.some(({ removed }) => removed)
+        ? 'No component was rejected: only confounds or slow drifts were removed.'
+        : 'No component was rejected: nothing was removed, and the image stays as it is.';
+}
+
 /** The evidence that an image was denoised, and that nothing else was lost. */
 export class DenoisingView implements View {
     readonly element: HTMLElement;
     private readonly maps = h('div', { class: 'evidence-maps' });
+    private readonly growth = h('p', { class: 'chart-note' });
     private drawn: Promise<void> | null = null;
 
     constructor(
@@ -39,8 +49,7 @@ export class DenoisingView implements View {
                 'section',
                 { class: 'panel fates-panel' },
                 h('h2', { class: 'visually-hidden' }, 'Components'),
-                removedTable(run, denoising.parts, true),
-                removedTable(run, denoising.parts, false),
+                this.fates(),
             ),
             this.volumes(),
             carpets(denoising),
@@ -49,12 +58,7 @@ export class DenoisingView implements View {
                 { class: 'panel maps-panel' },
                 h('h2', { class: 'visually-hidden' }, 'Maps'),
                 this.maps,
-                h(
-                    'p',
-                    { class: 'chart-note' },
-                    'Blue: voxels whose variance grew, because components that cancelled each other were not removed '
-                        + 'together.',
-                ),
+                this.growth,
             ),
         );
     }
@@ -71,10 +75,26 @@ export class DenoisingView implements View {
         const plain = { ...this.look, threshold: 0, fewest: 0, opacity: 1 };
         const [before, after, removed] = all;
         const ratio: Look = { ...plain, colourMap: 'viridis', ceiling: Math.max(before.high, after.high) };
-        const share: Look = { ...plain, colourMap: 'orange-blue', ceiling: removed.high };
+        const share: Look = { ...plain, colourMap: 'orange-blue', ceiling: Math.min(100, removed.high) };
+        this.growth.textContent = growthText(removed);
         this.maps.replaceChildren(
             ...all.map((map, i) => evidenceMap(this.run, maps[i].title, map, map === removed ? share : ratio)),
         );
+    }
+
+    private fates(): HTMLElement {
+        const {
+            run,
+            denoising: { parts },
+        } = this;
+        const tables = h(
+            'div',
+            { class: 'fates-scroll' },
+            removedTable(run, parts, true),
+            removedTable(run, parts, false),
+        );
+        fadeEdges(tables);
+        return tables;
     }
 
     private summary(): HTMLElement {
@@ -85,14 +105,14 @@ export class DenoisingView implements View {
             'section',
             { class: 'panel denoising-summary' },
             h('h2', {}, `${rejected} of ${plural(components, 'component')} removed`),
-            h('p', {}, METHODS[method]),
+            h('p', {}, summaryOf(method, rejected, parts)),
             h('p', { class: 'summary-input' }, h('span', {}, 'Image '), h('code', {}, image)),
             qualityTable(quality),
             h(
                 'p',
                 { class: 'chart-note' },
-                'Every degree of freedom that is removed lowers DVARS and raises temporal SNR a little, whatever the '
-                    + 'column is; compare methods that remove equally many.',
+                'Removing any regressor, even noise, lowers DVARS and raises temporal SNR a little; compare methods that '
+                    + 'remove equally many.',
             ),
             notes.length > 0 && h('ul', { class: 'denoising-notes' }, ...notes.map((note) => h('li', {}, note))),
         );
@@ -129,24 +149,36 @@ export class DenoisingView implements View {
     }
 }
 
+function growthText(removed: ComponentMap): string {
+    const lowest = lowestOf(removed);
+    return lowest < 0
+        ? `Blue: voxels whose variance grew, by up to ${grouped(Math.ceil(-lowest))} %, because components that cancelled `
+              + 'each other were not removed together.'
+        : '';
+}
+
+const PER_CENT = 'per cent ';
+
+// "per cent of that before" stands after the numbers and, for the rest, behind the title.
+function qualityRow({ measure, title, units, before, after }: QualityRow): HTMLElement {
+    const isShare = units.startsWith(PER_CENT);
+    const rest = isShare ? units.slice(PER_CENT.length) : units;
+    const cell = (value: number | null): HTMLElement =>
+        h('td', { class: 'number' }, `${short(value ?? NaN, 4)}${isShare && value !== null ? ' %' : ''}`);
+    return h(
+        'tr',
+        { 'data-measure': measure },
+        h('th', { scope: 'row' }, title, rest !== '' && h('span', { class: 'tile-unit' }, ` (${rest})`)),
+        cell(before),
+        cell(after),
+    );
+}
+
 function qualityTable(rows: QualityRow[]): HTMLElement {
-    const number = (value: number | null): string => short(value ?? NaN, 4);
     return h(
         'table',
         { class: 'quality' },
         h('thead', {}, h('tr', {}, ...['Measure', 'Before', 'After'].map((head) => h('th', { scope: 'col' }, head)))),
-        h(
-            'tbody',
-            {},
-            ...rows.map(({ measure, title, units, before, after }) =>
-                h(
-                    'tr',
-                    { 'data-measure': measure },
-                    h('th', { scope: 'row' }, title, units !== '' && h('span', { class: 'tile-unit' }, ` (${units})`)),
-                    h('td', { class: 'number' }, number(before)),
-                    h('td', { class: 'number' }, number(after)),
-                ),
-            ),
-        ),
+        h('tbody', {}, ...rows.map(qualityRow)),
     );
 }

@@ -8,7 +8,7 @@ import { methodsText } from './methods_text';
 import { referencesOf } from './references';
 import type { View } from './view';
 
-/** The methods: a paragraph to paste, the references, the meaning of the parameters, how the images are made. */
+/** The methods: a paragraph to paste, the references, the meaning of the parameters, how to read the images. */
 export class Methods implements View {
     readonly element: HTMLElement;
 
@@ -24,7 +24,7 @@ export class Methods implements View {
             h(
                 'section',
                 { class: 'panel' },
-                h('h2', {}, 'How the images are made'),
+                h('h2', {}, 'How to read the images'),
                 ...imageNotes().map((line) => h('p', {}, line)),
             ),
         );

@@ -46,10 +46,19 @@ function input(run: Run): string {
     );
 }
 
+// The automatic mask then has every voxel, also those that were excluded afterwards.
+function foundNoBrain({ grid, voxelsInside, facts }: Run): boolean {
+    const { NotFinite = 0, Constant = 0 } = facts.Input.VoxelsDropped ?? {};
+    const all = grid.size[0] * grid.size[1] * grid.size[2];
+    return facts.Settings.Mask === 'auto' && voxelsInside + NotFinite + Constant === all;
+}
+
 function voxels(run: Run): string {
     const where: Record<string, string> = {
         none: ' of the whole grid, without a mask,',
-        auto: ' inside a brain mask derived from the temporal mean image',
+        auto: foundNoBrain(run)
+            ? ' of the whole grid, because the temporal mean image did not show where the brain is,'
+            : ' inside a brain mask derived from the temporal mean image',
     };
     return (
         `The time courses of ${plural(run.voxelsInside, 'voxel')}${where[run.facts.Settings.Mask] ?? ' inside a mask'} `
@@ -60,7 +69,7 @@ function voxels(run: Run): string {
 
 function preparation({ facts: { Preparation: done } }: Run): string[] {
     if (!done) return [];
-    const estimated = done.SmoothingAsked === 'auto' ? ', chosen from the smoothness of the data,' : '';
+    const estimated = done.SmoothingAsked === 'auto' ? ', chosen from the smoothness of the data' : '';
     const steps = [
         done.SmoothingFWHM > 0
             && `smoothed within the mask with a Gaussian of ${short(done.SmoothingFWHM)} mm full width at half `
@@ -84,15 +93,15 @@ function componentCount({ facts: { ComponentEstimate: estimate } }: Run): string
                 + 'independent voxels.',
         ];
     }
-    const compromise =
+    const caveat =
         estimate.Noise?.HasEdge === false
-            ? ' The eigenvalues descended into the noise without an edge, so that the number is a compromise.'
+            ? ' No clear gap separated the eigenvalues of signal from those of noise, so the number is approximate.'
             : '';
     return [
         `The number of components, ${estimate.ParallelAnalysis}, was estimated by parallel analysis (Dobriban & Owen, `
             + '2019): after variance normalisation (the same noise variance in all voxels), that many eigenvalues were '
             + 'clearly above the largest one expected of noise with the spatial smoothness and temporal '
-            + `autocorrelation of the residuals.${compromise}`,
+            + `autocorrelation of the residuals.${caveat}`,
     ];
 }
 

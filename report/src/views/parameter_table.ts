@@ -2,7 +2,7 @@ import { FINGERPRINT, FINGERPRINT_START, METRICS } from '../data/metrics';
 import { predictorMatch } from '../data/predictor_match';
 import { type Component, isRepeated, type Run } from '../data/run';
 import { h } from '../dom';
-import { fixed, short } from '../numbers';
+import { fixed, short, stabilityText } from '../numbers';
 
 function cell(component: Component, metric: number): HTMLElement {
     const { column } = METRICS[metric];
@@ -24,6 +24,20 @@ export function lag1Note(shown: Component[]): HTMLElement | null {
         'p',
         { class: 'chart-note lag1-note' },
         '* May exceed 1: the definition sums one product more than the number that it divides by.',
+    );
+}
+
+const RESCALED = ['skewness', 'kurtosis', 'spatial_entropy', 'temporal_entropy'];
+
+/** A warning where components of two results are side by side; null for those of one. */
+export function rescaledNote(run: Run, shown: Component[]): HTMLElement | null {
+    if (shown.every((component) => run.components.includes(component))) return null;
+    const names = METRICS.filter(({ column }) => RESCALED.includes(column)).map((metric) => metric.short.toLowerCase());
+    return h(
+        'p',
+        { class: 'chart-note rescaled-note' },
+        `Do not compare ${names.join(', ')} and the bands between the two results: they are rescaled across the `
+            + 'components of each.',
     );
 }
 
@@ -60,9 +74,14 @@ export function fingerprintTable(run: Run, shown: Component[]): HTMLElement {
     );
 }
 
+function repeatsText(component: Component): string {
+    if (!isRepeated(component)) return 'not measured';
+    const { facts, repeats } = component;
+    return `Iq ${stabilityText(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${repeats} runs`;
+}
+
 /** How consistently a component is found from different starting points. */
-function stabilityRow(run: Run, shown: Component[]): HTMLElement {
-    const { Runs } = run.facts.Repeats ?? {};
+function stabilityRow(shown: Component[]): HTMLElement {
     return h(
         'tr',
         {},
@@ -71,13 +90,7 @@ function stabilityRow(run: Run, shown: Component[]): HTMLElement {
             { scope: 'row', title: 'Himberg et al. 2004: 1 means that all runs found the same component' },
             'Stability',
         ),
-        ...shown.map(({ facts }) =>
-            h(
-                'td',
-                { 'data-metric': 'stability_iq' },
-                `Iq ${short(facts?.StabilityIndex ?? NaN)}, in ${facts?.StabilityRuns} of ${Runs} runs`,
-            ),
-        ),
+        ...shown.map((component) => h('td', { 'data-metric': 'stability_iq' }, repeatsText(component))),
     );
 }
 
@@ -152,7 +165,7 @@ export function matchTable(run: Run, shown: Component[]): HTMLElement {
             row('Spatial template', 3, (component) => named(component, 3, component.region, 4)),
             ...measureRows(run, shown),
             row('RMS', 2, (component) => cell(component, 2)),
-            ...(shown.some(isRepeated) ? [stabilityRow(run, shown)] : []),
+            ...(shown.some(isRepeated) ? [stabilityRow(shown)] : []),
         ),
     );
 }

@@ -21,9 +21,10 @@ function labelCell({ removed, label }: RemovedPart): HTMLElement {
     return h('td', {}, h('span', { class: `chip chip-${label}` }, label));
 }
 
-/** What was removed with the variance that went with it, largest first, or what was kept. */
-export function removedTable(run: Run, parts: RemovedPart[], removed: boolean): HTMLElement {
+/** What was removed with the variance that went with it, largest first, or what was kept; null if nothing was. */
+export function removedTable(run: Run, parts: RemovedPart[], removed: boolean): HTMLElement | null {
     const shown = parts.filter((part) => part.removed === removed);
+    if (shown.length === 0) return null;
     if (removed) shown.sort((a, b) => (b.percent ?? 0) - (a.percent ?? 0));
     const heads = removed ? ['Removed', 'Label', 'Reason', 'Variance'] : ['Kept', 'Label', 'Note'];
     return h(

@@ -38,7 +38,7 @@ function varianceTile(facts: Decomposition): HTMLElement {
     const mean = meanImageShare(facts);
     const note =
         overTime !== null
-            ? '; the mean image is not counted'
+            ? '; not counting the mean image'
             : mean === null
               ? ''
               : `; the first (the mean image) alone ${mean.toFixed(1)} %`;
