@@ -2,8 +2,8 @@
 
 #include "headless/failure/failure.h"
 #include "headless/run/run_driver.h"
+#include "headless/study/failed_try.h"
 #include "headless/study/place_result.h"
-#include "headless/text/text_file.h"
 
 #include <charconv>
 #include <exception>
@@ -42,11 +42,14 @@ std::vector<std::string> AnalysisTask::arguments(const PlannedRun& run, int thre
     return arguments;
 }
 
-// The record is written last: a run without one has no result.
+// An earlier result keeps its record until the new one takes its place; the new record is written last.
 void AnalysisTask::keep(const PlannedRun& run, const RunOutcome& outcome, const fs::path& result) {
     auto json = recordOf(run, runSettings(run, options_), outcome, outcome.hasResult() ? result : fs::path());
-    if (outcome.hasResult()) json["Files"] = placeResult(run, result, folder_);
-    replaceTextFile(record(run), json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
+    if (outcome.hasResult()) {
+        forgetResult(record(run));
+        json["Files"] = placeResult(run, result, folder_);
+    }
+    writeRecord(record(run), outcome, json);
 }
 
 } // namespace zn::headless

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <exception>
-#include <system_error>
 #include <utility>
 
 namespace zn::headless {
@@ -65,14 +64,12 @@ void RunQueue::startRuns() {
 }
 
 void RunQueue::start(const PlannedRun& run, std::int64_t needed) {
-    std::error_code error;
-    fs::remove(task_.record(run), error);
     try {
         task_.requirePossible(run);
         active_.emplace_back(run, folder_, task_.log(run), task_.arguments(run, capacity_.threads, capacity_.memory),
                              needed);
-    } catch (const std::exception& error_) {
-        const Failure failure = asFailure(error_);
+    } catch (const std::exception& error) {
+        const Failure failure = asFailure(error);
         conclude(run, {static_cast<int>(failure.status()), failure.what(), 0.0, 0}, {});
     }
 }
@@ -93,6 +90,7 @@ void RunQueue::conclude(const PlannedRun& run, RunOutcome outcome, const fs::pat
         outcome.status = static_cast<int>(failure.status());
         outcome.message = failure.what();
     }
+    outcome.keepsEarlier = !outcome.hasResult() && isOfResult(task_.record(run));
     task_.ended(run, outcome);
     progress_.ended(task_.text(run, outcome));
     if (outcome.hasResult() || !options_.stopOnFirstCrash) return;

@@ -4,6 +4,7 @@
 #include "headless/study/analysis_task.h"
 #include "headless/study/denoise_settings.h"
 #include "headless/study/denoising_task.h"
+#include "headless/study/failed_try.h"
 #include "headless/study/run_queue.h"
 #include "headless/study/study_folder.h"
 #include "headless/study/study_summary.h"
@@ -52,12 +53,13 @@ private:
             const RunState state = stateOf(record, runSettings(run, options_), inputsOf(run, options_), options_.rerun);
             const RunOutcome earlier = recordedOutcome(record).value_or(RunOutcome{-1, "", 0.0, 0});
             const bool keepsAny = options_.denoise && options_.rerun != Rerun::kAll && earlier.hasResult();
+            if (state == RunState::kDone) forgetFailedTry(record);
             if (isToDo(state, options_.rerun) && !keepsAny) {
                 runs.push_back(&run);
                 continue;
             }
             others += state == RunState::kMissing ? 1 : 0;
-            summary_.add(run.name, earlier);
+            summary_.add(run.name, keepsAny ? earlier : lastOutcome(record).value_or(earlier));
         }
         sayKept(plan_.runs.size() - runs.size() - others, "have a record with the same settings and are not repeated");
         sayKept(others,
@@ -78,12 +80,13 @@ private:
             const fs::path record = folder_.denoiseRecord(run.name);
             const RunState state =
                 stateOf(record, denoiseSettings(run, options_), denoiseInputs(run, folder_), options_.rerun);
+            if (state == RunState::kDone) forgetFailedTry(record);
             if (isToDo(state, options_.rerun)) {
                 runs.push_back(&run);
                 if (task.hasOlderLabels(run)) older.push_back(run.name);
             } else {
                 ++done;
-                summary_.addDenoised(run.name, recordedOutcome(record).value_or(RunOutcome()));
+                summary_.addDenoised(run.name, lastOutcome(record).value_or(RunOutcome()));
             }
         }
         sayKept(done, "have a record of denoising with the same settings and labels and are not repeated");

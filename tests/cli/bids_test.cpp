@@ -90,6 +90,41 @@ TEST_F(Bids, ReplacesAnEarlierResultEntirely) {
     EXPECT_FALSE(fs::exists(out / "sub-01/func/sub-01_task-rest_desc-ICA_centrotypes.json"));
 }
 
+TEST_F(Bids, KeepsAnEarlierResultWhenALaterTryFails) {
+    ASSERT_EQ(analyse().status, 0);
+    const std::string earlier = components("sub-01");
+    const json before = record("sub-01_task-rest");
+    writeFile(folder / "short.tsv", "task\n0\n1\n0\n"); // three values for eighty volumes
+    const std::vector<std::string> wrong = {"--design", folder / "short.tsv"};
+
+    const CommandResult failed = analyse(wrong);
+    EXPECT_EQ(failed.status, 3);
+    EXPECT_EQ(lastLine(failed.out), "0 of 2 runs done, 2 without a new result: sub-01_task-rest, sub-02_task-rest");
+    EXPECT_THAT(failed.out, HasSubstr("The earlier result is kept."));
+    EXPECT_EQ(record("sub-01_task-rest"), before);
+    EXPECT_EQ(components("sub-01"), earlier);
+    const CommandResult again = analyse(wrong); // another try would not change it
+    EXPECT_EQ(again.status, 3);
+    EXPECT_EQ(lastLine(again.out), lastLine(failed.out));
+    EXPECT_THAT(again.out, HasSubstr("2 of 2 runs have a record"));
+    znica({"bids", data, out, "group"});
+    EXPECT_THAT(textOf(out / "runs.tsv"), HasSubstr("A later try, with other settings or another input, left no "));
+
+    const CommandResult back = analyse();
+    EXPECT_EQ(back.status, 0);
+    EXPECT_THAT(back.out, HasSubstr("2 of 2 runs have a record"));
+    EXPECT_TRUE(namesIn(out / "logs/failed").empty());
+}
+
+TEST_F(Bids, ANewResultEndsWhatAFailedTryLeft) {
+    ASSERT_EQ(analyse().status, 0);
+    writeFile(folder / "short.tsv", "task\n0\n1\n0\n");
+    ASSERT_EQ(analyse({"--design", folder / "short.tsv"}).status, 3);
+    ASSERT_EQ(analyse({"--smooth", "0"}).status, 0);
+    EXPECT_TRUE(namesIn(out / "logs/failed").empty());
+    EXPECT_EQ(lastLine(analyse({"--smooth", "0"}).out), "2 of 2 runs done");
+}
+
 TEST_F(Bids, HasStatusFourWhenTheWorstRunLacksComponents) {
     const CommandResult fewer = znica({"bids", data, out, "participant", "--only", "sub-01_task-rest", "--components",
                                        "30", "--max-iterations", "3", "--approach", "deflation", "--seed", "1"});
@@ -166,8 +201,10 @@ TEST_F(Bids, KeepsFinishedRunsWhenInterrupted) {
     for (int i = 0; i < 1000 && !fs::exists(out / "logs/sub-02_task-rest.log"); ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
+    const json earlier = record("sub-01_task-rest");
     const CommandResult ended = running.end(SIGTERM);
     EXPECT_EQ(ended.status, 143);
+    EXPECT_EQ(record("sub-01_task-rest"), earlier); // its repetition was under way
     EXPECT_THAT(ended.err, HasSubstr("interrupted; "));
     EXPECT_THAT(ended.err, HasSubstr("give the same command again to continue"));
     for (const std::string& name : namesIn(out)) EXPECT_THAT(name, Not(HasSubstr("unfinished")));
