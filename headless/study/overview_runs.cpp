@@ -3,6 +3,7 @@
 #include "headless/bids/bids_name.h"
 #include "headless/bids/read_folder.h"
 #include "headless/bids/shallow_json.h"
+#include "headless/study/failed_try.h"
 #include "headless/study/last_message.h"
 #include "headless/study/outliers.h"
 
@@ -61,6 +62,13 @@ void addRecord(const nlohmann::json& record, OverviewRun& run) {
     if (thumbnail != record.end() && thumbnail->is_object()) run.thumbnail = textOr(*thumbnail, "Pixels");
 }
 
+// What a later try says that left no result.
+void addFailedTry(const fs::path& file, std::vector<std::string>& notes) {
+    const auto outcome = lastOutcome(file);
+    if (!outcome || !outcome->keepsEarlier || !isNewer(failedTry(file), file)) return;
+    notes.push_back("A later try, with other settings or another input, left no result: " + outcome->message);
+}
+
 bool isRecord(const nlohmann::json& json) {
     return json.is_object() && json.contains("ExitStatus") && json["ExitStatus"].is_number_integer();
 }
@@ -93,8 +101,12 @@ OverviewRun readRun(const fs::path& logs, const std::string& name) {
     const nlohmann::json record = recordIn(file);
     if (isRecord(record)) {
         addRecord(record, run);
+        addFailedTry(file, run.notes);
         const nlohmann::json denoised = recordIn(logs / "denoise" / (name + ".json"));
-        if (isRecord(denoised)) addDenoised(denoised, run);
+        if (isRecord(denoised)) {
+            addDenoised(denoised, run);
+            addFailedTry(logs / "denoise" / (name + ".json"), run.denoised->notes);
+        }
         return run;
     }
     run.status = "no record";
