@@ -1,3 +1,5 @@
+#include "headless/group/steps/group_tables.h"
+
 #include "headless/compression/checksum.h"
 #include "headless/failure/failure.h"
 #include "headless/group/steps/course_correlations.h"
@@ -97,18 +99,22 @@ constexpr char kOutliers[] = "Components whose amplitude in this run lies more t
 
 } // namespace
 
+std::string groupTablesBasis(const GroupStudy& study, const GroupMaps& maps) {
+    return checksumOf(study.id + maps.checksum);
+}
+
 void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished) {
     const GroupStudy study = readStudy(options.folder);
     const GroupMaps maps = readGroupMaps(study);
     const auto amplitudes = amplitudesOf(study, maps);
-    const std::string basis = checksumOf(study.id + maps.checksum);
+    const std::string basis = groupTablesBasis(study, maps);
     const fs::path page = findReportTemplate(kGroupTemplate);
     const bool hasPage = page.empty() || fs::exists(study.folder / kGroupPage);
-    if (!options.force && hasPage && recordOf(study.folder / "desc-groupICA_netmats.json", basis)) return;
+    if (!options.force && hasPage && recordOf(study.folder / kCorrelationsRecord, basis)) return;
     const auto outlying = outlyingRuns(amplitudes);
     const GroupTables tables{amplitudeTable(study, amplitudes, outlying), correlationTable(study),
                              outlyingInAny(outlying)};
-    StepFiles files(unfinished, study.folder, "desc-groupICA_netmats.json");
+    StepFiles files(unfinished, study.folder, kCorrelationsRecord);
     writeTextFile(files["desc-groupICA_amplitudes.tsv"], tables.amplitudes);
     writeTextFile(files["desc-groupICA_amplitudes.json"],
                   Json{{"Description", kAmplitudes}, {"outliers", {{"Description", kOutliers}}}}.dump(2) + "\n");
