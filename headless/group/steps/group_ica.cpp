@@ -2,6 +2,7 @@
 #include "headless/failure/failure.h"
 #include "headless/group/steps/batch_files.h"
 #include "headless/group/steps/component_count.h"
+#include "headless/group/steps/earlier_files.h"
 #include "headless/group/steps/group_maps.h"
 #include "headless/group/steps/rows_file.h"
 #include "headless/group/steps/spatial_metrics.h"
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 namespace zn::headless {
@@ -90,8 +92,10 @@ void writeGroupFiles(const GroupStudy& study, const GroupOptions& options, Json 
     const fs::path result = study.folder / "ica";
     const GroupMaps maps = readMaps(result / "group_desc-ICA_components.nii.gz", study);
     StepFiles files(unfinished, study.folder, groupRecordFile("").string());
-    writeMaps(files[groupMapsFile("").string()], study, maps.values, "group components, z");
+    const fs::path written = files[groupMapsFile("").string()]; // rounded, and thus what later steps read
+    writeMaps(written, study, maps.values, "group components, z");
     copySpatialMetrics(result, files["desc-groupICA_metrics.tsv"], files["desc-groupICA_metrics.json"]);
+    for (fs::path& earlier : filesOfOtherMaps(study, readMaps(written, study))) files.supersede(std::move(earlier));
     record["ComponentsFound"] = maps.count;
     files.commit(record);
     if (options.quiet) return;
