@@ -174,6 +174,32 @@ TEST_F(Group, ARunThatIsAddedMakesEarlierBatchesForeign) {
     expectRefused(group({"merge", "study"}), "batch-1of1 was reduced for another plan of this study");
 }
 
+TEST_F(Group, RefusesAFolderThatHoldsSomethingElse) {
+    makeRuns();
+    fs::create_directory(folder / "full");
+    writeFile(folder / "full/notes.txt", "not ours");
+    const CommandResult result = group({"plan", "full", "sub-01_bold.nii", "sub-02_bold.nii"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err,
+              "znica: full is not empty and holds no study of a group, but notes.txt; name another folder.\n");
+    EXPECT_THAT(namesIn(folder / "full"), testing::ElementsAre("notes.txt"));
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
+    writeFile(folder / "study/notes.txt", "beside a study");
+    EXPECT_EQ(plan({"sub-01_bold.nii", "sub-03_bold.nii"}).status, 0);
+    EXPECT_TRUE(fs::exists(folder / "study/notes.txt"));
+}
+
+TEST_F(Group, MergingRemovesTheBatchesOfAnotherPlan) {
+    makeRuns();
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
+    for (const char* batch : {"1/2", "2/2"}) ASSERT_EQ(group({"reduce", "study", "--batch", batch}).status, 0);
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-03_bold.nii"}).status, 0);
+    ASSERT_EQ(group({"reduce", "study"}).status, 0);
+    ASSERT_EQ(group({"merge", "study"}).status, 0);
+    EXPECT_THAT(namesIn(folder / "study/reduction"),
+                testing::UnorderedElementsAre("batch-1of1.json", "batch-1of1.rows", "group.json", "group.rows"));
+}
+
 TEST_F(Group, ABatchOfAnotherStudyIsForeign) {
     makeRuns();
     ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
@@ -310,6 +336,35 @@ TEST_F(GroupAnalysis, WhatIsUpToDateIsNotRepeated) {
     EXPECT_EQ(again.out, "The study is planned already.\nbatch-1of1 is reduced already.\nThe batches are merged "
                          "already.\nThe group components are estimated already.\n");
     EXPECT_EQ(fs::last_write_time(folder / "study/desc-groupICA_components.nii.gz"), time);
+}
+
+TEST_F(GroupAnalysis, AnotherPlanLeavesNothingOfTheEarlierOne) {
+    ASSERT_EQ(group(all("study")).status, 0);
+    writeFile(folder / "study/dualreg/notes.txt", "not ours");
+    images.resize(2);
+    const CommandResult planned = group(with({"plan", "study"}));
+    EXPECT_EQ(planned.status, 0);
+    EXPECT_EQ(planned.err,
+              "znica: study was planned with other runs or options; what was computed for them is removed.\n");
+    EXPECT_THAT(namesIn(folder / "study"),
+                testing::UnorderedElementsAre("study.json", "desc-brain_mask.nii.gz", "desc-mean_bold.nii.gz",
+                                              "reduction", "dualreg"));
+    EXPECT_THAT(namesIn(folder / "study/dualreg"), testing::ElementsAre("notes.txt"));
+    ASSERT_EQ(group(all("study")).status, 0);
+    EXPECT_THAT(namesIn(folder / "study/dualreg"), testing::SizeIs(1 + 2 * 6));
+    EXPECT_EQ(group(with({"plan", "study"})).err, ""); // the same plan
+}
+
+TEST_F(GroupAnalysis, OtherComponentsLeaveNothingOfTheEarlierOnes) {
+    ASSERT_EQ(group(all("study")).status, 0);
+    ASSERT_EQ(group({"ica", "study", "--components", "3", "--repeats", "2"}).status, 0);
+    for (const std::string& name : namesIn(folder / "study")) {
+        EXPECT_THAT(name, testing::Not(testing::ContainsRegex("amplitudes|netmats|report"))) << name;
+    }
+    EXPECT_TRUE(namesIn(folder / "study/dualreg").empty());
+    ASSERT_EQ(group({"back", "study"}).status, 0);
+    ASSERT_EQ(group({"ica", "study", "--components", "3", "--repeats", "2", "--force"}).status, 0); // the same maps
+    EXPECT_THAT(namesIn(folder / "study/dualreg"), testing::SizeIs(4 * 6));
 }
 
 TEST_F(GroupAnalysis, StepsAndBatchesFindTheSameComponents) {

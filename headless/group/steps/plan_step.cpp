@@ -1,12 +1,14 @@
 #include "headless/compression/checksum.h"
 #include "headless/failure/failure.h"
 #include "headless/group/common_mask.h"
+#include "headless/group/steps/earlier_files.h"
 #include "headless/group/steps/group_mean.h"
 #include "headless/group/steps/group_study.h"
 #include "headless/group/steps/odd_runs.h"
 #include "headless/group/steps/run_volumes.h"
 #include "headless/group/steps/step_files.h"
 #include "headless/group/steps/steps.h"
+#include "headless/group/steps/study_place.h"
 #include "headless/mask/brain_mask.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
@@ -18,12 +20,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <utility>
 
 namespace zn::headless {
 
 namespace {
 
 namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
 
 constexpr double kLeastShare = 0.6; // of the median mask that all runs have to have in common
 
@@ -162,6 +166,16 @@ void writeMean(const fs::path& file, const std::vector<float>& mean, const nifti
     writer.close();
 }
 
+void supersedeEarlierPlan(const GroupStudy& study, const std::string& basis, StepFiles& files) {
+    const auto earlier = anyRecord(studyFile(study.folder));
+    if (earlier && earlier->dump() == Json::parse(studyText(study, basis)).dump()) return;
+    std::vector<fs::path> superseded = filesOfEarlierPlan(study.folder);
+    if (superseded.empty()) return;
+    std::fprintf(stderr, "znica: %s was planned with other runs or options; what was computed for them is removed.\n",
+                 study.folder.c_str());
+    for (fs::path& file : superseded) files.supersede(std::move(file));
+}
+
 void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::vector<float>& mean,
                 const std::string& basis, const nifti_image& grid, UnfinishedWork& unfinished) {
     StepFiles files(unfinished, study.folder, studyFile("").string());
@@ -169,6 +183,7 @@ void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::vect
     ImageWriter writer(files[studyMask("").string()], grid, {1, NIFTI_TYPE_UINT8, 0.0, "voxels that all runs have"});
     writer.write(mask.voxels);
     writer.close();
+    supersedeEarlierPlan(study, basis, files);
     files.commit(studyText(study, basis));
 }
 
@@ -176,6 +191,7 @@ void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::vect
 
 void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
     requireNames(options.runs);
+    requireStudyPlace(options.folder);
     const std::string basis = basisOf(options);
     if (!options.force && recordOf(studyFile(options.folder), basis)) {
         if (!options.quiet) std::printf("The study is planned already.\n");
