@@ -148,6 +148,15 @@ std::optional<RunOutcome> recordedOutcome(const fs::path& file) {
     return outcome;
 }
 
+std::vector<std::string> recordedSettings(const fs::path& file) {
+    std::vector<std::string> settings;
+    const Json recorded = member(jsonIn(file), {"Settings"});
+    for (const Json& setting : recorded.is_array() ? recorded : Json::array()) {
+        if (setting.is_string()) settings.push_back(setting.get<std::string>());
+    }
+    return settings;
+}
+
 std::string outcomeText(const std::string& run, const RunOutcome& outcome, const char* done, const char* failed) {
     char used[64];
     std::snprintf(used, sizeof used, " in %.1f s, %.0f MiB", outcome.seconds,

@@ -54,6 +54,9 @@ bool isOfResult(const std::filesystem::path& file);
 /// The outcome in a record; nothing when there is none or it is damaged.
 std::optional<RunOutcome> recordedOutcome(const std::filesystem::path& file);
 
+/// The settings in a record; none when there is none or it is damaged.
+std::vector<std::string> recordedSettings(const std::filesystem::path& file);
+
 /// "sub-01_task-rest: done in 34 s, 812 MiB"
 ///
 ///   done     what a run without a failure is

@@ -20,6 +20,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+std::string inOneLine(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
+    return text;
+}
+
 class Study {
 public:
     Study(const StudyPlan& plan, const StudyOptions& options)
@@ -47,6 +53,7 @@ private:
 
     Runs runsToAnalyse() {
         Runs runs;
+        Runs replaced;          // with a result of other settings
         std::size_t others = 0; // with a result that does not fit the options, but the labels
         for (const PlannedRun& run : plan_.runs) {
             const fs::path record = folder_.record(run.name);
@@ -56,6 +63,7 @@ private:
             if (state == RunState::kDone) forgetFailedTry(record);
             if (isToDo(state, options_.rerun) && !keepsAny) {
                 runs.push_back(&run);
+                if (hasOtherSettings(run)) replaced.push_back(&run);
                 continue;
             }
             others += state == RunState::kMissing ? 1 : 0;
@@ -65,7 +73,24 @@ private:
         sayKept(others,
                 "keep a result of other settings or of an earlier image, because labels may belong to it (--rerun "
                 "all replaces it)");
+        sayReplaced(replaced);
         return runs;
+    }
+
+    bool hasOtherSettings(const PlannedRun& run) const {
+        const fs::path record = folder_.record(run.name);
+        return isOfResult(record) && recordedSettings(record) != runSettings(run, options_);
+    }
+
+    void sayReplaced(const Runs& runs) const {
+        if (runs.empty()) return;
+        const std::string settings = inOneLine(recordedSettings(folder_.record(runs.front()->name)));
+        std::fprintf(
+            stderr,
+            "znica: %zu %s with other settings, to be replaced (%s: %s); to keep %s, interrupt this command and "
+            "name another OUT_DIR.\n",
+            runs.size(), runs.size() == 1 ? "run has a result" : "runs have results", runs.front()->name.c_str(),
+            settings.empty() ? "no options" : settings.c_str(), runs.size() == 1 ? "it" : "them");
     }
 
     Runs runsToDenoise(const DenoisingTask& task) {

@@ -90,6 +90,19 @@ TEST_F(Bids, ReplacesAnEarlierResultEntirely) {
     EXPECT_FALSE(fs::exists(out / "sub-01/func/sub-01_task-rest_desc-ICA_centrotypes.json"));
 }
 
+TEST_F(Bids, SaysBeforehandWhichResultsAreReplaced) {
+    ASSERT_EQ(analyse().status, 0);
+    EXPECT_EQ(analyse().err, "");
+    const CommandResult one = analyse({"--only", "sub-02_task-rest", "--smooth", "0"});
+    EXPECT_EQ(one.err,
+              "znica: 1 run has a result with other settings, to be replaced (sub-02_task-rest: --components 3 "
+              "--seed 1); to keep it, interrupt this command and name another OUT_DIR.\n");
+    const CommandResult both = znica({"bids", data, out, "participant", "--components", "2"});
+    EXPECT_EQ(both.err,
+              "znica: 2 runs have results with other settings, to be replaced (sub-01_task-rest: --components "
+              "3 --seed 1); to keep them, interrupt this command and name another OUT_DIR.\n");
+}
+
 TEST_F(Bids, KeepsAnEarlierResultWhenALaterTryFails) {
     ASSERT_EQ(analyse().status, 0);
     const std::string earlier = components("sub-01");
