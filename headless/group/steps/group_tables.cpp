@@ -94,8 +94,10 @@ std::string correlationTable(const GroupStudy& study) {
 
 constexpr char kAmplitudes[] = "Standard deviation of every component's course in the run (first regression of the "
                                "dual regression, on group maps of unit variance), in units of the prepared data.";
-constexpr char kOutliers[] = "Components whose amplitude in this run lies more than 3.5 robust standard deviations "
-                             "(1.4826 times the median absolute deviation) from the median of all runs; n/a: none.";
+constexpr char kOutliers[] =
+    "Components whose amplitude in this run lies more than 3.5 robust standard deviations "
+    "(1.4826 times the median absolute deviation) from the median of all runs; n/a: none. With fewer than "
+    "six runs, none is marked.";
 
 } // namespace
 
