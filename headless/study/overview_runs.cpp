@@ -132,6 +132,15 @@ void markOutliers(std::vector<OverviewRun>& runs) {
     }
 }
 
+// In a study that denoises, a run without a denoised image says so.
+void noteNeverDenoised(std::vector<OverviewRun>& runs) {
+    if (std::none_of(runs.begin(), runs.end(), [](const OverviewRun& run) { return run.denoised; })) return;
+    for (OverviewRun& run : runs) {
+        const bool hasResult = run.exitStatus == 0 || run.exitStatus == 4;
+        if (hasResult && !run.denoised) run.notes.emplace_back("Not denoised: it has no labels, or had none yet.");
+    }
+}
+
 } // namespace
 
 std::vector<OverviewRun> readOverviewRuns(const fs::path& folder) {
@@ -150,6 +159,7 @@ std::vector<OverviewRun> readOverviewRuns(const fs::path& folder) {
     std::vector<OverviewRun> runs;
     runs.reserve(names.size());
     for (const std::string& name : names) runs.push_back(readRun(logs, name));
+    noteNeverDenoised(runs);
     markOutliers(runs);
     return runs;
 }

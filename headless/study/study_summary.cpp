@@ -39,12 +39,15 @@ std::string StudySummary::denoisingText() const {
     }
     const std::size_t done = denoised_.size() - failed.size();
     failed.insert(failed.end(), notDenoised_.begin(), notDenoised_.end());
-    const std::size_t all = done + failed.size() + unlabelled_.size();
+    const std::size_t all = done + failed.size() + unlabelled_.size() + neverDenoised_.size();
     if (all == 0) return "";
     std::string text = "; " + std::to_string(done) + " of " + std::to_string(all) + " denoised";
     if (!failed.empty()) text += ", " + std::to_string(failed.size()) + " failed: " + wordList(failed);
     if (!unlabelled_.empty()) {
         text += ", " + std::to_string(unlabelled_.size()) + " without labels: " + wordList(unlabelled_);
+    }
+    if (!neverDenoised_.empty()) {
+        text += ", " + std::to_string(neverDenoised_.size()) + " not denoised: " + wordList(neverDenoised_);
     }
     return text;
 }

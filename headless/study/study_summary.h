@@ -24,6 +24,8 @@ public:
     void addNotDenoised(const std::string& run) { notDenoised_.push_back(run); }
     /// A run that is not denoised because it has no labels.
     void addUnlabelled(const std::string& run) { unlabelled_.push_back(run); }
+    /// A run of which nobody tried to make a denoised image, for whatever reason.
+    void addNeverDenoised(const std::string& run) { neverDenoised_.push_back(run); }
     bool isStopped() const { return !notStarted_.empty(); }
 
     /// "12 of 15 runs done, 1 with fewer components, 1 without result: sub-03_task-rest, 1 without a new result:
@@ -46,6 +48,7 @@ private:
     std::map<std::string, int> denoised_;
     std::vector<std::string> notDenoised_;
     std::vector<std::string> unlabelled_;
+    std::vector<std::string> neverDenoised_;
 };
 
 } // namespace zn::headless

@@ -114,6 +114,9 @@ TEST_F(BidsDenoise, CountsRunsWithoutLabelsWhichAreNoError) {
     EXPECT_THAT(result.err, HasSubstr("Without labels, and therefore not denoised: sub-02_task-rest.\n"));
     EXPECT_EQ(lastLine(result.out), "2 of 2 runs done; 1 of 2 denoised, 1 without labels: sub-02_task-rest");
     EXPECT_FALSE(fs::exists(recordFile("sub-02_task-rest")));
+    const CommandResult group = znica({"bids", data, out, "group"});
+    EXPECT_THAT(group.out, StartsWith("2 of 2 runs done; 1 of 2 denoised, 1 not denoised: sub-02_task-rest; overview"));
+    EXPECT_THAT(textOf(out / "runs.tsv"), HasSubstr("Not denoised: it has no labels"));
 }
 
 TEST_F(BidsDenoise, RecordsUnusableLabelsAndGoesOn) {
