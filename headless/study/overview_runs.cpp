@@ -153,8 +153,11 @@ std::vector<OverviewRun> readOverviewRuns(const fs::path& folder) {
         }
     }
     if (names.empty()) {
-        throw Failure(ExitStatus::kInput, folder.string() + " has no records (logs/sub-*.json); analyse the runs first "
-                                                            "with znica bids BIDS_DIR OUT_DIR participant.");
+        std::error_code error;
+        throw Failure(ExitStatus::kInput,
+                      folder.string() +
+                          (fs::exists(folder, error) ? " has no records (logs/sub-*.json)" : " does not exist") +
+                          "; analyse the runs first with znica bids BIDS_DIR OUT_DIR participant.");
     }
     std::vector<OverviewRun> runs;
     runs.reserve(names.size());
