@@ -69,10 +69,15 @@ private:
             others += state == RunState::kMissing ? 1 : 0;
             summary_.add(run.name, keepsAny ? earlier : lastOutcome(record).value_or(earlier));
         }
-        sayKept(plan_.runs.size() - runs.size() - others, "have a record with the same settings and are not repeated");
+        const std::size_t same = plan_.runs.size() - runs.size() - others;
+        sayKept(same, same == 1 ? "has a record with the same settings and is not repeated"
+                                : "have a record with the same settings and are not repeated");
         sayKept(others,
-                "keep a result of other settings or of an earlier image, because labels may belong to it (--rerun "
-                "all replaces it)");
+                others == 1
+                    ? "keeps its result, although settings or image have changed, because labels may belong to it "
+                      "(--rerun all replaces it)"
+                    : "keep their results, although settings or images have changed, because labels may belong "
+                      "to them (--rerun all replaces them)");
         sayReplaced(replaced);
         return runs;
     }
@@ -114,7 +119,8 @@ private:
                 summary_.addDenoised(run.name, lastOutcome(record).value_or(RunOutcome()));
             }
         }
-        sayKept(done, "have a record of denoising with the same settings and labels and are not repeated");
+        sayKept(done, done == 1 ? "has a record of denoising with the same settings and labels and is not repeated"
+                                : "have a record of denoising with the same settings and labels and are not repeated");
         if (!older.empty()) {
             std::fprintf(stderr,
                          "znica: Labels that are older than the result, and valid only if it repeats the one "

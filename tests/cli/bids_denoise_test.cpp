@@ -78,7 +78,7 @@ TEST_F(BidsDenoise, AddsImagesToAFinishedStudyWithoutAnalysingAgain) {
     const CommandResult first =
         znica({"bids", data, out, "participant", "--labels-dir", labels, "--denoise", "nonaggr"});
     EXPECT_EQ(first.status, 0) << first.err;
-    EXPECT_THAT(first.out, HasSubstr("2 of 2 runs keep a result of other settings"));
+    EXPECT_THAT(first.out, HasSubstr("2 of 2 runs keep their results, although settings"));
     EXPECT_EQ(lastLine(first.out), "2 of 2 runs done; 2 of 2 denoised");
     EXPECT_EQ(fs::exists(out / "sub-01_task-rest_denoised.html"), REPORT_IS_BUILT != 0);
     const auto written = fs::last_write_time(recordFile("sub-01_task-rest"));
