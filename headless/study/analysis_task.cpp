@@ -6,6 +6,7 @@
 #include "headless/study/place_result.h"
 
 #include <charconv>
+#include <cstdio>
 #include <exception>
 
 namespace zn::headless {
@@ -18,6 +19,26 @@ std::string gibText(std::int64_t bytes) {
     char text[32];
     const auto end = std::to_chars(text, text + sizeof text, static_cast<double>(bytes) / 1073741824.0).ptr;
     return {text, end};
+}
+
+void replace(std::string& text, const std::string& what, const std::string& by) {
+    const std::size_t at = text.find(what);
+    if (at != std::string::npos) text.replace(at, what.size(), by);
+}
+
+// "0.5 GiB" becomes "512 MiB", everywhere.
+std::string inMebibytes(std::string text) {
+    const std::string unit = " GiB";
+    for (std::size_t end = text.find(unit); end != std::string::npos; end = text.find(unit, end + 1)) {
+        const std::size_t start = text.find_last_not_of("0123456789.e-", end - 1) + 1;
+        double number = 0.0;
+        if (std::from_chars(text.data() + start, text.data() + end, number).ptr != text.data() + end) continue;
+        char mebibytes[32];
+        const int length = std::snprintf(mebibytes, sizeof mebibytes, "%.0f MiB", number * 1024.0);
+        text.replace(start, end + unit.size() - start, mebibytes, static_cast<std::size_t>(length));
+        end = start;
+    }
+    return text;
 }
 
 } // namespace
@@ -40,6 +61,14 @@ std::vector<std::string> AnalysisTask::arguments(const PlannedRun& run, int thre
         "run", run.image.string(), "--verbose", "--threads", std::to_string(threads), "--memory", gibText(memory)};
     for (std::string& setting : runSettings(run, options_)) arguments.push_back(std::move(setting));
     return arguments;
+}
+
+// The process was given --memory; the user may have given --mem, or neither.
+std::string AnalysisTask::inTermsOfStudy(std::string message) const {
+    if (options_.run.memoryGib) return message;
+    replace(message, " are allowed by --memory", options_.memoryBytes ? " are allowed by --mem" : " are free");
+    replace(message, "--memory GIB", "--mem MIB");
+    return options_.memoryBytes ? inMebibytes(message) : message;
 }
 
 // An earlier result keeps its record until the new one takes its place; the new record is written last.

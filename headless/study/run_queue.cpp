@@ -10,6 +10,18 @@ namespace zn::headless {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+std::string memoryText(std::int64_t bytes) {
+    char text[32];
+    const bool large = bytes >= std::int64_t{1} << 30;
+    std::snprintf(text, sizeof text, large ? "%.1f GiB" : "%.0f MiB",
+                  static_cast<double>(bytes) / (large ? 1073741824.0 : 1048576.0));
+    return text;
+}
+
+} // namespace
+
 RunQueue::RunQueue(RunTask& task, std::deque<const PlannedRun*> runs, const StudyOptions& options,
                    std::function<std::string()> summary)
     : task_(task), options_(options), folder_(options.out), summary_(std::move(summary)),
@@ -27,8 +39,8 @@ void RunQueue::settleCapacity() {
     next_ = task_.predictedBytes(*waiting_.front());
     capacity_ = capacityFor(options_, waiting_.size(), *next_);
     if (options_.run.control.quiet) return;
-    std::printf("%s: %zu; processors: %d; threads per run: %d; memory: %.1f GiB.\n", task_.heading(), waiting_.size(),
-                capacity_.processors, capacity_.threads, static_cast<double>(capacity_.memory) / 1073741824.0);
+    std::printf("%s: %zu; processors: %d; threads per run: %d; memory: %s.\n", task_.heading(), waiting_.size(),
+                capacity_.processors, capacity_.threads, memoryText(capacity_.memory).c_str());
     std::fflush(stdout);
 }
 
@@ -76,7 +88,8 @@ void RunQueue::start(const PlannedRun& run, std::int64_t needed) {
 
 void RunQueue::collect() {
     for (auto run = active_.begin(); run != active_.end();) {
-        const auto outcome = run->ended();
+        auto outcome = run->ended();
+        if (outcome) outcome->message = task_.inTermsOfStudy(outcome->message);
         if (outcome) conclude(run->run(), *outcome, run->result());
         run = outcome ? active_.erase(run) : std::next(run);
     }

@@ -70,8 +70,8 @@ TEST_F(Bids, RepeatsOnlyWhatIsNotDone) {
     fs::resize_file(imageOf("sub-01"), 5000);
     EXPECT_EQ(analyse().status, 3);
     const auto firstRecord = fs::last_write_time(out / "logs/sub-02_task-rest.json");
-    EXPECT_THAT(analyse().out, HasSubstr("2 of 2 runs have a record"));             // the image is still damaged
-    EXPECT_THAT(analyse({"--rerun", "failed"}).out, HasSubstr("1 of 2 runs have")); // tried again
+    EXPECT_THAT(analyse().out, HasSubstr("2 of 2 runs have a record")); // the image is still damaged
+    EXPECT_THAT(analyse({"--rerun", "failed"}).out, HasSubstr("1 of 2 runs has a record with")); // tried again
     addImage("sub-01", "1");
     const CommandResult repaired = analyse();
     EXPECT_EQ(repaired.status, 0) << repaired.out << repaired.err;
@@ -195,6 +195,16 @@ TEST_F(Bids, RefusesResultsOfAnotherVersion) {
     EXPECT_EQ(analyse({"--rerun", "all"}).status, 0);
 }
 
+TEST_F(Bids, SaysHowToAllowMoreMemory) {
+    const CommandResult result = analyse({"--mem", "1"});
+    EXPECT_EQ(result.status, 5);
+    EXPECT_THAT(result.out, HasSubstr("; memory: 1 MiB.\n"));
+    EXPECT_THAT(
+        record("sub-01_task-rest")["Message"].get<std::string>(),
+        testing::ContainsRegex("needs about [0-9]+ MiB of memory, but 1 MiB are allowed by --mem; .* allow more "
+                               "with --mem MIB.$"));
+}
+
 TEST_F(Bids, StopsAfterTheFirstCrashIfAsked) {
     fs::resize_file(imageOf("sub-01"), 5000);
     const CommandResult result = analyse({"--stop-on-first-crash", "--nprocs", "1"});
@@ -287,6 +297,7 @@ TEST_F(Bids, ShowsAllRunsInATable) {
 }
 
 TEST_F(Bids, HasNothingToShowWithoutRecords) {
+    EXPECT_THAT(znica({"bids", data, out, "group"}).err, HasSubstr("out does not exist; analyse the runs first"));
     fs::create_directories(out);
     const CommandResult group = znica({"bids", data, out, "group"});
     EXPECT_EQ(group.status, 3);
