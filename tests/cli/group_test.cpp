@@ -88,6 +88,15 @@ TEST_F(Group, NamesTheRunsWithAnotherRepetitionTime) {
                   "most have a repetition time of 2 s, but sub-04 has a repetition time of 3 s");
 }
 
+TEST_F(Group, DoesNotCallOneOfTwoRunsMost) {
+    makeRuns();
+    NiftiBytes slow = noise(4);
+    slow.pixdim[4] = 3;
+    write("sub-04_bold.nii", slow);
+    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii"}),
+                  "the runs differ: sub-01 has a repetition time of 2 s, but sub-04 has a repetition time of 3 s; ");
+}
+
 TEST_F(Group, NamesTheRunsInAnotherSpace) {
     makeRuns();
     for (const char* name : {"sub-01_space-MNI_bold.nii", "sub-02_space-MNI_bold.nii", "sub-03_space-T1w_bold.nii"}) {
