@@ -124,7 +124,7 @@ TEST_F(Group, RefusesAConstantRun) {
 TEST_F(Group, RefusesASingleVolume) {
     makeRuns();
     write("sub-04_bold.nii", noise(4, 1));
-    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii"}), "sub-04_bold.nii has 1 volumes, too few");
+    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii"}), "sub-04_bold.nii has 1 volume, too few");
 }
 
 TEST_F(Group, NamesTheRunsThatShareTooFewVoxels) {

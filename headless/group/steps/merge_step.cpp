@@ -105,7 +105,9 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
     json["Seconds"] = total.seconds();
     json["PeakMemoryBytes"] = peakMemoryBytes();
     files.commit(json);
-    if (!options.quiet) std::printf("%zu batches merged into %d rows.\n", batches.size(), rows.count());
+    if (!options.quiet)
+        std::printf("%zu %s merged into %d rows.\n", batches.size(), batches.size() == 1 ? "batch" : "batches",
+                    rows.count());
 }
 
 } // namespace zn::headless

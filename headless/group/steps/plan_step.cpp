@@ -75,7 +75,8 @@ RunHeader headerOf(const ListedRun& listed, const GroupOptions& options) {
     const int volumes = run.header.volumes - options.dummyScans;
     if (volumes < 3) {
         refuseInput(listed.image.string() + " has " + std::to_string(run.header.volumes) +
-                    " volumes, too few for a group analysis; list 4D images" +
+                    (run.header.volumes == 1 ? " volume" : " volumes") +
+                    ", too few for a group analysis; list 4D images" +
                     (options.dummyScans > 0 ? ", or omit fewer with --dummy-scans." : "."));
     }
     run.secondsPerVolume = repetitionTime(options.secondsPerVolume, run.header).seconds;
