@@ -99,6 +99,10 @@ constexpr char kOutliers[] =
     "(1.4826 times the median absolute deviation) from the median of all runs; n/a: none. With fewer than "
     "six runs, none is marked.";
 
+void sayPage(const GroupStudy& study) {
+    std::printf("page: %s\n", (study.folder / kGroupPage).c_str());
+}
+
 } // namespace
 
 std::string groupTablesBasis(const GroupStudy& study, const GroupMaps& maps) {
@@ -112,7 +116,11 @@ void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished) {
     const std::string basis = groupTablesBasis(study, maps);
     const fs::path page = findReportTemplate(kGroupTemplate);
     const bool hasPage = page.empty() || fs::exists(study.folder / kGroupPage);
-    if (!options.force && hasPage && recordOf(study.folder / kCorrelationsRecord, basis)) return;
+    if (!options.force && hasPage && recordOf(study.folder / kCorrelationsRecord, basis)) {
+        if (!options.quiet) std::printf("The tables are written already.\n");
+        if (!options.quiet && !page.empty()) sayPage(study);
+        return;
+    }
     const auto outlying = outlyingRuns(amplitudes);
     const GroupTables tables{amplitudeTable(study, amplitudes, outlying), correlationTable(study),
                              outlyingInAny(outlying)};
@@ -132,7 +140,7 @@ void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished) {
                       {"sd_z", {{"Description", "Standard deviation of Fisher's z over the runs (divisor n - 1)."}}}});
     if (options.quiet) return;
     std::printf("tables of %zu runs: %s\n", amplitudes.size(), study.folder.c_str());
-    if (!page.empty()) std::printf("page: %s\n", (study.folder / kGroupPage).c_str());
+    if (!page.empty()) sayPage(study);
 }
 
 } // namespace zn::headless
