@@ -293,7 +293,7 @@ TEST_F(Group, RefusesAFileInPlaceOfTheFolder) {
     writeFile(folder / "study", "");
     const CommandResult result = plan({"sub-01_bold.nii", "sub-02_bold.nii"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("study"));
+    EXPECT_EQ(result.err, "znica: study is not a folder; name the folder of the study before the images.\n");
 }
 
 // Whole analyses of simulated subjects.

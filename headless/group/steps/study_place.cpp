@@ -27,7 +27,8 @@ bool belongs(const std::string& name) {
 void requireStudyPlace(const fs::path& folder) {
     if (!fs::exists(folder)) return;
     if (!fs::is_directory(folder)) {
-        throw Failure(ExitStatus::kOther, folder.string() + " exists and is not a folder; name another one.");
+        throw Failure(ExitStatus::kOther,
+                      folder.string() + " is not a folder; name the folder of the study before the images.");
     }
     if (anyRecord(studyFile(folder))) return;
     for (const auto& entry : fs::directory_iterator(folder)) {
