@@ -127,6 +127,22 @@ TEST_F(Group, RefusesASingleVolume) {
     expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii"}), "sub-04_bold.nii has 1 volume, too few");
 }
 
+TEST_F(Group, NamesAllRunsThatCannotBeUsed) {
+    makeRuns();
+    write("sub-04_bold.nii", noise(4, 1));
+    writeFile(folder / "sub-05_bold.nii", "nothing of the kind");
+    const CommandResult result =
+        plan({"sub-01_bold.nii", "sub-02_bold.nii", "sub-04_bold.nii", "sub-05_bold.nii", "sub-06_bold.nii"});
+    expectRefused(result, "3 runs cannot take part: sub-04_bold.nii has 1 volume, too few");
+    for (const char* other : {"sub-05_bold.nii", "sub-06_bold.nii"}) EXPECT_THAT(result.err, HasSubstr(other));
+
+    NiftiBytes constant = plainSeries();
+    constant.data.assign(constant.data.size(), '\1');
+    for (const char* name : {"sub-04_bold.nii", "sub-05_bold.nii"}) write(name, constant);
+    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii", "sub-05_bold.nii"}),
+                  "2 runs cannot take part: sub-04_bold.nii has no voxel that can be analysed");
+}
+
 TEST_F(Group, NamesTheRunsThatShareTooFewVoxels) {
     makeRuns();
     NiftiBytes half = plainMask();

@@ -5,6 +5,7 @@
 #include "headless/group/steps/group_mean.h"
 #include "headless/group/steps/group_study.h"
 #include "headless/group/steps/odd_runs.h"
+#include "headless/group/steps/run_problems.h"
 #include "headless/group/steps/run_volumes.h"
 #include "headless/group/steps/step_files.h"
 #include "headless/group/steps/steps.h"
@@ -191,15 +192,17 @@ void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::vect
 } // namespace
 
 void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
-    requireNames(options.runs);
     requireStudyPlace(options.folder);
+    requireNames(options.runs);
     const std::string basis = basisOf(options);
     if (!options.force && recordOf(studyFile(options.folder), basis)) {
         if (!options.quiet) std::printf("The study is planned already.\n");
         return;
     }
     std::vector<RunHeader> headers;
-    for (const ListedRun& run : options.runs) headers.push_back(headerOf(run, options));
+    RunProblems problems;
+    for (const ListedRun& run : options.runs) problems.collect([&] { headers.push_back(headerOf(run, options)); });
+    problems.throwIfAny();
     requireOneKind(headers);
 
     GroupStudy study;
@@ -209,14 +212,16 @@ void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
     study.preparation = options.preparation;
     GroupMean mean;
     std::vector<std::vector<bool>> masks;
-    for (const RunHeader& run : headers) {
+    const auto read = [&](const RunHeader& run) {
         const RunVoxels voxels = readRunVoxels(run.header, options.dummyScans);
         masks.push_back(maskOf(run, options, voxels));
         mean.add(voxels.mean, masks.back());
         study.runs.push_back({run.listed.name, fs::absolute(run.listed.image).lexically_normal(),
                               run.header.volumes - options.dummyScans, voxels.checksum,
                               resultsOf(run.listed, options.folder)});
-    }
+    };
+    for (const RunHeader& run : headers) problems.collect([&] { read(run); });
+    problems.throwIfAny();
     requireDifferent(study.runs);
     const CommonMask mask = commonMask(masks);
     requireEnough(mask, study.runs);
