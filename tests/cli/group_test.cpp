@@ -365,6 +365,8 @@ TEST_F(GroupAnalysis, WhatIsUpToDateIsNotRepeated) {
 }
 
 TEST_F(GroupAnalysis, AnotherPlanLeavesNothingOfTheEarlierOne) {
+    const auto record = nlohmann::json::parse(textOf(folder / "study/desc-groupICA_decomposition.json"));
+    EXPECT_FALSE(record.contains("PlugIn")); // none was named
     ASSERT_EQ(group(all("study")).status, 0);
     writeFile(folder / "study/dualreg/notes.txt", "not ours");
     images.resize(2);

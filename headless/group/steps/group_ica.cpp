@@ -132,6 +132,7 @@ ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished
     const ExitStatus status = runAnalysis(pluginOptions(study, options, components), unfinished);
     record["Seconds"] = total.seconds();
     writeGroupFiles(study, options, record, unfinished);
+    if (options.plugin.empty()) record.erase("PlugIn"); // the one that belongs to this version
     return status;
 }
 
