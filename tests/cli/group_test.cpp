@@ -279,6 +279,15 @@ TEST_F(Group, RefusesMoreComponentsThanRows) {
     expectRefused(group({"ica", "study", "--components", "24"}), "24 components are more than the");
 }
 
+TEST_F(Group, RefusesMoreComponentsThanRowsBeforeItReducesTheRuns) {
+    makeRuns();
+    expectRefused(
+        group({"all", "study", "--mask", "mask.nii", "sub-01_bold.nii", "sub-02_bold.nii", "--components", "1000"}),
+        "1000 components are more than the 23 rows to which the group is reduced; request fewer with "
+        "--components, or list more runs.");
+    EXPECT_FALSE(fs::exists(folder / "study/reduction"));
+}
+
 TEST_F(Group, RefusesMoreComponentsThanARunHasVolumes) {
     makeRuns();
     ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii", "--high-pass", "0"}).status, 0);

@@ -36,17 +36,17 @@ Json mergedRecord(const GroupStudy& study) {
     return *record;
 }
 
-void requireRows(int components, const Json& merged) {
-    const int rows = merged.at("Rows");
-    if (components <= rows) return;
-    refuseInput(std::to_string(components) + " components are more than the " + std::to_string(rows) +
-                " rows to which the group was reduced; request fewer with --components, or list more runs.");
+void requireRows(const GroupOptions& options, int rows) {
+    if (!options.components || *options.components <= rows) return;
+    refuseInput(std::to_string(*options.components) + " components are more than the " + std::to_string(rows) +
+                " rows to which the group is reduced; request fewer with " + options.componentsOption +
+                ", or list more runs.");
 }
 
 // The number of components: as requested, or the median of the runs' estimates.
 int componentsFor(const GroupOptions& options, const Json& merged) {
     if (options.components) {
-        requireRows(*options.components, merged);
+        requireRows(options, merged.at("Rows"));
         return *options.components;
     }
     const auto estimates = merged.at("ComponentsOfRuns").get<std::vector<int>>();
@@ -108,6 +108,10 @@ ExitStatus statusOf(const Json& record) {
 
 } // namespace
 
+void requirePossibleComponents(const GroupOptions& options) {
+    requireRows(options, readStudy(options.folder).rows());
+}
+
 ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
     const Stopwatch total;
     const GroupStudy study = readStudy(options.folder);
@@ -128,11 +132,11 @@ ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished
         if (!options.quiet) std::printf("The group components are estimated already.\n");
         return statusOf(*done);
     }
+    if (options.plugin.empty()) record.erase("PlugIn"); // the one that belongs to this version
     writeLeadingRows(study, components, merged, unfinished);
     const ExitStatus status = runAnalysis(pluginOptions(study, options, components), unfinished);
     record["Seconds"] = total.seconds();
     writeGroupFiles(study, options, record, unfinished);
-    if (options.plugin.empty()) record.erase("PlugIn"); // the one that belongs to this version
     return status;
 }
 
