@@ -365,6 +365,8 @@ TEST_F(GroupAnalysis, TheSameStudyTwiceGivesTheSameBytes) {
 TEST_F(GroupAnalysis, WhatIsUpToDateIsNotRepeated) {
     ASSERT_EQ(group(all("study")).status, 0);
     const auto time = fs::last_write_time(folder / "study/desc-groupICA_components.nii.gz");
+    const auto record = nlohmann::json::parse(textOf(folder / "study/desc-groupICA_decomposition.json"));
+    EXPECT_FALSE(record.contains("PlugIn")); // none was named
     const CommandResult again = group(all("study"));
     EXPECT_EQ(again.status, 0);
     EXPECT_EQ(again.out, "The study is planned already.\nbatch-1of1 is reduced already.\nThe batches are merged "
@@ -373,9 +375,18 @@ TEST_F(GroupAnalysis, WhatIsUpToDateIsNotRepeated) {
     EXPECT_EQ(fs::last_write_time(folder / "study/desc-groupICA_components.nii.gz"), time);
 }
 
+TEST_F(GroupAnalysis, ContinuesAPlannedStudyWithoutImages) {
+    expectRefused(group({"all", "study"}),
+                  "study holds no planned study (study.json); plan one with znica group plan.");
+    ASSERT_EQ(group(with({"plan", "study"})).status, 0);
+    const CommandResult refused = group({"all", "study", "--smooth", "6"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("--smooth: belongs to a new plan; list its images"));
+    ASSERT_EQ(group({"all", "study", "--components", "4", "--repeats", "2"}).status, 0);
+    EXPECT_TRUE(fs::exists(folder / "study/desc-groupICA_amplitudes.tsv"));
+}
+
 TEST_F(GroupAnalysis, AnotherPlanLeavesNothingOfTheEarlierOne) {
-    const auto record = nlohmann::json::parse(textOf(folder / "study/desc-groupICA_decomposition.json"));
-    EXPECT_FALSE(record.contains("PlugIn")); // none was named
     ASSERT_EQ(group(all("study")).status, 0);
     writeFile(folder / "study/dualreg/notes.txt", "not ours");
     images.resize(2);
