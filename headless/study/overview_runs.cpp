@@ -136,7 +136,8 @@ void markOutliers(std::vector<OverviewRun>& runs) {
 void noteNeverDenoised(std::vector<OverviewRun>& runs) {
     if (std::none_of(runs.begin(), runs.end(), [](const OverviewRun& run) { return run.denoised; })) return;
     for (OverviewRun& run : runs) {
-        const bool hasResult = run.exitStatus == 0 || run.exitStatus == 4;
+        const int status = run.exitStatus.value_or(-1);
+        const bool hasResult = status == 0 || status == 4;
         if (hasResult && !run.denoised) run.notes.emplace_back("Not denoised: it has no labels, or had none yet.");
     }
 }

@@ -105,9 +105,9 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
     json["Seconds"] = total.seconds();
     json["PeakMemoryBytes"] = peakMemoryBytes();
     files.commit(json);
-    if (!options.quiet)
-        std::printf("%zu %s merged into %d rows.\n", batches.size(), batches.size() == 1 ? "batch" : "batches",
-                    rows.count());
+    if (options.quiet) return;
+    std::printf("%zu %s merged into %d rows.\n", batches.size(), batches.size() == 1 ? "batch" : "batches",
+                rows.count());
 }
 
 } // namespace zn::headless
