@@ -132,7 +132,7 @@ private:
 
     void sayKept(std::size_t count, const char* why) const {
         if (count == 0 || options_.run.control.quiet) return;
-        std::printf("%zu of %zu runs %s.\n", count, plan_.runs.size(), why);
+        std::printf("%zu of %zu %s %s.\n", count, plan_.runs.size(), plan_.runs.size() == 1 ? "run" : "runs", why);
     }
 
     const StudyPlan& plan_;

@@ -93,6 +93,8 @@ TEST_F(Bids, ReplacesAnEarlierResultEntirely) {
 TEST_F(Bids, SaysBeforehandWhichResultsAreReplaced) {
     ASSERT_EQ(analyse().status, 0);
     EXPECT_EQ(analyse().err, "");
+    EXPECT_THAT(analyse({"--only", "sub-02_task-rest"}).out,
+                HasSubstr("1 of 1 run has a record with the same settings"));
     const CommandResult one = analyse({"--only", "sub-02_task-rest", "--smooth", "0"});
     EXPECT_EQ(one.err,
               "znica: 1 run has a result with other settings, to be replaced (sub-02_task-rest: --components 3 "
