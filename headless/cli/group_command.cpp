@@ -22,7 +22,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kFooter[] = "Steps, one after another with all: plan, reduce, merge, ica, back, report.\n"
-                           "What is up to date is not repeated. Defaults are in parentheses.\n"
+                           "What is up to date is not repeated; all without images continues a planned study.\n"
+                           "Defaults are in parentheses.\n"
                            "Examples:\n"
                            "  znica group all study sub-*_bold.nii.gz --components 20\n"
                            "  znica group plan study --runs runs.tsv; znica group reduce study --batch 1/4\n";
@@ -41,6 +42,15 @@ const std::map<std::string, std::string> kStepOf = {
     {"--components", "ica"}, {"--repeats", "ica"},    {"--starts", "ica"}, {"--max-iterations", "ica"},
     {"--seed", "ica"},       {"--plugin", "ica"},     {"--only", "back"}};
 
+// Without images, `all` continues the study as it was planned.
+void requireNoPlanOption(const CLI::App& command) {
+    for (const auto& [option, step] : kStepOf) {
+        if (step != "plan" || command.count(option) == 0) continue;
+        throw CLI::ValidationError(option,
+                                   "belongs to a new plan; list its images, or give them in a table with --runs");
+    }
+}
+
 void requireOptionsOfStep(const CLI::App& command, const GroupCommand& c) {
     for (const auto& [option, step] : kStepOf) {
         if (command.count(option) == 0 || step == c.step) continue;
@@ -52,7 +62,9 @@ void requireOptionsOfStep(const CLI::App& command, const GroupCommand& c) {
     if (!plans && !c.images.empty()) {
         throw CLI::ValidationError("IMAGE", "images are listed with the steps plan and all, not with " + c.step);
     }
-    if (plans && c.images.empty() == c.table.empty()) {
+    const bool continues = c.step == "all" && c.images.empty() && c.table.empty();
+    if (continues) requireNoPlanOption(command);
+    if (plans && !continues && c.images.empty() == c.table.empty()) {
         throw CLI::ValidationError("--runs", "list the runs either as images or in a table with --runs");
     }
     if (c.options.preparation.smoothIfNeeded) {

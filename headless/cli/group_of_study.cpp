@@ -44,6 +44,7 @@ GroupOptions groupOfStudy(const CLI::App& command, const std::vector<const CLI::
     if (study.dummyScansFromConfounds) refuse("--dummy-scans", "needs a number: all runs of a group omit the same");
     GroupOptions group;
     group.folder = study.out / "group";
+    group.componentsOption = "--ica";
     group.mask = run.mask;
     group.secondsPerVolume = run.secondsPerVolume;
     group.dummyScans = run.dummyScans;

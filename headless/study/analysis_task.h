@@ -18,6 +18,7 @@ public:
     std::int64_t predictedBytes(const PlannedRun& run) const override;
     void requirePossible(const PlannedRun& run) const override;
     std::vector<std::string> arguments(const PlannedRun& run, int threads, std::int64_t memory) const override;
+    std::string inTermsOfStudy(std::string message) const override;
     void keep(const PlannedRun& run, const RunOutcome& outcome, const std::filesystem::path& result) override;
     std::string text(const PlannedRun& run, const RunOutcome& outcome) const override {
         return outcomeText(run.name, outcome);

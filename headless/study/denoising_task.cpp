@@ -4,8 +4,8 @@
 #include "headless/failure/failure.h"
 #include "headless/study/denoise_outcome.h"
 #include "headless/study/denoise_settings.h"
+#include "headless/study/failed_try.h"
 #include "headless/study/place_result.h"
-#include "headless/text/text_file.h"
 
 #include <exception>
 
@@ -50,14 +50,17 @@ std::vector<std::string> DenoisingTask::arguments(const PlannedRun& run, int thr
     return arguments;
 }
 
-// The record is written last, as that of an analysis.
+// As with an analysis.
 void DenoisingTask::keep(const PlannedRun& run, const RunOutcome& outcome, const fs::path& result) {
     std::vector<std::string> notes;
     if (hasOlderLabels(run)) notes.emplace_back(kOlderLabels);
     auto json = denoiseRecordOf(run, nameOf(*options_.denoise), denoiseSettings(run, options_), outcome, notes,
                                 outcome.hasResult() ? result : fs::path());
-    if (outcome.hasResult()) json["Files"] = placeDenoised(run, result, folder_);
-    replaceTextFile(record(run), json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n");
+    if (outcome.hasResult()) {
+        forgetResult(record(run));
+        json["Files"] = placeDenoised(run, result, folder_);
+    }
+    writeRecord(record(run), outcome, json);
 }
 
 bool DenoisingTask::hasOlderLabels(const PlannedRun& run) const {

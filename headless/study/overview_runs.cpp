@@ -3,6 +3,7 @@
 #include "headless/bids/bids_name.h"
 #include "headless/bids/read_folder.h"
 #include "headless/bids/shallow_json.h"
+#include "headless/study/failed_try.h"
 #include "headless/study/last_message.h"
 #include "headless/study/outliers.h"
 
@@ -61,6 +62,13 @@ void addRecord(const nlohmann::json& record, OverviewRun& run) {
     if (thumbnail != record.end() && thumbnail->is_object()) run.thumbnail = textOr(*thumbnail, "Pixels");
 }
 
+// What a later try says that left no result.
+void addFailedTry(const fs::path& file, std::vector<std::string>& notes) {
+    const auto outcome = lastOutcome(file);
+    if (!outcome || !outcome->keepsEarlier || !isNewer(failedTry(file), file)) return;
+    notes.push_back("A later try, with other settings or another input, left no result: " + outcome->message);
+}
+
 bool isRecord(const nlohmann::json& json) {
     return json.is_object() && json.contains("ExitStatus") && json["ExitStatus"].is_number_integer();
 }
@@ -93,8 +101,12 @@ OverviewRun readRun(const fs::path& logs, const std::string& name) {
     const nlohmann::json record = recordIn(file);
     if (isRecord(record)) {
         addRecord(record, run);
+        addFailedTry(file, run.notes);
         const nlohmann::json denoised = recordIn(logs / "denoise" / (name + ".json"));
-        if (isRecord(denoised)) addDenoised(denoised, run);
+        if (isRecord(denoised)) {
+            addDenoised(denoised, run);
+            addFailedTry(logs / "denoise" / (name + ".json"), run.denoised->notes);
+        }
         return run;
     }
     run.status = "no record";
@@ -120,6 +132,16 @@ void markOutliers(std::vector<OverviewRun>& runs) {
     }
 }
 
+// In a study that denoises, a run without a denoised image says so.
+void noteNeverDenoised(std::vector<OverviewRun>& runs) {
+    if (std::none_of(runs.begin(), runs.end(), [](const OverviewRun& run) { return run.denoised; })) return;
+    for (OverviewRun& run : runs) {
+        const int status = run.exitStatus.value_or(-1);
+        const bool hasResult = status == 0 || status == 4;
+        if (hasResult && !run.denoised) run.notes.emplace_back("Not denoised: it has no labels, or had none yet.");
+    }
+}
+
 } // namespace
 
 std::vector<OverviewRun> readOverviewRuns(const fs::path& folder) {
@@ -132,12 +154,16 @@ std::vector<OverviewRun> readOverviewRuns(const fs::path& folder) {
         }
     }
     if (names.empty()) {
-        throw Failure(ExitStatus::kInput, folder.string() + " has no records (logs/sub-*.json); analyse the runs first "
-                                                            "with znica bids BIDS_DIR OUT_DIR participant.");
+        std::error_code error;
+        throw Failure(ExitStatus::kInput,
+                      folder.string() +
+                          (fs::exists(folder, error) ? " has no records (logs/sub-*.json)" : " does not exist") +
+                          "; analyse the runs first with znica bids BIDS_DIR OUT_DIR participant.");
     }
     std::vector<OverviewRun> runs;
     runs.reserve(names.size());
     for (const std::string& name : names) runs.push_back(readRun(logs, name));
+    noteNeverDenoised(runs);
     markOutliers(runs);
     return runs;
 }

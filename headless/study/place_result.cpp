@@ -3,6 +3,7 @@
 #include "headless/failure/failure.h"
 #include "headless/result/result_files.h"
 #include "headless/result/sync_files.h"
+#include "headless/study/failed_try.h"
 #include "headless/study/result_descriptions.h"
 
 #include <cerrno>
@@ -87,6 +88,7 @@ std::vector<std::string> place(const std::vector<Move>& moves, const PlannedRun&
 void removeDenoised(const PlannedRun& run, const StudyFolder& study) {
     std::error_code error;
     fs::remove(study.denoiseRecord(run.name), error);
+    forgetFailedTry(study.denoiseRecord(run.name));
     fs::remove(study.denoiseLog(run.name), error);
     for (const Move& move : denoisedMovesOf(run)) fs::remove(study.path() / move.place, error);
 }

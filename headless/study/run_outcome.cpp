@@ -3,6 +3,7 @@
 #include "headless/bids/shallow_json.h"
 #include "headless/failure/failure.h"
 #include "headless/result/result_files.h"
+#include "headless/study/failed_try.h"
 #include "headless/study/thumbnail.h"
 
 #include <cstdio>
@@ -65,6 +66,17 @@ void addResult(const PlannedRun& run, const fs::path& work, Json& record) {
     record["Thumbnail"] = thumbnailOf(files);
 }
 
+RunState stateIn(const Json& record, const fs::path& file, const std::vector<std::string>& settings,
+                 const std::vector<fs::path>& inputs) {
+    if (member(record, {"Settings"}) != Json(settings)) return RunState::kMissing;
+    for (const fs::path& input : inputs) {
+        if (isNewer(input, file)) return RunState::kMissing;
+    }
+    const int code = record["ExitStatus"].get<int>();
+    if (code == 0 || code == 4) return RunState::kDone;
+    return code == 2 || code == 3 ? RunState::kFinal : RunState::kMayBeRepaired;
+}
+
 } // namespace
 
 Json recordOf(const PlannedRun& run, const std::vector<std::string>& settings, const RunOutcome& outcome,
@@ -112,13 +124,17 @@ RunState stateOf(const fs::path& file, const std::vector<std::string>& settings,
                                               ZNICA_VERSION +
                                               "; repeat everything with --rerun all, or name another folder.");
     }
-    if (member(record, {"Settings"}) != Json(settings)) return RunState::kMissing;
-    for (const fs::path& input : inputs) {
-        if (isNewer(input, file)) return RunState::kMissing;
-    }
-    const int code = status.get<int>();
-    if (code == 0 || code == 4) return RunState::kDone;
-    return code == 2 || code == 3 ? RunState::kFinal : RunState::kMayBeRepaired;
+    const RunState state = stateIn(record, file, settings, inputs);
+    if (state != RunState::kMissing || !isOfResult(file)) return state;
+    const Json later = jsonIn(failedTry(file));
+    const bool isUsable =
+        member(later, {"ExitStatus"}).is_number_integer() && member(later, {"Version"}) == ZNICA_VERSION;
+    return isUsable ? stateIn(later, failedTry(file), settings, inputs) : state;
+}
+
+bool isOfResult(const fs::path& file) {
+    const auto outcome = recordedOutcome(file);
+    return outcome && outcome->hasResult() && member(jsonIn(file), {"Version"}) == ZNICA_VERSION;
 }
 
 std::optional<RunOutcome> recordedOutcome(const fs::path& file) {
@@ -132,13 +148,23 @@ std::optional<RunOutcome> recordedOutcome(const fs::path& file) {
     return outcome;
 }
 
+std::vector<std::string> recordedSettings(const fs::path& file) {
+    std::vector<std::string> settings;
+    const Json recorded = member(jsonIn(file), {"Settings"});
+    for (const Json& setting : recorded.is_array() ? recorded : Json::array()) {
+        if (setting.is_string()) settings.push_back(setting.get<std::string>());
+    }
+    return settings;
+}
+
 std::string outcomeText(const std::string& run, const RunOutcome& outcome, const char* done, const char* failed) {
     char used[64];
     std::snprintf(used, sizeof used, " in %.1f s, %.0f MiB", outcome.seconds,
                   static_cast<double>(outcome.peakBytes) / 1048576.0);
     if (outcome.status == 0) return run + ": " + done + used;
     if (outcome.status == 4) return run + ": " + done + " with fewer components" + used;
-    return run + ": " + failed + " (exit status " + std::to_string(outcome.status) + "): " + outcome.message;
+    return run + ": " + failed + " (exit status " + std::to_string(outcome.status) + "): " + outcome.message +
+           (outcome.keepsEarlier ? " The earlier result is kept." : "");
 }
 
 } // namespace zn::headless

@@ -16,6 +16,7 @@ struct RunOutcome {
     std::string message; ///< the sentence of a run that failed
     double seconds = 0.0;
     std::int64_t peakBytes = 0;
+    bool keepsEarlier = false; ///< without a result, but that of an earlier try is kept
 
     bool hasResult() const { return status == 0 || status == 4; }
 };
@@ -34,8 +35,9 @@ enum class RunState {
     kMayBeRepaired ///< without a result because of memory, a signal or the like
 };
 
-/// What the record in a file says, given the settings of now and the files on which its result depends. Throws Failure
-/// (kInput) for a record of another version of znica, unless everything is repeated anyway.
+/// What the record in a file says, or that of a later try without a result (failed_try.h), given the settings of now
+/// and the files on which its result depends. Throws Failure (kInput) for a record of another version of znica, unless
+/// everything is repeated anyway.
 RunState stateOf(const std::filesystem::path& file, const std::vector<std::string>& settings,
                  const std::vector<std::filesystem::path>& inputs, Rerun rerun);
 
@@ -46,8 +48,14 @@ bool isToDo(RunState state, Rerun rerun);
 /// milliseconds, some in seconds. False when one of them does not exist.
 bool isNewer(const std::filesystem::path& file, const std::filesystem::path& than);
 
+/// Whether a record is that of a result of this version.
+bool isOfResult(const std::filesystem::path& file);
+
 /// The outcome in a record; nothing when there is none or it is damaged.
 std::optional<RunOutcome> recordedOutcome(const std::filesystem::path& file);
+
+/// The settings in a record; none when there is none or it is damaged.
+std::vector<std::string> recordedSettings(const std::filesystem::path& file);
 
 /// "sub-01_task-rest: done in 34 s, 812 MiB"
 ///

@@ -5,12 +5,23 @@
 
 #include <cstdio>
 #include <exception>
-#include <system_error>
 #include <utility>
 
 namespace zn::headless {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+std::string memoryText(std::int64_t bytes) {
+    char text[32];
+    const bool large = bytes >= std::int64_t{1} << 30;
+    std::snprintf(text, sizeof text, large ? "%.1f GiB" : "%.0f MiB",
+                  static_cast<double>(bytes) / (large ? kBytesPerGib : 1048576.0));
+    return text;
+}
+
+} // namespace
 
 RunQueue::RunQueue(RunTask& task, std::deque<const PlannedRun*> runs, const StudyOptions& options,
                    std::function<std::string()> summary)
@@ -29,8 +40,8 @@ void RunQueue::settleCapacity() {
     next_ = task_.predictedBytes(*waiting_.front());
     capacity_ = capacityFor(options_, waiting_.size(), *next_);
     if (options_.run.control.quiet) return;
-    std::printf("%s: %zu; processors: %d; threads per run: %d; memory: %.1f GiB.\n", task_.heading(), waiting_.size(),
-                capacity_.processors, capacity_.threads, static_cast<double>(capacity_.memory) / kBytesPerGib);
+    std::printf("%s: %zu; processors: %d; threads per run: %d; memory: %s.\n", task_.heading(), waiting_.size(),
+                capacity_.processors, capacity_.threads, memoryText(capacity_.memory).c_str());
     std::fflush(stdout);
 }
 
@@ -66,21 +77,20 @@ void RunQueue::startRuns() {
 }
 
 void RunQueue::start(const PlannedRun& run, std::int64_t needed) {
-    std::error_code error;
-    fs::remove(task_.record(run), error);
     try {
         task_.requirePossible(run);
         active_.emplace_back(run, folder_, task_.log(run), task_.arguments(run, capacity_.threads, capacity_.memory),
                              needed);
-    } catch (const std::exception& error_) {
-        const Failure failure = asFailure(error_);
+    } catch (const std::exception& error) {
+        const Failure failure = asFailure(error);
         conclude(run, {static_cast<int>(failure.status()), failure.what(), 0.0, 0}, {});
     }
 }
 
 void RunQueue::collect() {
     for (auto run = active_.begin(); run != active_.end();) {
-        const auto outcome = run->ended();
+        auto outcome = run->ended();
+        if (outcome) outcome->message = task_.inTermsOfStudy(outcome->message);
         if (outcome) conclude(run->run(), *outcome, run->result());
         run = outcome ? active_.erase(run) : std::next(run);
     }
@@ -94,6 +104,7 @@ void RunQueue::conclude(const PlannedRun& run, RunOutcome outcome, const fs::pat
         outcome.status = static_cast<int>(failure.status());
         outcome.message = failure.what();
     }
+    outcome.keepsEarlier = !outcome.hasResult() && isOfResult(task_.record(run));
     task_.ended(run, outcome);
     progress_.ended(task_.text(run, outcome));
     if (outcome.hasResult() || !options_.stopOnFirstCrash) return;

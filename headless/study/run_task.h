@@ -35,6 +35,9 @@ public:
     ///   memory   bytes above which the process is to refuse to work
     virtual std::vector<std::string> arguments(const PlannedRun& run, int threads, std::int64_t memory) const = 0;
 
+    /// A sentence of the process in terms of the study's options.
+    virtual std::string inTermsOfStudy(std::string message) const { return message; }
+
     /// Moves what the process left in the folder `result` to its places, then writes the record. Throws Failure.
     virtual void keep(const PlannedRun& run, const RunOutcome& outcome, const std::filesystem::path& result) = 0;
 

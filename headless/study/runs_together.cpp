@@ -1,6 +1,7 @@
 #include "headless/study/runs_together.h"
 
 #include "headless/failure/as_failure.h"
+#include "headless/group/steps/run_problems.h"
 #include "headless/run/repetition_time.h"
 #include "headless/text/text_file.h"
 
@@ -41,10 +42,12 @@ std::string row(const PlannedRun& run, const StudyOptions& options) {
 
 std::vector<ListedRun> runsTogether(const StudyPlan& plan, const StudyFolder& study) {
     std::vector<ListedRun> runs;
+    RunProblems problems;
     for (const PlannedRun& run : plan.runs) {
-        if (!run.problem.empty()) throw Failure(ExitStatus::kInput, run.name + " cannot take part: " + run.problem);
+        if (!run.problem.empty()) problems.add(run.name + " cannot take part: " + run.problem);
         runs.push_back({run.name, run.image, run.mask, study.path() / run.folder});
     }
+    problems.throwIfAny();
     return runs;
 }
 

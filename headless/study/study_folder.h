@@ -13,6 +13,7 @@ namespace zn::headless {
 ///   sub-01/[ses-1/]func/      the results, "NAME_desc-ICA_components.nii.gz" with "NAME_desc-ICA_components.json", ...
 ///   sub-01_task-rest.html     the report of a run
 ///   logs/sub-01_task-rest.json, .log     its record, written last: a run without one has no result
+///   logs/failed/              records of later tries without a result, while the earlier result is kept
 ///   logs/denoise/             the same for its denoised image
 ///   sub-01_task-rest_denoised.html       the report with the page on denoising
 ///   index.html  runs.tsv  runs.json      the overview

@@ -111,11 +111,15 @@ bool writePage(const fs::path& folder, const std::vector<OverviewRun>& runs) {
 
 std::string summaryOf(const std::vector<OverviewRun>& runs) {
     StudySummary summary(runs.size());
+    const bool denoises = std::any_of(runs.begin(), runs.end(), [](const auto& run) { return run.denoised; });
     for (const OverviewRun& run : runs) {
         RunOutcome outcome;
         outcome.status = run.exitStatus.value_or(static_cast<int>(ExitStatus::kOther));
         summary.add(run.name, outcome);
-        if (!run.denoised) continue;
+        if (!run.denoised) {
+            if (denoises) summary.addNeverDenoised(run.name);
+            continue;
+        }
         outcome.status = run.denoised->exitStatus;
         summary.addDenoised(run.name, outcome);
     }

@@ -78,7 +78,7 @@ TEST_F(BidsDenoise, AddsImagesToAFinishedStudyWithoutAnalysingAgain) {
     const CommandResult first =
         znica({"bids", data, out, "participant", "--labels-dir", labels, "--denoise", "nonaggr"});
     EXPECT_EQ(first.status, 0) << first.err;
-    EXPECT_THAT(first.out, HasSubstr("2 of 2 runs keep a result of other settings"));
+    EXPECT_THAT(first.out, HasSubstr("2 of 2 runs keep their results, although settings"));
     EXPECT_EQ(lastLine(first.out), "2 of 2 runs done; 2 of 2 denoised");
     EXPECT_EQ(fs::exists(out / "sub-01_task-rest_denoised.html"), REPORT_IS_BUILT != 0);
     const auto written = fs::last_write_time(recordFile("sub-01_task-rest"));
@@ -114,6 +114,9 @@ TEST_F(BidsDenoise, CountsRunsWithoutLabelsWhichAreNoError) {
     EXPECT_THAT(result.err, HasSubstr("Without labels, and therefore not denoised: sub-02_task-rest.\n"));
     EXPECT_EQ(lastLine(result.out), "2 of 2 runs done; 1 of 2 denoised, 1 without labels: sub-02_task-rest");
     EXPECT_FALSE(fs::exists(recordFile("sub-02_task-rest")));
+    const CommandResult group = znica({"bids", data, out, "group"});
+    EXPECT_THAT(group.out, StartsWith("2 of 2 runs done; 1 of 2 denoised, 1 not denoised: sub-02_task-rest; overview"));
+    EXPECT_THAT(textOf(out / "runs.tsv"), HasSubstr("Not denoised: it has no labels"));
 }
 
 TEST_F(BidsDenoise, RecordsUnusableLabelsAndGoesOn) {

@@ -70,8 +70,8 @@ TEST_F(Bids, RepeatsOnlyWhatIsNotDone) {
     fs::resize_file(imageOf("sub-01"), 5000);
     EXPECT_EQ(analyse().status, 3);
     const auto firstRecord = fs::last_write_time(out / "logs/sub-02_task-rest.json");
-    EXPECT_THAT(analyse().out, HasSubstr("2 of 2 runs have a record"));             // the image is still damaged
-    EXPECT_THAT(analyse({"--rerun", "failed"}).out, HasSubstr("1 of 2 runs have")); // tried again
+    EXPECT_THAT(analyse().out, HasSubstr("2 of 2 runs have a record")); // the image is still damaged
+    EXPECT_THAT(analyse({"--rerun", "failed"}).out, HasSubstr("1 of 2 runs has a record with")); // tried again
     addImage("sub-01", "1");
     const CommandResult repaired = analyse();
     EXPECT_EQ(repaired.status, 0) << repaired.out << repaired.err;
@@ -88,6 +88,56 @@ TEST_F(Bids, ReplacesAnEarlierResultEntirely) {
     ASSERT_EQ(analyse().status, 0);
     EXPECT_FALSE(fs::exists(centrotypes));
     EXPECT_FALSE(fs::exists(out / "sub-01/func/sub-01_task-rest_desc-ICA_centrotypes.json"));
+}
+
+TEST_F(Bids, SaysBeforehandWhichResultsAreReplaced) {
+    ASSERT_EQ(analyse().status, 0);
+    EXPECT_EQ(analyse().err, "");
+    EXPECT_THAT(analyse({"--only", "sub-02_task-rest"}).out,
+                HasSubstr("1 of 1 run has a record with the same settings"));
+    const CommandResult one = analyse({"--only", "sub-02_task-rest", "--smooth", "0"});
+    EXPECT_EQ(one.err,
+              "znica: 1 run has a result with other settings, to be replaced (sub-02_task-rest: --components 3 "
+              "--seed 1); to keep it, interrupt this command and name another OUT_DIR.\n");
+    const CommandResult both = znica({"bids", data, out, "participant", "--components", "2"});
+    EXPECT_EQ(both.err,
+              "znica: 2 runs have results with other settings, to be replaced (sub-01_task-rest: --components "
+              "3 --seed 1); to keep them, interrupt this command and name another OUT_DIR.\n");
+}
+
+TEST_F(Bids, KeepsAnEarlierResultWhenALaterTryFails) {
+    ASSERT_EQ(analyse().status, 0);
+    const std::string earlier = components("sub-01");
+    const json before = record("sub-01_task-rest");
+    writeFile(folder / "short.tsv", "task\n0\n1\n0\n"); // three values for eighty volumes
+    const std::vector<std::string> wrong = {"--design", folder / "short.tsv"};
+
+    const CommandResult failed = analyse(wrong);
+    EXPECT_EQ(failed.status, 3);
+    EXPECT_EQ(lastLine(failed.out), "0 of 2 runs done, 2 without a new result: sub-01_task-rest, sub-02_task-rest");
+    EXPECT_THAT(failed.out, HasSubstr("The earlier result is kept."));
+    EXPECT_EQ(record("sub-01_task-rest"), before);
+    EXPECT_EQ(components("sub-01"), earlier);
+    const CommandResult again = analyse(wrong); // another try would not change it
+    EXPECT_EQ(again.status, 3);
+    EXPECT_EQ(lastLine(again.out), lastLine(failed.out));
+    EXPECT_THAT(again.out, HasSubstr("2 of 2 runs have a record"));
+    znica({"bids", data, out, "group"});
+    EXPECT_THAT(textOf(out / "runs.tsv"), HasSubstr("A later try, with other settings or another input, left no "));
+
+    const CommandResult back = analyse();
+    EXPECT_EQ(back.status, 0);
+    EXPECT_THAT(back.out, HasSubstr("2 of 2 runs have a record"));
+    EXPECT_TRUE(namesIn(out / "logs/failed").empty());
+}
+
+TEST_F(Bids, ANewResultEndsWhatAFailedTryLeft) {
+    ASSERT_EQ(analyse().status, 0);
+    writeFile(folder / "short.tsv", "task\n0\n1\n0\n");
+    ASSERT_EQ(analyse({"--design", folder / "short.tsv"}).status, 3);
+    ASSERT_EQ(analyse({"--smooth", "0"}).status, 0);
+    EXPECT_TRUE(namesIn(out / "logs/failed").empty());
+    EXPECT_EQ(lastLine(analyse({"--smooth", "0"}).out), "2 of 2 runs done");
 }
 
 TEST_F(Bids, HasStatusFourWhenTheWorstRunLacksComponents) {
@@ -147,6 +197,16 @@ TEST_F(Bids, RefusesResultsOfAnotherVersion) {
     EXPECT_EQ(analyse({"--rerun", "all"}).status, 0);
 }
 
+TEST_F(Bids, SaysHowToAllowMoreMemory) {
+    const CommandResult result = analyse({"--mem", "1"});
+    EXPECT_EQ(result.status, 5);
+    EXPECT_THAT(result.out, HasSubstr("; memory: 1 MiB.\n"));
+    EXPECT_THAT(
+        record("sub-01_task-rest")["Message"].get<std::string>(),
+        testing::ContainsRegex("needs about [0-9]+ MiB of memory, but 1 MiB are allowed by --mem; .* allow more "
+                               "with --mem MIB.$"));
+}
+
 TEST_F(Bids, StopsAfterTheFirstCrashIfAsked) {
     fs::resize_file(imageOf("sub-01"), 5000);
     const CommandResult result = analyse({"--stop-on-first-crash", "--nprocs", "1"});
@@ -166,8 +226,10 @@ TEST_F(Bids, KeepsFinishedRunsWhenInterrupted) {
     for (int i = 0; i < 1000 && !fs::exists(out / "logs/sub-02_task-rest.log"); ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
+    const json earlier = record("sub-01_task-rest");
     const CommandResult ended = running.end(SIGTERM);
     EXPECT_EQ(ended.status, 143);
+    EXPECT_EQ(record("sub-01_task-rest"), earlier); // its repetition was under way
     EXPECT_THAT(ended.err, HasSubstr("interrupted; "));
     EXPECT_THAT(ended.err, HasSubstr("give the same command again to continue"));
     for (const std::string& name : namesIn(out)) EXPECT_THAT(name, Not(HasSubstr("unfinished")));
@@ -237,6 +299,7 @@ TEST_F(Bids, ShowsAllRunsInATable) {
 }
 
 TEST_F(Bids, HasNothingToShowWithoutRecords) {
+    EXPECT_THAT(znica({"bids", data, out, "group"}).err, HasSubstr("out does not exist; analyse the runs first"));
     fs::create_directories(out);
     const CommandResult group = znica({"bids", data, out, "group"});
     EXPECT_EQ(group.status, 3);

@@ -91,6 +91,13 @@ TEST_F(GroupOfStudy, TakesTheOptionsOfThePreparation) {
     EXPECT_EQ(study["Preparation"], (json{{"SmoothingFWHM", 6.0}, {"HighPassCutOff", 100.0}, {"Scaling", "sd"}}));
 }
 
+TEST_F(GroupOfStudy, NamesItsOwnOptionWhereThereAreTooManyComponents) {
+    const auto result = together({"--ica", "1000", "--quiet"});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.err, HasSubstr("request fewer with --ica, or list more runs."));
+    EXPECT_FALSE(fs::exists(folder / "out/group/reduction"));
+}
+
 TEST_F(GroupOfStudy, NeedsTwoRunsAmongTheChosen) {
     const auto result = together({"--ica", "4", "--participant-label", "01"});
     EXPECT_EQ(result.status, 3);

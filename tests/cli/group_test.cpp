@@ -88,6 +88,15 @@ TEST_F(Group, NamesTheRunsWithAnotherRepetitionTime) {
                   "most have a repetition time of 2 s, but sub-04 has a repetition time of 3 s");
 }
 
+TEST_F(Group, DoesNotCallOneOfTwoRunsMost) {
+    makeRuns();
+    NiftiBytes slow = noise(4);
+    slow.pixdim[4] = 3;
+    write("sub-04_bold.nii", slow);
+    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii"}),
+                  "the runs differ: sub-01 has a repetition time of 2 s, but sub-04 has a repetition time of 3 s; ");
+}
+
 TEST_F(Group, NamesTheRunsInAnotherSpace) {
     makeRuns();
     for (const char* name : {"sub-01_space-MNI_bold.nii", "sub-02_space-MNI_bold.nii", "sub-03_space-T1w_bold.nii"}) {
@@ -115,7 +124,23 @@ TEST_F(Group, RefusesAConstantRun) {
 TEST_F(Group, RefusesASingleVolume) {
     makeRuns();
     write("sub-04_bold.nii", noise(4, 1));
-    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii"}), "sub-04_bold.nii has 1 volumes, too few");
+    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii"}), "sub-04_bold.nii has 1 volume, too few");
+}
+
+TEST_F(Group, NamesAllRunsThatCannotBeUsed) {
+    makeRuns();
+    write("sub-04_bold.nii", noise(4, 1));
+    writeFile(folder / "sub-05_bold.nii", "nothing of the kind");
+    const CommandResult result =
+        plan({"sub-01_bold.nii", "sub-02_bold.nii", "sub-04_bold.nii", "sub-05_bold.nii", "sub-06_bold.nii"});
+    expectRefused(result, "3 runs cannot take part: sub-04_bold.nii has 1 volume, too few");
+    for (const char* other : {"sub-05_bold.nii", "sub-06_bold.nii"}) EXPECT_THAT(result.err, HasSubstr(other));
+
+    NiftiBytes constant = plainSeries();
+    constant.data.assign(constant.data.size(), '\1');
+    for (const char* name : {"sub-04_bold.nii", "sub-05_bold.nii"}) write(name, constant);
+    expectRefused(plan({"sub-01_bold.nii", "sub-04_bold.nii", "sub-05_bold.nii"}),
+                  "2 runs cannot take part: sub-04_bold.nii has no voxel that can be analysed");
 }
 
 TEST_F(Group, NamesTheRunsThatShareTooFewVoxels) {
@@ -174,6 +199,32 @@ TEST_F(Group, ARunThatIsAddedMakesEarlierBatchesForeign) {
     expectRefused(group({"merge", "study"}), "batch-1of1 was reduced for another plan of this study");
 }
 
+TEST_F(Group, RefusesAFolderThatHoldsSomethingElse) {
+    makeRuns();
+    fs::create_directory(folder / "full");
+    writeFile(folder / "full/notes.txt", "not ours");
+    const CommandResult result = group({"plan", "full", "sub-01_bold.nii", "sub-02_bold.nii"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err,
+              "znica: full is not empty and holds no study of a group, but notes.txt; name another folder.\n");
+    EXPECT_THAT(namesIn(folder / "full"), testing::ElementsAre("notes.txt"));
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
+    writeFile(folder / "study/notes.txt", "beside a study");
+    EXPECT_EQ(plan({"sub-01_bold.nii", "sub-03_bold.nii"}).status, 0);
+    EXPECT_TRUE(fs::exists(folder / "study/notes.txt"));
+}
+
+TEST_F(Group, MergingRemovesTheBatchesOfAnotherPlan) {
+    makeRuns();
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
+    for (const char* batch : {"1/2", "2/2"}) ASSERT_EQ(group({"reduce", "study", "--batch", batch}).status, 0);
+    ASSERT_EQ(plan({"sub-01_bold.nii", "sub-03_bold.nii"}).status, 0);
+    ASSERT_EQ(group({"reduce", "study"}).status, 0);
+    ASSERT_EQ(group({"merge", "study"}).status, 0);
+    EXPECT_THAT(namesIn(folder / "study/reduction"),
+                testing::UnorderedElementsAre("batch-1of1.json", "batch-1of1.rows", "group.json", "group.rows"));
+}
+
 TEST_F(Group, ABatchOfAnotherStudyIsForeign) {
     makeRuns();
     ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii"}).status, 0);
@@ -228,6 +279,15 @@ TEST_F(Group, RefusesMoreComponentsThanRows) {
     expectRefused(group({"ica", "study", "--components", "24"}), "24 components are more than the");
 }
 
+TEST_F(Group, RefusesMoreComponentsThanRowsBeforeItReducesTheRuns) {
+    makeRuns();
+    expectRefused(
+        group({"all", "study", "--mask", "mask.nii", "sub-01_bold.nii", "sub-02_bold.nii", "--components", "1000"}),
+        "1000 components are more than the 23 rows to which the group is reduced; request fewer with "
+        "--components, or list more runs.");
+    EXPECT_FALSE(fs::exists(folder / "study/reduction"));
+}
+
 TEST_F(Group, RefusesMoreComponentsThanARunHasVolumes) {
     makeRuns();
     ASSERT_EQ(plan({"sub-01_bold.nii", "sub-02_bold.nii", "--high-pass", "0"}).status, 0);
@@ -258,7 +318,7 @@ TEST_F(Group, RefusesAFileInPlaceOfTheFolder) {
     writeFile(folder / "study", "");
     const CommandResult result = plan({"sub-01_bold.nii", "sub-02_bold.nii"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.err, HasSubstr("study"));
+    EXPECT_EQ(result.err, "znica: study is not a folder; name the folder of the study before the images.\n");
 }
 
 // Whole analyses of simulated subjects.
@@ -305,11 +365,54 @@ TEST_F(GroupAnalysis, TheSameStudyTwiceGivesTheSameBytes) {
 TEST_F(GroupAnalysis, WhatIsUpToDateIsNotRepeated) {
     ASSERT_EQ(group(all("study")).status, 0);
     const auto time = fs::last_write_time(folder / "study/desc-groupICA_components.nii.gz");
+    const auto record = nlohmann::json::parse(textOf(folder / "study/desc-groupICA_decomposition.json"));
+    EXPECT_FALSE(record.contains("PlugIn")); // none was named
     const CommandResult again = group(all("study"));
     EXPECT_EQ(again.status, 0);
     EXPECT_EQ(again.out, "The study is planned already.\nbatch-1of1 is reduced already.\nThe batches are merged "
-                         "already.\nThe group components are estimated already.\n");
+                         "already.\nThe group components are estimated already.\nThe tables are written already.\n" +
+                             (REPORT_IS_BUILT != 0 ? "page: study/desc-groupICA_report.html\n" : std::string()));
     EXPECT_EQ(fs::last_write_time(folder / "study/desc-groupICA_components.nii.gz"), time);
+}
+
+TEST_F(GroupAnalysis, ContinuesAPlannedStudyWithoutImages) {
+    expectRefused(group({"all", "study"}),
+                  "study holds no planned study (study.json); plan one with znica group plan.");
+    ASSERT_EQ(group(with({"plan", "study"})).status, 0);
+    const CommandResult refused = group({"all", "study", "--smooth", "6"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_THAT(refused.err, HasSubstr("--smooth: belongs to a new plan; list its images"));
+    ASSERT_EQ(group({"all", "study", "--components", "4", "--repeats", "2"}).status, 0);
+    EXPECT_TRUE(fs::exists(folder / "study/desc-groupICA_amplitudes.tsv"));
+}
+
+TEST_F(GroupAnalysis, AnotherPlanLeavesNothingOfTheEarlierOne) {
+    ASSERT_EQ(group(all("study")).status, 0);
+    writeFile(folder / "study/dualreg/notes.txt", "not ours");
+    images.resize(2);
+    const CommandResult planned = group(with({"plan", "study"}));
+    EXPECT_EQ(planned.status, 0);
+    EXPECT_EQ(planned.err,
+              "znica: study was planned with other runs or options; what was computed for them is removed.\n");
+    EXPECT_THAT(namesIn(folder / "study"),
+                testing::UnorderedElementsAre("study.json", "desc-brain_mask.nii.gz", "desc-mean_bold.nii.gz",
+                                              "reduction", "dualreg"));
+    EXPECT_THAT(namesIn(folder / "study/dualreg"), testing::ElementsAre("notes.txt"));
+    ASSERT_EQ(group(all("study")).status, 0);
+    EXPECT_THAT(namesIn(folder / "study/dualreg"), testing::SizeIs(1 + 2 * 6));
+    EXPECT_EQ(group(with({"plan", "study"})).err, ""); // the same plan
+}
+
+TEST_F(GroupAnalysis, OtherComponentsLeaveNothingOfTheEarlierOnes) {
+    ASSERT_EQ(group(all("study")).status, 0);
+    ASSERT_EQ(group({"ica", "study", "--components", "3", "--repeats", "2"}).status, 0);
+    for (const std::string& name : namesIn(folder / "study")) {
+        EXPECT_THAT(name, testing::Not(testing::ContainsRegex("amplitudes|netmats|report"))) << name;
+    }
+    EXPECT_TRUE(namesIn(folder / "study/dualreg").empty());
+    ASSERT_EQ(group({"back", "study"}).status, 0);
+    ASSERT_EQ(group({"ica", "study", "--components", "3", "--repeats", "2", "--force"}).status, 0); // the same maps
+    EXPECT_THAT(namesIn(folder / "study/dualreg"), testing::SizeIs(4 * 6));
 }
 
 TEST_F(GroupAnalysis, StepsAndBatchesFindTheSameComponents) {

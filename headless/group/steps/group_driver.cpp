@@ -3,7 +3,8 @@
 namespace zn::headless {
 
 ExitStatus analyseGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
-    planStudyOfGroup(options, unfinished);                        // list of runs -> study.json, common mask
+    if (!options.runs.empty()) planStudyOfGroup(options, unfinished); // list of runs -> study.json, common mask
+    requirePossibleComponents(options);
     reduceBatch(options, unfinished);                             // runs -> m rows
     mergeBatches(options, unfinished);                            // batches -> the group's rows
     const ExitStatus status = separateGroup(options, unfinished); // K leading rows -> group components

@@ -2,6 +2,7 @@
 #include "headless/failure/failure.h"
 #include "headless/group/steps/batch_files.h"
 #include "headless/group/steps/component_count.h"
+#include "headless/group/steps/earlier_files.h"
 #include "headless/group/steps/group_maps.h"
 #include "headless/group/steps/rows_file.h"
 #include "headless/group/steps/spatial_metrics.h"
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 namespace zn::headless {
@@ -34,17 +36,17 @@ Json mergedRecord(const GroupStudy& study) {
     return *record;
 }
 
-void requireRows(int components, const Json& merged) {
-    const int rows = merged.at("Rows");
-    if (components <= rows) return;
-    refuseInput(std::to_string(components) + " components are more than the " + std::to_string(rows) +
-                " rows to which the group was reduced; request fewer with --components, or list more runs.");
+void requireRows(const GroupOptions& options, int rows) {
+    if (!options.components || *options.components <= rows) return;
+    refuseInput(std::to_string(*options.components) + " components are more than the " + std::to_string(rows) +
+                " rows to which the group is reduced; request fewer with " + options.componentsOption +
+                ", or list more runs.");
 }
 
 // The number of components: as requested, or the median of the runs' estimates.
 int componentsFor(const GroupOptions& options, const Json& merged) {
     if (options.components) {
-        requireRows(*options.components, merged);
+        requireRows(options, merged.at("Rows"));
         return *options.components;
     }
     const auto estimates = merged.at("ComponentsOfRuns").get<std::vector<int>>();
@@ -90,8 +92,10 @@ void writeGroupFiles(const GroupStudy& study, const GroupOptions& options, Json 
     const fs::path result = study.folder / "ica";
     const GroupMaps maps = readMaps(result / "group_desc-ICA_components.nii.gz", study);
     StepFiles files(unfinished, study.folder, groupRecordFile("").string());
-    writeMaps(files[groupMapsFile("").string()], study, maps.values, "group components, z");
+    const fs::path written = files[groupMapsFile("").string()]; // rounded, and thus what later steps read
+    writeMaps(written, study, maps.values, "group components, z");
     copySpatialMetrics(result, files["desc-groupICA_metrics.tsv"], files["desc-groupICA_metrics.json"]);
+    for (fs::path& earlier : filesOfOtherMaps(study, readMaps(written, study))) files.supersede(std::move(earlier));
     record["ComponentsFound"] = maps.count;
     files.commit(record);
     if (options.quiet) return;
@@ -103,6 +107,10 @@ ExitStatus statusOf(const Json& record) {
 }
 
 } // namespace
+
+void requirePossibleComponents(const GroupOptions& options) {
+    requireRows(options, readStudy(options.folder).rows());
+}
 
 ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
     const Stopwatch total;
@@ -124,6 +132,7 @@ ExitStatus separateGroup(const GroupOptions& options, UnfinishedWork& unfinished
         if (!options.quiet) std::printf("The group components are estimated already.\n");
         return statusOf(*done);
     }
+    if (options.plugin.empty()) record.erase("PlugIn"); // the one that belongs to this version
     writeLeadingRows(study, components, merged, unfinished);
     const ExitStatus status = runAnalysis(pluginOptions(study, options, components), unfinished);
     record["Seconds"] = total.seconds();

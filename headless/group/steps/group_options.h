@@ -39,7 +39,8 @@ struct GroupOptions {
     Batch batch;
 
     // ica
-    std::optional<int> components = 20; ///< nothing: the median of the runs' estimates
+    std::optional<int> components = 20;            ///< nothing: the median of the runs' estimates
+    const char* componentsOption = "--components"; ///< what the user calls it
     int repeats = 10;
     int starts = 3;
     int maxIterations = 500;

@@ -21,6 +21,15 @@ Scaling scalingOf(const std::string& name) {
     return name == "percent" ? Scaling::kPercent : name == "sd" ? Scaling::kUnitVariance : Scaling::kNone;
 }
 
+std::vector<GroupRun> runsIn(const Json& json) {
+    std::vector<GroupRun> runs;
+    for (const Json& run : json.at("Runs")) {
+        runs.push_back({run.at("Name"), run.at("Image").get<std::string>(), run.at("Volumes"), run.at("Checksum"),
+                        run.value("Results", kDualRegression)});
+    }
+    return runs;
+}
+
 void fill(GroupStudy& study, const Json& json) {
     study.secondsPerVolume = json.at("RepetitionTime");
     study.dummyScans = json.at("DummyScans");
@@ -28,10 +37,7 @@ void fill(GroupStudy& study, const Json& json) {
     study.preparation.smoothMm = preparation.at("SmoothingFWHM");
     study.preparation.highPassSeconds = preparation.at("HighPassCutOff");
     study.preparation.scaling = scalingOf(preparation.at("Scaling").get<std::string>());
-    for (const Json& run : json.at("Runs")) {
-        study.runs.push_back({run.at("Name"), run.at("Image").get<std::string>(), run.at("Volumes"), run.at("Checksum"),
-                              run.value("Results", kDualRegression)});
-    }
+    study.runs = runsIn(json);
 }
 
 } // namespace
@@ -70,6 +76,15 @@ std::string studyText(const GroupStudy& study, const std::string& basis) {
                        {"RowsKept", study.rows()},
                        {"Runs", runs}};
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::vector<GroupRun> plannedRuns(const fs::path& folder) {
+    if (!fs::is_regular_file(studyFile(folder))) return {};
+    try {
+        return runsIn(Json::parse(readWholeFile(studyFile(folder))));
+    } catch (const Json::exception&) {
+        return {};
+    }
 }
 
 GroupStudy readStudy(const fs::path& folder) {

@@ -51,6 +51,9 @@ std::filesystem::path studyMask(const std::filesystem::path& folder);
 ///   basis   what the plan was made from; see StepRecord
 std::string studyText(const GroupStudy& study, const std::string& basis);
 
+/// The runs of a planned study alone; none without a plan, or when it is damaged.
+std::vector<GroupRun> plannedRuns(const std::filesystem::path& folder);
+
 /// Reads a planned study. Throws Failure (kInput) when there is none or its files are damaged.
 GroupStudy readStudy(const std::filesystem::path& folder);
 

@@ -1,3 +1,5 @@
+#include "headless/group/steps/group_tables.h"
+
 #include "headless/compression/checksum.h"
 #include "headless/failure/failure.h"
 #include "headless/group/steps/course_correlations.h"
@@ -92,23 +94,37 @@ std::string correlationTable(const GroupStudy& study) {
 
 constexpr char kAmplitudes[] = "Standard deviation of every component's course in the run (first regression of the "
                                "dual regression, on group maps of unit variance), in units of the prepared data.";
-constexpr char kOutliers[] = "Components whose amplitude in this run lies more than 3.5 robust standard deviations "
-                             "(1.4826 times the median absolute deviation) from the median of all runs; n/a: none.";
+constexpr char kOutliers[] =
+    "Components whose amplitude in this run lies more than 3.5 robust standard deviations "
+    "(1.4826 times the median absolute deviation) from the median of all runs; n/a: none. With fewer than "
+    "six runs, none is marked.";
+
+void sayPage(const GroupStudy& study) {
+    std::printf("page: %s\n", (study.folder / kGroupPage).c_str());
+}
 
 } // namespace
+
+std::string groupTablesBasis(const GroupStudy& study, const GroupMaps& maps) {
+    return checksumOf(study.id + maps.checksum);
+}
 
 void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished) {
     const GroupStudy study = readStudy(options.folder);
     const GroupMaps maps = readGroupMaps(study);
     const auto amplitudes = amplitudesOf(study, maps);
-    const std::string basis = checksumOf(study.id + maps.checksum);
+    const std::string basis = groupTablesBasis(study, maps);
     const fs::path page = findReportTemplate(kGroupTemplate);
     const bool hasPage = page.empty() || fs::exists(study.folder / kGroupPage);
-    if (!options.force && hasPage && recordOf(study.folder / "desc-groupICA_netmats.json", basis)) return;
+    if (!options.force && hasPage && recordOf(study.folder / kCorrelationsRecord, basis)) {
+        if (!options.quiet) std::printf("The tables are written already.\n");
+        if (!options.quiet && !page.empty()) sayPage(study);
+        return;
+    }
     const auto outlying = outlyingRuns(amplitudes);
     const GroupTables tables{amplitudeTable(study, amplitudes, outlying), correlationTable(study),
                              outlyingInAny(outlying)};
-    StepFiles files(unfinished, study.folder, "desc-groupICA_netmats.json");
+    StepFiles files(unfinished, study.folder, kCorrelationsRecord);
     writeTextFile(files["desc-groupICA_amplitudes.tsv"], tables.amplitudes);
     writeTextFile(files["desc-groupICA_amplitudes.json"],
                   Json{{"Description", kAmplitudes}, {"outliers", {{"Description", kOutliers}}}}.dump(2) + "\n");
@@ -124,7 +140,7 @@ void writeGroupTables(const GroupOptions& options, UnfinishedWork& unfinished) {
                       {"sd_z", {{"Description", "Standard deviation of Fisher's z over the runs (divisor n - 1)."}}}});
     if (options.quiet) return;
     std::printf("tables of %zu runs: %s\n", amplitudes.size(), study.folder.c_str());
-    if (!page.empty()) std::printf("page: %s\n", (study.folder / kGroupPage).c_str());
+    if (!page.empty()) sayPage(study);
 }
 
 } // namespace zn::headless

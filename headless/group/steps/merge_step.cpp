@@ -36,10 +36,9 @@ struct BatchRecord {
                 " missing; run znica group reduce with the --batch of each.");
 }
 
-// A complete set of batches of the study, the smallest if there are several.
-std::vector<BatchRecord> completeBatches(const GroupStudy& study) {
+// A complete set of batches of the study, the smallest if there are several. `foreign` are those of another plan.
+std::vector<BatchRecord> completeBatches(const GroupStudy& study, std::vector<std::string>& foreign) {
     std::map<int, std::vector<BatchRecord>> sets; // by the number of batches
-    std::vector<std::string> foreign;
     for (const Batch& batch : recordedBatches(study.folder)) {
         const std::string name = batchName(batch);
         auto record = recordOf(reductionFolder(study.folder) / (name + ".json"), batchBasis(study, batch));
@@ -70,7 +69,8 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
     const Stopwatch total;
     const GroupStudy study = readStudy(options.folder);
     const auto folder = reductionFolder(study.folder);
-    const std::vector<BatchRecord> batches = completeBatches(study);
+    std::vector<std::string> foreign;
+    const std::vector<BatchRecord> batches = completeBatches(study, foreign);
     std::string parts = study.id;
     Json names = Json::array();
     Json estimates = Json::array(); // of the runs, in their order
@@ -85,6 +85,9 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
         return;
     }
     StepFiles files(unfinished, folder, "group.json");
+    for (const std::string& name : foreign) {
+        for (const char* ending : {".json", ".rows"}) files.supersede(folder / (name + ending));
+    }
     WorkerThreads threads(MatrixProducts::threadsFor(options.threads));
     const int most = study.rows();
     if (batches.size() > 1) requireFreeMemory("merging", 2 * reductionBytes(study, threads.threads()));
@@ -102,7 +105,9 @@ void mergeBatches(const GroupOptions& options, UnfinishedWork& unfinished) {
     json["Seconds"] = total.seconds();
     json["PeakMemoryBytes"] = peakMemoryBytes();
     files.commit(json);
-    if (!options.quiet) std::printf("%zu batches merged into %d rows.\n", batches.size(), rows.count());
+    if (options.quiet) return;
+    std::printf("%zu %s merged into %d rows.\n", batches.size(), batches.size() == 1 ? "batch" : "batches",
+                rows.count());
 }
 
 } // namespace zn::headless

@@ -38,6 +38,14 @@ struct Aspect {
     const char* advice;
 };
 
+// "sub-01, sub-02 have "
+std::string namesOf(const std::vector<const RunHeader*>& runs) {
+    std::vector<std::string> names;
+    names.reserve(runs.size());
+    for (const RunHeader* run : runs) names.push_back(run->listed.name);
+    return listOfNames(names) + (names.size() == 1 ? " has " : " have ");
+}
+
 void requireSame(const std::vector<RunHeader>& runs, const Aspect& aspect) {
     std::vector<std::vector<const RunHeader*>> kinds;
     for (const RunHeader& run : runs) {
@@ -57,7 +65,8 @@ void requireSame(const std::vector<RunHeader>& runs, const Aspect& aspect) {
         if (&kind == &*most) continue;
         for (const RunHeader* run : kind) odd.push_back(run->listed.name + " has " + aspect.text(*run));
     }
-    throw Failure(ExitStatus::kInput, "the runs differ: most have " + aspect.text(*most->front()) + ", but " +
+    const std::string who = 2 * most->size() > runs.size() ? "most have " : namesOf(*most);
+    throw Failure(ExitStatus::kInput, "the runs differ: " + who + aspect.text(*most->front()) + ", but " +
                                           listOfNames(odd) + "; " + aspect.advice);
 }
 

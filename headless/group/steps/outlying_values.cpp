@@ -16,6 +16,8 @@ double median(std::vector<double> values) {
 } // namespace
 
 std::vector<bool> outlyingValues(const std::vector<double>& values) {
+    constexpr std::size_t kFewest = 6;
+    if (values.size() < kFewest) return std::vector<bool>(values.size());
     constexpr double kDeviations = 3.5;
     constexpr double kOfNormal = 1.4826; // standard deviations per median absolute deviation
     const double middle = median(values);

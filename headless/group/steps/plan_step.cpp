@@ -1,12 +1,15 @@
 #include "headless/compression/checksum.h"
 #include "headless/failure/failure.h"
 #include "headless/group/common_mask.h"
+#include "headless/group/steps/earlier_files.h"
 #include "headless/group/steps/group_mean.h"
 #include "headless/group/steps/group_study.h"
 #include "headless/group/steps/odd_runs.h"
+#include "headless/group/steps/run_problems.h"
 #include "headless/group/steps/run_volumes.h"
 #include "headless/group/steps/step_files.h"
 #include "headless/group/steps/steps.h"
+#include "headless/group/steps/study_place.h"
 #include "headless/mask/brain_mask.h"
 #include "headless/nifti/image_writer.h"
 #include "headless/nifti/read_volumes.h"
@@ -20,12 +23,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <utility>
 
 namespace zn::headless {
 
 namespace {
 
 namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
 
 constexpr double kLeastShare = 0.6; // of the median mask that all runs have to have in common
 
@@ -73,7 +78,8 @@ RunHeader headerOf(const ListedRun& listed, const GroupOptions& options) {
     const int volumes = run.header.volumes - options.dummyScans;
     if (volumes < 3) {
         refuseInput(listed.image.string() + " has " + std::to_string(run.header.volumes) +
-                    " volumes, too few for a group analysis; list 4D images" +
+                    (run.header.volumes == 1 ? " volume" : " volumes") +
+                    ", too few for a group analysis; list 4D images" +
                     (options.dummyScans > 0 ? ", or omit fewer with --dummy-scans." : "."));
     }
     run.secondsPerVolume = repetitionTime(options.secondsPerVolume, run.header).seconds;
@@ -160,6 +166,16 @@ void writeMean(const fs::path& file, const std::vector<float>& mean, const nifti
     writer.close();
 }
 
+void supersedeEarlierPlan(const GroupStudy& study, const std::string& basis, StepFiles& files) {
+    const auto earlier = anyRecord(studyFile(study.folder));
+    if (earlier && earlier->dump() == Json::parse(studyText(study, basis)).dump()) return;
+    std::vector<fs::path> superseded = filesOfEarlierPlan(study.folder);
+    if (superseded.empty()) return;
+    std::fprintf(stderr, "znica: %s was planned with other runs or options; what was computed for them is removed.\n",
+                 study.folder.c_str());
+    for (fs::path& file : superseded) files.supersede(std::move(file));
+}
+
 void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::vector<float>& mean,
                 const std::string& basis, const nifti_image& grid, UnfinishedWork& unfinished) {
     StepFiles files(unfinished, study.folder, studyFile("").string());
@@ -167,12 +183,14 @@ void writeStudy(const GroupStudy& study, const CommonMask& mask, const std::vect
     ImageWriter writer(files[studyMask("").string()], grid, {1, NIFTI_TYPE_UINT8, 0.0, "voxels that all runs have"});
     writer.write(mask.voxels);
     writer.close();
+    supersedeEarlierPlan(study, basis, files);
     files.commit(studyText(study, basis));
 }
 
 } // namespace
 
 void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
+    requireStudyPlace(options.folder);
     requireNames(options.runs);
     const std::string basis = basisOf(options);
     if (!options.force && recordOf(studyFile(options.folder), basis)) {
@@ -180,7 +198,9 @@ void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
         return;
     }
     std::vector<RunHeader> headers;
-    for (const ListedRun& run : options.runs) headers.push_back(headerOf(run, options));
+    RunProblems problems;
+    for (const ListedRun& run : options.runs) problems.collect([&] { headers.push_back(headerOf(run, options)); });
+    problems.throwIfAny();
     requireOneKind(headers);
 
     GroupStudy study;
@@ -190,14 +210,16 @@ void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished) {
     study.preparation = options.preparation;
     GroupMean mean;
     std::vector<std::vector<bool>> masks;
-    for (const RunHeader& run : headers) {
+    const auto read = [&](const RunHeader& run) {
         const RunVoxels voxels = readRunVoxels(run.header, options.dummyScans);
         masks.push_back(maskOf(run, options, voxels));
         mean.add(voxels.mean, masks.back());
         study.runs.push_back({run.listed.name, fs::absolute(run.listed.image).lexically_normal(),
                               run.header.volumes - options.dummyScans, voxels.checksum,
                               resultsOf(run.listed, options.folder)});
-    }
+    };
+    for (const RunHeader& run : headers) problems.collect([&] { read(run); });
+    problems.throwIfAny();
     requireDifferent(study.runs);
     const CommonMask mask = commonMask(masks);
     requireEnough(mask, study.runs);

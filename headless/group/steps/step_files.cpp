@@ -6,8 +6,6 @@
 #include "headless/text/input_file.h"
 #include "headless/text/text_file.h"
 
-#include <vector>
-
 namespace zn::headless {
 
 namespace fs = std::filesystem;
@@ -33,16 +31,26 @@ void StepFiles::commit(const std::string& record) {
 }
 
 void StepFiles::handOver() {
-    fs::remove(folder_ / record_); // from here on the earlier step does not count as done
     std::vector<fs::path> names;
     for (const auto& entry : fs::directory_iterator(hidden_)) names.push_back(entry.path().filename());
+    for (const fs::path& earlier : superseded_) removeAtOnce(earlier);
+    fs::remove(folder_ / record_); // from here on the earlier step does not count as done
     for (const fs::path& name : names) {
         if (name != record_) fs::rename(hidden_ / name, folder_ / name);
     }
     syncFolder(folder_);
     fs::rename(hidden_ / record_, folder_ / record_);
     syncFolder(folder_);
-    fs::remove(hidden_);
+    fs::remove_all(hidden_);
+}
+
+// A folder in one step, so that no part of it is taken for something else after a kill.
+void StepFiles::removeAtOnce(const fs::path& earlier) {
+    if (fs::is_directory(fs::symlink_status(earlier))) {
+        fs::rename(earlier, hidden_ / (".superseded-" + earlier.filename().string()));
+    } else {
+        fs::remove(earlier);
+    }
 }
 
 std::optional<Json> anyRecord(const fs::path& file) {

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -26,18 +28,24 @@ public:
     /// Where to write a file of this name for now.
     std::filesystem::path operator[](const std::string& name) const { return hidden_ / name; }
 
+    /// Has a file, or a folder inside that of the step, removed before the new files take their names, because it
+    /// belongs to an earlier try.
+    void supersede(std::filesystem::path earlier) { superseded_.push_back(std::move(earlier)); }
+
     /// Writes the record and gives all files their names. Throws Failure (kOther).
     void commit(const nlohmann::ordered_json& record) { commit(record.dump(2) + "\n"); }
     void commit(const std::string& record);
 
 private:
     void handOver();
+    void removeAtOnce(const std::filesystem::path& earlier);
 
     UnfinishedWork& unfinished_;
     std::filesystem::path folder_;
     std::string record_;
     bool created_ = false; // the folder
     std::filesystem::path hidden_;
+    std::vector<std::filesystem::path> superseded_;
 };
 
 /// The record of a step that has been done on this basis: its member "Basis" is the same text. Nothing otherwise, also

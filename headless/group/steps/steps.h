@@ -15,6 +15,9 @@ namespace zn::headless {
 /// image to show maps over.
 void planStudyOfGroup(const GroupOptions& options, UnfinishedWork& unfinished);
 
+/// Throws Failure (kInput) if more components are requested than the reduction of the planned study can keep rows.
+void requirePossibleComponents(const GroupOptions& options);
+
 /// Prepares the runs of one batch and reduces them, one after another, to m rows -> reduction/batch-IofN.rows, .json.
 /// Batches are independent of each other: each may be a job on another machine.
 void reduceBatch(const GroupOptions& options, UnfinishedWork& unfinished);

@@ -3,9 +3,15 @@ import type { View } from '../views/view';
 import { dotAxis, roundEnd } from './dot_axis';
 import { dotHint } from './dot_hint';
 import { dotRow, runAddress } from './dot_row';
-import { amplitudeUnit, type Group, type GroupComponent } from './group';
+import { amplitudeUnit, FEWEST_FOR_OUTLIERS, type Group, type GroupComponent } from './group';
 
 const MOST_NAMED = 6; // outliers beside a row; the others are named by their dots
+
+function outlierNote({ runs }: Group): string {
+    return runs.length < FEWEST_FOR_OUTLIERS
+        ? `With fewer than ${FEWEST_FOR_OUTLIERS} runs, none is marked as an outlier.`
+        : '\u25c6: outlier, more than 3.5 robust standard deviations from the median.';
+}
 
 /** The amplitudes of all runs: a row of dots per component, with the outliers named. */
 export class AmplitudesView implements View {
@@ -38,7 +44,7 @@ export class AmplitudesView implements View {
                     'p',
                     { class: 'chart-note' },
                     `Standard deviation of the course, in ${amplitudeUnit(group.plan)}. A dot is a run, the line the `
-                        + 'median. \u25c6: outlier, more than 3.5 robust standard deviations from the median.',
+                        + `median. ${outlierNote(group)}`,
                     h(
                         'span',
                         { class: 'on-screen' },

@@ -100,6 +100,9 @@ export function amplitudeUnit({ Preparation: { Scaling } }: Plan): string {
     return { none: 'units of the data', percent: '% of the mean', sd: 'SD of the voxel' }[Scaling];
 }
 
+/** With fewer runs, no amplitude is marked as an outlier. */
+export const FEWEST_FOR_OUTLIERS = 6;
+
 /** The map of a run, as an entry of the group's maps. */
 export function runEntry(group: Group, component: GroupComponent, run: GroupRun): MapEntry {
     const { name, negativeTail } = component;

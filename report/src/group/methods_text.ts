@@ -1,11 +1,13 @@
 import { edges } from '../data/affine';
 import { plural, short } from '../numbers';
 import { FASTICA, ICASSO, PARALLEL_ANALYSIS } from '../views/references';
-import type { Group } from './group';
+import { FEWEST_FOR_OUTLIERS, type Group } from './group';
 
 /** A paragraph for the methods section of a paper, with the numbers of this study. */
 export function methodsText(group: Group): string {
-    return [input(group), preparation(group), reduction(group), separation(group), regression(), tables()].join(' ');
+    return [input(group), preparation(group), reduction(group), separation(group), regression(), tables(group)].join(
+        ' ',
+    );
 }
 
 function input({ runs, plan, grid, voxelsInside, version }: Group): string {
@@ -70,11 +72,13 @@ function regression(): string {
     );
 }
 
-function tables(): string {
-    return (
-        'Amplitudes more than 3.5 robust standard deviations (1.4826 times the median absolute deviation) from the median '
-        + 'of all runs were marked as outliers. Correlations between courses were averaged over the runs as Fisher\u2019s z.'
-    );
+function tables({ runs }: Group): string {
+    const outliers =
+        runs.length < FEWEST_FOR_OUTLIERS
+            ? ''
+            : 'Amplitudes more than 3.5 robust standard deviations (1.4826 times the median absolute deviation) from the '
+              + 'median of all runs were marked as outliers. ';
+    return `${outliers}Correlations between courses were averaged over the runs as Fisher\u2019s z.`;
 }
 
 /** The references of the paragraph, by author. */

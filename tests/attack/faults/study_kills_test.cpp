@@ -71,6 +71,42 @@ TEST_F(StudyKills, AreRepairedByTheNextRunWhichRepeatsOnlyWhatIsMissing) {
     EXPECT_GE(kills, 14U); // the result's files, the record, the dataset's description
 }
 
+// While the earlier result is replaced, the record is that of all files that are there, or there is none.
+TEST_F(StudyKills, OfARepetitionLeaveNoRecordOfAnotherResult) {
+    const std::vector<std::string> first = {"--only", "sub-01_task-rest"};
+    const std::vector<std::string> second = {"--only", "sub-01_task-rest", "--smooth", "6"};
+    const fs::path begun = folder / "begun";
+    ASSERT_EQ(analyse(begun, {}, first).status, 0);
+    const fs::path undisturbed = folder / "undisturbed";
+    fs::copy(begun, undisturbed, fs::copy_options::recursive);
+    ASSERT_EQ(analyse(undisturbed, {}, second).status, 0);
+    const auto earlier = contents(begun);
+    const auto later = contents(undisturbed);
+    ASSERT_NE(earlier, later);
+
+    const fs::path out = folder / "out";
+    const fs::path record = out / "logs/sub-01_task-rest.json";
+    const std::string before = textOf(begun / "logs/sub-01_task-rest.json");
+    for (const Call call : {Call::kRename, Call::kRemove}) {
+        for (std::uint64_t at = 1;; ++at) {
+            fs::remove_all(out);
+            fs::copy(begun, out, fs::copy_options::recursive);
+            if (analyse(out, {call, at, "kill"}, second).injected == 0) break;
+            auto found = contents(out);
+            std::erase_if(found, [](const auto& file) {
+                return file.first.find("unfinished") != std::string::npos || file.first.starts_with("logs/failed/");
+            });
+            if (fs::exists(record)) {
+                EXPECT_EQ(found, textOf(record) == before ? earlier : later) << at;
+            }
+            const Ending repaired = analyse(out, {}, second);
+            EXPECT_EQ(repaired.status, 0) << at << repaired.err;
+            found = contents(out);
+            EXPECT_EQ(found, later) << at;
+        }
+    }
+}
+
 // The results of the analysis stay through all of it.
 TEST_F(StudyKills, DuringDenoisingAreCompletedByTheNextRun) {
     const fs::path labels = folder / "labels";

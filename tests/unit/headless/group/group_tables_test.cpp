@@ -17,7 +17,12 @@ TEST(OutlyingValues, LieFarFromTheMedian) {
     // Median 1.025, median absolute deviation 0.075: the limit is 3.5 * 1.4826 * 0.075 = 0.389.
     EXPECT_THAT(outlyingValues({1.0, 1.1, 0.9, 1.05, 0.95, 3.0}), ElementsAre(false, false, false, false, false, true));
     EXPECT_THAT(outlyingValues({1.0, 1.1, 0.9, 1.05, 0.95, 1.4}), Each(false));
-    EXPECT_THAT(outlyingValues({1.0, 1.0, 1.0, 2.0}), Each(false)); // no spread to compare with
+    EXPECT_THAT(outlyingValues({1.0, 1.0, 1.0, 1.0, 1.0, 2.0}), Each(false)); // no spread to compare with
+}
+
+TEST(OutlyingValues, NeedSixValues) {
+    EXPECT_THAT(outlyingValues({1.0, 1.1, 0.9, 1.05, 30.0}), Each(false));
+    EXPECT_THAT(outlyingValues({}), testing::IsEmpty());
 }
 
 TEST(CourseCorrelations, AreAveragedAsFishersZ) {

@@ -51,6 +51,16 @@ TEST(StudySummary, NamesTheRunsWithoutResult) {
     EXPECT_EQ(summary.text(), "2 of 4 runs done, 1 with fewer components, 1 without result: sub-03");
 }
 
+TEST(StudySummary, NamesRunsThatKeepAnEarlierResultApart) {
+    StudySummary summary(2);
+    RunOutcome failed = outcome(3);
+    summary.add("sub-01", failed);
+    failed.keepsEarlier = true;
+    summary.add("sub-02", failed);
+    EXPECT_EQ(summary.text(), "0 of 2 runs done, 1 without result: sub-01, 1 without a new result: sub-02");
+    EXPECT_EQ(summary.status(), ExitStatus::kInput);
+}
+
 TEST(StudySummary, CountsARepeatedRunOnce) {
     StudySummary summary(1);
     summary.add("sub-01", outcome(137));
