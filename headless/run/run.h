@@ -97,7 +97,7 @@ struct Run {
 
     // checkBudget; the prediction is updated by settleMask
     std::optional<std::int64_t> budgetBytes; // nothing: free memory is unknown
-    std::int64_t seriesBytes = 0; // of the functional data as they are read
+    std::int64_t seriesBytes = 0;            // of the functional data as they are read
     std::int64_t predictedBytes = 0;
 
     // openResult
