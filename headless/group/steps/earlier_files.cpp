@@ -47,7 +47,7 @@ std::vector<fs::path> filesOfEarlierPlan(const fs::path& folder) {
     files.push_back(groupMapsFile(folder));
     std::error_code error;
     const fs::path result = folder / "ica";
-    if (fs::is_directory(result, error) && whyNotAResult(result).empty()) files.push_back(result);
+    if (fs::is_directory(result, error) && whyNotAResult(result, ResultKind::kRun).empty()) files.push_back(result);
     keepExisting(files);
     return files;
 }
