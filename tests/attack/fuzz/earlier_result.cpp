@@ -11,6 +11,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const bool sample = text.find("\"seed\"") != std::string::npos;
     zn::test::removeInputFile(kFiles[sample ? 0 : 1]);
     const auto file = zn::test::inputFile(kFiles[sample ? 1 : 0], text);
-    zn::headless::whyNotAResult(file.parent_path()); // always answers
+    const auto kind = sample ? zn::headless::ResultKind::kSample : zn::headless::ResultKind::kRun;
+    zn::headless::whyNotAResult(file.parent_path(), kind); // always answers
     return 0;
 }
