@@ -128,7 +128,7 @@ void settleMask(Run& run) {
     WorkerThreads threads(MatrixProducts::threadsFor(run.options.control.threads));
     const VoxelSummary summary = summariseVoxels(run.session.series, threads);
     run.session.series.sums = {}; // they are in the summary
-    writeMean(run, summary);
+    if (run.files) writeMean(run, summary);
     RunMask& mask = run.mask;
     mask.voxels = requestedMask(run, summary);
     mask.excluded = removeUnusable(summary, mask.voxels);

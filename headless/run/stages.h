@@ -48,8 +48,8 @@ int preparedDimensions(const Run& run);
 std::vector<unsigned char> neededVoxels(const Run& run);
 
 /// Determines the mask from the data as read: computes it for --mask auto and excludes voxels that cannot be analysed.
-/// Writes the mean image, NaN where any volume is not finite. Throws Failure: kInput when no voxel
-/// remains, kOther when the image cannot be written.
+/// Writes the mean image into the result, if one is open, NaN where any volume is not finite. Throws Failure: kInput
+/// when no voxel remains, kOther when the image cannot be written.
 void settleMask(Run& run);
 
 /// Smooths, filters and scales the time courses inside the mask, as the options say, notes it, and excludes voxels that

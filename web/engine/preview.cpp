@@ -36,9 +36,8 @@ std::string factsOf(const Run& run) {
     return facts.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 
-ExitStatus preview(RunOptions options, UnfinishedWork& unfinished) {
-    options.control.report = false; // no files of a result
-    Run run(options, unfinished);
+ExitStatus preview(const RunOptions& options, UnfinishedWork& unfinished) {
+    Run run(options, unfinished); // without the files of a result
     readInputs(run);
     checkBudget(run);
     run.session.series = readTimeSeries(run.functional, options.dummyScans, run.options.preparation.any());
