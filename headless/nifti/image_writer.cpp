@@ -2,6 +2,7 @@
 
 #include "headless/failure/failure.h"
 #include "headless/nifti/millimetres_per_unit.h"
+#include "headless/nifti/quiet_library.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -70,6 +71,7 @@ void setFile(nifti_image& image, const std::filesystem::path& file) {
 
 ImageWriter::ImageWriter(const std::filesystem::path& file, const nifti_image& grid, const Layout& layout)
     : file_(file), stream_(file, file.extension() == ".gz", layout.threads) {
+    const QuietLibrary quiet;
     const Image image(nifti_copy_nim_info(&grid), nifti_image_free);
     if (!image) throw std::bad_alloc();
     nifti_free_extensions(image.get()); // they describe the input

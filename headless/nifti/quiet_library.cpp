@@ -8,7 +8,16 @@
 
 namespace zn::headless {
 
-QuietLibrary::QuietLibrary() : standardError_(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)) {
+namespace {
+
+std::recursive_mutex& redirection() {
+    static std::recursive_mutex mutex;
+    return mutex;
+}
+
+} // namespace
+
+QuietLibrary::QuietLibrary() : lock_(redirection()), standardError_(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)) {
     nifti_set_debug_level(0);
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (nowhere < 0) return;

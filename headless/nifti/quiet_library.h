@@ -1,10 +1,12 @@
 #pragma once
 
+#include <mutex>
+
 namespace zn::headless {
 
 /// Discards standard error during its lifetime. The NIfTI library writes some of its messages there whatever its debug
 /// level is; the caller reports problems with a file, once and in full sentences. Standard error belongs to the whole
-/// process: only for the thread that reads headers, not for work that goes on beside others.
+/// process, so keep the lifetime short. A second thread waits for the first.
 class QuietLibrary {
 public:
     QuietLibrary();
@@ -13,6 +15,7 @@ public:
     QuietLibrary& operator=(const QuietLibrary&) = delete;
 
 private:
+    std::unique_lock<std::recursive_mutex> lock_;
     int standardError_; // -1: there is none
 };
 
