@@ -225,6 +225,8 @@ describe('a study with denoised runs', { skip: missingBrowser }, () => {
     test('says why a run is not denoised, and what is doubtful about its labels', async () => {
         assert.match(await row(3).textContent(), /not denoised.*holds the label "bad"/);
         assert.equal(await row(3).locator('.denoised a').count(), 1); // the log
+        assert.deepEqual(await row(3).locator('.chip').allTextContents(), ['done', 'not denoised']);
+        assert.deepEqual(await row(4).locator('.chip').allTextContents(), ['done']);
         assert.match(await row(4).textContent(), /The labels are older/);
         assert.equal(await row(5).locator('.denoised').count(), 0);
     });

@@ -56,7 +56,13 @@ export function runRow(study: Study, run: StudyRun): HTMLTableRowElement {
             ...run.notes.map((note) => h('p', { class: 'note' }, note)),
             ...denoising(run),
         ),
-        h('td', {}, h('span', { class: `chip chip-${KIND[run.status]}`, title: code }, run.status)),
+        h(
+            'td',
+            {},
+            h('span', { class: `chip chip-${KIND[run.status]}`, title: code }, run.status),
+            ' ',
+            run.denoised?.failed ? h('span', { class: 'chip chip-bad' }, 'not denoised') : null,
+        ),
         ...study.columns.map((_, column) => cell(study, run, column)),
     );
 }
