@@ -57,7 +57,7 @@ struct InflatingFile::State {
             if (stream.block_state == ISAL_BLOCK_FINISH) {
                 passToNextMember();
             } else {
-                truncated = !more && stream.avail_out == before;
+                truncated = !damaged && !more && stream.avail_out == before;
             }
         }
         return count - stream.avail_out;

@@ -115,6 +115,7 @@ TEST_F(InflatingFileTest, NoticesAWrongChecksum) {
     packed[packed.size() - 5] ^= 1; // the last byte of the checksum; four of the length follow
     EXPECT_EQ(read(packed), text);
     EXPECT_TRUE(damaged);
+    EXPECT_FALSE(truncated);
 }
 
 TEST_F(InflatingFileTest, NoticesInvalidData) {
