@@ -55,8 +55,8 @@ void noteSharedNuisance(Denoising& run, const Regressors& regressors) {
     const std::string percent = std::to_string(std::lround(100.0 * share));
     run.say(
         "Regression: confounds and cosines explain up to " + percent +
-        " % of a kept course, and nonaggr keeps that part in the image; use --method orthaggr or aggr to remove it, "
-        "or analyse with the same --high-pass.");
+        " % of a kept course, and nonaggr keeps that part in the image; use --method orthaggr or aggr to remove it" +
+        (run.cosines > 0 ? ", or analyse with the same --high-pass." : "."));
 }
 
 } // namespace

@@ -210,6 +210,15 @@ TEST_F(Denoise, SaysThatTheAnalysisWasFiltered) {
     EXPECT_EQ(run({"--force"}).status, 3);
 }
 
+TEST_F(Denoise, SaysThatTheDriftOfKeptCoursesStaysWithNonaggrAlone) {
+    const char* note =
+        " % of a kept course, and nonaggr keeps that part in the image; use --method orthaggr or aggr to "
+        "remove it, or analyse with the same --high-pass.";
+    EXPECT_THAT(denoise({"--reject", "2", "--high-pass", "30"}).out, HasSubstr(note));
+    EXPECT_THAT(denoise({"--reject", "2", "--high-pass", "30", "--method", "aggr", "--force"}).out,
+                Not(HasSubstr("of a kept course")));
+}
+
 TEST_F(Denoise, LeavesLabelsAndResultAsTheyAre) {
     const std::string file = labels("ICA_00\tnoise\trim\n");
     const auto before = namesIn(result());
